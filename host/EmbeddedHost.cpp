@@ -1,0 +1,105 @@
+#include "EmbeddedHost.h"
+
+#include "addins/AddInManager.h"
+#include "records/configuration/DefaultRecords.h"
+#include "records/Registry.h"
+#include "repository/KorDatabaseAccess.h"
+#include "roots/PromptSource.h"
+#include "roots/SettingsStore.h"
+#include "service/Service.h"
+
+namespace korodbc::host {
+
+namespace {
+
+/// Prompts of the open repository.
+bool promptOf(std::wstring_view module, unsigned number, KorString& text)
+{
+    const KorDSNRequest request(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase);
+    KorArray<StructPrompt> prompts;
+    if (StructPromptMarshal::getTable(prompts) != 1)
+        return false;
+    for (const StructPrompt& prompt : prompts) {
+        if (prompt.module.view() == module && prompt.number == static_cast<int>(number)) {
+            text = prompt.text;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool opened(bool ok)
+{
+    if (!ok)
+        return false;
+    openAddInManager();
+    setPromptSource(promptOf);
+    return true;
+}
+
+} // namespace
+
+bool openRepository(const std::filesystem::path& folder, std::string& error)
+{
+    closeRepository();
+    return opened(service().open(folder, error));
+}
+
+bool openRepositoryInMemory(const std::vector<CountryAddIn>& countryAddIns, std::string& error)
+{
+    closeRepository();
+    return opened(service().openInMemory(countryAddIns, error));
+}
+
+void closeRepository()
+{
+    closeAddInManager();
+    setPromptSource({});
+    service().close();
+    KorDSNManager::getInstance().setCurrent(KorDSNDefinitions::kDetails, KorDSNDefinitions::kBase);
+}
+
+std::string lastError() { return service().lastError(); }
+
+std::vector<SourceState> sources()
+{
+    std::vector<SourceState> states;
+    const auto add = [&](eDSN dsn, eIndex index, std::string name, std::string connection) {
+        SourceState state{dsn, index, std::move(name), std::move(connection), false, {}, 0};
+        if (Connection* database = service().connection(dsn, index)) {
+            state.usable = true;
+            state.tables = static_cast<int>(database->tableNames().size());
+        } else {
+            state.error = service().lastError();
+        }
+        states.push_back(std::move(state));
+    };
+    const Manifest& manifest = service().manifest();
+    for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
+        if (!manifest.connections[dsn].empty() && dsn != KorDSNDefinitions::kCountryAddin)
+            add(static_cast<eDSN>(dsn), service().slot(static_cast<eDSN>(dsn)),
+                KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8(), manifest.connections[dsn]);
+    for (std::size_t i = 0; i < manifest.countryAddIns.size(); ++i)
+        add(KorDSNDefinitions::kCountryAddin, static_cast<eIndex>(i + 1),
+            "CountryAddin " + manifest.countryAddIns[i].name, manifest.countryAddIns[i].connection);
+    return states;
+}
+
+std::string tableDifferences(eDSN dsn, eIndex index)
+{
+    std::string report;
+    Connection* database = service().connection(dsn, index);
+    if (database == nullptr)
+        return report;
+    for (const auto describe : records::all()) {
+        Table* table = database->table(service().physicalName(describe()));
+        if (table == nullptr)
+            continue;
+        const std::string& differences = table->layout(describe()).differences;
+        if (!differences.empty())
+            report += differences + "\n";
+    }
+    return report;
+}
+
+} // namespace korodbc::host

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "records/RecordDescription.h"
+#include "sqlite/Connection.h"
+
+#include <string>
+
+namespace korodbc::host {
+
+/// The statement that makes the table of a record type, numbered columns included.
+std::string createStatement(const RecordDescription& type);
+/// Makes the tables that a data source has, empty. On failure returns false, `error` one line.
+bool createTables(Connection& database, eDSN source, std::string& error);
+/// Makes a new file with the tables of a detail database. The file appears complete or not at all; an existing one makes
+/// the call fail.
+bool createDetailDatabase(const std::string& file, std::string& error);
+
+} // namespace korodbc::host

@@ -1,0 +1,152 @@
+#include "repository/Manifest.h"
+
+#include "roots/KorString.h"
+#include "tables/Table.h"
+
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <toml++/toml.h>
+
+namespace korodbc::host {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string sourceName(std::size_t dsn) { return KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8(); }
+
+std::string place(const toml::node& node)
+{
+    return std::string(Manifest::fileName) + " line " + std::to_string(node.source().begin.line);
+}
+
+std::string quotedToml(const std::string& text)
+{
+    std::ostringstream out;
+    out << toml::value<std::string>(text);
+    return out.str();
+}
+
+} // namespace
+
+Manifest Manifest::standard()
+{
+    Manifest manifest;
+    for (std::size_t dsn = 0; dsn < manifest.connections.size(); ++dsn)
+        if (dsn != KorDSNDefinitions::kCountryAddin)
+            manifest.connections[dsn] = "sqlite:" + lowerCase(sourceName(dsn)) + ".db";
+    return manifest;
+}
+
+bool fileOfConnection(const std::string& connection, const fs::path& folder, std::string& file, std::string& error)
+{
+    constexpr std::string_view scheme = "sqlite:";
+    if (connection.rfind(scheme, 0) != 0 || connection.size() == scheme.size()) {
+        error = "connection \"" + connection + "\" is not understood; write \"sqlite:\" and a file name";
+        return false;
+    }
+    file = connection.substr(scheme.size());
+    if (file != ":memory:")
+        file = (folder / file).lexically_normal().string();
+    return true;
+}
+
+bool Manifest::load(const fs::path& folder, Manifest& manifest, std::string& error)
+{
+    const fs::path path = folder / fileName;
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        error = "no repository in " + folder.string() + " (" + fileName +
+                " is missing); make one with: korodbc init " + folder.string();
+        return false;
+    }
+    const std::string text((std::istreambuf_iterator<char>(in)), {});
+    toml::table root;
+    try {
+        root = toml::parse(text);
+    } catch (const toml::parse_error& problem) {
+        error = path.string() + " line " + std::to_string(problem.source().begin.line) + ": " +
+                std::string(problem.description()) + "; correct the line";
+        return false;
+    }
+    Manifest read = standard();
+    if (const auto version = root["version"].value<int>(); !version || *version != 1) {
+        error = path.string() + ": \"version = 1\" is missing or another number; this program reads version 1";
+        return false;
+    }
+    read.busyMilliseconds = root["busy-milliseconds"].value_or(read.busyMilliseconds);
+    if (const toml::table* sources = root["sources"].as_table()) {
+        for (const auto& [key, node] : *sources) {
+            std::size_t dsn = 0;
+            while (dsn < read.connections.size() && sourceName(dsn) != key.str())
+                ++dsn;
+            const auto connection = node.value<std::string>();
+            if (dsn == read.connections.size() || !connection) {
+                error = place(node) + ": " + (connection ? "there is no data source " + std::string(key.str())
+                                                         : "the connection has to be a text in quotes");
+                return false;
+            }
+            read.connections[dsn] = *connection;
+            std::string file;
+            if (!fileOfConnection(*connection, folder, file, error)) {
+                error = place(node) + ": " + error;
+                return false;
+            }
+        }
+    }
+    if (const toml::array* addIns = root["country-addin"].as_array()) {
+        std::set<std::string> ids;
+        for (const toml::node& node : *addIns) {
+            const toml::table* entry = node.as_table();
+            CountryAddIn addIn;
+            if (entry != nullptr)
+                addIn = {(*entry)["id"].value_or(std::string()), (*entry)["name"].value_or(std::string()),
+                         (*entry)["connection"].value_or(std::string())};
+            std::string file;
+            if (addIn.id.empty() || addIn.connection.empty()) {
+                error = place(node) + ": a country add-in needs an id and a connection";
+                return false;
+            }
+            if (!ids.insert(addIn.id).second) {
+                error = place(node) + ": the country add-in id \"" + addIn.id + "\" is used twice";
+                return false;
+            }
+            if (!fileOfConnection(addIn.connection, folder, file, error)) {
+                error = place(node) + ": " + error;
+                return false;
+            }
+            read.countryAddIns.push_back(std::move(addIn));
+        }
+    }
+    manifest = std::move(read);
+    return true;
+}
+
+bool Manifest::save(const fs::path& folder, std::string& error) const
+{
+    const fs::path path = folder / fileName, fresh = folder / (std::string(fileName) + ".new");
+    {
+        std::ofstream out(fresh, std::ios::binary);
+        out << "# A repository of configuration databases. Files are relative to this folder.\n"
+            << "version = 1\nbusy-milliseconds = " << busyMilliseconds << "\n\n[sources]\n";
+        for (std::size_t dsn = 0; dsn < connections.size(); ++dsn)
+            if (!connections[dsn].empty())
+                out << sourceName(dsn) << " = " << quotedToml(connections[dsn]) << "\n";
+        for (const CountryAddIn& addIn : countryAddIns)
+            out << "\n[[country-addin]]\nid = " << quotedToml(addIn.id) << "\nname = " << quotedToml(addIn.name)
+                << "\nconnection = " << quotedToml(addIn.connection) << "\n";
+        out.flush();
+        if (!out) {
+            error = "cannot write " + fresh.string() + "; check the folder's permissions and free space";
+            return false;
+        }
+    }
+    std::error_code code;
+    fs::rename(fresh, path, code);
+    if (code)
+        error = "cannot write " + path.string() + ": " + code.message();
+    return !code;
+}
+
+} // namespace korodbc::host

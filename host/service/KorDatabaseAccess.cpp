@@ -1,0 +1,482 @@
+#include "repository/KorDatabaseAccess.h"
+
+#include "records/RecordDescription.h"
+#include "repository/DetailDatabase.h"
+#include "service/Service.h"
+
+#include <algorithm>
+#include <charconv>
+
+using namespace korodbc::host;
+
+namespace {
+
+Table* tableIn(eDSN dsn, const KorString& name)
+{
+    Connection* database = service().connection(dsn);
+    if (database == nullptr)
+        return nullptr;
+    database->validate();
+    Table* table = database->table(name);
+    if (table == nullptr)
+        service().setError("there is no table " + name.toUtf8() + " in data source " +
+                           KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8());
+    return table;
+}
+
+/// The table without what waits to be written: what a read may see.
+Table* readable(eDSN dsn, const KorString& name)
+{
+    Table* table = tableIn(dsn, name);
+    return table != nullptr && table->connection().flush() ? table : nullptr;
+}
+
+/// Runs a write in a transaction of its own or of the open batch.
+template <class Write>
+int written(Table* table, Write write)
+{
+    if (table == nullptr)
+        return 0;
+    KorDatabaseBatch batch;
+    const int result = table->connection().beginWrite() && write() ? 1 : 0;
+    if (result != 1)
+        service().setError(table->connection().lastError());
+    return batch.end(result);
+}
+
+/// A key given as text, as the key column stores it.
+Value keyValue(Table& table, int column, const KorString& text)
+{
+    const KorItemType::BaseTypes type = table.columns()[static_cast<std::size_t>(column)].type;
+    if (type != KorItemType::kInt && type != KorItemType::kBool)
+        return text;
+    const std::string narrow = text.toUtf8();
+    std::int64_t key = 0;
+    const auto end = std::from_chars(narrow.data(), narrow.data() + narrow.size(), key);
+    return end.ec == std::errc() && end.ptr == narrow.data() + narrow.size() ? Value(key) : Value(text);
+}
+
+Value keyValue(Table& table, int column, const KorCellData& key)
+{
+    return key.getType() == KorItemType::kString ? keyValue(table, column, key.getStringW()) : valueOf(key);
+}
+
+/// The data source and table of a logical name.
+Table* resolved(const KorString& logical)
+{
+    const KorString physical = KorDatabaseAccess::getTableName(logical);
+    const eDSN dsn = service().dataSourceOf(physical);
+    return dsn == KorDSNDefinitions::kUnresolved ? nullptr : readable(dsn, physical);
+}
+
+std::string columnName(Table& table, int column)
+{
+    return bracketed(table.columns()[static_cast<std::size_t>(column)].name);
+}
+
+bool hasColumn(Table& table, int column)
+{
+    return column >= 0 && column < static_cast<int>(table.columns().size());
+}
+
+/// First cell of the rows whose column `by` equals `value`.
+int cellWhere(Table* table, int by, const Value& value, int wanted, KorCellData& out)
+{
+    if (table == nullptr || !hasColumn(*table, by) || !hasColumn(*table, wanted))
+        return 0;
+    Statement* select = table->connection().prepare("SELECT " + columnName(*table, wanted) + " FROM " +
+                                                    table->bracketedName() + " WHERE " + columnName(*table, by) +
+                                                    " = ? ORDER BY rowid LIMIT 1");
+    if (select == nullptr)
+        return 0;
+    const StatementRun run(*select);
+    select->bind(1, value);
+    if (select->step() != SQLITE_ROW)
+        return 0;
+    out = cellOf(*select, 0);
+    return 1;
+}
+
+int columnValues(Table* table, const KorString& where, const KorString& orderBy, int column,
+                 KorArray<KorCellData>& values)
+{
+    if (table == nullptr || !hasColumn(*table, column))
+        return 0;
+    std::string sql = "SELECT " + columnName(*table, column) + " FROM " + table->bracketedName();
+    if (!where.isEmpty())
+        sql += " WHERE " + where.toUtf8();
+    sql += " ORDER BY " + (orderBy.isEmpty() ? std::string("rowid") : orderBy.toUtf8());
+    Statement* select = table->connection().prepare(sql);
+    if (select == nullptr || sqlite3_stmt_readonly(select->handle()) == 0)
+        return 0;
+    const StatementRun run(*select);
+    KorArray<KorCellData> read;
+    int code;
+    while ((code = select->step()) == SQLITE_ROW)
+        read.append(cellOf(*select, 0));
+    if (code != SQLITE_DONE)
+        return 0;
+    values = read;
+    return 1;
+}
+
+bool copy(Connection& database, Table& from, const KorString& to)
+{
+    std::string columns;
+    for (const TableColumn& column : from.columns())
+        columns += (columns.empty() ? "" : ", ") + bracketed(column.name) + " " + column.declaration +
+                   (column.primaryKey ? " PRIMARY KEY" : "");
+    const std::string source = from.bracketedName(), target = bracketed(to.toUtf8());
+    const bool copied = database.run("CREATE TABLE " + target + " (" + columns + ")") &&
+                        database.run("INSERT INTO " + target + " SELECT * FROM " + source + " ORDER BY rowid");
+    database.schemaRead();
+    return copied;
+}
+
+} // namespace
+
+int KorDatabaseAccess::doSQLStatement(const eDSN& dsn, const KorString& sql)
+{
+    Connection* database = service().connection(dsn);
+    if (database == nullptr)
+        return 0;
+    KorDatabaseBatch batch;
+    const int result = database->execute(sql);
+    if (result != 1)
+        service().setError(database->lastError());
+    return batch.end(result);
+}
+
+int KorDatabaseAccess::getTableStructure(eDSN dsn, const KorString& name, KorArray<KorColumn>& columns)
+{
+    Table* table = tableIn(dsn, name);
+    if (table == nullptr || table->columns().empty())
+        return 0;
+    columns.removeAll();
+    for (const TableColumn& column : table->columns()) {
+        KorColumn described(KorString::fromUtf8(column.name), column.type);
+        described.setKey(column.primaryKey);
+        columns.append(described);
+    }
+    return 1;
+}
+
+int KorDatabaseAccess::getTablesNames(const eDSN& dsn, KorArray<KorString>& names)
+{
+    Connection* database = service().connection(dsn);
+    if (database == nullptr)
+        return 0;
+    database->validate();
+    names.removeAll();
+    for (const std::string& name : database->tableNames())
+        names.append(KorString::fromUtf8(name));
+    return 1;
+}
+
+int KorDatabaseAccess::doesTableExists(const eDSN& dsn, const KorString& table)
+{
+    return tableIn(dsn, table) != nullptr ? 1 : 0;
+}
+
+int KorDatabaseAccess::doesColumnExists(const eDSN& dsn, const KorString& name, const KorString& column)
+{
+    Table* table = tableIn(dsn, name);
+    return table != nullptr && table->columnIndex(column.toUtf8()) >= 0 ? 1 : 0;
+}
+
+int KorDatabaseAccess::copyTable(eDSN dsn, const KorString& from, const KorString& to, bool keepExisting)
+{
+    Table* table = tableIn(dsn, from);
+    return written(table, [&] {
+        Connection& database = table->connection();
+        if (!database.flush() || table->columns().empty())
+            return false;
+        if (database.table(to) != nullptr) {
+            if (keepExisting || !database.run("DROP TABLE " + bracketed(to.toUtf8())))
+                return false;
+            database.schemaRead();
+            table = database.table(from);
+        }
+        return table != nullptr && copy(database, *table, to);
+    });
+}
+
+int KorDatabaseAccess::resetCachedTable(eDSN dsn, const KorString& table)
+{
+    Connection* database = service().connection(dsn);
+    if (database == nullptr)
+        return 0;
+    database->checkBeforeNextRead();
+    (void)table; // own changes are noted row by row; only those of other processes are left to look for
+    return 1;
+}
+
+int KorDatabaseAccess::appendNewLine(eDSN dsn, const KorString& name, KorCellData& key, bool returnKey, bool keepKey)
+{
+    Table* table = tableIn(dsn, name);
+    return written(table, [&] {
+        Connection& database = table->connection();
+        const int column = table->keyColumn();
+        if (!database.flush() || column < 0)
+            return false;
+        Value newKey;
+        if (keepKey) {
+            newKey = keyValue(*table, column, key);
+            if (newKey.index() == 0 || table->rowOfKey(newKey, column) >= 0)
+                return false;
+        } else {
+            const std::int64_t free = table->freeKey();
+            if (free <= 0)
+                return false;
+            const bool isText = table->columns()[static_cast<std::size_t>(column)].type == KorItemType::kString;
+            newKey = isText ? Value(KorString::format(L"%d", static_cast<int>(free))) : Value(free);
+        }
+        if (const auto* number = std::get_if<std::int64_t>(&newKey))
+            table->keyTaken(*number);
+        if (returnKey) {
+            if (const auto* number = std::get_if<std::int64_t>(&newKey))
+                key.setData(static_cast<int>(*number));
+            else if (const auto* text = std::get_if<KorString>(&newKey))
+                key.setData(*text);
+        }
+        database.pending() = Connection::PendingRow{table, std::move(newKey), true, {}};
+        return true;
+    });
+}
+
+int KorDatabaseAccess::setRecord(eDSN dsn, const KorString& name, const RecordDescription& type,
+                                 const KorCellData& keyCell, const void* record)
+{
+    Table* table = tableIn(dsn, name);
+    return written(table, [&] {
+        Connection& database = table->connection();
+        const int column = table->keyColumn();
+        if (column < 0)
+            return false;
+        const Value key = keyValue(*table, column, keyCell);
+        auto& pending = database.pending();
+        if (pending && pending->isNew && pending->table == table && pending->cells.empty() && pending->key == key) {
+            pending.reset();
+            return table->insertRecord(type, key, record);
+        }
+        return database.flush() && table->updateRecord(type, key, record);
+    });
+}
+
+int KorDatabaseAccess::setTableColumnValue(eDSN dsn, const KorString& name, const KorString& keyColumn,
+                                           const KorString& keyText, int columnIndex, const KorCellData& value)
+{
+    Table* table = tableIn(dsn, name);
+    return written(table, [&] {
+        Connection& database = table->connection();
+        const int by = table->columnIndex(keyColumn.toUtf8());
+        if (by < 0 || !hasColumn(*table, columnIndex))
+            return false;
+        const Value key = keyValue(*table, by, keyText);
+        auto& pending = database.pending();
+        const bool isKey = by == table->keyColumn();
+        if (!isKey || columnIndex == by)
+            return database.flush() && table->updateCells(key, by, {{columnIndex, valueOf(value)}});
+        if (!pending || pending->table != table || pending->key != key) {
+            if (!database.flush() || table->rowOfKey(key, by) < 0)
+                return false;
+            pending = Connection::PendingRow{table, key, false, {}};
+        }
+        pending->cells[columnIndex] = valueOf(value);
+        return true;
+    });
+}
+
+int KorDatabaseAccess::getTableColumnValue(eDSN dsn, const KorString& name, const KorString& keyColumn,
+                                           const KorCellData& key, int columnIndex, KorCellData& out)
+{
+    Table* table = readable(dsn, name);
+    const int by = table == nullptr ? -1 : table->columnIndex(keyColumn.toUtf8());
+    return by < 0 ? 0 : cellWhere(table, by, keyValue(*table, by, key), columnIndex, out);
+}
+
+int KorDatabaseAccess::getTableColumnValueDwgFirst(eDSN dsn, const KorString& table, const KorString& keyColumn,
+                                                   const KorCellData& key, int columnIndex, KorCellData& out)
+{
+    const KorDSNRequest drawing(KorDSNDefinitions::kProject, KorDSNSetDwgSource::GeteIndexForDwg());
+    return getTableColumnValue(KorDSNDefinitions::kProject, table, keyColumn, key, columnIndex, out) == 1
+               ? 1
+               : getTableColumnValue(dsn, table, keyColumn, key, columnIndex, out);
+}
+
+int KorDatabaseAccess::deleteLine(const KorString& name, const KorCellData& key)
+{
+    Table* table = resolved(name);
+    return written(table, [&] {
+        const int column = table->keyColumn();
+        Statement* erase = column < 0 ? nullptr
+                                      : table->connection().prepare("DELETE FROM " + table->bracketedName() + " WHERE " +
+                                                                    columnName(*table, column) + " = ?");
+        if (erase == nullptr)
+            return false;
+        erase->bind(1, keyValue(*table, column, key));
+        return table->connection().finish(*erase) && sqlite3_changes(table->connection().handle()) > 0;
+    });
+}
+
+int KorDatabaseAccess::getColumnValues(const KorString& table, const KorString& where, const KorString& orderBy,
+                                       int columnIndex, KorArray<KorCellData>& values)
+{
+    return columnValues(resolved(table), where, orderBy, columnIndex, values);
+}
+
+int KorDatabaseAccess::getColumnValues(eDSN dsn, const KorString& table, const KorString& where,
+                                       const KorString& orderBy, int columnIndex, KorArray<KorCellData>& values)
+{
+    return columnValues(readable(dsn, table), where, orderBy, columnIndex, values);
+}
+
+int KorDatabaseAccess::getKeyAtRunname(const KorString& name, const KorString& runName, KorCellData& key)
+{
+    Table* table = resolved(name);
+    return table == nullptr ? 0 : cellWhere(table, 1, runName, table->keyColumn(), key);
+}
+
+int KorDatabaseAccess::getRunnameAtKey(const KorString& name, const KorCellData& key, KorString& runName)
+{
+    Table* table = resolved(name);
+    KorCellData cell;
+    const int by = table == nullptr ? -1 : table->keyColumn();
+    if (by < 0 || cellWhere(table, by, keyValue(*table, by, key), 1, cell) != 1)
+        return 0;
+    runName = cell.getStringW();
+    return 1;
+}
+
+int KorDatabaseAccess::getTableAllSources(eDSN dsn, const KorString& name, KorPartialTable& out)
+{
+    const std::vector<Table*> tables = service().tablesOfAllSources(name, dsn);
+    KorPartialTable merged;
+    for (Table* table : tables) {
+        if (merged.getColumns().length() == 0) {
+            for (const TableColumn& column : table->columns()) {
+                merged.getColumns().append(KorColumn(KorString::fromUtf8(column.name), column.type));
+                merged.getData().append(KorColumnData());
+            }
+        }
+        Statement* select = table->connection().prepare("SELECT * FROM " + table->bracketedName() + " ORDER BY rowid");
+        if (select == nullptr)
+            return 0;
+        std::vector<int> places; // in this table, by merged column
+        for (const KorColumn& column : merged.getColumns())
+            places.push_back(table->columnIndex(column.getName().toUtf8()));
+        const StatementRun run(*select);
+        int code;
+        while ((code = select->step()) == SQLITE_ROW)
+            for (std::size_t i = 0; i < places.size(); ++i)
+                merged.getData().getAt(static_cast<long>(i)).append(
+                    places[i] < 0 ? KorString() : cellOf(*select, places[i]).getStringW());
+        if (code != SQLITE_DONE)
+            return 0;
+    }
+    if (tables.empty())
+        return 0;
+    out = merged;
+    return 1;
+}
+
+int KorDatabaseAccess::cellDataArr2StringArr(const KorArray<KorCellData>& values, KorArray<KorString>& out)
+{
+    out.removeAll();
+    for (const KorCellData& value : values)
+        out.append(value.getStringW());
+    return 1;
+}
+
+int KorDatabaseAccess::cellDataArr2LongArr(const KorArray<KorCellData>& values, KorArray<long>& out)
+{
+    out.removeAll();
+    for (const KorCellData& value : values)
+        out.append(value.getInt());
+    return 1;
+}
+
+int KorDatabaseAccess::cellDataArr2ColumnData(const KorArray<KorCellData>& values, KorColumnData& out)
+{
+    KorColumnData column;
+    for (const KorCellData& value : values)
+        column.append(value.getStringW());
+    out = column;
+    return 1;
+}
+
+int KorDatabaseAccess::getDSNandTableName(const KorString& logical, KorString& physical, eDSN& dsn)
+{
+    KorString target;
+    if (service().alias(logical, target)) {
+        physical = target;
+        dsn = KorDSNDefinitions::kUnresolved;
+        return 1;
+    }
+    const eDSN found = service().dataSourceOf(logical);
+    physical = logical;
+    dsn = found;
+    return found == KorDSNDefinitions::kUnresolved ? 0 : 1;
+}
+
+KorString KorDatabaseAccess::getTableName(const KorString& logical)
+{
+    KorString name = logical;
+    for (int depth = 0; depth < 8 && service().alias(name, name); ++depth) {
+    }
+    return name;
+}
+
+int KorDatabaseAccess::getConnectionString(eDSN dsn, KorString& connection)
+{
+    const std::string text = service().connectionString(dsn);
+    if (text.empty())
+        return 0;
+    connection = KorString::fromUtf8(text);
+    return 1;
+}
+
+int KorDatabaseAccess::setConnectionString(eDSN dsn, const KorString& connection)
+{
+    return service().setConnectionString(dsn, connection.toUtf8()) ? 1 : 0;
+}
+
+int KorDatabaseAccess::setConnection(eDSN dsn, const KorString& file)
+{
+    return service().setConnectionString(dsn, "sqlite:" + file.toUtf8()) ? 1 : 0;
+}
+
+int KorDatabaseAccess::detachDatabase(const KorString& file) { return service().detach(file.toUtf8()) ? 1 : 0; }
+
+int KorDatabaseAccess::createDetailProcessDatabase(const KorString& file)
+{
+    std::string error;
+    if (createDetailDatabase((service().folder() / file.toUtf8()).string(), error))
+        return 1;
+    service().setError(error);
+    return 0;
+}
+
+bool KorDatabaseAccess::checkDbEngine(bool)
+{
+    return sqlite3_libversion_number() >= 3035000 &&
+           service().connection(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase) != nullptr;
+}
+
+KorString KorDatabaseAccess::getDateTimeFormat() { return KorString(L"%Y-%m-%d %H:%M:%S"); }
+
+KorDatabaseBatch::KorDatabaseBatch() { service().beginBatch(); }
+
+KorDatabaseBatch::~KorDatabaseBatch()
+{
+    if (m_open)
+        end(1);
+}
+
+int KorDatabaseBatch::end(int result)
+{
+    if (!m_open)
+        return result;
+    m_open = false;
+    return service().endBatch() ? result : 0;
+}

@@ -1,0 +1,272 @@
+#include "repository/RecordAccess.h"
+
+#include "service/Service.h"
+#include "tables/RecordCache.h"
+
+#include <algorithm>
+#include <charconv>
+#include <numeric>
+#include <vector>
+
+using namespace korodbc::host;
+
+namespace {
+
+RecordCache* recordsOf(const RecordDescription& type)
+{
+    Table* table = service().tableOf(type);
+    return table == nullptr ? nullptr : table->records(type);
+}
+
+/// The records of a type in every source that a read looks at, in the order of reading.
+std::vector<RecordCache*> recordsOf(const RecordDescription& type, RecordAccess::Sources sources)
+{
+    std::vector<RecordCache*> found;
+    if (sources == RecordAccess::Sources::Current) {
+        if (RecordCache* records = recordsOf(type))
+            found.push_back(records);
+        return found;
+    }
+    Table* base = service().tableOf(type);
+    eDSN home = KorDSNManager::getInstance().getCurrentDSN();
+    for (unsigned dsn = 0; !type.homes.contains(home) && dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
+        home = static_cast<eDSN>(dsn);
+    std::vector<Table*> tables = service().tablesOfAllSources(service().physicalName(type), home);
+    if (base != nullptr && std::find(tables.begin(), tables.end(), base) == tables.end())
+        tables.push_back(base);
+    for (Table* table : tables)
+        if (RecordCache* records = table->records(type))
+            found.push_back(records);
+    return found;
+}
+
+RecordCache* itemsOf(const RecordDescription& type, RecordCache& records)
+{
+    const RecordDescription& item = type.items.item();
+    Table* table = records.table().connection().table(service().physicalName(item));
+    return table == nullptr ? nullptr : table->records(item);
+}
+
+void attachItems(const RecordDescription& type, RecordCache* items, void* record)
+{
+    if (items == nullptr)
+        return;
+    const std::vector<long>& positions = items->ofOwner(type.keyOf(record));
+    const MemberList& list = type.items.list;
+    list.resize(record, 0);
+    void* array = list.field(record);
+    for (const long position : positions)
+        list.operations->append(array, items->at(position));
+}
+
+int handOut(RecordCache& records, long position, void* record)
+{
+    if (position < 0)
+        return 0;
+    const RecordDescription& type = records.type();
+    type.operations->assign(record, records.at(position));
+    if (type.items.exists())
+        attachItems(type, itemsOf(type, records), record);
+    return 1;
+}
+
+template <class Find>
+int first(const RecordDescription& type, RecordAccess::Sources sources, void* record, Find find)
+{
+    if (sources == RecordAccess::Sources::Current) {
+        RecordCache* records = recordsOf(type);
+        return records == nullptr ? 0 : handOut(*records, find(*records), record);
+    }
+    for (RecordCache* records : recordsOf(type, sources))
+        if (handOut(*records, find(*records), record) == 1)
+            return 1;
+    return 0;
+}
+
+std::vector<long> positions(const RecordCache& records, bool ordered)
+{
+    std::vector<long> order(static_cast<std::size_t>(records.length()));
+    std::iota(order.begin(), order.end(), 0L);
+    const ColumnDescription* by = records.type().at(records.type().sortOrder);
+    if (ordered && by != nullptr)
+        std::stable_sort(order.begin(), order.end(), [&](long a, long b) {
+            return by->integer(records.at(a)) < by->integer(records.at(b));
+        });
+    return order;
+}
+
+bool number(const KorString& text, long& value)
+{
+    const std::string narrow = text.toUtf8();
+    const auto end = std::from_chars(narrow.data(), narrow.data() + narrow.size(), value);
+    return end.ec == std::errc() && end.ptr == narrow.data() + narrow.size();
+}
+
+} // namespace
+
+namespace RecordAccess {
+
+int readByKey(const RecordDescription& type, long key, void* record, Sources sources)
+{
+    return first(type, sources, record, [&](RecordCache& records) { return records.findKey(key); });
+}
+
+int readByKey(const RecordDescription& type, const KorString& key, void* record, Sources sources)
+{
+    long value = 0;
+    if (!type.hasTextKey())
+        return number(key, value) ? readByKey(type, value, record, sources) : 0;
+    return first(type, sources, record, [&](RecordCache& records) { return records.findKey(key); });
+}
+
+int readByRunName(const RecordDescription& type, const KorString& runName, void* record, Sources sources)
+{
+    return first(type, sources, record, [&](RecordCache& records) { return records.findRunName(runName); });
+}
+
+int readTable(const RecordDescription& type, void* out, Sources sources)
+{
+    const std::vector<RecordCache*> caches = recordsOf(type, sources);
+    if (caches.empty())
+        return 0;
+    const ListOperations& list = type.operations->list;
+    list.assign(out, caches.front()->list());
+    for (std::size_t i = 1; i < caches.size(); ++i)
+        for (long position = 0; position < caches[i]->length(); ++position)
+            list.append(out, caches[i]->at(position));
+    if (type.items.exists()) {
+        long at = 0;
+        for (RecordCache* records : caches) {
+            RecordCache* items = itemsOf(type, *records);
+            for (long position = 0; position < records->length(); ++position)
+                attachItems(type, items, list.at(out, at++));
+        }
+    }
+    return 1;
+}
+
+int readWhere(const RecordDescription& type, int column, long value, void* out)
+{
+    RecordCache* records = recordsOf(type);
+    const ColumnDescription* field = type.at(column);
+    if (records == nullptr || field == nullptr || field->kind != FieldKind::Integer)
+        return 0;
+    const ListOperations& list = type.operations->list;
+    RecordCache* items = type.items.exists() ? itemsOf(type, *records) : nullptr;
+    int found = 0;
+    for (long position = 0; position < records->length(); ++position) {
+        if (field->integer(records->at(position)) != value)
+            continue;
+        const long at = list.append(out, records->at(position));
+        attachItems(type, items, list.at(out, at));
+        found = 1;
+    }
+    return found;
+}
+
+int readFirstWhere(const RecordDescription& type, int column, long value, int column2, long value2, void* record)
+{
+    RecordCache* records = recordsOf(type);
+    const ColumnDescription *one = type.at(column), *two = type.at(column2);
+    if (records == nullptr || one == nullptr || two == nullptr)
+        return 0;
+    for (long position = 0; position < records->length(); ++position)
+        if (one->integer(records->at(position)) == value && two->integer(records->at(position)) == value2)
+            return handOut(*records, position, record);
+    return 0;
+}
+
+int runNames(const RecordDescription& type, KorArray<KorString>& names, bool ordered, Sources sources)
+{
+    const std::vector<RecordCache*> caches = recordsOf(type, sources);
+    const ColumnDescription* name = type.runNameColumn();
+    if (caches.empty() || name == nullptr)
+        return 0;
+    names.removeAll();
+    for (const RecordCache* records : caches)
+        for (const long position : positions(*records, ordered))
+            names.append(name->text(records->at(position)));
+    return 1;
+}
+
+int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& wanted, KorArray<KorString>& names)
+{
+    RecordCache* records = recordsOf(type);
+    const ColumnDescription* name = type.runNameColumn();
+    if (records == nullptr || name == nullptr)
+        return 0;
+    std::vector<char> taken(static_cast<std::size_t>(records->length()), 0);
+    for (const long key : wanted)
+        if (const long position = records->findKey(key); position >= 0)
+            taken[static_cast<std::size_t>(position)] = 1;
+    names.removeAll();
+    for (const long position : positions(*records, true))
+        if (taken[static_cast<std::size_t>(position)] != 0)
+            names.append(name->text(records->at(position)));
+    return 1;
+}
+
+int keys(const RecordDescription& type, KorArray<long>& out)
+{
+    RecordCache* records = recordsOf(type);
+    if (records == nullptr || type.key < 0 || type.hasTextKey())
+        return 0;
+    out.removeAll();
+    for (long position = 0; position < records->length(); ++position)
+        out.append(type.keyOf(records->at(position)));
+    return 1;
+}
+
+int keys(const RecordDescription& type, KorArray<KorString>& out)
+{
+    RecordCache* records = recordsOf(type);
+    if (records == nullptr || type.key < 0)
+        return 0;
+    out.removeAll();
+    for (long position = 0; position < records->length(); ++position)
+        out.append(type.hasTextKey() ? type.keyColumn().text(records->at(position))
+                                     : KorString::format(L"%d", type.keyOf(records->at(position))));
+    return 1;
+}
+
+int keyOfRunName(const RecordDescription& type, const KorString& runName, KorString& key)
+{
+    RecordCache* records = recordsOf(type);
+    const long position = records == nullptr ? -1 : records->findRunName(runName);
+    if (position < 0 || type.key < 0)
+        return 0;
+    key = type.hasTextKey() ? type.keyColumn().text(records->at(position))
+                            : KorString::format(L"%d", type.keyOf(records->at(position)));
+    return 1;
+}
+
+int runNameOfKey(const RecordDescription& type, const KorString& key, KorString& runName)
+{
+    RecordCache* records = recordsOf(type);
+    if (records == nullptr || type.runName < 0)
+        return 0;
+    long value = 0;
+    const long position = type.hasTextKey()      ? records->findKey(key)
+                          : number(key, value) ? records->findKey(value)
+                                               : -1;
+    if (position < 0)
+        return 0;
+    runName = type.runNameColumn()->text(records->at(position));
+    return 1;
+}
+
+int hasRunName(const RecordDescription& type, const KorString& runName)
+{
+    RecordCache* records = recordsOf(type);
+    return records == nullptr || type.runName < 0 ? -1 : records->findRunName(runName) >= 0 ? 1 : 0;
+}
+
+int loadItems(const RecordDescription& type)
+{
+    RecordCache* records = recordsOf(type);
+    return records != nullptr && type.items.exists() && itemsOf(type, *records) != nullptr ? 1 : 0;
+}
+
+void resetCache(const RecordDescription&) { service().checkAll(); }
+
+} // namespace RecordAccess

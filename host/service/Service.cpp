@@ -1,0 +1,283 @@
+#include "service/Service.h"
+
+#include "records/configuration/DefaultRecords.h"
+#include "repository/DetailDatabase.h"
+#include "tables/RecordCache.h"
+
+#include <algorithm>
+
+namespace korodbc::host {
+
+namespace fs = std::filesystem;
+
+Service& Service::instance()
+{
+    static Service service;
+    return service;
+}
+
+bool Service::open(const fs::path& folder, std::string& error)
+{
+    Manifest manifest;
+    if (!Manifest::load(folder, manifest, error))
+        return false;
+    close();
+    m_folder = folder;
+    m_manifest = std::move(manifest);
+    m_open = true;
+    return true;
+}
+
+bool Service::openInMemory(const std::vector<CountryAddIn>& countryAddIns, std::string& error)
+{
+    close();
+    m_manifest = Manifest();
+    m_manifest.connections.fill("sqlite::memory:");
+    m_manifest.countryAddIns = countryAddIns;
+    m_open = true;
+    for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn) {
+        const bool country = dsn == KorDSNDefinitions::kCountryAddin;
+        const std::size_t slots = country ? countryAddIns.size() : 1;
+        for (std::size_t i = 0; i < slots; ++i) {
+            const eDSN source = static_cast<eDSN>(dsn);
+            const eIndex index = country ? static_cast<eIndex>(i + 1) : slot(source);
+            Connection* database = connection(source, index);
+            if (database == nullptr || !createTables(*database, source, error))
+                return false;
+        }
+    }
+    return true;
+}
+
+void Service::close()
+{
+    m_places.clear();
+    m_connections.clear();
+    m_physicalNames.clear();
+    m_open = false;
+    m_batches = 0;
+    m_error.clear();
+}
+
+void Service::setCountryAddIns(std::vector<CountryAddIn> addIns)
+{
+    m_manifest.countryAddIns = std::move(addIns);
+    std::erase_if(m_places, [](const auto& entry) { return entry.first.first == KorDSNDefinitions::kCountryAddin; });
+}
+
+eIndex Service::slot(eDSN dsn) const
+{
+    const KorDSNManager& manager = KorDSNManager::getInstance();
+    if (manager.getCurrentDSN() == dsn)
+        return manager.getCurrentIndex();
+    return dsn == KorDSNDefinitions::kAddin || dsn == KorDSNDefinitions::kCountryAddin
+               ? KorDSNDefinitions::kFirstAddin
+               : KorDSNDefinitions::kBase;
+}
+
+const std::string* Service::connectionOf(Place place) const
+{
+    const auto [dsn, index] = place;
+    if (!m_open || dsn >= KorDSNDefinitions::kNumberOfDataSources)
+        return nullptr;
+    if (dsn == KorDSNDefinitions::kCountryAddin) {
+        const std::size_t position = static_cast<std::size_t>(std::max<int>(index, 1) - 1);
+        return position < m_manifest.countryAddIns.size() ? &m_manifest.countryAddIns[position].connection : nullptr;
+    }
+    // the add-in data source has one slot, reached by both numbers; every other source has the base slot only
+    if (index != KorDSNDefinitions::kBase && dsn != KorDSNDefinitions::kAddin)
+        return nullptr;
+    const std::string& connection = m_manifest.connections[dsn];
+    return connection.empty() ? nullptr : &connection;
+}
+
+Connection* Service::connection(eDSN dsn, eIndex index)
+{
+    const Place place{dsn, index};
+    const auto known = m_places.find(place);
+    if (known != m_places.end()) {
+        known->second->setLabel(dsn, index);
+        return known->second;
+    }
+    const std::string* connection = connectionOf(place);
+    std::string file, error;
+    if (connection == nullptr || !fileOfConnection(*connection, m_folder, file, error)) {
+        m_error = connection == nullptr ? "there is no such data source" : error;
+        return nullptr;
+    }
+    const bool inMemory = file == ":memory:";
+    const eIndex shared = dsn == KorDSNDefinitions::kAddin ? KorDSNDefinitions::kBase : index;
+    const std::string pool = inMemory ? file + std::to_string(dsn) + "/" + std::to_string(shared) : file;
+    auto& pooled = m_connections[pool];
+    if (!pooled) {
+        std::error_code code;
+        if (!inMemory && !fs::is_regular_file(file, code))
+            error = "the file is missing";
+        else
+            pooled = Connection::open(file, inMemory, error);
+        if (!pooled) {
+            m_connections.erase(pool);
+            m_error = "data source " + KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8() + ": " + file + ": " + error;
+            return nullptr;
+        }
+        sqlite3_busy_timeout(pooled->handle(), m_manifest.busyMilliseconds);
+    }
+    m_places[place] = pooled.get();
+    pooled->setLabel(dsn, index);
+    return pooled.get();
+}
+
+std::string Service::connectionString(eDSN dsn) const
+{
+    const std::string* connection = connectionOf({dsn, slot(dsn)});
+    return connection == nullptr ? std::string() : *connection;
+}
+
+bool Service::setConnectionString(eDSN dsn, const std::string& connection)
+{
+    std::string file;
+    if (!m_open || dsn >= KorDSNDefinitions::kNumberOfDataSources || dsn == KorDSNDefinitions::kCountryAddin ||
+        !fileOfConnection(connection, m_folder, file, m_error))
+        return false;
+    for (auto& [name, database] : m_connections)
+        database->flush();
+    m_manifest.connections[dsn] = connection;
+    std::erase_if(m_places, [dsn](const auto& entry) { return entry.first.first == dsn; });
+    m_physicalNames.clear();
+    return true;
+}
+
+bool Service::detach(const std::string& file)
+{
+    std::string path, error;
+    if (!fileOfConnection("sqlite:" + file, m_folder, path, error))
+        return false;
+    const auto found = m_connections.find(path);
+    if (found == m_connections.end())
+        return false;
+    Connection* database = found->second.get();
+    for (const auto& [place, used] : m_places)
+        if (used == database)
+            return false;
+    if (database->inTransaction())
+        return false;
+    database->run("PRAGMA journal_mode = DELETE");
+    m_connections.erase(found);
+    return true;
+}
+
+const KorString& Service::physicalName(const RecordDescription& type)
+{
+    const auto known = m_physicalNames.find(&type);
+    if (known != m_physicalNames.end())
+        return known->second;
+    const KorString logical = KorString::fromUtf8(type.table);
+    KorString physical = logical;
+    // the alias table itself is never an alias
+    if (&type != &descriptionOf<StructTableAlias>())
+        for (int depth = 0; depth < 8 && alias(physical, physical); ++depth) {
+        }
+    return m_physicalNames.emplace(&type, physical).first->second;
+}
+
+bool Service::alias(const KorString& name, KorString& target)
+{
+    Connection* database = connection(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase);
+    if (database == nullptr)
+        return false;
+    const RecordDescription& type = descriptionOf<StructTableAlias>();
+    Table* table = database->table(physicalName(type));
+    RecordCache* aliases = table == nullptr || !database->flush() ? nullptr : table->records(type);
+    const long position = aliases == nullptr ? -1 : aliases->findRunName(name);
+    if (position < 0)
+        return false;
+    target = static_cast<const StructTableAlias*>(aliases->at(position))->tableName;
+    return true;
+}
+
+eDSN Service::dataSourceOf(const KorString& physical)
+{
+    const KorDSNManager& manager = KorDSNManager::getInstance();
+    const auto holds = [&](eDSN dsn, eIndex index) {
+        if (connectionOf({dsn, index}) == nullptr)
+            return false;
+        Connection* database = connection(dsn, index);
+        return database != nullptr && database->table(physical) != nullptr;
+    };
+    if (holds(manager.getCurrentDSN(), manager.getCurrentIndex()))
+        return manager.getCurrentDSN();
+    for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
+        if (holds(static_cast<eDSN>(dsn), slot(static_cast<eDSN>(dsn))))
+            return static_cast<eDSN>(dsn);
+    return KorDSNDefinitions::kUnresolved;
+}
+
+Table* Service::tableOf(const RecordDescription& type)
+{
+    const KorDSNManager& manager = KorDSNManager::getInstance();
+    const KorString& name = physicalName(type);
+    Connection* database = connection(manager.getCurrentDSN(), manager.getCurrentIndex());
+    Table* table = nullptr;
+    if (database != nullptr) {
+        database->validate();
+        table = database->table(name);
+    }
+    for (unsigned dsn = 0; table == nullptr && !manager.isRequested() && dsn < KorDSNDefinitions::kNumberOfDataSources;
+         ++dsn) {
+        const eDSN home = static_cast<eDSN>(dsn);
+        if (!type.homes.contains(home) || (database = connection(home)) == nullptr)
+            continue;
+        database->validate();
+        table = database->table(name);
+    }
+    return table != nullptr && table->connection().flush() ? table : nullptr;
+}
+
+std::vector<Table*> Service::tablesOfAllSources(const KorString& name, eDSN base)
+{
+    std::vector<Table*> tables;
+    const auto take = [&](eDSN dsn, eIndex index) {
+        Connection* database = connectionOf({dsn, index}) == nullptr ? nullptr : connection(dsn, index);
+        if (database == nullptr || !database->flush())
+            return;
+        database->validate();
+        Table* table = database->table(name);
+        if (table != nullptr && std::find(tables.begin(), tables.end(), table) == tables.end())
+            tables.push_back(table);
+    };
+    take(KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin);
+    for (std::size_t i = 0; i < m_manifest.countryAddIns.size(); ++i)
+        take(KorDSNDefinitions::kCountryAddin, static_cast<eIndex>(i + 1));
+    take(base, slot(base));
+    return tables;
+}
+
+bool Service::endBatch()
+{
+    if (--m_batches > 0)
+        return true;
+    m_batches = 0;
+    bool stored = true;
+    for (auto& [file, database] : m_connections) {
+        if (!database->commit()) {
+            stored = false;
+            m_error = database->lastError();
+        }
+    }
+    return stored;
+}
+
+void Service::checkAll()
+{
+    for (auto& [file, database] : m_connections)
+        database->checkBeforeNextRead();
+}
+
+void Service::check(eIndex index)
+{
+    for (auto& [place, database] : m_places)
+        if (place.second == index)
+            database->checkBeforeNextRead();
+}
+
+} // namespace korodbc::host

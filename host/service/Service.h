@@ -1,0 +1,84 @@
+#pragma once
+
+#include "records/RecordDescription.h"
+#include "repository/KorDSNManager.h"
+#include "repository/Manifest.h"
+#include "sqlite/Connection.h"
+#include "tables/Table.h"
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace korodbc::host {
+
+/// The open repository behind the table access service: which database stands behind each data source and slot.
+class Service {
+public:
+    static Service& instance();
+
+    /// Opens the repository in that folder; the one that was open is closed. On failure returns false, `error` one line.
+    bool open(const std::filesystem::path& folder, std::string& error);
+    /// Opens a repository without files: every data source in memory, with its tables, empty.
+    bool openInMemory(const std::vector<CountryAddIn>& countryAddIns, std::string& error);
+    void close();
+    bool isOpen() const { return m_open; }
+
+    const std::filesystem::path& folder() const { return m_folder; }
+    const Manifest& manifest() const { return m_manifest; }
+    void setCountryAddIns(std::vector<CountryAddIn> addIns);
+
+    /// The database of a data source and slot, opened at the first call; nullptr when there is none.
+    Connection* connection(eDSN dsn, eIndex index);
+    /// The database of a data source: in the current slot when the source is current, else in its first.
+    Connection* connection(eDSN dsn) { return connection(dsn, slot(dsn)); }
+    eIndex slot(eDSN dsn) const;
+
+    std::string connectionString(eDSN dsn) const;
+    bool setConnectionString(eDSN dsn, const std::string& connection);
+    /// Lets go of a database file: everything in that one file, no side files. False when it is in use or not open.
+    bool detach(const std::string& file);
+
+    /// The table that a record read of this type goes to; nullptr when no data source has it.
+    Table* tableOf(const RecordDescription& type);
+    /// The tables of a type in every source: add-in, country add-ins, then the base.
+    std::vector<Table*> tablesOfAllSources(const KorString& name, eDSN base);
+    /// Physical name of a described table.
+    const KorString& physicalName(const RecordDescription& type);
+    /// Target of an alias; false when the name is none.
+    bool alias(const KorString& name, KorString& target);
+    /// Data source that holds a table: the current one, else the first that does; kUnresolved without one.
+    eDSN dataSourceOf(const KorString& physical);
+
+    void beginBatch() { ++m_batches; }
+    /// True when everything written was stored.
+    bool endBatch();
+    bool inBatch() const { return m_batches > 0; }
+
+    /// The next reads look for changes of other processes.
+    void checkAll();
+    void check(eIndex index);
+
+    const std::string& lastError() const { return m_error; }
+    void setError(const std::string& error) { m_error = error; }
+
+private:
+    using Place = std::pair<eDSN, eIndex>;
+    const std::string* connectionOf(Place place) const;
+
+    bool m_open = false;
+    std::filesystem::path m_folder;
+    Manifest m_manifest;
+    std::map<std::string, std::unique_ptr<Connection>> m_connections; // by file
+    std::map<Place, Connection*> m_places;                            // opened so far
+    std::unordered_map<const RecordDescription*, KorString> m_physicalNames;
+    int m_batches = 0;
+    std::string m_error;
+};
+
+inline Service& service() { return Service::instance(); }
+
+} // namespace korodbc::host

@@ -1,0 +1,350 @@
+#include "sqlite/Connection.h"
+
+#include "tables/Table.h"
+
+#include <utility>
+
+namespace korodbc::host {
+
+namespace {
+
+StatementObserver observer;
+// Kept statements beyond this number are let go before the next one of the library's runs.
+constexpr std::size_t mostStatements = 1000;
+
+} // namespace
+
+void setStatementObserver(StatementObserver newObserver) { observer = std::move(newObserver); }
+
+std::unique_ptr<Connection> Connection::open(const std::string& path, bool create, std::string& error)
+{
+    std::unique_ptr<Connection> connection(new Connection);
+    connection->m_path = path;
+    const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(path.c_str(), &connection->m_db, flags, nullptr);
+    if (code != SQLITE_OK) {
+        error = connection->m_db == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(connection->m_db);
+        return nullptr;
+    }
+    sqlite3_extended_result_codes(connection->m_db, 1);
+    sqlite3_busy_timeout(connection->m_db, 2000);
+    sqlite3_set_authorizer(connection->m_db, &Connection::authorize, connection.get());
+    sqlite3_update_hook(connection->m_db, &Connection::rowChanged, connection.get());
+    // Reading the schema is what tells a database from another file. Write-ahead logging is refused by a
+    // database that cannot be written; it is read as it is.
+    if (!connection->run("PRAGMA schema_version")) {
+        error = connection->lastError();
+        return nullptr;
+    }
+    if (sqlite3_db_readonly(connection->m_db, "main") == 0)
+        connection->run("PRAGMA journal_mode = WAL");
+    connection->run("PRAGMA synchronous = FULL");
+    return connection;
+}
+
+Connection::~Connection()
+{
+    m_pending.reset();
+    m_statements.clear();
+    m_tables.clear();
+    sqlite3_close(m_db);
+}
+
+bool Connection::observed() const { return static_cast<bool>(observer); }
+
+void Connection::report(std::string_view sql, bool ok, bool prepared, StatementEvent::Origin origin)
+{
+    if (observer)
+        observer({m_dsn, m_index, origin, KorString::fromUtf8(sql), ok ? 1 : 0, prepared,
+                  ok ? KorString() : KorString::fromUtf8(m_error)});
+}
+
+int Connection::authorize(void* self, int action, const char* a, const char*, const char*, const char*)
+{
+    auto& connection = *static_cast<Connection*>(self);
+    switch (action) {
+    case SQLITE_ATTACH:
+        return SQLITE_DENY; // files are reached through data sources only
+    case SQLITE_INSERT:
+    case SQLITE_UPDATE:
+    case SQLITE_DELETE:
+        connection.m_writtenByCompile.emplace_back(a == nullptr ? "" : a);
+        break;
+    case SQLITE_CREATE_TABLE:
+    case SQLITE_DROP_TABLE:
+    case SQLITE_CREATE_INDEX:
+    case SQLITE_DROP_INDEX:
+    case SQLITE_CREATE_VIEW:
+    case SQLITE_DROP_VIEW:
+    case SQLITE_ALTER_TABLE:
+        connection.m_schemaByCompile = true;
+        break;
+    default:
+        break;
+    }
+    return SQLITE_OK;
+}
+
+void Connection::rowChanged(void* self, int, const char*, const char* table, sqlite3_int64 row)
+{
+    auto& connection = *static_cast<Connection*>(self);
+    ++connection.m_rowsNoted;
+    if (connection.m_ownWrites > 0)
+        return;
+    const auto found = connection.m_tables.find(lowerCase(table));
+    if (found != connection.m_tables.end() && found->second)
+        found->second->rowChanged(row);
+}
+
+void Connection::noteFailure(int code)
+{
+    const bool generic = (code & 0xff) == SQLITE_OK || sqlite3_errcode(m_db) == SQLITE_OK;
+    m_error = generic ? sqlite3_errstr(code) : sqlite3_errmsg(m_db);
+    // Some failures (disk full, input or output errors) undo the whole transaction.
+    if (m_inTransaction && sqlite3_get_autocommit(m_db) != 0) {
+        m_inTransaction = false;
+        m_lostTransaction = true;
+        dropCaches();
+    }
+}
+
+bool Connection::fail(int code)
+{
+    noteFailure(code);
+    return false;
+}
+
+Statement* Connection::compile(std::string_view sql, bool& prepared)
+{
+    prepared = false;
+    const auto known = m_statements.find(sql);
+    if (known != m_statements.end())
+        return known->second.get();
+    m_writtenByCompile.clear();
+    m_schemaByCompile = false;
+    sqlite3_stmt* handle = nullptr;
+    const char* tail = nullptr;
+    const int code =
+        sqlite3_prepare_v3(m_db, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &handle, &tail);
+    if (code != SQLITE_OK) {
+        noteFailure(code);
+        return nullptr;
+    }
+    auto statement = std::make_unique<Statement>(handle);
+    const std::string_view rest(tail, static_cast<std::size_t>(sql.data() + sql.size() - tail));
+    if (handle == nullptr || rest.find_first_not_of(" \t\r\n;") != std::string_view::npos) {
+        m_error = handle == nullptr ? "the statement is empty" : "only one statement can be executed at a time";
+        return nullptr;
+    }
+    statement->writtenTables = std::exchange(m_writtenByCompile, {});
+    statement->changesSchema = m_schemaByCompile;
+    prepared = true;
+    return m_statements.emplace(std::string(sql), std::move(statement)).first->second.get();
+}
+
+Statement* Connection::prepare(std::string_view sql)
+{
+    bool prepared = false;
+    Statement* statement = compile(sql, prepared);
+    if (statement == nullptr || (prepared && observer))
+        report(sql, statement != nullptr, prepared, StatementEvent::Origin::Host);
+    return statement;
+}
+
+bool Connection::finish(Statement& statement, bool reported)
+{
+    int code;
+    while ((code = statement.step()) == SQLITE_ROW) {
+    }
+    if (observer && reported) {
+        char* text = sqlite3_expanded_sql(statement.handle());
+        if (code != SQLITE_DONE)
+            noteFailure(code);
+        report(text == nullptr ? "" : text, code == SQLITE_DONE, false, StatementEvent::Origin::Host);
+        sqlite3_free(text);
+    }
+    statement.reset();
+    return code == SQLITE_DONE || fail(code);
+}
+
+bool Connection::run(std::string_view sql)
+{
+    bool prepared = false;
+    Statement* statement = compile(sql, prepared);
+    if (statement == nullptr) {
+        report(sql, false, prepared, StatementEvent::Origin::Host);
+        return false;
+    }
+    const bool ok = finish(*statement, false);
+    report(sql, ok, prepared, StatementEvent::Origin::Host);
+    return ok;
+}
+
+int Connection::execute(const KorString& sql)
+{
+    if (m_statements.size() > mostStatements) {
+        for (auto& [name, table] : m_tables)
+            if (table)
+                table->forgetStatements();
+        m_statements.clear();
+    }
+    bool ok = flush() && beginWrite();
+    bool prepared = false;
+    if (ok) {
+        std::string whole;
+        const bool split = splitLiterals(sql.view(), m_pattern, m_values);
+        if (!split)
+            whole = sql.toUtf8();
+        Statement* statement = compile(split ? m_pattern : whole, prepared);
+        ok = statement != nullptr;
+        if (ok) {
+            for (std::size_t i = 0; split && i < m_values.size(); ++i)
+                statement->bind(static_cast<int>(i) + 1, m_values[i]);
+            const std::int64_t notedBefore = m_rowsNoted;
+            ok = finish(*statement, false);
+            if (statement->changesSchema) {
+                schemaRead();
+                const auto done = m_statements.find(split ? m_pattern : whole);
+                if (done != m_statements.end())
+                    m_statements.erase(done);
+            } else if (ok && sqlite3_changes64(m_db) != m_rowsNoted - notedBefore) {
+                // the engine cleared the table without naming the rows
+                for (const std::string& name : statement->writtenTables) {
+                    const auto found = m_tables.find(lowerCase(name));
+                    if (found != m_tables.end() && found->second)
+                        found->second->allChanged();
+                }
+            }
+        }
+    }
+    if (observer)
+        observer({m_dsn, m_index, StatementEvent::Origin::Library, sql, ok ? 1 : 0, prepared,
+                  ok ? KorString() : KorString::fromUtf8(m_error)});
+    return ok ? 1 : 0;
+}
+
+void Connection::loadTableNames()
+{
+    if (m_namesLoaded)
+        return;
+    Statement* select = prepare("SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite~_%' ESCAPE '~'");
+    if (select == nullptr)
+        return;
+    const StatementRun run(*select);
+    std::map<std::string, std::string> names; // lower-case, as stored
+    int code;
+    while ((code = select->step()) == SQLITE_ROW)
+        names.emplace(lowerCase(select->bytes(0)), select->bytes(0));
+    if (code != SQLITE_DONE) {
+        noteFailure(code);
+        return;
+    }
+    m_tablesByName.clear();
+    for (auto table = m_tables.begin(); table != m_tables.end();) {
+        const auto still = names.find(table->first);
+        if (still == names.end() || still->second != table->second->name())
+            table = m_tables.erase(table);
+        else
+            ++table;
+    }
+    for (const auto& [lower, name] : names)
+        if (!m_tables.contains(lower))
+            m_tables.emplace(lower, std::make_unique<Table>(*this, name));
+    m_namesLoaded = true;
+}
+
+Table* Connection::table(const KorString& name)
+{
+    loadTableNames();
+    const auto known = m_tablesByName.find(name);
+    if (known != m_tablesByName.end())
+        return known->second;
+    const auto found = m_tables.find(lowerCase(name.toUtf8()));
+    Table* table = found == m_tables.end() ? nullptr : found->second.get();
+    if (m_tablesByName.size() < 10000)
+        m_tablesByName.emplace(name, table);
+    return table;
+}
+
+std::vector<std::string> Connection::tableNames()
+{
+    loadTableNames();
+    std::vector<std::string> names;
+    for (const auto& [lower, table] : m_tables)
+        names.push_back(table->name());
+    return names;
+}
+
+bool Connection::noteDataVersion()
+{
+    Statement* version = prepare("PRAGMA data_version");
+    if (version == nullptr)
+        return false;
+    const StatementRun run(*version);
+    if (version->step() != SQLITE_ROW)
+        return false;
+    return std::exchange(m_dataVersion, version->integer(0)) != version->integer(0);
+}
+
+void Connection::validate()
+{
+    if (!m_unchecked || m_inTransaction)
+        return;
+    m_unchecked = false;
+    if (noteDataVersion())
+        dropCaches();
+}
+
+void Connection::schemaRead()
+{
+    m_namesLoaded = false;
+    for (auto& [name, table] : m_tables)
+        table->schemaChanged();
+}
+
+void Connection::dropCaches() { schemaRead(); }
+
+bool Connection::beginWrite()
+{
+    if (m_inTransaction)
+        return true;
+    if (m_lostTransaction)
+        return false;
+    if (!run("BEGIN IMMEDIATE"))
+        return false;
+    m_inTransaction = true;
+    m_unchecked = false;
+    if (noteDataVersion())
+        dropCaches();
+    return true;
+}
+
+bool Connection::flush()
+{
+    if (!m_pending)
+        return true;
+    const PendingRow row = std::move(*m_pending);
+    m_pending.reset();
+    const bool stored = row.isNew ? row.table->insertCells(row.key, row.cells)
+                                  : row.cells.empty() || row.table->updateCells(row.key, row.table->keyColumn(), row.cells);
+    m_flushFailed = m_flushFailed || !stored;
+    return stored;
+}
+
+bool Connection::commit()
+{
+    bool ok = flush() && !m_flushFailed && !m_lostTransaction;
+    if (m_inTransaction && !run("COMMIT")) {
+        ok = false;
+        const std::string reason = m_error;
+        run("ROLLBACK");
+        m_error = reason;
+        dropCaches();
+    }
+    m_inTransaction = false;
+    m_lostTransaction = false;
+    m_flushFailed = false;
+    return ok;
+}
+
+} // namespace korodbc::host

@@ -1,0 +1,142 @@
+#pragma once
+
+#include "Observer.h"
+#include "sqlite/Statement.h"
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace korodbc::host {
+
+class Table;
+
+/// One open database file: its kept statements, its tables, its transaction.
+class Connection {
+public:
+    /// Opens a database; `path` is a file or ":memory:". With `create` a missing file is made. On failure returns nullptr
+    /// and says why in `error`.
+    static std::unique_ptr<Connection> open(const std::string& path, bool create, std::string& error);
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    const std::string& path() const { return m_path; }
+    sqlite3* handle() const { return m_db; }
+    const std::string& lastError() const { return m_error; }
+    /// The data source and slot under which the connection is used, for the observer.
+    void setLabel(eDSN dsn, eIndex index)
+    {
+        m_dsn = dsn;
+        m_index = index;
+    }
+
+    // Statements
+
+    /// Runs one statement of the library's. Returns 1, or 0 with lastError set.
+    int execute(const KorString& sql);
+    /// Runs one statement of the host's own.
+    bool run(std::string_view sql);
+    /// A kept statement of the host's own, ready to bind; nullptr with lastError set when it does not compile.
+    Statement* prepare(std::string_view sql);
+    /// Steps a statement that returns no rows; false with lastError set on failure.
+    bool finish(Statement& statement, bool reported = true);
+    void report(std::string_view sql, bool ok, bool prepared, StatementEvent::Origin origin);
+    bool observed() const;
+
+    // Tables
+
+    /// The table of that name, compared without regard to ASCII case; nullptr when there is none.
+    Table* table(const KorString& name);
+    std::vector<std::string> tableNames();
+
+    // Transactions. Every write runs in one; the service ends it with the outermost batch.
+
+    /// Starts the write transaction unless it runs already; false when the database cannot be written now.
+    bool beginWrite();
+    /// Stores what waits and commits; false when the writes are lost.
+    bool commit();
+    bool inTransaction() const { return m_inTransaction; }
+
+    /// A row whose cell writes wait in memory for one INSERT or UPDATE.
+    struct PendingRow {
+        Table* table;
+        Value key;
+        bool isNew;
+        std::map<int, Value> cells; // by column index
+    };
+    std::optional<PendingRow>& pending() { return m_pending; }
+    /// Stores the waiting row; false when that failed.
+    bool flush();
+
+    // Caches
+
+    /// The next read looks whether another process changed the database.
+    void checkBeforeNextRead() { m_unchecked = true; }
+    /// Drops cached tables when another process changed the database; called before reads.
+    void validate();
+    /// Takes the list of tables anew, after a statement of the host made or dropped one.
+    void schemaRead();
+    void dropCaches();
+    /// Suspends the noting of changed rows while the host itself keeps a cache up to date.
+    class OwnWrite {
+    public:
+        explicit OwnWrite(Connection& connection) : m_connection(connection) { ++connection.m_ownWrites; }
+        ~OwnWrite() { --m_connection.m_ownWrites; }
+        OwnWrite(const OwnWrite&) = delete;
+        OwnWrite& operator=(const OwnWrite&) = delete;
+
+    private:
+        Connection& m_connection;
+    };
+
+private:
+    Connection() = default;
+    Statement* compile(std::string_view sql, bool& prepared);
+    bool fail(int code);
+    void noteFailure(int code);
+    void loadTableNames();
+    bool noteDataVersion(); // true when it changed
+    static int authorize(void* self, int action, const char* a, const char* b, const char* c, const char* d);
+    static void rowChanged(void* self, int operation, const char* database, const char* table, sqlite3_int64 row);
+
+    std::string m_path;
+    sqlite3* m_db = nullptr;
+    std::string m_error;
+    eDSN m_dsn = KorDSNDefinitions::kUnresolved;
+    eIndex m_index = KorDSNDefinitions::kBase;
+
+    struct TextHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
+    };
+    std::unordered_map<std::string, std::unique_ptr<Statement>, TextHash, std::equal_to<>> m_statements;
+    Statement* m_compiling = nullptr;
+    std::vector<std::string> m_writtenByCompile;
+    bool m_schemaByCompile = false;
+    std::string m_pattern;      // scratch of execute
+    std::vector<Value> m_values; // scratch of execute
+
+    std::unordered_map<KorString, Table*> m_tablesByName; // as asked for
+    std::map<std::string, std::unique_ptr<Table>> m_tables; // by lower-case name; null: known, not opened yet
+    bool m_namesLoaded = false;
+
+    bool m_inTransaction = false;
+    bool m_lostTransaction = false; // undone by the engine; nothing more is written until the batch ends
+    bool m_flushFailed = false;
+    std::optional<PendingRow> m_pending;
+
+    bool m_unchecked = true;
+    std::int64_t m_dataVersion = -1;
+    int m_ownWrites = 0;
+    std::int64_t m_rowsNoted = 0;
+};
+
+} // namespace korodbc::host

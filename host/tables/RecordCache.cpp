@@ -1,0 +1,242 @@
+#include "tables/RecordCache.h"
+
+#include "tables/Table.h"
+
+#include <algorithm>
+
+namespace korodbc::host {
+
+namespace {
+// Beyond this many single rows, reading the table anew is cheaper.
+constexpr std::size_t mostChangedRows = 256;
+} // namespace
+
+RecordCache::RecordCache(Table& table, const RecordDescription& type)
+    : m_table(table), m_type(type), m_list(type.operations->list.create()), m_blank(type.operations->create()),
+      m_lastTexts(type.columns.size())
+{
+}
+
+RecordCache::~RecordCache()
+{
+    m_type.operations->list.destroy(m_list);
+    m_type.operations->destroy(m_blank);
+}
+
+bool RecordCache::refresh()
+{
+    if (m_allChanged)
+        return readAll();
+    return m_changedRows.empty() || readChanged();
+}
+
+void RecordCache::rowChanged(std::int64_t row)
+{
+    if (m_allChanged)
+        return;
+    if (m_changedRows.size() >= mostChangedRows)
+        m_allChanged = true;
+    else if (m_changedRows.empty() || m_changedRows.back() != row)
+        m_changedRows.push_back(row);
+}
+
+void RecordCache::decode(Statement& statement, const Layout& layout, void* record)
+{
+    const auto read = [&](const ColumnDescription& column, int at, void* element, KorString* shared) {
+        switch (column.kind) {
+        case FieldKind::Integer:
+            if (!statement.isNull(at))
+                column.integer(element) = static_cast<int>(statement.integer(at));
+            break;
+        case FieldKind::Real:
+            if (!statement.isNull(at))
+                column.real(element) = statement.real(at);
+            break;
+        case FieldKind::Text: {
+            KorString text = statement.text(at);
+            if (shared != nullptr && text == *shared)
+                text = *shared;
+            else if (shared != nullptr)
+                *shared = text;
+            column.text(element) = std::move(text);
+            break;
+        }
+        }
+    };
+    for (std::size_t i = 0; i < m_type.columns.size(); ++i)
+        if (layout.columns[i] >= 0)
+            read(m_type.columns[i], layout.columns[i] + 1, record, &m_lastTexts[i]);
+    if (!m_type.numbered.exists())
+        return;
+    long items = layout.numberedItems;
+    if (m_type.itemCount >= 0)
+        items = std::clamp<long>(m_type.at(m_type.itemCount)->integer(record), 0, items);
+    const int width = static_cast<int>(m_type.numbered.columns.size());
+    m_type.numbered.list.resize(record, items);
+    for (long item = 0; item < items; ++item)
+        for (int j = 0; j < width; ++j)
+            read(m_type.numbered.columns[static_cast<std::size_t>(j)],
+                 layout.firstNumbered + static_cast<int>(item) * width + j + 1,
+                 m_type.numbered.list.at(record, item), nullptr);
+}
+
+bool RecordCache::readAll()
+{
+    const Layout& layout = m_table.layout(m_type);
+    Statement* select =
+        m_table.connection().prepare("SELECT rowid, * FROM " + m_table.bracketedName() + " ORDER BY rowid");
+    if (select == nullptr)
+        return false;
+    const StatementRun run(*select);
+    const ListOperations& list = m_type.operations->list;
+    list.resize(m_list, 0);
+    m_rows.clear();
+    dropIndexes();
+    int code;
+    while ((code = select->step()) == SQLITE_ROW) {
+        const long position = list.append(m_list, m_blank);
+        decode(*select, layout, list.at(m_list, position));
+        m_rows.push_back(select->integer(0));
+    }
+    if (code != SQLITE_DONE) {
+        m_allChanged = true;
+        return false;
+    }
+    m_allChanged = false;
+    m_changedRows.clear();
+    return true;
+}
+
+bool RecordCache::readChanged()
+{
+    const Layout& layout = m_table.layout(m_type);
+    Statement* select =
+        m_table.connection().prepare("SELECT rowid, * FROM " + m_table.bracketedName() + " WHERE rowid = ?");
+    if (select == nullptr)
+        return false;
+    const ListOperations& list = m_type.operations->list;
+    std::sort(m_changedRows.begin(), m_changedRows.end());
+    m_changedRows.erase(std::unique(m_changedRows.begin(), m_changedRows.end()), m_changedRows.end());
+    dropIndexes();
+    for (const std::int64_t row : m_changedRows) {
+        const StatementRun run(*select);
+        select->bind(1, row);
+        const int code = select->step();
+        const auto place = std::lower_bound(m_rows.begin(), m_rows.end(), row);
+        const long position = place - m_rows.begin();
+        const bool known = place != m_rows.end() && *place == row;
+        if (code == SQLITE_DONE) {
+            if (known) {
+                list.erase(m_list, position);
+                m_rows.erase(place);
+            }
+        } else if (code != SQLITE_ROW || (!known && place != m_rows.end())) {
+            // unreadable, or a new row among the old ones: take the whole table
+            m_allChanged = true;
+            return code == SQLITE_ROW && readAll();
+        } else {
+            if (known) {
+                m_type.operations->assign(list.at(m_list, position), m_blank);
+            } else {
+                list.append(m_list, m_blank);
+                m_rows.push_back(row);
+            }
+            decode(*select, layout, list.at(m_list, position));
+        }
+    }
+    m_changedRows.clear();
+    return true;
+}
+
+void RecordCache::dropIndexes()
+{
+    m_keysBuilt = m_namesBuilt = m_textKeysBuilt = m_ownersBuilt = false;
+    m_byKey.clear();
+    m_byName.clear();
+    m_byTextKey.clear();
+    m_byOwner.clear();
+}
+
+long RecordCache::findKey(long key)
+{
+    if (m_type.key < 0 || m_type.hasTextKey())
+        return -1;
+    if (!m_keysBuilt) {
+        m_byKey.reserve(m_rows.size());
+        for (long i = 0; i < length(); ++i)
+            m_byKey.emplace(m_type.keyColumn().integer(at(i)), i);
+        m_keysBuilt = true;
+    }
+    const auto found = m_byKey.find(key);
+    return found == m_byKey.end() ? -1 : found->second;
+}
+
+long RecordCache::findText(std::unordered_map<KorString, long>& index, bool& built, int column, const KorString& text)
+{
+    const ColumnDescription* field = m_type.at(column);
+    if (field == nullptr || field->kind != FieldKind::Text)
+        return -1;
+    if (!built) {
+        index.reserve(m_rows.size());
+        for (long i = 0; i < length(); ++i)
+            index.emplace(field->text(at(i)), i);
+        built = true;
+    }
+    const auto found = index.find(text);
+    return found == index.end() ? -1 : found->second;
+}
+
+long RecordCache::findKey(const KorString& key)
+{
+    return m_type.hasTextKey() ? findText(m_byTextKey, m_textKeysBuilt, m_type.key, key) : -1;
+}
+
+long RecordCache::findRunName(const KorString& runName)
+{
+    return findText(m_byName, m_namesBuilt, m_type.runName, runName);
+}
+
+const std::vector<long>& RecordCache::ofOwner(long owner)
+{
+    static const std::vector<long> none;
+    if (m_type.itemOwner < 0)
+        return none;
+    if (!m_ownersBuilt) {
+        const ColumnDescription& column = *m_type.at(m_type.itemOwner);
+        const ColumnDescription* order = m_type.at(m_type.itemOrder);
+        for (long i = 0; i < length(); ++i)
+            m_byOwner[column.integer(at(i))].push_back(i);
+        if (order != nullptr)
+            for (auto& [key, positions] : m_byOwner)
+                std::stable_sort(positions.begin(), positions.end(),
+                                 [&](long a, long b) { return order->integer(at(a)) < order->integer(at(b)); });
+        m_ownersBuilt = true;
+    }
+    const auto found = m_byOwner.find(owner);
+    return found == m_byOwner.end() ? none : found->second;
+}
+
+void RecordCache::appended(std::int64_t row, const void* record)
+{
+    if (m_allChanged)
+        return;
+    if (!m_changedRows.empty() || (!m_rows.empty() && m_rows.back() >= row)) {
+        rowChanged(row);
+        return;
+    }
+    const long position = m_type.operations->list.append(m_list, record);
+    void* stored = m_type.operations->list.at(m_list, position);
+    if (m_type.items.exists())
+        m_type.items.list.resize(stored, 0);
+    m_rows.push_back(row);
+    if (m_keysBuilt)
+        m_byKey.emplace(m_type.keyOf(stored), position);
+    if (m_namesBuilt && m_type.runName >= 0)
+        m_byName.emplace(m_type.runNameColumn()->text(stored), position);
+    if (m_textKeysBuilt && m_type.hasTextKey())
+        m_byTextKey.emplace(m_type.keyColumn().text(stored), position);
+    m_ownersBuilt = false;
+    m_byOwner.clear();
+}
+
+} // namespace korodbc::host

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "records/RecordDescription.h"
+
+#include <span>
+#include <string_view>
+
+/// The record types of the system, by family; one list per record source.
+namespace records {
+
+using DescriptionFunction = const RecordDescription& (*)();
+
+std::span<const DescriptionFunction> detailStyleRecords();
+std::span<const DescriptionFunction> detailViewRecords();
+std::span<const DescriptionFunction> detailObjectRecords();
+std::span<const DescriptionFunction> detailAnnotationRecords();
+std::span<const DescriptionFunction> detailProcessRecords();
+std::span<const DescriptionFunction> numberingRecords();
+std::span<const DescriptionFunction> detailCatalogueRecords();
+std::span<const DescriptionFunction> authorRecords();
+std::span<const DescriptionFunction> defaultRecords();
+std::span<const DescriptionFunction> toolbarRecords();
+std::span<const DescriptionFunction> autoConnectionRecords();
+std::span<const DescriptionFunction> reportRecords();
+std::span<const DescriptionFunction> exchangeRecords();
+std::span<const DescriptionFunction> boltRecords();
+std::span<const DescriptionFunction> materialRecords();
+std::span<const DescriptionFunction> weldRecords();
+std::span<const DescriptionFunction> sectionRecords();
+std::span<const DescriptionFunction> gratingRecords();
+
+/// Every record type.
+std::span<const DescriptionFunction> all();
+/// The record type of a table, by its exact logical name; nullptr when no type describes it.
+const RecordDescription* ofTable(std::string_view table);
+/// True for the tables of a detail database, which every detail database and exported detail file has.
+bool isDetailTable(const RecordDescription& type);
+
+} // namespace records

@@ -1,0 +1,234 @@
+#include "records/configuration/BoltRecords.h"
+
+#include "records/DescriptionBuilder.h"
+#include "records/Registry.h"
+
+#include <cmath>
+
+using namespace records;
+
+template <>
+const RecordDescription& descriptionOf<StructScrewType>()
+{
+    using R = StructScrewType;
+    static constexpr auto list = describe<R>("StructScrewType",
+                                             "ScrewTypes",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::headForm>("HeadForm"),
+                                             column<&R::fullThread>("FullThread"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructStandard>()
+{
+    using R = StructStandard;
+    static constexpr auto list = describe<R>("StructStandard",
+                                             "Standard",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             lookup<&R::screwType, StructScrewType>("ScrewType"),
+                                             column<&R::description>("Description"),
+                                             sortOrder<&R::sortOrder>("SortOrder"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructStandardNuts>()
+{
+    using R = StructStandardNuts;
+    static constexpr auto list = describe<R>("StructStandardNuts",
+                                             "StandardNuts",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::component>("Component"),
+                                             column<&R::strengthClass>("StrengthClass"),
+                                             column<&R::description>("Description"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructStrengthClass>()
+{
+    using R = StructStrengthClass;
+    static constexpr auto list = describe<R>("StructStrengthClass",
+                                             "StrengthClass",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::yieldStrength>("YieldStrength"),
+                                             column<&R::tensileStrength>("TensileStrength"),
+                                             sortOrder<&R::sortOrder>("SortOrder"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructSet>()
+{
+    using R = StructSet;
+    static constexpr auto list = describe<R>("StructSet",
+                                             "Sets",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::nuts>("Nuts"),
+                                             column<&R::headWashers>("HeadWashers"),
+                                             column<&R::nutWashers>("NutWashers"),
+                                             sortOrder<&R::sortOrder>("SortOrder"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructScrewDiameter>()
+{
+    using R = StructScrewDiameter;
+    static constexpr auto list = describe<R>("StructScrewDiameter",
+                                             "BoltsDiameters",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::diameter>("Diameter"),
+                                             column<&R::holeDiameter>("HoleDiameter"),
+                                             column<&R::shankArea>("ShankArea"),
+                                             column<&R::stressArea>("StressArea"),
+                                             sortOrder<&R::sortOrder>("SortOrder"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructScrew>()
+{
+    using R = StructScrew;
+    static constexpr auto list = describe<R>("StructScrew",
+                                             "ScrewNew",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             lookup<&R::standard, StructStandard>("Standard"),
+                                             lookup<&R::strengthClass, StructStrengthClass>("StrengthClass"),
+                                             lookup<&R::boltSet, StructSet>("BoltSet"),
+                                             column<&R::diameter>("Diameter"),
+                                             column<&R::headHeight>("HeadHeight"),
+                                             column<&R::acrossFlats>("AcrossFlats"),
+                                             column<&R::pitch>("Pitch"),
+                                             column<&R::minimumLength>("MinimumLength"),
+                                             column<&R::maximumLength>("MaximumLength"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructSetNutsBolts>()
+{
+    using R = StructSetNutsBolts;
+    static constexpr auto list = describe<R>("StructSetNutsBolts",
+                                             "SetNutsBolts",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             lookup<&R::boltSet, StructSet>("BoltSet"),
+                                             lookup<&R::standard, StructStandardNuts>("Standard"),
+                                             column<&R::position>("Position"),
+                                             column<&R::quantity>("Quantity"),
+                                             column<&R::headSide>("HeadSide"),
+                                             column<&R::diameter>("Diameter"),
+                                             column<&R::height>("Height"),
+                                             column<&R::outerDiameter>("OuterDiameter"),
+                                             column<&R::holeDiameter>("HoleDiameter"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructScrewCoating>()
+{
+    using R = StructScrewCoating;
+    static constexpr auto list = describe<R>("StructScrewCoating",
+                                             "BoltsCoating",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::thickness>("Thickness"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructSetOfBolts>()
+{
+    using R = StructSetOfBolts;
+    static constexpr auto list = describe<R>("StructSetOfBolts",
+                                             "SetOfBolts",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             lookup<&R::standard, StructStandard>("Standard"),
+                                             lookup<&R::strengthClass, StructStrengthClass>("StrengthClass"),
+                                             lookup<&R::boltSet, StructSet>("BoltSet"),
+                                             lookup<&R::coating, StructScrewCoating>("Coating").noneAllowed(),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+int StructScrewMarshal::getByKeyAllSources(const KorString& standard, const KorString& strengthClass,
+                                           const KorString& set, double diameter, StructScrew& record)
+{
+    StructStandard standardRow;
+    StructStrengthClass classRow;
+    StructSet setRow;
+    if (StructStandardMarshal::getStructByRunNameAllSources(standard, standardRow) != 1 ||
+        StructStrengthClassMarshal::getStructByRunNameAllSources(strengthClass, classRow) != 1 ||
+        StructSetMarshal::getStructByRunNameAllSources(set, setRow) != 1)
+        return 0;
+    KorArray<StructScrew> screws;
+    if (getTableAllSources(screws) != 1)
+        return 0;
+    for (const StructScrew& screw : screws)
+        if (screw.standard == standardRow.key && screw.strengthClass == classRow.key &&
+            screw.boltSet == setRow.key && std::abs(screw.diameter - diameter) <= 1e-6) {
+            record = screw;
+            return 1;
+        }
+    return 0;
+}
+
+std::span<const DescriptionFunction> records::boltRecords()
+{
+    static constexpr DescriptionFunction list[] = {descriptionOf<StructScrewType>,
+                                                   descriptionOf<StructStandard>,
+                                                   descriptionOf<StructStandardNuts>,
+                                                   descriptionOf<StructStrengthClass>,
+                                                   descriptionOf<StructSet>,
+                                                   descriptionOf<StructScrewDiameter>,
+                                                   descriptionOf<StructScrew>,
+                                                   descriptionOf<StructSetNutsBolts>,
+                                                   descriptionOf<StructScrewCoating>,
+                                                   descriptionOf<StructSetOfBolts>};
+    return list;
+}

@@ -1,0 +1,174 @@
+#include "records/configuration/MaterialRecords.h"
+
+#include "records/DescriptionBuilder.h"
+#include "records/Registry.h"
+
+#include <cmath>
+
+using namespace records;
+
+template <>
+const RecordDescription& descriptionOf<StructMaterial>()
+{
+    using R = StructMaterial;
+    static constexpr auto list = describe<R>("StructMaterial",
+                                             "Material",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::standard>("Standard"),
+                                             column<&R::materialNumber>("MaterialNumber"),
+                                             column<&R::yieldStrength>("YieldStrength"),
+                                             column<&R::tensileStrength>("TensileStrength"),
+                                             column<&R::yieldStrengthThick>("YieldStrengthThick"),
+                                             column<&R::tensileStrengthThick>("TensileStrengthThick"),
+                                             column<&R::elasticModulus>("ElasticModulus"),
+                                             column<&R::density>("Density"),
+                                             sortOrder<&R::sortOrder>("SortOrder"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructMaterialClass>()
+{
+    using R = StructMaterialClass;
+    static constexpr auto list = describe<R>("StructMaterialClass",
+                                             "MaterialClass",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::name>("Name"),
+                                             column<&R::classNumber>("ClassNumber"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructPlateThickness>()
+{
+    using R = StructPlateThickness;
+    static constexpr auto list = describe<R>("StructPlateThickness",
+                                             "PlateThickness",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::thickness>("Thickness"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructScale>()
+{
+    using R = StructScale;
+    static constexpr auto list = describe<R>("StructScale",
+                                             "Scale",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::factor>("Factor"),
+                                             column<&R::unitType>("UnitType"),
+                                             sortOrder<&R::sortOrder>("SortOrder"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+int StructPlateThicknessMarshal::getKeyList(KorArray<double>& thicknesses)
+{
+    KorArray<StructPlateThickness> plates;
+    const int result = getTable(plates);
+    if (result != 1)
+        return result;
+    thicknesses.setLogicalLength(0);
+    for (const StructPlateThickness& plate : plates)
+        thicknesses.append(plate.thickness);
+    return result;
+}
+
+int StructPlateThicknessMarshal::getKeyByRunName(const KorString& runName, double& thickness)
+{
+    StructPlateThickness plate;
+    const int result = getStructByRunName(runName, plate);
+    if (result == 1)
+        thickness = plate.thickness;
+    return result;
+}
+
+int StructPlateThicknessMarshal::getRunNameByKey(double thickness, KorString& runName)
+{
+    KorArray<StructPlateThickness> plates;
+    if (getTable(plates) != 1)
+        return 0;
+    for (const StructPlateThickness& plate : plates)
+        if (plate.thickness == thickness) {
+            runName = plate.runName;
+            return 1;
+        }
+    return 0;
+}
+
+int StructScaleMarshal::getScaleTable(StructScale::ScaleUnitType unitType, KorArray<StructScale>& scales)
+{
+    scales.setLogicalLength(0);
+    return getWhere<&StructScale::unitType>(unitType, scales);
+}
+
+int StructScaleMarshal::getScaleList(StructScale::ScaleUnitType unitType, KorArray<KorString>& names)
+{
+    KorArray<StructScale> scales;
+    const int result = getScaleTable(unitType, scales);
+    if (result != 1)
+        return result;
+    names.setLogicalLength(0);
+    for (const StructScale& scale : scales)
+        names.append(scale.runName);
+    return result;
+}
+
+int StructScaleMarshal::getSpecificScale(const KorString& runName, StructScale::ScaleUnitType unitType,
+                                         StructScale& scale)
+{
+    StructScale found;
+    if (getStructByRunName(runName, found) != 1 || found.unitType != unitType)
+        return 0;
+    scale = found;
+    return 1;
+}
+
+int StructScaleMarshal::getScaleDescription(double factor, KorString& text,
+                                            StructScale::ScaleUnitType unitType, bool anyUnit)
+{
+    KorArray<StructScale> scales;
+    if (getTable(scales) != 1)
+        return 0;
+    const StructScale* found = nullptr;
+    for (const StructScale& scale : scales) {
+        if (std::abs(scale.factor - factor) > 1e-6 * std::abs(factor))
+            continue;
+        if (scale.unitType == unitType) {
+            found = &scale;
+            break;
+        }
+        if (anyUnit && found == nullptr)
+            found = &scale;
+    }
+    if (found == nullptr)
+        return 0;
+    text = found->runName;
+    return 1;
+}
+
+std::span<const DescriptionFunction> records::materialRecords()
+{
+    static constexpr DescriptionFunction list[] = {descriptionOf<StructMaterial>,
+                                                   descriptionOf<StructMaterialClass>,
+                                                   descriptionOf<StructPlateThickness>,
+                                                   descriptionOf<StructScale>};
+    return list;
+}

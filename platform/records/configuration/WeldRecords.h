@@ -1,0 +1,48 @@
+#pragma once
+
+#include "repository/RecordMarshal.h"
+
+/// A basic weld. Keys up to 1000. Table "WeldType".
+struct StructWeldSeamBasic {
+    int key = -1;
+    KorString runName;
+    KorString symbol; // as in ISO 2553
+    int filletWeld = 0;
+    int sortOrder = 0;
+};
+template <>
+const RecordDescription& descriptionOf<StructWeldSeamBasic>();
+struct StructWeldSeamBasicMarshal : RecordMarshal<StructWeldSeamBasic> {};
+
+/// Two basic welds on both sides of a joint. Keys from 1001 up. Table "CombiWelding".
+struct StructWeldSeam {
+    int key = -1;
+    KorString runName;
+    int firstWeld = -1;
+    int secondWeld = -1;
+    int sortOrder = 0;
+};
+template <>
+const RecordDescription& descriptionOf<StructWeldSeam>();
+struct StructWeldSeamMarshal : RecordMarshal<StructWeldSeam> {};
+
+/// The shape of a weld's face. Table "WeldShape".
+struct StructFaceShape {
+    int key = -1;
+    KorString runName;
+    KorString symbol;
+};
+template <>
+const RecordDescription& descriptionOf<StructFaceShape>();
+struct StructFaceShapeMarshal : RecordMarshal<StructFaceShape> {};
+
+/// How a weld is made. Table "WeldDesign".
+struct StructSeamExecuting {
+    int key = -1;
+    KorString runName;
+    int siteWeld = 0;
+    int allAround = 0;
+};
+template <>
+const RecordDescription& descriptionOf<StructSeamExecuting>();
+struct StructSeamExecutingMarshal : RecordMarshal<StructSeamExecuting> {};

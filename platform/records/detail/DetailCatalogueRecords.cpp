@@ -1,0 +1,191 @@
+#include "records/detail/DetailCatalogueRecords.h"
+
+#include "records/DescriptionBuilder.h"
+#include "records/Registry.h"
+
+using namespace records;
+
+/// The description of a catalogue table that has a key and a run name only.
+template <class R>
+static const RecordDescription& namedRows(std::string_view record, std::string_view table)
+{
+    static const auto list =
+        describe<R>(record, table, inDetailCatalogue, key<&R::key>("Key"), runName<&R::runName>("RunName"));
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetRequestType>()
+{
+    return namedRows<StructDetRequestType>("StructDetRequestType", "DetRequestTypes");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetModelType>()
+{
+    return namedRows<StructDetModelType>("StructDetModelType", "DetModelType");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetRole>()
+{
+    return namedRows<StructDetRole>("StructDetRole", "DetRole");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailOrientation>()
+{
+    return namedRows<StructDetailOrientation>("StructDetailOrientation", "DetailOrientation");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetObjSelectionStrategy>()
+{
+    return namedRows<StructDetObjSelectionStrategy>("StructDetObjSelectionStrategy",
+                                                    "DetObjSelectionStrategy");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetLeaderStyle>()
+{
+    return namedRows<StructDetLeaderStyle>("StructDetLeaderStyle", "DetLeaderStyle");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetViewArrangeDirection>()
+{
+    return namedRows<StructDetViewArrangeDirection>("StructDetViewArrangeDirection",
+                                                    "DetViewArrangeDirection");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetViewSelectMode>()
+{
+    return namedRows<StructDetViewSelectMode>("StructDetViewSelectMode", "DetViewSelectMode");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetRequestLinearDirection>()
+{
+    return namedRows<StructDetRequestLinearDirection>("StructDetRequestLinearDirection",
+                                                      "DetRequestLinearDirection");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetViewDimPointtype>()
+{
+    return namedRows<StructDetViewDimPointtype>("StructDetViewDimPointtype", "DetViewDimPointtype");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetVwDimGeomRestrictions>()
+{
+    return namedRows<StructDetVwDimGeomRestrictions>("StructDetVwDimGeomRestrictions",
+                                                     "DetVwDimGeomRestrictions");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetViewSystemSource>()
+{
+    return namedRows<StructDetViewSystemSource>("StructDetViewSystemSource", "DetViewSystemSources");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailDepthPosition>()
+{
+    return namedRows<StructDetailDepthPosition>("StructDetailDepthPosition", "DetailDepthPosition");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructBeamPositionCalculation>()
+{
+    return namedRows<StructBeamPositionCalculation>("StructBeamPositionCalculation",
+                                                    "BeamPositionCalculation");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructClippingType>()
+{
+    return namedRows<StructClippingType>("StructClippingType", "ClippingType");
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetObjQualifier>()
+{
+    using R = StructDetObjQualifier;
+    static constexpr auto list = describe<R>("StructDetObjQualifier",
+                                             "DetObjQualifier",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             lookup<&R::modelType, StructDetModelType>("ModelType"),
+                                             lookup<&R::role, StructDetRole>("Role"),
+                                             runName<&R::runName>("RunName"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructAnnotationTypeContents>()
+{
+    using R = StructAnnotationTypeContents;
+    static constexpr auto list = describe<R>("StructAnnotationTypeContents",
+                                             "DetAnnotationTypeContents",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::token>("Token"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructClippingGap>()
+{
+    using R = StructClippingGap;
+    static constexpr auto list = describe<R>(
+        "StructClippingGap", "ClippingGap", inDetailCatalogue, key<&R::key>("Key"), column<&R::gap>("Gap"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+int StructClippingGapMarshal::getByValue(double gap, StructClippingGap& record)
+{
+    KorArray<StructClippingGap> table;
+    getTable(table);
+    for (const StructClippingGap& row : table) {
+        if (row.gap == gap) {
+            record = row;
+            return 1;
+        }
+    }
+    return 0;
+}
+
+std::span<const DescriptionFunction> records::detailCatalogueRecords()
+{
+    static constexpr DescriptionFunction types[] = {
+        &descriptionOf<StructDetRequestType>,
+        &descriptionOf<StructDetModelType>,
+        &descriptionOf<StructDetRole>,
+        &descriptionOf<StructDetailOrientation>,
+        &descriptionOf<StructDetObjSelectionStrategy>,
+        &descriptionOf<StructDetLeaderStyle>,
+        &descriptionOf<StructDetViewArrangeDirection>,
+        &descriptionOf<StructDetViewSelectMode>,
+        &descriptionOf<StructDetRequestLinearDirection>,
+        &descriptionOf<StructDetViewDimPointtype>,
+        &descriptionOf<StructDetVwDimGeomRestrictions>,
+        &descriptionOf<StructDetViewSystemSource>,
+        &descriptionOf<StructDetailDepthPosition>,
+        &descriptionOf<StructBeamPositionCalculation>,
+        &descriptionOf<StructClippingType>,
+        &descriptionOf<StructDetObjQualifier>,
+        &descriptionOf<StructAnnotationTypeContents>,
+        &descriptionOf<StructClippingGap>,
+    };
+    return types;
+}

@@ -1,0 +1,272 @@
+#include "records/detail/DetailProcessRecords.h"
+
+#include "records/DescriptionBuilder.h"
+#include "records/detail/DetailObjectRecords.h"
+#include "records/detail/DetailStyleRecords.h"
+#include "records/Registry.h"
+
+using namespace records;
+
+template <>
+const RecordDescription& descriptionOf<StructDetailProcessDefinition>()
+{
+    using R = StructDetailProcessDefinition;
+    static constexpr auto list =
+        describe<R>("StructDetailProcessDefinition",
+                    "DetailProcessDefinition",
+                    inDetails,
+                    key<&R::key>("Key"),
+                    runName<&R::runName>("RunName"),
+                    reference<&R::category, StructDetailProcessCategory>("Category"),
+                    column<&R::description>("Description"),
+                    column<&R::bitmapId>("BitmapId"),
+                    sortOrder<&R::sortOrder>("SortOrder"),
+                    owner<&R::ownerText>("OwnerText"),
+                    itemCount<&R::numberSteps>("NumberSteps"),
+                    numberedReferences<&R::steps, StructDetailProcessStep>("Step%d", 24));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailProcessStep>()
+{
+    using R = StructDetailProcessStep;
+    static constexpr auto list =
+        describe<R>("StructDetailProcessStep",
+                    "DetailProcessStep",
+                    inDetails,
+                    key<&R::key>("Key"),
+                    runName<&R::runName>("RunName"),
+                    reference<&R::category, StructDetailProcessCategory>("Category"),
+                    reference<&R::filenameSelector, StructDetailFilenameSelector>("FilenameSelector"),
+                    reference<&R::alternativeScales, StructDetProcessScales>("AlternativeScales"),
+                    reference<&R::dependOnMainView, StructDetailProcessMain2CutScale>("DependOnMainView"),
+                    reference<&R::styleMap, StructDetailStyleMap>("StyleMap"),
+                    lookup<&R::selection, StructDetailProcessSelection>("Selection"),
+                    lookup<&R::sort, StructDetailProcessSort>("Sort"),
+                    column<&R::stepOrder>("StepOrder"),
+                    column<&R::detailsPerSheet>("DetailsPerSheet"),
+                    column<&R::fitSheetToDetails>("FitSheetToDetails"),
+                    column<&R::marginX>("MarginX"),
+                    column<&R::marginY>("MarginY"),
+                    column<&R::detailGap>("DetailGap"),
+                    owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailFilenameSelector>()
+{
+    using R = StructDetailFilenameSelector;
+    static constexpr auto list = describe<R>("StructDetailFilenameSelector",
+                                             "DetailFilenameSelector",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::folder>("Folder"),
+                                             column<&R::nameFormat>("NameFormat"),
+                                             column<&R::firstNumber>("FirstNumber"),
+                                             column<&R::digits>("Digits"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailProcessSelection>()
+{
+    using R = StructDetailProcessSelection;
+    static constexpr auto list = describe<R>("StructDetailProcessSelection",
+                                             "DetailProcessSelection",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::selection>("Selection"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailProcessSort>()
+{
+    using R = StructDetailProcessSort;
+    static constexpr auto list = describe<R>("StructDetailProcessSort",
+                                             "DetailProcessSort",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::script>("Script"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailStyleMap>()
+{
+    using R = StructDetailStyleMap;
+    static constexpr auto list = describe<R>("StructDetailStyleMap",
+                                             "DetailStyleMapNew",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             owner<&R::ownerText>("OwnerText"),
+                                             itemCount<&R::numberItems>("NumberItems"),
+                                             items<&R::items>());
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailStyleMapItem>()
+{
+    using R = StructDetailStyleMapItem;
+    static constexpr auto list =
+        describe<R>("StructDetailStyleMapItem",
+                    "DetailStyleMapItems",
+                    inDetails,
+                    itemOwner<&R::key>("Key"),
+                    itemOrder<&R::order>("Order"),
+                    column<&R::script>("Script"),
+                    reference<&R::objQualifierSet, StructDetObjQualifierSet>("ObjQualifierSet"),
+                    reference<&R::detailStyle, StructDetailStyle>("DetailStyle"),
+                    column<&R::detailStyleOverrides>("DetailStyleOverrides"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetProcessScales>()
+{
+    using R = StructDetProcessScales;
+    static constexpr auto list = describe<R>("StructDetProcessScales",
+                                             "DetailProcessScales",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             owner<&R::ownerText>("OwnerText"),
+                                             itemCount<&R::numberItems>("NumberItems"),
+                                             items<&R::items>());
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetProcessScalesItem>()
+{
+    using R = StructDetProcessScalesItem;
+    static constexpr auto list = describe<R>("StructDetProcessScalesItem",
+                                             "DetailProcessScalesItem",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             itemOwner<&R::scales>("DetProcScaleId"),
+                                             itemOrder<&R::order>("Order"),
+                                             column<&R::scale>("Scale"),
+                                             column<&R::maxLength>("MaxLength"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailProcessMain2CutScale>()
+{
+    using R = StructDetailProcessMain2CutScale;
+    using Item = StructDetailProcessMain2CutScaleItem;
+    static constexpr auto list = describe<R>(
+        "StructDetailProcessMain2CutScale",
+        "DetailProcessMain2CutScale",
+        inDetails,
+        key<&R::key>("Key"),
+        runName<&R::runName>("RunName"),
+        owner<&R::ownerText>("OwnerText"),
+        itemCount<&R::numberItems>("NumberItems"),
+        numberedGroup<&R::items>(
+            12, column<&Item::mainViewScale>("MainViewScale%d"), column<&Item::cutScale>("CutScale%d")));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailProcessCategory>()
+{
+    using R = StructDetailProcessCategory;
+    static constexpr auto list = describe<R>("StructDetailProcessCategory",
+                                             "DetailProcessCategories",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             sortOrder<&R::sortOrder>("SortOrder"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetProcessesSuiteDefinition>()
+{
+    using R = StructDetProcessesSuiteDefinition;
+    static constexpr auto list = describe<R>("StructDetProcessesSuiteDefinition",
+                                             "DetProcessesSuiteDefinition",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::description>("Description"),
+                                             owner<&R::ownerText>("OwnerText"),
+                                             itemCount<&R::numberItems>("NumberItems"),
+                                             items<&R::items>());
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetProcessesSuiteItem>()
+{
+    using R = StructDetProcessesSuiteItem;
+    static constexpr auto list =
+        describe<R>("StructDetProcessesSuiteItem",
+                    "DetProcessesSuiteItems",
+                    inDetails,
+                    itemOwner<&R::key>("Key"),
+                    itemOrder<&R::order>("Order"),
+                    reference<&R::process, StructDetailProcessDefinition>("Process"),
+                    lookup<&R::objectSelection, StructDetailProcessSelection>("ObjectSelection"),
+                    owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+std::span<const DescriptionFunction> records::detailProcessRecords()
+{
+    static constexpr DescriptionFunction types[] = {
+        &descriptionOf<StructDetailProcessDefinition>,
+        &descriptionOf<StructDetailProcessStep>,
+        &descriptionOf<StructDetailFilenameSelector>,
+        &descriptionOf<StructDetailProcessSelection>,
+        &descriptionOf<StructDetailProcessSort>,
+        &descriptionOf<StructDetailStyleMap>,
+        &descriptionOf<StructDetailStyleMapItem>,
+        &descriptionOf<StructDetProcessScales>,
+        &descriptionOf<StructDetProcessScalesItem>,
+        &descriptionOf<StructDetailProcessMain2CutScale>,
+        &descriptionOf<StructDetailProcessCategory>,
+        &descriptionOf<StructDetProcessesSuiteDefinition>,
+        &descriptionOf<StructDetProcessesSuiteItem>,
+    };
+    return types;
+}

@@ -1,0 +1,134 @@
+#include "records/detail/DetailStyleRecords.h"
+
+#include "records/DescriptionBuilder.h"
+#include "records/detail/DetailCatalogueRecords.h"
+#include "records/detail/DetailViewRecords.h"
+#include "records/Registry.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+using namespace records;
+
+template <>
+const RecordDescription& descriptionOf<StructDetailStyle>()
+{
+    using R = StructDetailStyle;
+    static constexpr auto list =
+        describe<R>("StructDetailStyle",
+                    "DetailStyle",
+                    inDetails,
+                    key<&R::key>("Key"),
+                    runName<&R::runName>("RunName"),
+                    reference<&R::viewArrangeStrategy, StructDetViewArrangeStrategy>("ViewArrangeStrategy"),
+                    column<&R::detailOrientation>("DetailOrientation"),
+                    column<&R::objectSelectionStrategy>("ObjectSelectionStrategy"),
+                    column<&R::titleFormat>("TitleFormat"),
+                    column<&R::titlePosition>("TitlePosition"),
+                    column<&R::cutViewTitleFormat>("CutViewTitleFormat"),
+                    column<&R::cutViewTitlePosition>("CutViewTitlePosition"),
+                    column<&R::scaleFormat>("ScaleFormat"),
+                    column<&R::dateFormat>("DateFormat"),
+                    column<&R::frameAppearance>("FrameAppearance"),
+                    column<&R::objectPosition>("ObjectPosition"),
+                    column<&R::automaticClipping>("AutomaticClipping"),
+                    owner<&R::ownerText>("OwnerText"),
+                    itemCount<&R::numberRequests>("NumberRequests").writtenAfter(11),
+                    numberedReferences<&R::requests, StructDetViewRequest>("Request%d", 8));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailMaster>()
+{
+    using R = StructDetailMaster;
+    static constexpr auto list =
+        describe<R>("StructDetailMaster",
+                    "DetailMasterTable",
+                    inDetails,
+                    key<&R::key>("Key"),
+                    runName<&R::runName>("RunName"),
+                    reference<&R::detailStyle, StructDetailStyle>("DetailStyle"),
+                    reference<&R::baseCategory, StructDetBaseCategory>("BaseCategory"),
+                    column<&R::subCategory>("SubCategory"),
+                    owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+int StructDetailMasterMarshal::getTableOrdered(KorArray<StructDetailMaster>& records)
+{
+    KorArray<StructDetailMaster> table;
+    const int result = getTable(table);
+    if (result != 1)
+        return result;
+    std::stable_sort(table.begin(), table.end(), [](const auto& left, const auto& right) {
+        return std::tie(left.baseCategory, left.subCategory) <
+               std::tie(right.baseCategory, right.subCategory);
+    });
+    records = std::move(table);
+    return result;
+}
+
+int StructDetailMasterMarshal::getRunNameListOrdered(KorArray<KorString>& names)
+{
+    KorArray<StructDetailMaster> table;
+    const int result = getTableOrdered(table);
+    if (result != 1)
+        return result;
+    names.removeAll();
+    for (const StructDetailMaster& master : table)
+        names.append(master.runName);
+    return result;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetBaseCategory>()
+{
+    using R = StructDetBaseCategory;
+    static constexpr auto list = describe<R>("StructDetBaseCategory",
+                                             "DetBaseCategories",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             sortOrder<&R::sortOrder>("SortOrder"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetViewArrangeStrategy>()
+{
+    using R = StructDetViewArrangeStrategy;
+    static constexpr auto list =
+        describe<R>("StructDetViewArrangeStrategy",
+                    "DetViewArrangeStrategy",
+                    inDetails,
+                    key<&R::key>("Key"),
+                    runName<&R::runName>("RunName"),
+                    lookup<&R::arrangeDirection, StructDetViewArrangeDirection>("ArrangeDirection"),
+                    column<&R::horizontalGap>("HorizontalGap").tolerant(),
+                    column<&R::verticalGap>("VerticalGap").tolerant(),
+                    column<&R::alignViews>("AlignViews"),
+                    owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+std::span<const DescriptionFunction> records::detailStyleRecords()
+{
+    static constexpr DescriptionFunction types[] = {
+        &descriptionOf<StructDetailStyle>,
+        &descriptionOf<StructDetailMaster>,
+        &descriptionOf<StructDetBaseCategory>,
+        &descriptionOf<StructDetViewArrangeStrategy>,
+    };
+    return types;
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+/// Caches of the whole table access service.
+class KRRepositoryProxyMan {
+public:
+    /// Drops the cached tables of one add-in slot; 0 drops every cached table.
+    static void resetTableCache(int index);
+    /// Drops what is kept of the preferred sizes.
+    static void resetAllPreferredSizeData();
+};

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "records/RecordDescription.h"
+#include "roots/KorArray.h"
+#include "roots/KorString.h"
+
+/// The host's record reads, for records of any described type. `Struct<Record>Marshal` classes are the typed
+/// way in. Reads go to the requested data source and slot, or to the current ones; without a request, a table
+/// that the current data source does not have is read where it is. Results: 1 found or read, 0 not; outputs
+/// are unchanged on failure. Records are handed out with their items.
+namespace RecordAccess {
+
+enum class Sources { Current, All };
+
+int readByKey(const RecordDescription& type, long key, void* record, Sources sources = Sources::Current);
+int readByKey(const RecordDescription& type, const KorString& key, void* record,
+              Sources sources = Sources::Current);
+int readByRunName(const RecordDescription& type, const KorString& runName, void* record,
+                  Sources sources = Sources::Current);
+/// `records` is a KorArray of the type.
+int readTable(const RecordDescription& type, void* records, Sources sources = Sources::Current);
+/// The records whose column `column` holds `value`, appended to `records` in table order. Returns 1 when
+/// there are any.
+int readWhere(const RecordDescription& type, int column, long value, void* records);
+/// First record whose columns hold these values.
+int readFirstWhere(const RecordDescription& type, int column, long value, int column2, long value2,
+                   void* record);
+int runNames(const RecordDescription& type, KorArray<KorString>& names, bool ordered,
+             Sources sources = Sources::Current);
+/// Run names of the given keys, in the table's sort order.
+int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& keys, KorArray<KorString>& names);
+int keys(const RecordDescription& type, KorArray<long>& keys);
+int keys(const RecordDescription& type, KorArray<KorString>& keys);
+int keyOfRunName(const RecordDescription& type, const KorString& runName, KorString& key);
+int runNameOfKey(const RecordDescription& type, const KorString& key, KorString& runName);
+/// 1 when a record has exactly this run name, 0 when none has, -1 when the table cannot be read.
+int hasRunName(const RecordDescription& type, const KorString& runName);
+/// Reads the item table of the type, so that record reads find it ready.
+int loadItems(const RecordDescription& type);
+void resetCache(const RecordDescription& type);
+
+} // namespace RecordAccess

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "repository/RecordAccess.h"
+
+/// Typed reads of one record type. Results: 1 found or read, 0 not; outputs are unchanged on failure.
+template <class T>
+struct RecordMarshal {
+    static const RecordDescription& type() { return descriptionOf<T>(); }
+
+    static int getStructByKey(const long& key, T& record)
+    {
+        return RecordAccess::readByKey(type(), key, &record);
+    }
+    static int getStructByKey(const KorString& key, T& record)
+    {
+        return RecordAccess::readByKey(type(), key, &record);
+    }
+    static int getStructByRunName(const KorString& runName, T& record)
+    {
+        return RecordAccess::readByRunName(type(), runName, &record);
+    }
+    static int getTable(KorArray<T>& records) { return RecordAccess::readTable(type(), &records); }
+    static int getRunNameList(KorArray<KorString>& names)
+    {
+        return RecordAccess::runNames(type(), names, false);
+    }
+    static int getOrderedRunNameList(KorArray<KorString>& names)
+    {
+        return RecordAccess::runNames(type(), names, true);
+    }
+    static int getOrderedRunNameListByKeys(const KorArray<long>& keys, KorArray<KorString>& names)
+    {
+        return RecordAccess::runNamesOfKeys(type(), keys, names);
+    }
+    template <class K>
+    static int getKeyList(KorArray<K>& keys)
+    {
+        return RecordAccess::keys(type(), keys);
+    }
+    static int getKeyByRunName(const KorString& runName, KorString& key)
+    {
+        return RecordAccess::keyOfRunName(type(), runName, key);
+    }
+    static int getRunNameByKey(const KorString& key, KorString& runName)
+    {
+        return RecordAccess::runNameOfKey(type(), key, runName);
+    }
+
+    static int getStructByKeyAllSources(const long& key, T& record)
+    {
+        return RecordAccess::readByKey(type(), key, &record, RecordAccess::Sources::All);
+    }
+    static int getStructByKeyAllSources(const KorString& key, T& record)
+    {
+        return RecordAccess::readByKey(type(), key, &record, RecordAccess::Sources::All);
+    }
+    static int getStructByRunNameAllSources(const KorString& runName, T& record)
+    {
+        return RecordAccess::readByRunName(type(), runName, &record, RecordAccess::Sources::All);
+    }
+    static int getTableAllSources(KorArray<T>& records)
+    {
+        return RecordAccess::readTable(type(), &records, RecordAccess::Sources::All);
+    }
+    static int getRunNameListAllSources(KorArray<KorString>& names)
+    {
+        return RecordAccess::runNames(type(), names, false, RecordAccess::Sources::All);
+    }
+    static int getOrderedRunNameListAllSources(KorArray<KorString>& names)
+    {
+        return RecordAccess::runNames(type(), names, true, RecordAccess::Sources::All);
+    }
+
+    /// 1 when a record has exactly this run name, 0 when none has, -1 when the table cannot be read.
+    static int hasRunName(const KorString& runName) { return RecordAccess::hasRunName(type(), runName); }
+    /// The next read shows what changed in the database since; the argument makes no difference.
+    static void resetTableCache(int) { RecordAccess::resetCache(type()); }
+
+protected:
+    /// Column index of a field.
+    template <auto Member>
+    static int columnOf()
+    {
+        T probe;
+        for (std::size_t i = 0; i < type().columns.size(); ++i)
+            if (type().columns[i].field(&probe) == static_cast<void*>(&(probe.*Member)))
+                return static_cast<int>(i);
+        return -1;
+    }
+    template <auto Member>
+    static int getWhere(long value, KorArray<T>& records)
+    {
+        static const int column = columnOf<Member>();
+        return RecordAccess::readWhere(type(), column, value, &records);
+    }
+    template <auto Member>
+    static int getFirstWhere(long value, T& record)
+    {
+        return getFirstWhere<Member, Member>(value, value, record);
+    }
+    template <auto First, auto Second>
+    static int getFirstWhere(long first, long second, T& record)
+    {
+        static const int columns[] = {columnOf<First>(), columnOf<Second>()};
+        return RecordAccess::readFirstWhere(type(), columns[0], first, columns[1], second, &record);
+    }
+};
+
+/// Reads of a record type that keeps its items in a table of their own.
+template <class T>
+struct ItemRecordMarshal : RecordMarshal<T> {
+    static int getStructByKeyWithItems(const long& key, T& record)
+    {
+        return RecordMarshal<T>::getStructByKey(key, record);
+    }
+    static int getStructByRunNameWithItems(const KorString& runName, T& record)
+    {
+        return RecordMarshal<T>::getStructByRunName(runName, record);
+    }
+    /// Reads the items of one record, or with -1 of all, so that the reads that follow carry them.
+    static int loadItems(const long&) { return RecordAccess::loadItems(RecordMarshal<T>::type()); }
+};

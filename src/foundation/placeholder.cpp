@@ -1,0 +1,1 @@
+int korodbcFoundation = 0;

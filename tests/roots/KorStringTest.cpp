@@ -1,0 +1,251 @@
+#include "roots/KorString.h"
+
+#include "roots/KorArray.h"
+
+#include <cmath>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+#include <unordered_set>
+
+static void PrintTo(const KorString& text, std::ostream* stream) { *stream << '"' << text.toUtf8() << '"'; }
+
+namespace {
+
+using namespace std::string_literals;
+
+TEST(KorStringTest, CopiesShareAndChangesStayApart)
+{
+    KorString original(L"beam");
+    KorString copy = original;
+    EXPECT_EQ(copy.c_str(), original.c_str());
+    copy += L" 12";
+    EXPECT_EQ(original, L"beam");
+    EXPECT_EQ(copy, L"beam 12");
+
+    // Growing in place must neither disturb a later copy nor text taken from itself.
+    for (int i = 0; i < 6; ++i)
+        copy += copy;
+    EXPECT_EQ(copy.length(), 7 * 64);
+    const KorString before = copy;
+    copy += copy.view().substr(3, 4);
+    EXPECT_EQ(before.length(), 7 * 64);
+    EXPECT_TRUE(copy.endsWith(L" 12m 12"s));
+    EXPECT_EQ(copy.c_str()[copy.length()], L'\0');
+
+    KorString moved = std::move(copy);
+    EXPECT_EQ(moved.length(), 7 * 64 + 4);
+    moved = moved.left(3);
+    EXPECT_EQ(moved + L"-" + moved, L"bea-bea");
+    EXPECT_TRUE(KorString(static_cast<const wchar_t*>(nullptr)).isEmpty());
+    EXPECT_EQ(std::wstring(KorString().c_str()), L"");
+}
+
+TEST(KorStringTest, DecodesUtf8)
+{
+    struct Case {
+        std::string utf8;
+        std::wstring wide;
+    };
+    const Case cases[] = {
+        {"", L""},
+        {"IPE 200'\"[%]", L"IPE 200'\"[%]"},
+        {"a\0b"s, L"a\0b"s},
+        {"Tr\xC3\xA4ger \xC3\x9F", L"Tr\u00E4ger \u00DF"},
+        {"\xE9\x92\xA2\xE6\xA2\x81", L"\u94A2\u6881"},
+        {"\xF0\x9F\x94\xA9!", L"\U0001F529!"},
+        {"\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF4\x8F\xBF\xBF", L"\u07FF\u0800\uFFFF\U0010FFFF"},
+    };
+    for (const Case& one : cases) {
+        EXPECT_EQ(KorString::fromUtf8(one.utf8), std::wstring_view(one.wide)) << one.utf8;
+        EXPECT_EQ(KorString(one.wide).toUtf8(), one.utf8);
+    }
+
+    const Case faulty[] = {
+        {"\x80", L"\uFFFD"},                               // continuation without a start
+        {"a\xC3", L"a\uFFFD"},                             // cut off
+        {"\xF0\x9F\x94", L"\uFFFD"},                       // cut off late
+        {"\xC0\xAF", L"\uFFFD\uFFFD"},                     // overlong
+        {"\xE0\x80\xAF", L"\uFFFD\uFFFD\uFFFD"},           // overlong
+        {"\xED\xA0\x80", L"\uFFFD\uFFFD\uFFFD"},           // surrogate
+        {"\xF4\x90\x80\x80", L"\uFFFD\uFFFD\uFFFD\uFFFD"}, // above the last code point
+        {"\xE9\x92z\xFFz", L"\uFFFDz\uFFFDz"},
+    };
+    for (const Case& one : faulty)
+        EXPECT_EQ(KorString::fromUtf8(one.utf8), std::wstring_view(one.wide));
+
+    const wchar_t noCodePoints[] = {
+        L'x', static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0x110000), static_cast<wchar_t>(-1), L'y'};
+    std::string text = "<";
+    KorString(std::wstring_view(noCodePoints, 5)).appendUtf8To(text);
+    EXPECT_EQ(text, "<x\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBDy");
+}
+
+TEST(KorStringTest, EveryCodePointSurvivesUtf8)
+{
+    std::wstring all;
+    for (wchar_t character = 0; character <= 0x10FFFF; ++character)
+        if (character < 0xD800 || character > 0xDFFF)
+            all.push_back(character);
+    EXPECT_TRUE(KorString::fromUtf8(KorString(all).toUtf8()) == std::wstring_view(all));
+}
+
+TEST(KorStringTest, ComparesWithoutCase)
+{
+    struct Case {
+        const wchar_t* left;
+        const wchar_t* right;
+        int order;
+    };
+    const Case cases[] = {
+        {L"", L"", 0},
+        {L"", L"a", -1},
+        {L"HEA 200", L"hea 200", 0},
+        {L"hea 200", L"HEA 20", 1},
+        {L"A_", L"aB", -1}, // the underscore stands before the folded letter
+        {L"Stra\u00DFe", L"STRASSE", 0},
+        {L"Stra\u1E9Ee", L"strasse", 0},
+        {L"stras", L"stra\u00DF", -1},
+        {L"stra\u00DF", L"stras", 1},
+        {L"\u0130", L"i\u0307", 0}, // capital I with a dot
+        {L"\u0130", L"i", 1},
+        {L"I", L"\u0131", -1}, // dotless i is a letter of its own
+        {L"\u03A3\u03A3", L"\u03C3\u03C2", 0},
+        {L"TR\u00C4GER", L"tr\u00E4ger", 0},
+        {L"\u0416", L"\u0436", 0},
+        {L"\U00010400", L"\U00010428", 0},
+        {L"\u94A2a", L"\u94A2B", -1},
+        {L"\uFB03", L"FFI", 0},
+    };
+    for (const Case& one : cases) {
+        const KorString left(one.left);
+        const KorString right(one.right);
+        EXPECT_EQ(left.compareNoCase(right), one.order) << left.toUtf8() << ' ' << right.toUtf8();
+        EXPECT_EQ(KorString::strCompareNoCase(right, left), -one.order)
+            << left.toUtf8() << ' ' << right.toUtf8();
+        EXPECT_EQ(left.foldedCase() == right.foldedCase(), one.order == 0) << left.toUtf8();
+    }
+    EXPECT_LT(KorString(L"B").compare(L"a"), 0);
+    EXPECT_TRUE(KorString(L"B") < KorString(L"a") && KorString(L"b") > L"a" && KorString(L"x") != L"X");
+}
+
+TEST(KorStringTest, FindsAndCuts)
+{
+    const KorString text(L"a;bb;;bb");
+    EXPECT_EQ(text.find(L"bb"), 2);
+    EXPECT_EQ(text.find(L"bb", 3), 6);
+    EXPECT_EQ(text.find(L"bb", 99), -1);
+    EXPECT_EQ(text.find(L"a", -5), 0);
+    EXPECT_EQ(text.replace(L"bb", L"bbb"), L"a;bbb;;bbb");
+    EXPECT_EQ(text.replace(L";", L""), L"abbbb");
+    EXPECT_EQ(text.replace(L"", L"x"), text);
+    EXPECT_EQ(KorString(L"'''").replace(L"'", L"''"), L"''''''");
+    EXPECT_EQ(text.left(3) + text.right(2) + text.mid(1, 1) + text.mid(6), L"a;bbb;bb");
+    EXPECT_EQ(text.left(99), text);
+    EXPECT_EQ(text.left(-1) + text.right(-1) + text.mid(99) + text.mid(8, 3), L"");
+    EXPECT_EQ(text.mid(-2, 2), L"a;");
+    EXPECT_EQ(KorString(L" \t x y\t ").trimmed(), L"x y");
+    EXPECT_EQ(KorString(L" \tx ").trimmedLeft(), L"x ");
+    EXPECT_EQ(KorString(L" x \t").trimmedRight(), L" x");
+    EXPECT_TRUE(KorString(L"\t ").trimmed().isEmpty());
+
+    const std::pair<const wchar_t*, long> numbers[] = {
+        {L"", 0},
+        {L"x7", 0},
+        {L" \t12mm", 12},
+        {L"-3-4", -3},
+        {L"+5", 5},
+        {L"- 5", 0},
+        {L"007.9", 7},
+        {L"9223372036854775807", std::numeric_limits<long>::max()},
+        {L"9223372036854775808", std::numeric_limits<long>::max()},
+        {L"-9223372036854775808", std::numeric_limits<long>::min()},
+        {L"-99999999999999999999", std::numeric_limits<long>::min()}};
+    for (const auto& [digits, value] : numbers)
+        EXPECT_EQ(KorString(digits).toInteger(), value) << KorString(digits).toUtf8();
+
+    KorArray<KorString> tokens;
+    tokens.append(L"old");
+    EXPECT_EQ(KorString::getTokens(L";a,;b b;", tokens, L";,"), 2);
+    ASSERT_EQ(tokens.length(), 2);
+    EXPECT_EQ(tokens[0] + L"|" + tokens[1], L"a|b b");
+    EXPECT_EQ(KorString::getTokens(tokens[1], tokens, L""), 1);
+    EXPECT_EQ(KorString::getTokens(L";;", tokens, L";"), 0);
+
+    std::unordered_set<KorString, KorStringHash, std::equal_to<>> set{L"a", KorString::fromUtf8("\xC3\xA4")};
+    EXPECT_TRUE(set.contains(std::wstring_view(L"\u00E4")) && !set.contains(std::wstring_view(L"b")));
+}
+
+template <class Value>
+void expectLikePrintf(const char* pattern, Value value)
+{
+    std::string expected(5000, '\0');
+    expected.resize(
+        static_cast<std::size_t>(std::snprintf(expected.data(), expected.size(), pattern, value)));
+    EXPECT_EQ(KorString::format(KorString::fromUtf8(pattern), value).toUtf8(), expected) << pattern;
+}
+
+TEST(KorStringFormatTest, WritesNumbersLikeC)
+{
+    std::mt19937_64 random(7);
+    for (const char* modifiers :
+         {"", "5", "-5", "05", "-05", "22", "-22", "022", ".3", "8.3", "-8.3", "08.3", ".0", "12.0", "700"}) {
+        const std::string start = std::string("<%") + modifiers;
+        for (long value : {0L, 1L, -1L, 42L, -99999L, 2147483648L, std::numeric_limits<long>::min()}) {
+            expectLikePrintf((start + "ld>").c_str(), value);
+            expectLikePrintf((start + "lli>").c_str(), static_cast<long long>(value));
+            expectLikePrintf((start + "lu>").c_str(), static_cast<unsigned long>(value));
+            expectLikePrintf((start + "d>").c_str(), static_cast<int>(value));
+            expectLikePrintf((start + "u>").c_str(), static_cast<int>(value));
+            expectLikePrintf((start + "u>").c_str(), static_cast<unsigned>(value));
+        }
+        const double limits[] = {0.0,
+                                 -0.0,
+                                 0.5,
+                                 1.5,
+                                 2.5,
+                                 0.0005,
+                                 -0.0000001,
+                                 1e15,
+                                 123456.789,
+                                 1e308,
+                                 -5e-324,
+                                 HUGE_VAL,
+                                 -HUGE_VAL,
+                                 std::nan("")};
+        for (double value : limits)
+            expectLikePrintf((start + "f>").c_str(), value);
+        for (int i = 0; i < 200; ++i) {
+            const auto digits = static_cast<double>(static_cast<long>(random() % 2000000) - 1000000);
+            expectLikePrintf((start + "lf>").c_str(),
+                             std::ldexp(digits, static_cast<int>(random() % 80) - 40));
+        }
+    }
+    expectLikePrintf("%.400f", 1e-300);
+}
+
+TEST(KorStringFormatTest, WritesTextsAndMismatches)
+{
+    enum eKind { kSecond = 1 };
+    const KorString name(L"%d 'x' \U0001F529");
+    const std::wstring wide(600, L'w');
+    EXPECT_EQ(KorString::format(L"%ld, %ld, '%s'%%", 7, kSecond, name), L"7, 1, '%d 'x' \U0001F529'%");
+    EXPECT_EQ(KorString::format(L"[%6s|%-6s|%.2s|%06s]", L"abc", L"abc", L"abc", L"abc"),
+              L"[   abc|abc   |ab|   abc]");
+    EXPECT_EQ(KorString::format(L"%s-%s", wide, 5), std::wstring_view(wide + L"-5"));
+    EXPECT_EQ(KorString::format(L"%c%c%3c%-3c|", L'\u94A2', 'b', L"cd", 100), L"\u94A2b  cd  |");
+    EXPECT_EQ(KorString::format(L"%d|%d|%d", L"12 OR 1=1", L"x", 3.9), L"12|0|3");
+    EXPECT_EQ(KorString::format(L"%f|%s|%d|%u", 2, 0.25, true, 4294967295U),
+              L"2.000000|0.250000|1|4294967295");
+    EXPECT_EQ(KorString::format(L"<%d><%s><%5f>", 1), L"<1><><>");
+    EXPECT_EQ(KorString::format(L"100% ok %q %5", 1, 2), L"100% ok %q %5");
+    EXPECT_EQ(KorString::format(L"%-"), L"%-");
+    EXPECT_EQ(KorString::format(L"%d %d", 1e300, std::nan("")), L"9223372036854775807 0");
+    EXPECT_EQ(KorString::format(L"%99999999999d", 1).length(), 4096);
+    EXPECT_TRUE(KorString::format(L"").isEmpty());
+    const wchar_t* none = nullptr;
+    EXPECT_EQ(KorString::format(L"(%s)", none), L"()");
+}
+
+} // namespace
