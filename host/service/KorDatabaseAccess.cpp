@@ -120,6 +120,13 @@ int columnValues(Table* table, const KorString& where, const KorString& orderBy,
     return 1;
 }
 
+/// A file that the caller names, as the working directory has it.
+std::string absolute(const KorString& file)
+{
+    std::error_code code;
+    return std::filesystem::absolute(file.toUtf8(), code).lexically_normal().string();
+}
+
 bool copy(Connection& database, Table& from, const KorString& to)
 {
     std::string columns;
@@ -159,6 +166,12 @@ int KorDatabaseAccess::getTableStructure(eDSN dsn, const KorString& name, KorArr
         columns.append(described);
     }
     return 1;
+}
+
+int KorDatabaseAccess::getNumberOfColumns(eDSN dsn, const KorString& name)
+{
+    Table* table = tableIn(dsn, name);
+    return table == nullptr ? 0 : static_cast<int>(table->columns().size());
 }
 
 int KorDatabaseAccess::getTablesNames(const eDSN& dsn, KorArray<KorString>& names)
@@ -443,15 +456,15 @@ int KorDatabaseAccess::setConnectionString(eDSN dsn, const KorString& connection
 
 int KorDatabaseAccess::setConnection(eDSN dsn, const KorString& file)
 {
-    return service().setConnectionString(dsn, "sqlite:" + file.toUtf8()) ? 1 : 0;
+    return service().setConnectionString(dsn, "sqlite:" + absolute(file)) ? 1 : 0;
 }
 
-int KorDatabaseAccess::detachDatabase(const KorString& file) { return service().detach(file.toUtf8()) ? 1 : 0; }
+int KorDatabaseAccess::detachDatabase(const KorString& file) { return service().detach(absolute(file)) ? 1 : 0; }
 
 int KorDatabaseAccess::createDetailProcessDatabase(const KorString& file)
 {
     std::string error;
-    if (createDetailDatabase((service().folder() / file.toUtf8()).string(), error))
+    if (createDetailDatabase(absolute(file), error))
         return 1;
     service().setError(error);
     return 0;
@@ -464,6 +477,8 @@ bool KorDatabaseAccess::checkDbEngine(bool)
 }
 
 KorString KorDatabaseAccess::getDateTimeFormat() { return KorString(L"%Y-%m-%d %H:%M:%S"); }
+
+void KorDatabaseBatch::whenUndone(std::function<void()> undo) { service().whenUndone(std::move(undo)); }
 
 KorDatabaseBatch::KorDatabaseBatch() { service().beginBatch(); }
 

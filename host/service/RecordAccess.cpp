@@ -154,13 +154,19 @@ int readWhere(const RecordDescription& type, int column, long value, void* out)
     const ListOperations& list = type.operations->list;
     RecordCache* items = type.items.exists() ? itemsOf(type, *records) : nullptr;
     int found = 0;
-    for (long position = 0; position < records->length(); ++position) {
-        if (field->integer(records->at(position)) != value)
-            continue;
+    const auto take = [&](long position) {
         const long at = list.append(out, records->at(position));
         attachItems(type, items, list.at(out, at));
         found = 1;
+    };
+    if (column == type.itemOwner) {
+        for (const long position : records->ofOwner(value))
+            take(position);
+        return found;
     }
+    for (long position = 0; position < records->length(); ++position)
+        if (field->integer(records->at(position)) == value)
+            take(position);
     return found;
 }
 

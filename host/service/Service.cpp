@@ -56,6 +56,7 @@ void Service::close()
     m_physicalNames.clear();
     m_open = false;
     m_batches = 0;
+    m_undo.clear();
     m_error.clear();
 }
 
@@ -84,9 +85,7 @@ const std::string* Service::connectionOf(Place place) const
         const std::size_t position = static_cast<std::size_t>(std::max<int>(index, 1) - 1);
         return position < m_manifest.countryAddIns.size() ? &m_manifest.countryAddIns[position].connection : nullptr;
     }
-    // the add-in data source has one slot, reached by both numbers; every other source has the base slot only
-    if (index != KorDSNDefinitions::kBase && dsn != KorDSNDefinitions::kAddin)
-        return nullptr;
+    // every other source has one database, whatever slot it is asked for in
     const std::string& connection = m_manifest.connections[dsn];
     return connection.empty() ? nullptr : &connection;
 }
@@ -106,7 +105,7 @@ Connection* Service::connection(eDSN dsn, eIndex index)
         return nullptr;
     }
     const bool inMemory = file == ":memory:";
-    const eIndex shared = dsn == KorDSNDefinitions::kAddin ? KorDSNDefinitions::kBase : index;
+    const eIndex shared = dsn == KorDSNDefinitions::kCountryAddin ? index : KorDSNDefinitions::kBase;
     const std::string pool = inMemory ? file + std::to_string(dsn) + "/" + std::to_string(shared) : file;
     auto& pooled = m_connections[pool];
     if (!pooled) {
@@ -264,7 +263,17 @@ bool Service::endBatch()
             m_error = database->lastError();
         }
     }
+    std::vector<std::function<void()>> undo;
+    undo.swap(m_undo);
+    for (auto step = undo.rbegin(); !stored && step != undo.rend(); ++step)
+        (*step)();
     return stored;
+}
+
+void Service::whenUndone(std::function<void()> undo)
+{
+    if (inBatch())
+        m_undo.push_back(std::move(undo));
 }
 
 void Service::checkAll()

@@ -7,6 +7,7 @@
 #include "tables/Table.h"
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -57,6 +58,8 @@ public:
     /// True when everything written was stored.
     bool endBatch();
     bool inBatch() const { return m_batches > 0; }
+    /// Called, last first, when the open batch cannot be stored.
+    void whenUndone(std::function<void()> undo);
 
     /// The next reads look for changes of other processes.
     void checkAll();
@@ -76,6 +79,7 @@ private:
     std::map<Place, Connection*> m_places;                            // opened so far
     std::unordered_map<const RecordDescription*, KorString> m_physicalNames;
     int m_batches = 0;
+    std::vector<std::function<void()>> m_undo;
     std::string m_error;
 };
 

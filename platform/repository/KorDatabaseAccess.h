@@ -6,6 +6,8 @@
 #include "roots/KorArray.h"
 #include "roots/KorString.h"
 
+#include <functional>
+
 struct RecordDescription;
 
 /// The host's table access service. Every operation that returns int gives 1 on success and another value,
@@ -18,6 +20,8 @@ public:
     static int doSQLStatement(const eDSN& dsn, const KorString& sql);
     /// Fills `columns` with the columns of the table in stored order.
     static int getTableStructure(eDSN dsn, const KorString& table, KorArray<KorColumn>& columns);
+    /// Number of columns of the table; 0 when there is no such table.
+    static int getNumberOfColumns(eDSN dsn, const KorString& table);
     static int getTablesNames(const eDSN& dsn, KorArray<KorString>& names);
     static int doesTableExists(const eDSN& dsn, const KorString& table);
     static int doesColumnExists(const eDSN& dsn, const KorString& table, const KorString& column);
@@ -95,6 +99,9 @@ public:
 
     /// Ends the batch and returns `result`, or 0 when the writes could not be stored (they are undone then).
     int end(int result);
+    /// Has `undo` called when the writes of the open batch cannot be stored, so that what is remembered of them can be
+    /// taken back. Does nothing outside a batch.
+    static void whenUndone(std::function<void()> undo);
 
 private:
     bool m_open = true;

@@ -34,6 +34,22 @@ TEST(KorStringTest, CopiesShareAndChangesStayApart)
     EXPECT_TRUE(copy.endsWith(L" 12m 12"s));
     EXPECT_EQ(copy.c_str()[copy.length()], L'\0');
 
+    KorString growing;
+    for (int i = 0; i < 40; ++i)
+    {
+        const KorString held = growing;
+        growing += static_cast<wchar_t>(L'a' + i % 26);
+        ASSERT_EQ(held.length(), i);
+        ASSERT_EQ(held.c_str()[i], L'\0');
+        growing = KorString(growing);
+        growing += L"";
+        ASSERT_EQ(growing.length(), i + 1);
+        growing += L"??"; // leaves room behind the next text
+        const KorString longer = growing;
+        growing = growing.left(i + 1);
+        ASSERT_TRUE(longer.endsWith(L"??"));
+    }
+
     KorString moved = std::move(copy);
     EXPECT_EQ(moved.length(), 7 * 64 + 4);
     moved = moved.left(3);

@@ -20,7 +20,7 @@ const RecordDescription& descriptionOf<StructDetViewRequestCategory>()
                     inDetails,
                     key<&R::key>("Key"),
                     reference<&R::baseCategory, StructDetBaseCategory>("BaseCategory"),
-                    column<&R::detViewRequest>("DetViewRequest"),
+                    itemOwner<&R::detViewRequest>("DetViewRequest"),
                     unstored<&R::deleted>());
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();

@@ -1,0 +1,366 @@
+#include "DetailTables.h"
+#include "ItemStore.h"
+#include "edit/KorOdbcMan.h"
+#include "lookup/UserTableRows.h"
+#include "maintenance/KorOdbcGUI.h"
+#include "project/KorODBCUserProfile.h"
+#include "repository/KorDSNManager.h"
+#include "repository/KorDatabaseAccess.h"
+#include "roots/KorAssert.h"
+#include "transfer/KorODBCDetailStyleExports.h"
+
+using namespace korodbc;
+
+namespace {
+
+using Man = KorOdbcMan;
+
+bool transferInProgress()
+{
+    return KorODBCDetailStyleExports::isExportInProgress() != 0 || KorODBCDetailStyleExports::isImportInProgress() != 0;
+}
+
+/// Physical name of a type's table; false for an invalid type.
+bool physicalName(Man::eTableType type, KorString& table)
+{
+    KorString name;
+    if (Man::getTableName(type, name) != 1)
+        return false;
+    table = KorDatabaseAccess::getTableName(name);
+    return true;
+}
+
+/// Writes one column of a row under the copy of a depth.
+template <class Key>
+int writeAttribute(Man::eTableType type, const Key& key, int column, const KorCellData& value, int flag,
+                   Man::eCopyDepth depth, bool reset)
+{
+    KorString table;
+    if (!physicalName(type, table))
+        return -2;
+    KorDatabaseBatch batch;
+    Man::setStatus(type, Man::eModified, depth);
+    const int result = Man::setTableColumnValue(type, key, column, value, flag);
+    if (reset)
+        Man::resetTable(type);
+    return batch.end(result);
+}
+
+KorCellData cellOf(void* value, const KorItemType& itemType) { return KorCellData(value, itemType); }
+
+/// Key of a type's current record, as the service takes it.
+KorCellData currentKey(Man::eTableType type)
+{
+    const DetailTable& table = detailTable(type);
+    const RecordDescription& description = table.description();
+    return description.hasTextKey() ? KorCellData(description.keyColumn().text(table.currentRecord))
+                                    : KorCellData(description.keyOf(table.currentRecord));
+}
+
+/// Appends an empty row and gives its key in `key`.
+int appendRow(Man::eTableType type, const KorString& table, int keepKey, KorCellData& key)
+{
+    const bool mayKeep = Man::m_currentDSN != KorDSNDefinitions::kDetails || transferInProgress();
+    if (mayKeep && keepKey == 1) {
+        key = type == Man::kDetObjQualifierFilter ? KorCellData(Man::getRecordStringKey(type))
+                                                  : KorCellData(static_cast<int>(Man::getRecordKey(type)));
+        if (KorDatabaseAccess::appendNewLine(Man::m_currentDSN, table, key, true, true) == 1)
+            return 1;
+    }
+    key = KorCellData();
+    return KorDatabaseAccess::appendNewLine(Man::m_currentDSN, table, key, true, false);
+}
+
+void stampOwner(const DetailTable& table)
+{
+    const ColumnDescription* owner = table.description().ownerColumn();
+    if (owner == nullptr || transferInProgress())
+        return;
+    KorODBCUserProfile::resetOwnerText();
+    owner->text(table.currentRecord) = KorODBCUserProfile::m_charOwnerText;
+}
+
+} // namespace
+
+int KorOdbcMan::setTableColumnValue(eTableType type, const KorOdbcKey& key, int column, const KorCellData& value, int)
+{
+    KorString table;
+    if (!physicalName(type, table))
+        return -2;
+    return KorDatabaseAccess::setTableColumnValue(m_currentDSN, table, L"Key", KorString::format(L"%d", key.getKey()),
+                                                  column, value);
+}
+
+int KorOdbcMan::setTableColumnValue(eTableType type, const KorString& key, int column, const KorCellData& value, int)
+{
+    KorString table;
+    if (!physicalName(type, table))
+        return -2;
+    if (m_currentDSN == KorDSNDefinitions::kDetails)
+        return setUserTableCell(table, key, column, value);
+    return KorDatabaseAccess::setTableColumnValue(m_currentDSN, table, L"Key", key, column, value);
+}
+
+int KorOdbcMan::setAttribute(eTableType type, const KorOdbcKey& key, int column, long value, eCopyDepth depth)
+{
+    return writeAttribute(type, key, column, KorCellData(static_cast<int>(value)), 1, depth, true);
+}
+
+int KorOdbcMan::setAttribute(eTableType type, const KorOdbcKey& key, int column, double value, eCopyDepth depth)
+{
+    return writeAttribute(type, key, column, KorCellData(value), 1, depth, true);
+}
+
+int KorOdbcMan::setAttribute(eTableType type, const KorOdbcKey& key, int column, const KorString& value, int,
+                             eCopyDepth depth)
+{
+    return writeAttribute(type, key, column, KorCellData(value), 1, depth, true);
+}
+
+int KorOdbcMan::setAttribute(eTableType type, const KorOdbcKey& key, int column, void*& value, KorItemType& itemType,
+                             int flag, eCopyDepth depth)
+{
+    return writeAttribute(type, key, column, cellOf(value, itemType), flag, depth, false);
+}
+
+int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, long value, eCopyDepth depth)
+{
+    return writeAttribute(type, key, column, KorCellData(static_cast<int>(value)), 1, depth, true);
+}
+
+int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, double value, eCopyDepth depth)
+{
+    return writeAttribute(type, key, column, KorCellData(value), 1, depth, true);
+}
+
+int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, const KorString& value, int,
+                             eCopyDepth depth)
+{
+    return writeAttribute(type, key, column, KorCellData(value), 1, depth, true);
+}
+
+int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, void*& value, KorItemType& itemType,
+                             int flag, eCopyDepth depth)
+{
+    return writeAttribute(type, key, column, cellOf(value, itemType), flag, depth, false);
+}
+
+int KorOdbcMan::appendNewRecord(eTableType type, int keepKey, eCopyDepth depth)
+{
+    KorString table;
+    if (!physicalName(type, table))
+        return -2;
+    m_bAppending = true;
+    KorDatabaseBatch batch;
+    setStatus(type, eModified, depth);
+    KorCellData key;
+    int newKey = -1;
+    if (appendRow(type, table, keepKey, key) == 1) {
+        const bool isText = key.getType() == KorItemType::kString;
+        if (!isText && key.getType() != KorItemType::kInt) {
+            KorAssert::korAssert("false", "KorOdbcMan", __LINE__);
+        } else if (const DetailTable& current = detailTable(type); current.currentRecord == nullptr) {
+            KorAssert::korAssert("AppendNewrecord==-1", "KorOdbcMan", __LINE__);
+            newKey = key.getInt();
+        } else {
+            const ColumnDescription& column = current.description().keyColumn();
+            if (isText)
+                column.text(current.currentRecord) = key.getStringW();
+            else
+                column.integer(current.currentRecord) = key.getInt();
+            stampOwner(current);
+            newKey = isText ? 1 : key.getInt();
+            if (storeCurrentRecord(type, depth) != 1)
+                newKey = -1;
+        }
+    }
+    m_bAppending = false;
+    return batch.end(1) == 1 ? newKey : -1;
+}
+
+int KorOdbcMan::storeCurrentRecord(eTableType type, eCopyDepth depth)
+{
+    KorString table;
+    if (!physicalName(type, table))
+        return -2;
+    const DetailTable& current = detailTable(type);
+    if (type > kProfileShapeRunName || current.currentRecord == nullptr)
+        return 1;
+    m_bAppending = true;
+    KorDatabaseBatch batch;
+    setStatus(type, eModified, depth);
+    const RecordDescription& description = current.description();
+    if (const MemberList* items = description.itemList()) {
+        const long count = items->length(current.currentRecord);
+        if (const ColumnDescription* column = description.at(description.itemCount))
+            column->integer(current.currentRecord) = static_cast<int>(count);
+        if (description.numbered.exists())
+            setColumnsForNewItems(type, static_cast<int>(count));
+    }
+    int result = KorDatabaseAccess::setRecord(m_currentDSN, table, description, currentKey(type), current.currentRecord);
+    if (result == 1)
+        result = storeItems(type, description.keyOf(current.currentRecord), depth);
+    m_bAppending = false;
+    resetTable(type);
+    return batch.end(result);
+}
+
+int KorOdbcMan::deleteRecord(eTableType type, const KorOdbcKey& key, eCopyDepth depth)
+{
+    KorString table;
+    if (!physicalName(type, table))
+        return -2;
+    KorDatabaseBatch batch;
+    setStatus(type, eModified, depth);
+    KorString sql = KorString::format(L"DELETE FROM [%s] ", table);
+    sql += KorString::format(L" WHERE [%s].%s=%i", table, L"[Key]", key.getKey());
+    const int result = KorDatabaseAccess::doSQLStatement(m_currentDSN, sql);
+    resetTable(type);
+    return batch.end(result);
+}
+
+int KorOdbcMan::setColumnsForNewItems(eTableType type, int items)
+{
+    int columns = 0;
+    const int read = getNumberOfColumns(type, columns);
+    if (read != 1)
+        return read;
+    const int perItem = m_numberOfColumns[type][1];
+    if (perItem == 0)
+        return 1;
+    int existing = (columns - m_numberOfColumns[type][0]) / perItem;
+    for (; existing < items; ++existing)
+        if (AddItemColumns(type, existing + 1) != 1)
+            break;
+    return 1;
+}
+
+int KorOdbcMan::AddItemColumns(eTableType type, int item)
+{
+    return AddItemColumns(type, item, isTableType(type) ? m_numberOfColumns[type][1] : 0, m_currentDSN);
+}
+
+int KorOdbcMan::AddItemColumns(eTableType type, int item, int count, eDSN dsn)
+{
+    KorString name;
+    if (getTableName(type, name) != 1)
+        return -2;
+    const int perItem = m_numberOfColumns[type][1];
+    KorArray<KorString> definitions;
+    for (int column = perItem - count; column < perItem; ++column) {
+        const KorString pattern(itemColumnTemplate(type, column));
+        if (!pattern.isEmpty())
+            definitions.append(KorString::format(pattern.c_str(), item));
+    }
+    return KorOdbcGUI::setNewColumns(name, definitions, dsn);
+}
+
+void KorOdbcMan::resetTable(eTableType type)
+{
+    if (m_bAppending)
+        return;
+    if (!isTableType(type)) {
+        KorAssert::korAssert("error==-1", "KorOdbcMan", __LINE__);
+        return;
+    }
+    const KorDSNRequest request(m_currentDSN, m_currentAddIn);
+    // tables that are read together are reset together
+    static const int groups[][2] = {{kDetViewRequest, kDetViewRequestCategories},
+                                    {kDetObjReprMap, kDetObjReprMapItems},
+                                    {kDetViewDimStrategy, kDetViewDimStrategyItems},
+                                    {kDetailStyleMap, kDetailStyleMapItems},
+                                    {kDetObjQualifierSet, kDetObjQualifierSetItem},
+                                    {kDetailProcessScales, kDetailProcessScalesItem},
+                                    {kDetProcessesSuiteDefinition, kDetProcessesSuiteItems}};
+    RecordAccess::resetCache(detailTable(type).description());
+    for (const auto& [owner, items] : groups) {
+        if (type == owner)
+            RecordAccess::resetCache(detailTable(items).description());
+        else if (type == items)
+            RecordAccess::resetCache(detailTable(owner).description());
+    }
+    if (type == kDetailStyle || type == kDetObjAnnotationStrategy) {
+        const DetailTable& table = detailTable(type);
+        RecordAccess::readByKey(table.description(), getRecordKey(type), table.currentRecord);
+    }
+}
+
+void KorOdbcMan::checkItems(eTableType type)
+{
+    if (type != kDetailStyle && type != kDetObjReprMap && type != kDetViewDimStrategy && type != kDetViewDimRequestLinear)
+        return;
+    const KorDSNRequest request(m_currentDSN, m_currentAddIn);
+    const DetailTable& table = detailTable(type);
+    const RecordDescription& description = table.description();
+    const MemberList& list = *description.itemList();
+    const std::span<const ColumnDescription> columns =
+        description.numbered.exists() ? description.numbered.columns : description.items.item().columns;
+    // the look-ups read into the current records of the referenced types
+    const auto resolves = [](const ColumnDescription& column, const void* item) {
+        const int key = column.integer(item);
+        if (column.noneAllowed && key == -1)
+            return true;
+        const int target = tableTypeOf(column.target());
+        if (target >= 0 && detailTable(target).currentRecord != nullptr)
+            return RecordAccess::readByKey(column.target(), key, detailTable(target).currentRecord) == 1;
+        const auto& operations = *column.target().operations;
+        void* record = operations.create();
+        const bool found = RecordAccess::readByKey(column.target(), key, record) == 1;
+        operations.destroy(record);
+        return found;
+    };
+    const auto checked = [&](const ColumnDescription& column) {
+        return column.link == LinkKind::Reference ||
+               (column.link == LinkKind::Lookup && type == kDetViewDimStrategy); // its request type
+    };
+    for (long item = list.length(table.currentRecord) - 1; item >= 0; --item) {
+        for (const ColumnDescription& column : columns) {
+            if (checked(column) && !resolves(column, list.at(table.currentRecord, item))) {
+                list.erase(table.currentRecord, item);
+                break;
+            }
+        }
+    }
+    if (const ColumnDescription* count = description.at(description.itemCount))
+        count->integer(table.currentRecord) = static_cast<int>(list.length(table.currentRecord));
+}
+
+bool KorOdbcMan::isCurrentOwnerVEL()
+{
+    KorODBCUserProfile::resetOwnerText();
+    KorString owner;
+    KorODBCUserProfile::getOwnerText(owner);
+    return owner == korstrVEL || owner == korstrPCVEL;
+}
+
+bool KorOdbcMan::getAttributeStatus(eTableType type)
+{
+    switch (type) {
+    case kDetailStyle:
+    case kDetViewArrangeStrategy:
+    case kDetViewRequest:
+    case kDetObjReprMap:
+    case kDetViewSystemAndBox:
+    case kDetViewDimStrategy:
+    case kDetViewLengthClip:
+    case kDetObjAnnotationStrategy:
+    case kDetAnnotationType:
+    case kDetArrangerControl:
+    case kDetArrangerStrategy:
+    case kDetViewDimRequestLinear:
+    case kDetViewDimPointSelection:
+    case kNumberingPrefix:
+    case kDetProcessesSuiteDefinition: {
+        const DetailTable& table = detailTable(type);
+        const KorString& owner = table.description().ownerColumn()->text(table.currentRecord);
+        return owner == korstrVEL || owner == korstrPCVEL ? isCurrentOwnerVEL() : true;
+    }
+    case kDetManualAnnotationType:
+        return true;
+    default:
+        KorAssert::korAssert("getAttributeStatus_notYetImplemented==-1", "KorOdbcMan", __LINE__);
+        return false;
+    }
+}
+
+bool KorOdbcMan::getEditableStatus() { return m_currentDSN == KorDSNDefinitions::kAddin || isCurrentOwnerVEL(); }

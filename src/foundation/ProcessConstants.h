@@ -1,0 +1,24 @@
+#pragma once
+
+#include "roots/KorLogfile.h"
+#include "roots/KorString.h"
+
+/// What the library sets up when it is loaded and takes down when it is unloaded.
+namespace korodbc {
+
+extern const KorString firstCopySuffix; // follows the name of a table in the name of its working copy
+
+// Keys of default values
+extern const KorString defaultNewKeyValueStart;
+extern const KorString defaultOwnerKey;
+extern const KorString defaultOwnerText;
+extern const KorString defaultProfileMaxPoints;
+extern const KorString defaultProfileMaxContours;
+
+extern KorLogfile odbcLog;
+extern KorLogfile odbcDataLog;
+
+/// 1 from the moment on that the objects above are destroyed.
+extern int shutDown;
+
+} // namespace korodbc

@@ -1,1 +1,0 @@
-int korodbcFoundation = 0;

@@ -1,0 +1,38 @@
+#include "foundation/ResolvedTable.h"
+#include "maintenance/KorOdbcGUI.h"
+#include "repository/KorDatabaseAccess.h"
+
+using namespace korodbc;
+
+namespace {
+const wchar_t* const toolbars = L"Toolbars";
+} // namespace
+
+int KorOdbcGUI::getToolbarInformation(const KorOdbcKey& key, StructToolbarsTable& toolbar)
+{
+    return StructToolbarsTableMarshal::getStructByKey(key.getKey(), toolbar);
+}
+
+int KorOdbcGUI::putToolbarInformation(const StructToolbarsTable& toolbar)
+{
+    const KorString key = KorString::format(L"%d", toolbar.key);
+    const KorCellData values[] = {toolbar.runName,  toolbar.toolTip, toolbar.parent,
+                                  toolbar.position, toolbar.visible, toolbar.docking};
+    KorDatabaseBatch batch;
+    int result = 0;
+    int column = 0;
+    for (const KorCellData& value : values)
+        result = KorDatabaseAccess::setTableColumnValue(
+            KorDSNDefinitions::kToolbars, resolveTable(toolbars).name, L"Key", key, ++column, value);
+    return batch.end(result);
+}
+
+int KorOdbcGUI::reopenMenu()
+{
+    KorDatabaseBatch batch;
+    deleteTableInformation(toolbars);
+    const int result = KorDatabaseAccess::doSQLStatement(
+        resolveTable(toolbars).dsn, L"INSERT INTO [Toolbars] SELECT * FROM ToolbarsDefault");
+    StructToolbarsTableMarshal::resetTableCache(0);
+    return batch.end(result);
+}

@@ -1,0 +1,58 @@
+#include "project/KorODBCUserProfile.h"
+
+#include "foundation/ProcessConstants.h"
+#include "records/configuration/AuthorRecords.h"
+#include "repository/KorColumn.h"
+#include "repository/KorDatabaseAccess.h"
+#include "repository/KorDefaults.h"
+#include "repository/KorDSNManager.h"
+#include "transfer/KorODBCDetailStyleExports.h"
+
+using namespace korodbc;
+
+KorString KorODBCUserProfile::m_charOwnerText;
+KorString KorODBCUserProfile::m_charSectionTypeName;
+
+namespace {
+
+KorString defaultOr(const KorString& key, const wchar_t* fallback)
+{
+    KorString value;
+    return kor_odbc_getDefault(key, value) == 1 ? value : KorString(fallback);
+}
+
+/// The limit, or without it the result of reading it.
+int limit(const KorString& key)
+{
+    int value = 0;
+    const int result = kor_odbc_getDefault(key, value);
+    return result == 1 ? value : result;
+}
+
+} // namespace
+
+void KorODBCUserProfile::resetOwnerText()
+{
+    const KorString ownerKey = defaultOr(defaultOwnerKey, L"-");
+    const KorString ownerText = defaultOr(defaultOwnerText, L"-");
+    // the authors stand in the configuration, whichever database is current
+    const KorDSNRequest request(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase);
+    StructAuthor author;
+    if (StructAuthorMarshal::getStructByKey(ownerKey, author) != 1 &&
+        KorDatabaseAccess::doSQLStatement(
+            KorDSNDefinitions::kConfiguration,
+            KorString::format(L"INSERT INTO Authors (CompanyText,CompanyName) VALUES ('%s','%s')",
+                              quoted(ownerKey), quoted(ownerText))) == 1)
+        StructAuthorMarshal::resetTableCache(0);
+    m_charOwnerText = ownerKey;
+}
+
+void KorODBCUserProfile::getOwnerText(KorString& owner)
+{
+    if (!KorODBCDetailStyleExports::isExportInProgress() && !KorODBCDetailStyleExports::isImportInProgress())
+        owner = m_charOwnerText;
+}
+
+int KorODBCUserProfile::getMaxPointsUserSection() { return limit(defaultProfileMaxPoints); }
+
+int KorODBCUserProfile::getMaxContoursUserSection() { return limit(defaultProfileMaxContours); }

@@ -1,0 +1,279 @@
+#include "DeepCopyGraph.h"
+
+#include "edit/DetailTables.h"
+#include "project/KorODBCUserProfile.h"
+#include "repository/RecordAccess.h"
+#include "transfer/KorDetailTableDependencies.h"
+#include "transfer/KorODBCDetailStyleExports.h"
+
+#include <optional>
+
+namespace korodbc {
+
+namespace {
+
+/// A record of a type known by its description only.
+class AnyRecord {
+public:
+    explicit AnyRecord(const RecordDescription& type)
+        : m_operations(type.operations), m_record(m_operations->create())
+    {
+    }
+    ~AnyRecord() { m_operations->destroy(m_record); }
+    AnyRecord(const AnyRecord&) = delete;
+    AnyRecord& operator=(const AnyRecord&) = delete;
+    void* get() const { return m_record; }
+
+private:
+    const RecordOperations* m_operations;
+    void* m_record;
+};
+
+} // namespace
+
+bool transferInProgress()
+{
+    return KorODBCDetailStyleExports::isExportInProgress() != 0 || KorODBCDetailStyleExports::isImportInProgress() != 0;
+}
+
+DeepCopyGraph::DeepCopyGraph(std::vector<CopyTable> tables, KorTransferKeyMap& keys) : m_keys(keys)
+{
+    for (CopyTable& table : tables) {
+        m_byType.emplace(&table.description(), m_nodes.size());
+        m_nodes.push_back({table, {}, nullptr, nullptr, {}});
+    }
+}
+
+void DeepCopyGraph::setHooks(KorOdbcMan::eTableType type, Hooks hooks) { node(type)->hooks = hooks; }
+
+void DeepCopyGraph::setOverride(KorOdbcMan::eTableType from, KorOdbcMan::eTableType to, long* key)
+{
+    Node& own = *node(from);
+    own.overriddenTarget = node(to);
+    own.override = key;
+}
+
+DeepCopyGraph::Node* DeepCopyGraph::node(KorOdbcMan::eTableType type)
+{
+    for (Node& node : m_nodes)
+        if (node.table.type == type)
+            return &node;
+    return nullptr;
+}
+
+DeepCopyGraph::Node* DeepCopyGraph::node(const RecordDescription& type)
+{
+    const auto found = m_byType.find(&type);
+    return found == m_byType.end() ? nullptr : &m_nodes[found->second];
+}
+
+const CopyTable* DeepCopyGraph::table(const RecordDescription& type) const
+{
+    const auto found = m_byType.find(&type);
+    return found == m_byType.end() ? nullptr : &m_nodes[found->second].table;
+}
+
+const CopyTable* DeepCopyGraph::table(KorOdbcMan::eTableType type) const
+{
+    for (const Node& node : m_nodes)
+        if (node.table.type == type)
+            return &node.table;
+    return nullptr;
+}
+
+long DeepCopyGraph::find(const CopyTable& table, long key)
+{
+    Node& known = *node(table.description());
+    const long length = table.length();
+    if (static_cast<long>(known.positions.size()) != length) {
+        // the host changed the list
+        known.positions.clear();
+        for (long position = 0; position < length; ++position)
+            known.positions.emplace(table.description().keyOf(table.at(position)), position);
+    }
+    const auto found = known.positions.find(key);
+    return found == known.positions.end() ? -1 : found->second;
+}
+
+long DeepCopyGraph::append(const CopyTable& table, const void* record, long key)
+{
+    const long position = table.description().operations->list.append(table.rows, record);
+    node(table.description())->positions.emplace(key, position);
+    return position;
+}
+
+/// Calls `act(reference field's value, target table, index in a list of references or -1)` for each reference that the
+/// copy follows, in the order of the columns, items last; stops when it returns false.
+template <class Act>
+bool DeepCopyGraph::forEachReference(const RecordDescription& type, void* record, Act act)
+{
+    const auto visit = [&](const ColumnDescription& column, void* element, bool inList) {
+        if (column.link != LinkKind::Reference)
+            return true;
+        int& value = column.integer(element);
+        Node* target = node(column.target());
+        if (target == nullptr || (column.noneAllowed && value == -1) ||
+            (target->table.isGroup && KorDetailTableDependencies::m_bKernelNewerThan42 == 0))
+            return true;
+        return act(value, *target, inList);
+    };
+    for (const ColumnDescription& column : type.columns)
+        if (!visit(column, record, false))
+            return false;
+    const MemberList* list = type.itemList();
+    if (list == nullptr)
+        return true;
+    const auto columns = type.numbered.exists() ? type.numbered.columns : type.items.item().columns;
+    for (long i = 0; i < list->length(record); ++i)
+        for (const ColumnDescription& column : columns)
+            if (!visit(column, list->at(record, i), true))
+                return false;
+    return true;
+}
+
+bool DeepCopyGraph::collectReferences(const RecordDescription& type, void* record)
+{
+    return forEachReference(type, record, [&](int& value, Node& target, bool) {
+        value = static_cast<int>(collect(target.table.description(), nullptr, value));
+        return value >= 0;
+    });
+}
+
+long DeepCopyGraph::collect(const RecordDescription& type, void* record, long key)
+{
+    Node* own = node(type);
+    if (own == nullptr)
+        return -1;
+    const CopyTable& table = own->table;
+    KorDetailTableDependencies::ProgressBar(
+        static_cast<KorOdbcMan::eTableType>(table.readType >= 0 ? table.readType : table.type), 0);
+    const long known = find(table, key);
+    if (known >= 0) {
+        if (record != nullptr)
+            type.operations->assign(record, table.at(known));
+        return known;
+    }
+    std::optional<AnyRecord> scratch;
+    if (record == nullptr)
+        record = scratch.emplace(type).get();
+    if (RecordAccess::readByKey(type, key, record) != 1 || !collectReferences(type, record))
+        return -1;
+    if (own->hooks.referencesCollected != nullptr && !own->hooks.referencesCollected(record, key))
+        return -1;
+    const long position = append(table, record, key);
+    if (own->hooks.collected != nullptr && !own->hooks.collected(record, key))
+        return -1;
+    return position;
+}
+
+bool DeepCopyGraph::nameRow(const Node& own, void* record)
+{
+    const ColumnDescription* column = own.table.description().runNameColumn();
+    if (column == nullptr)
+        return true;
+    KorString name = column->text(record);
+    if (KorDetailTableDependencies::pGetNameForRowFn != nullptr) {
+        if (KorDetailTableDependencies::pGetNameForRowFn(own.table.type, KorDetailTableDependencies::mainType, name) == -1)
+            return false;
+    } else {
+        KorDetailTableDependencies::GetDefaultNameForRow(own.table.type, name);
+    }
+    column->text(record) = name;
+    return true;
+}
+
+bool DeepCopyGraph::saveReferences(const CopyTable& table, void* record)
+{
+    const Node& own = *node(table.description());
+    return forEachReference(table.description(), record, [&](int& value, Node& target, bool inList) {
+        const long position = value;
+        if (&target == own.overriddenTarget && *own.override != -1) {
+            value = static_cast<int>(*own.override);
+            *own.override = -1;
+            return true;
+        }
+        const long key = saveCollected(target.table, position);
+        value = static_cast<int>(key);
+        if (key == -1)
+            return false;
+        return !inList || own.hooks.listReferenceSaved == nullptr || own.hooks.listReferenceSaved(position, key);
+    });
+}
+
+long DeepCopyGraph::saveCollected(const CopyTable& table, long index)
+{
+    const AnyRecord record(table.description());
+    table.description().operations->assign(record.get(), table.at(index));
+    return save(table.description(), record.get(), index);
+}
+
+long DeepCopyGraph::save(const RecordDescription& type, void* record, long index)
+{
+    Node* own = node(type);
+    if (own == nullptr)
+        return -1;
+    const CopyTable& table = own->table;
+    const long sourceKey = type.keyOf(record);
+    long known = -1;
+    if (m_keys.lookup({table.identity, static_cast<int>(index), static_cast<int>(sourceKey)}, known))
+        return known;
+    if (own->hooks.existing != nullptr && (known = own->hooks.existing(record)) != -1)
+        return known;
+    if (table.reusedByName) {
+        const AnyRecord existing(type);
+        if (RecordAccess::readByRunName(type, type.runNameColumn()->text(record), existing.get()) == 1)
+            return type.keyOf(existing.get());
+    }
+    if (table.naming == CopyTable::Naming::BeforeReferences && !nameRow(*own, record))
+        return -1;
+    if (!saveReferences(table, record))
+        return -1;
+    if (table.naming == CopyTable::Naming::AfterReferences && !nameRow(*own, record))
+        return -1;
+    const int keepKey = own->hooks.keepKey != nullptr ? own->hooks.keepKey() : table.keepsKey ? 1 : 0;
+    const long key = write(table, record, index, sourceKey, keepKey);
+    if (key != -1 && own->hooks.saved != nullptr)
+        own->hooks.saved(index, key);
+    return key;
+}
+
+long DeepCopyGraph::write(const CopyTable& table, void* record, long index, long sourceKey, int keepKey)
+{
+    const RecordDescription& type = table.description();
+    KorODBCUserProfile::resetOwnerText();
+    if (const ColumnDescription* owner = type.ownerColumn(); owner != nullptr && !transferInProgress())
+        owner->text(record) = KorODBCUserProfile::m_charOwnerText;
+    KorDetailTableDependencies::ProgressBar(table.type, 1);
+    void* current = detailTable(table.type).currentRecord;
+    type.operations->assign(current, record);
+    const int key = KorOdbcMan::appendNewRecord(table.type, keepKey, KorOdbcMan::kFirstCopy);
+    if (key < 0)
+        return -1;
+    type.keyColumn().integer(record) = key;
+    if (table.written != nullptr)
+        type.operations->list.append(table.written, current);
+    m_keys.insert({table.identity, static_cast<int>(index), static_cast<int>(sourceKey)}, key);
+    return key;
+}
+
+void DeepCopyGraph::reset()
+{
+    for (Node& node : m_nodes) {
+        const ListOperations& list = node.table.description().operations->list;
+        list.resize(node.table.rows, 0);
+        if (node.table.written != nullptr)
+            list.resize(node.table.written, 0);
+        node.positions.clear();
+    }
+    m_keys.removeAll();
+}
+
+long DeepCopyGraph::rows() const
+{
+    long sum = 0;
+    for (const Node& node : m_nodes)
+        sum += node.table.length();
+    return sum;
+}
+
+} // namespace korodbc

@@ -1,0 +1,151 @@
+#include "foundation/KorOdbcKeyArray.h"
+
+#include "roots/KorMemoryControllerController.h"
+#include "support/RepositoryFixture.h"
+
+namespace {
+
+std::vector<long> keysOf(const KorOdbcKeyArray& array)
+{
+    std::vector<long> keys;
+    for (long i = 0; i < array.length(); ++i)
+        keys.push_back(array.getAt(i));
+    return keys;
+}
+
+KorOdbcKeyArray arrayOf(const std::vector<long>& keys)
+{
+    KorOdbcKeyArray array;
+    for (const long key : keys)
+        array.append(key);
+    return array;
+}
+
+TEST(KorOdbcKeyTest, HoldsOneSignedKey)
+{
+    KorOdbcKey key;
+    EXPECT_EQ(key.getKey(), -1);
+    static_assert(sizeof(KorOdbcKey) == 4);
+    for (const long value : {0L, 7L, -1L, 2147483647L, -2147483648L}) {
+        key.setKey(value);
+        EXPECT_EQ(key.getKey(), value);
+        EXPECT_EQ(static_cast<long>(key), value);
+        EXPECT_TRUE(key == KorOdbcKey(value));
+        EXPECT_TRUE(key == value && value == key);
+        EXPECT_FALSE(key == KorOdbcKey(value ^ 1));
+    }
+    key.setKey(-1);
+    EXPECT_FALSE(key == 4294967295u); // the same bits are not the same number
+    key = *&key;
+    EXPECT_EQ(key.getKey(), -1);
+}
+
+TEST(KorOdbcKeyArrayTest, GrowsInStepsOfEight)
+{
+    KorOdbcKeyArray array;
+    EXPECT_EQ(array.length(), 0);
+    EXPECT_EQ(array.physicalLength(), 0);
+    for (long i = 0; i < 17; ++i) {
+        EXPECT_EQ(array.append(100 + i), i);
+        EXPECT_EQ(array.physicalLength(), i < 8 ? 8 : i < 16 ? 16 : 24);
+    }
+    EXPECT_EQ(array.getAt(16), 116);
+}
+
+TEST(KorOdbcKeyArrayTest, KeysNeverWrittenAreMinusOneAndOldOnesComeBack)
+{
+    AssertionRecorder assertions;
+    KorOdbcKeyArray array;
+    array.setAt(5, 50);
+    EXPECT_EQ(keysOf(array), (std::vector<long>{-1, -1, -1, -1, -1, 50}));
+    array.setAt(0, 10);
+    array.deleteAt(1);
+    EXPECT_EQ(keysOf(array), (std::vector<long>{10, -1, -1, -1, 50}));
+    array.setAt(7, 70);
+    EXPECT_EQ(keysOf(array), (std::vector<long>{10, -1, -1, -1, 50, 50, -1, 70}));
+    array.setLogicalLength(1);
+    EXPECT_EQ(keysOf(array), (std::vector<long>{10}));
+    array.setLogicalLength(9);
+    EXPECT_EQ(keysOf(array), (std::vector<long>{10, -1, -1, -1, -1, -1, -1, -1, -1})); // moved to new storage
+    EXPECT_EQ(assertions.take(), Texts{});
+}
+
+TEST(KorOdbcKeyArrayTest, DeletingKeepsTheStorage)
+{
+    AssertionRecorder assertions;
+    KorOdbcKeyArray array = arrayOf({1});
+    const long physical = array.physicalLength();
+    array.deleteAt(0);
+    EXPECT_EQ(array.length(), 0);
+    EXPECT_EQ(array.physicalLength(), physical);
+    EXPECT_EQ(assertions.take(), Texts{});
+    array.deleteAt(0);
+    EXPECT_EQ(assertions.take(), (Texts{"KorArray: isValid(index)", "KorArray: len>=0"}));
+    EXPECT_EQ(array.length(), 0);
+
+    array = arrayOf({1, 2, 3});
+    array.deleteAt(1);
+    EXPECT_EQ(keysOf(array), (std::vector<long>{1, 3}));
+}
+
+TEST(KorOdbcKeyArrayTest, AssertsOnBadIndexes)
+{
+    AssertionRecorder assertions;
+    KorOdbcKeyArray array = arrayOf({1, 2});
+    for (const long index : {-1L, 2L, 8L, 1000000L}) {
+        array.getAt(index).setKey(99); // harmless
+        EXPECT_EQ(assertions.take(), Texts{"KorArray: isValid( index )"}) << index;
+    }
+    EXPECT_EQ(keysOf(array), (std::vector<long>{1, 2}));
+    array.setLogicalLength(-1);
+    EXPECT_EQ(assertions.take(), Texts{"KorArray: len>=0"});
+    KorOdbcKeyArray().getAt(0);
+    EXPECT_EQ(assertions.take(), Texts{"KorArray: isValid( index )"});
+}
+
+TEST(KorOdbcKeyArrayTest, CopiesAreIndependent)
+{
+    KorOdbcKeyArray source = arrayOf({1, 2, 3});
+    KorOdbcKeyArray copy(source);
+    EXPECT_EQ(copy.physicalLength(), 3);
+    copy.setAt(0, 9);
+    copy.append(4);
+    EXPECT_EQ(keysOf(source), (std::vector<long>{1, 2, 3}));
+    EXPECT_EQ(keysOf(copy), (std::vector<long>{9, 2, 3, 4}));
+
+    KorOdbcKeyArray& self = source;
+    source = self;
+    EXPECT_EQ(keysOf(source), (std::vector<long>{1, 2, 3}));
+    EXPECT_EQ(source.physicalLength(), 8);
+
+    source = KorOdbcKeyArray();
+    EXPECT_EQ(source.length(), 0);
+    EXPECT_EQ(source.append(5), 0);
+}
+
+TEST(KorOdbcKeyArrayTest, HandleWithoutArrayIsSafe)
+{
+    AssertionRecorder assertions;
+    KorMemoryControllerController::setLargestArray(1);
+    KorOdbcKeyArray empty;
+    KorMemoryControllerController::setLargestArray(0);
+
+    EXPECT_EQ(empty.length(), 0);
+    EXPECT_EQ(empty.append(1), -1);
+    empty.setAt(3, 1);
+    empty.deleteAt(0);
+    empty.setLogicalLength(4);
+    EXPECT_EQ(empty.length(), 0);
+    EXPECT_EQ(assertions.take(), Texts{});
+    EXPECT_EQ(empty.getAt(0).getKey(), -1);
+    EXPECT_EQ(assertions.take(), Texts{"KorOdbcKeyArray: m_pItems!=NULL"});
+
+    KorOdbcKeyArray full = arrayOf({1});
+    full = empty;
+    EXPECT_EQ(keysOf(full), std::vector<long>{1});
+    empty = full;
+    EXPECT_EQ(empty.length(), 0);
+    EXPECT_EQ(KorOdbcKeyArray(empty).length(), 0);
+}
+
+} // namespace
