@@ -28,12 +28,41 @@ bool promptOf(std::wstring_view module, unsigned number, KorString& text)
     return false;
 }
 
+/// Settings kept in the open repository.
+class RepositorySettings final : public SettingsStore {
+public:
+    bool get(const KorString& key, KorString& value) override
+    {
+        const KorDSNRequest request(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase);
+        StructSetting setting;
+        if (StructSettingMarshal::getStructByKey(key, setting) != 1)
+            return false;
+        value = setting.value;
+        return true;
+    }
+    bool set(const KorString& key, const KorString& value) override
+    {
+        const KorString table(L"Settings");
+        KorString known;
+        KorCellData cell(key);
+        KorDatabaseBatch batch;
+        int result = get(key, known) ? 1
+                                     : KorDatabaseAccess::appendNewLine(KorDSNDefinitions::kConfiguration, table, cell,
+                                                                        true, true);
+        if (result == 1)
+            result = KorDatabaseAccess::setTableColumnValue(KorDSNDefinitions::kConfiguration, table, L"Key", key, 1,
+                                                            KorCellData(value));
+        return batch.end(result) == 1;
+    }
+};
+
 bool opened(bool ok)
 {
     if (!ok)
         return false;
     openAddInManager();
     setPromptSource(promptOf);
+    setSettingsStore(std::make_shared<RepositorySettings>());
     return true;
 }
 
@@ -55,6 +84,7 @@ void closeRepository()
 {
     closeAddInManager();
     setPromptSource({});
+    setSettingsStore(nullptr);
     service().close();
     KorDSNManager::getInstance().setCurrent(KorDSNDefinitions::kDetails, KorDSNDefinitions::kBase);
 }

@@ -57,7 +57,7 @@ bool createTables(Connection& database, eDSN source, std::string& error)
             made = database.run("CREATE INDEX " + bracketed(std::string(type.table) + "_Owner") + " ON " +
                                 bracketed(type.table) + " (" + bracketed(type.at(type.itemOwner)->name) + ")");
     }
-    database.schemaRead();
+    database.tablesChanged({});
     if (!made)
         error = database.path() + ": " + database.lastError();
     return database.commit() && made;

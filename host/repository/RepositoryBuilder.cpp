@@ -218,7 +218,7 @@ bool addNumberedColumns(Connection& database, const CatalogueTable& table)
         any = true;
     }
     if (any)
-        database.schemaRead();
+        database.tablesChanged({table.name});
     return added;
 }
 

@@ -11,14 +11,21 @@ using namespace korodbc::host;
 
 namespace {
 
-Table* tableIn(eDSN dsn, const KorString& name)
+/// The table, nullptr when the data source does not have it.
+Table* findTable(eDSN dsn, const KorString& name)
 {
     Connection* database = service().connection(dsn);
     if (database == nullptr)
         return nullptr;
     database->validate();
-    Table* table = database->table(name);
-    if (table == nullptr)
+    return database->table(name);
+}
+
+/// The table that an operation needs.
+Table* tableIn(eDSN dsn, const KorString& name)
+{
+    Table* table = findTable(dsn, name);
+    if (table == nullptr && service().connection(dsn) != nullptr)
         service().setError("there is no table " + name.toUtf8() + " in data source " +
                            KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8());
     return table;
@@ -136,7 +143,7 @@ bool copy(Connection& database, Table& from, const KorString& to)
     const std::string source = from.bracketedName(), target = bracketed(to.toUtf8());
     const bool copied = database.run("CREATE TABLE " + target + " (" + columns + ")") &&
                         database.run("INSERT INTO " + target + " SELECT * FROM " + source + " ORDER BY rowid");
-    database.schemaRead();
+    database.tablesChanged({to.toUtf8()});
     return copied;
 }
 
@@ -188,12 +195,12 @@ int KorDatabaseAccess::getTablesNames(const eDSN& dsn, KorArray<KorString>& name
 
 int KorDatabaseAccess::doesTableExists(const eDSN& dsn, const KorString& table)
 {
-    return tableIn(dsn, table) != nullptr ? 1 : 0;
+    return findTable(dsn, table) != nullptr ? 1 : 0;
 }
 
 int KorDatabaseAccess::doesColumnExists(const eDSN& dsn, const KorString& name, const KorString& column)
 {
-    Table* table = tableIn(dsn, name);
+    Table* table = findTable(dsn, name);
     return table != nullptr && table->columnIndex(column.toUtf8()) >= 0 ? 1 : 0;
 }
 
@@ -207,10 +214,9 @@ int KorDatabaseAccess::copyTable(eDSN dsn, const KorString& from, const KorStrin
         if (database.table(to) != nullptr) {
             if (keepExisting || !database.run("DROP TABLE " + bracketed(to.toUtf8())))
                 return false;
-            database.schemaRead();
-            table = database.table(from);
+            database.tablesChanged({to.toUtf8()});
         }
-        return table != nullptr && copy(database, *table, to);
+        return copy(database, *table, to);
     });
 }
 

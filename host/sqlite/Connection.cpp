@@ -59,7 +59,7 @@ void Connection::report(std::string_view sql, bool ok, bool prepared, StatementE
                   ok ? KorString() : KorString::fromUtf8(m_error)});
 }
 
-int Connection::authorize(void* self, int action, const char* a, const char*, const char*, const char*)
+int Connection::authorize(void* self, int action, const char* a, const char* b, const char*, const char*)
 {
     auto& connection = *static_cast<Connection*>(self);
     switch (action) {
@@ -72,12 +72,12 @@ int Connection::authorize(void* self, int action, const char* a, const char*, co
         break;
     case SQLITE_CREATE_TABLE:
     case SQLITE_DROP_TABLE:
+        connection.m_definedByCompile.emplace_back(a == nullptr ? "" : a);
+        break;
+    case SQLITE_ALTER_TABLE:
     case SQLITE_CREATE_INDEX:
     case SQLITE_DROP_INDEX:
-    case SQLITE_CREATE_VIEW:
-    case SQLITE_DROP_VIEW:
-    case SQLITE_ALTER_TABLE:
-        connection.m_schemaByCompile = true;
+        connection.m_definedByCompile.emplace_back(b == nullptr ? "" : b);
         break;
     default:
         break;
@@ -121,7 +121,7 @@ Statement* Connection::compile(std::string_view sql, bool& prepared)
     if (known != m_statements.end())
         return known->second.get();
     m_writtenByCompile.clear();
-    m_schemaByCompile = false;
+    m_definedByCompile.clear();
     sqlite3_stmt* handle = nullptr;
     const char* tail = nullptr;
     const int code =
@@ -137,7 +137,7 @@ Statement* Connection::compile(std::string_view sql, bool& prepared)
         return nullptr;
     }
     statement->writtenTables = std::exchange(m_writtenByCompile, {});
-    statement->changesSchema = m_schemaByCompile;
+    statement->definedTables = std::exchange(m_definedByCompile, {});
     prepared = true;
     return m_statements.emplace(std::string(sql), std::move(statement)).first->second.get();
 }
@@ -202,8 +202,8 @@ int Connection::execute(const KorString& sql)
                 statement->bind(static_cast<int>(i) + 1, m_values[i]);
             const std::int64_t notedBefore = m_rowsNoted;
             ok = finish(*statement, false);
-            if (statement->changesSchema) {
-                schemaRead();
+            if (!statement->definedTables.empty()) {
+                tablesChanged(statement->definedTables);
                 const auto done = m_statements.find(split ? m_pattern : whole);
                 if (done != m_statements.end())
                     m_statements.erase(done);
@@ -295,14 +295,20 @@ void Connection::validate()
         dropCaches();
 }
 
-void Connection::schemaRead()
+void Connection::tablesChanged(const std::vector<std::string>& names)
+{
+    m_namesLoaded = false;
+    for (const std::string& name : names)
+        if (const auto found = m_tables.find(lowerCase(name)); found != m_tables.end())
+            found->second->schemaChanged();
+}
+
+void Connection::dropCaches()
 {
     m_namesLoaded = false;
     for (auto& [name, table] : m_tables)
         table->schemaChanged();
 }
-
-void Connection::dropCaches() { schemaRead(); }
 
 bool Connection::beginWrite()
 {

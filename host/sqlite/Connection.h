@@ -82,8 +82,8 @@ public:
     void checkBeforeNextRead() { m_unchecked = true; }
     /// Drops cached tables when another process changed the database; called before reads.
     void validate();
-    /// Takes the list of tables anew, after a statement of the host made or dropped one.
-    void schemaRead();
+    /// Takes the list of tables anew, after one was made, dropped or changed.
+    void tablesChanged(const std::vector<std::string>& names);
     void dropCaches();
     /// Suspends the noting of changed rows while the host itself keeps a cache up to date.
     class OwnWrite {
@@ -120,7 +120,7 @@ private:
     std::unordered_map<std::string, std::unique_ptr<Statement>, TextHash, std::equal_to<>> m_statements;
     Statement* m_compiling = nullptr;
     std::vector<std::string> m_writtenByCompile;
-    bool m_schemaByCompile = false;
+    std::vector<std::string> m_definedByCompile;
     std::string m_pattern;      // scratch of execute
     std::vector<Value> m_values; // scratch of execute
 

@@ -1,5 +1,6 @@
 #include "sqlite/Statement.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cwctype>
 
@@ -8,8 +9,9 @@ namespace korodbc::host {
 void Statement::bind(int position, const KorString& text)
 {
     const std::size_t slot = static_cast<std::size_t>(position);
-    if (m_texts.size() <= slot)
-        m_texts.resize(slot + 1);
+    if (m_texts.size() <= slot) // at once for all parameters: what is bound is read where it lies
+        m_texts.resize(std::max<std::size_t>(
+            slot, static_cast<std::size_t>(sqlite3_bind_parameter_count(m_handle))) + 1);
     std::string& narrow = m_texts[slot];
     narrow.clear();
     text.appendUtf8To(narrow);

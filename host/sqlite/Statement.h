@@ -41,7 +41,8 @@ public:
 
     /// Tables that the statement writes, found when it was prepared.
     std::vector<std::string> writtenTables;
-    bool changesSchema = false;
+    /// Tables that it makes, drops or changes the columns of.
+    std::vector<std::string> definedTables;
 
 private:
     sqlite3_stmt* m_handle;

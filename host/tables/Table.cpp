@@ -228,15 +228,6 @@ void Table::bindRecord(Statement& statement, const RecordDescription& type, cons
             bind(column, type.numbered.list.at(record, item));
 }
 
-bool Table::keyIsRowId()
-{
-    const int column = keyColumn();
-    if (column < 0)
-        return false;
-    const TableColumn& key = columns()[static_cast<std::size_t>(column)];
-    return key.primaryKey && lowerCase(key.declaration) == "integer";
-}
-
 bool Table::insertRecord(const RecordDescription& type, const Value& key, const void* record)
 {
     const Layout& layout = this->layout(type);
@@ -332,7 +323,8 @@ RecordCache* Table::records(const RecordDescription& type)
 
 void Table::rowChanged(std::int64_t row)
 {
-    m_largestKey = keyIsRowId() && m_largestKey >= 0 ? std::max(m_largestKey, row) : -1;
+    // called while a statement runs: nothing may be asked of the database here
+    m_largestKey = -1;
     for (auto& [type, cache] : m_caches)
         cache->rowChanged(row);
 }

@@ -78,7 +78,6 @@ public:
 private:
     void bindRecord(Statement& statement, const RecordDescription& type, const Layout& layout, long items,
                     const void* record, int position);
-    bool keyIsRowId();
     std::string storeText(const RecordDescription& type, const Layout& layout, long items, bool insert);
 
     Connection& m_connection;

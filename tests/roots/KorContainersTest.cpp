@@ -90,8 +90,7 @@ TEST(KorArrayTest, UnwrittenElementsAreOnesAndOldOnesStay)
     EXPECT_EQ(array[4], -1);
     for (int i = 9; i < 40; ++i)
         array.append(i);
-    for (int length = 41; length < 200; length += 8)
-    {
+    for (int length = 41; length < 200; length += 8) {
         const int last = array.length() - 1;
         array.setAt(last, last);
         array.setLogicalLength(1);
@@ -266,8 +265,7 @@ TEST(KorArrayTest, BehavesLikeAVector)
         default:
             if (random() % 20 == 0)
                 array = KorArray<std::string>(array);
-            if (random() % 20 == 0)
-            {
+            if (random() % 20 == 0) {
                 const bool pays = static_cast<double>(index) <= 0.75 * array.physicalLength();
                 array.setPhysicalLength(index);
                 if (pays)

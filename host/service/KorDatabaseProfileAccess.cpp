@@ -1,0 +1,113 @@
+#include "repository/KorDatabaseProfileAccess.h"
+
+#include "roots/KorStringSeparators.h"
+#include "service/NamedTables.h"
+
+#include <algorithm>
+
+using namespace korodbc::host;
+
+namespace {
+
+RecordCache* sectionsOf(const KorString& table) { return recordsOfTable(descriptionOf<StructSection>(), table); }
+
+const StructSection* sectionNamed(RecordCache* records, const KorString& name)
+{
+    for (long position = 0; records != nullptr && position < records->length(); ++position) {
+        const auto* section = static_cast<const StructSection*>(records->at(position));
+        if (section->sectionName.compareNoCase(name) == 0)
+            return section;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+int KorDatabaseProfileAccess::getProfileTable(const StructProfileClass& profileClass,
+                                              KorArray<StructSection>& sections, int mode)
+{
+    RecordCache* records = sectionsOf(profileClass.tableName);
+    if (records == nullptr)
+        return 0;
+    KorArray<StructSection> read = *static_cast<const KorArray<StructSection>*>(records->list());
+    if (mode != 3)
+        for (StructSection& section : read) {
+            StructSection named;
+            named.key = section.key;
+            named.sectionName = section.sectionName;
+            section = named;
+        }
+    std::stable_sort(read.begin(), read.end(), [](const StructSection& a, const StructSection& b) {
+        return a.sectionName.compareNoCase(b.sectionName) < 0;
+    });
+    sections = read;
+    return 1;
+}
+
+int KorDatabaseProfileAccess::getProfilesSectionNameListByKeysAllSources(const KorString& classKey,
+                                                                         const KorArray<long>& keys,
+                                                                         KorArray<KorString>& sectionNames)
+{
+    StructProfileClass profileClass;
+    if (StructProfileClassMarshal::getStructByKeyAllSources(classKey, profileClass) != 1)
+        return 0;
+    return namesOfKeys(sectionsOf(profileClass.tableName), keys, sectionNames);
+}
+
+int KorDatabaseProfileAccess::getInternalNameByRunNamesAllSources(const KorString& classRunName,
+                                                                  const KorString& sectionName, KorString& internalName)
+{
+    StructProfileClass profileClass;
+    if (StructProfileClassMarshal::getStructByRunNameAllSources(classRunName, profileClass) != 1)
+        return 0;
+    const StructSection* section = sectionNamed(sectionsOf(profileClass.tableName), sectionName);
+    if (section == nullptr)
+        return 0;
+    internalName = profileClass.key + KorString(KorStringSeparators::kStrSectionNameSeparator) + section->sectionName;
+    return 1;
+}
+
+int KorDatabaseProfileAccess::decomposeInternalName(const KorString& internalName, KorString& classKey,
+                                                    KorString& sectionName)
+{
+    const int separator = internalName.find(KorStringSeparators::kStrSectionNameSeparator);
+    if (separator < 0)
+        return 0;
+    classKey = internalName.left(separator);
+    sectionName = internalName.mid(separator + 1);
+    return 1;
+}
+
+int KorDatabaseProfileAccess::getCompoundMasterStruct(const KorString& name, StructCompoundMaster& record)
+{
+    KorArray<StructCompoundMaster> classes;
+    if (StructCompoundMasterMarshal::getTable(classes) != 1)
+        return 0;
+    for (const StructCompoundMaster& compound : classes) {
+        if (compound.compoundClass.compareNoCase(name) == 0) {
+            record = compound;
+            return 1;
+        }
+    }
+    return 0;
+}
+
+int KorDatabaseProfileAccess::loadSectionData(KorArray<double>& values, const KorString& internalName,
+                                              bool& isUserSection, bool currentSourceOnly)
+{
+    KorString classKey, sectionName;
+    StructProfileClass profileClass;
+    if (decomposeInternalName(internalName, classKey, sectionName) != 1)
+        return 0;
+    const int found = currentSourceOnly ? StructProfileClassMarshal::getStructByKey(classKey, profileClass)
+                                        : StructProfileClassMarshal::getStructByKeyAllSources(classKey, profileClass);
+    const StructSection* section = found == 1 ? sectionNamed(sectionsOf(profileClass.tableName), sectionName) : nullptr;
+    if (section == nullptr)
+        return 0;
+    isUserSection = service().dataSourceOf(profileClass.tableName) == KorDSNDefinitions::kUserSections;
+    values.removeAll();
+    for (const ColumnDescription& column : descriptionOf<StructSection>().columns)
+        if (column.kind == FieldKind::Real)
+            values.append(column.real(section));
+    return 1;
+}

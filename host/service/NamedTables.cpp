@@ -1,0 +1,69 @@
+#include "service/NamedTables.h"
+
+#include "repository/KorDatabaseAccess.h"
+
+#include <set>
+
+namespace korodbc::host {
+
+RecordCache* recordsOfTable(const RecordDescription& type, const KorString& name)
+{
+    const KorString physical = KorDatabaseAccess::getTableName(name);
+    const eDSN dsn = service().dataSourceOf(physical);
+    Connection* database = dsn == KorDSNDefinitions::kUnresolved ? nullptr : service().connection(dsn);
+    if (database == nullptr || !database->flush())
+        return nullptr;
+    database->validate();
+    Table* table = database->table(physical);
+    return table == nullptr ? nullptr : table->records(type);
+}
+
+int readQuery(const RecordDescription& type, const KorString& query, void* records)
+{
+    const eDSN dsn = service().dataSourceOf(service().physicalName(type));
+    Connection* database = dsn == KorDSNDefinitions::kUnresolved ? nullptr : service().connection(dsn);
+    if (database == nullptr || !database->flush())
+        return 0;
+    Statement* select = database->prepare(query.toUtf8());
+    if (select == nullptr || sqlite3_stmt_readonly(select->handle()) == 0)
+        return 0;
+    const StatementRun run(*select);
+    const int columns = sqlite3_column_count(select->handle());
+    const ListOperations& list = type.operations->list;
+    void* blank = type.operations->create();
+    int code;
+    while ((code = select->step()) == SQLITE_ROW) {
+        void* record = list.at(records, list.append(records, blank));
+        for (int i = 0; i < columns; ++i) {
+            const std::string_view name = sqlite3_column_name(select->handle(), i);
+            for (const ColumnDescription& column : type.columns) {
+                if (column.name != name)
+                    continue;
+                if (column.kind == FieldKind::Integer)
+                    column.integer(record) = static_cast<int>(select->integer(i));
+                else if (column.kind == FieldKind::Real)
+                    column.real(record) = select->real(i);
+                else
+                    column.text(record) = select->text(i);
+            }
+        }
+    }
+    type.operations->destroy(blank);
+    return code == SQLITE_DONE ? 1 : 0;
+}
+
+int namesOfKeys(RecordCache* records, const KorArray<long>& keys, KorArray<KorString>& names)
+{
+    if (records == nullptr || records->type().runName < 0)
+        return 0;
+    std::set<long> positions;
+    for (const long key : keys)
+        if (const long position = records->findKey(key); position >= 0)
+            positions.insert(position);
+    names.removeAll();
+    for (const long position : positions)
+        names.append(records->type().runNameColumn()->text(records->at(position)));
+    return 1;
+}
+
+} // namespace korodbc::host

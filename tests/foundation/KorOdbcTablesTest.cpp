@@ -1,0 +1,95 @@
+#include "foundation/KorOdbcTables.h"
+
+#include "foundation/KorOdbcGlobals.h"
+#include "records/configuration/AutoConnectionRecords.h"
+#include "records/configuration/ExchangeRecords.h"
+#include "records/configuration/ReportRecords.h"
+#include "support/RepositoryFixture.h"
+#include "support/RepositoryFolder.h"
+
+namespace {
+
+class KorOdbcTablesTest : public RepositoryTest {};
+
+TEST_F(KorOdbcTablesTest, NamesTableWithItsDataSource)
+{
+    sql(configuration, {"INSERT INTO TableAliases VALUES (1, 'Sections', 'ProfileMasterTable')",
+                        "CREATE TABLE [it's 100% [x 🔩] (Key INTEGER PRIMARY KEY)"});
+    struct Case {
+        const wchar_t* name;
+        int result;
+        const wchar_t* text;
+        const wchar_t* physical;
+    };
+    for (const Case& one : {
+             Case{L"Material", 1, L"Configuration.Material", L"Material"},
+             {L"ProfileMasterTable", 1, L"Profiles.ProfileMasterTable", L"ProfileMasterTable"},
+             {L"it's 100% [x 🔩", 1, L"Configuration.it's 100% [x 🔩", L"it's 100% [x 🔩"},
+             {L"Sections", 0, L"before", L"ProfileMasterTable"}, // an alias has to be resolved first
+             {L"NoSuchTable", 0, L"before", L"NoSuchTable"},
+             {L"", 0, L"before", L""},
+         }) {
+        KorString text(L"before"), physical(L"before");
+        EXPECT_EQ(kor_odbc_getDsnTableName(one.name, text), one.result);
+        EXPECT_EQ(text, KorString(one.text));
+        EXPECT_EQ(kor_odbc_getTableName(one.name, physical), 1);
+        EXPECT_EQ(physical, KorString(one.physical));
+    }
+}
+
+TEST_F(KorOdbcTablesTest, FindsRangeOfDeveloper)
+{
+    sql(configuration, {"INSERT INTO DevelopersIDs VALUES (1, 'Bridge''s', 1000, 1999), (2, 'Räder', 2000, 2999)"});
+    StructDevelopersID range;
+    EXPECT_EQ(KorOdbcGlobals::getDeveloperIDRange(L"Räder", range), 1);
+    EXPECT_EQ(range.rangeStart, 2000);
+    EXPECT_EQ(range.rangeEnd, 2999);
+    EXPECT_EQ(KorOdbcGlobals::getDeveloperIDRange(L"nobody", range), 0);
+    EXPECT_EQ(range.rangeStart, 2000);
+    EXPECT_EQ(KorOdbcGlobals::getDeveloperIDRange(L"Bridge's", range), 1);
+    EXPECT_EQ(range.key, 1);
+}
+
+template <class T>
+int records()
+{
+    KorArray<T> records;
+    return RecordMarshal<T>::getTable(records) == 1 ? records.length() : -1;
+}
+
+TEST(KorOdbcTablesResetTest, ShowsWhatAnotherProcessWrote)
+{
+    const RepositoryFolder repository;
+    struct Case {
+        const char* what;
+        void (*reset)();
+        int (*count)();
+        eDSN dsn;
+        const char* file;
+        const char* insert;
+    };
+    for (const Case& one : {
+             Case{"all", kor_odbc_resetAllTables, records<StructDevelopersID>, KorDSNDefinitions::kConfiguration, "configuration.db",
+                  "INSERT INTO DevelopersIDs(Key) VALUES (1)"},
+             {"auto connection", kor_odbc_resetAutoConnectionTables, records<StructAutoConnectionCategories>,
+              KorDSNDefinitions::kConfiguration, "configuration.db", "INSERT INTO AutoConnectionCategories(Key) VALUES (1)"},
+             {"necessary views", kor_odbc_resetNecessaryViewsTables, records<StructNecessaryViewsConfiguration>,
+              KorDSNDefinitions::kDetails, "details.db", "INSERT INTO NecessaryViewsConfiguration(Key) VALUES (1)"},
+             {"bill of material", kor_odbc_resetBOMTables, records<StructReportType>, KorDSNDefinitions::kProjectAdvance, "projectadvance.db",
+              "INSERT INTO ReportTypes(Key) VALUES (1)"},
+             {"names", kor_odbc_freeDSTVNamesTable, records<StructDSTVNames>, KorDSNDefinitions::kConfiguration, "configuration.db",
+              "INSERT INTO DSTVNames(Key) VALUES (1)"},
+             {"static analysis", kor_odbc_DSTVstatic_freeTables, records<StructDSTVStaticInB04>,
+              KorDSNDefinitions::kConfiguration, "configuration.db", "INSERT INTO DSTV_Static_In_B04(Key) VALUES (1)"},
+         }) {
+        SCOPED_TRACE(one.what);
+        const KorDSNRequest request(one.dsn, KorDSNDefinitions::kBase);
+        EXPECT_EQ(one.count(), 0);
+        repository.executeOutside(one.file, one.insert);
+        EXPECT_EQ(one.count(), 0); // cached
+        one.reset();
+        EXPECT_EQ(one.count(), 1);
+    }
+}
+
+} // namespace
