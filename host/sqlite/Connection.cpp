@@ -30,14 +30,13 @@ std::unique_ptr<Connection> Connection::open(const std::string& path, bool creat
     sqlite3_busy_timeout(connection->m_db, 2000);
     sqlite3_set_authorizer(connection->m_db, &Connection::authorize, connection.get());
     sqlite3_update_hook(connection->m_db, &Connection::rowChanged, connection.get());
-    // Reading the schema is what tells a database from another file. Write-ahead logging is refused by a
-    // database that cannot be written; it is read as it is.
+    // Reading the schema is what tells a database from another file. A file that is only read keeps its journal mode.
     if (!connection->run("PRAGMA schema_version")) {
         error = connection->lastError();
         return nullptr;
     }
-    if (sqlite3_db_readonly(connection->m_db, "main") == 0)
-        connection->run("PRAGMA journal_mode = WAL");
+    if (create)
+        connection->logAhead();
     connection->run("PRAGMA synchronous = FULL");
     return connection;
 }
@@ -48,6 +47,19 @@ Connection::~Connection()
     m_statements.clear();
     m_tables.clear();
     sqlite3_close(m_db);
+}
+
+void Connection::logAhead()
+{
+    if (std::exchange(m_logsAhead, true))
+        return;
+    bool set = false;
+    if (Statement* mode = prepare("PRAGMA journal_mode")) {
+        const StatementRun run(*mode);
+        set = mode->step() == SQLITE_ROW && mode->bytes(0) == "wal";
+    }
+    if (!set)
+        run("PRAGMA journal_mode = WAL");
 }
 
 bool Connection::observed() const { return static_cast<bool>(observer); }
@@ -316,6 +328,7 @@ bool Connection::beginWrite()
         return true;
     if (m_lostTransaction)
         return false;
+    logAhead();
     if (!run("BEGIN IMMEDIATE"))
         return false;
     m_inTransaction = true;

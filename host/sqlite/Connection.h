@@ -100,6 +100,7 @@ public:
 private:
     Connection() = default;
     Statement* compile(std::string_view sql, bool& prepared);
+    void logAhead(); // turns write-ahead logging on, once, before the first write
     bool fail(int code);
     void noteFailure(int code);
     void loadTableNames();
@@ -128,6 +129,7 @@ private:
     std::map<std::string, std::unique_ptr<Table>> m_tables; // by lower-case name; null: known, not opened yet
     bool m_namesLoaded = false;
 
+    bool m_logsAhead = false;
     bool m_inTransaction = false;
     bool m_lostTransaction = false; // undone by the engine; nothing more is written until the batch ends
     bool m_flushFailed = false;

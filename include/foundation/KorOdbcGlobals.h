@@ -8,6 +8,7 @@ class KorOdbcGlobals {
 public:
     virtual ~KorOdbcGlobals() = default;
 
-    /// The range of keys of the developer with this name. Returns 1 when found; otherwise `range` is unchanged.
+    /// The range of keys of the developer with this name. Returns 1 when found; otherwise `range` is
+    /// unchanged.
     static int getDeveloperIDRange(const KorString& name, StructDevelopersID& range);
 };

@@ -3,8 +3,8 @@
 #include "foundation/KorOdbcKey.h"
 #include "roots/KorArray.h"
 
-/// Growable array of record keys. It is a handle on a KorArray of its own; only a failed allocation leaves the handle
-/// empty, and an empty handle behaves as an array of length 0 that nothing can be put into.
+/// Growable array of record keys. It is a handle on a KorArray of its own; only a failed allocation leaves
+/// the handle empty, and an empty handle behaves as an array of length 0 that nothing can be put into.
 class KorOdbcKeyArray {
 public:
     KorOdbcKeyArray();
@@ -26,7 +26,8 @@ public:
     const KorOdbcKey& operator[](long index) const { return getAt(index); }
     /// Removes a key, moving the following ones down; the storage stays as large as it is.
     void deleteAt(long index);
-    /// Sets the number of keys in use. Keys cut off stay in the storage and come back when the array grows again.
+    /// Sets the number of keys in use. Keys cut off stay in the storage and come back when the array grows
+    /// again.
     void setLogicalLength(long length);
     /// Number of keys available without growing.
     long physicalLength() const;

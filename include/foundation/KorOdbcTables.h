@@ -4,8 +4,8 @@
 
 // Names of tables
 
-/// The table with the data source that holds it: "Configuration.Material". Returns 1, or 0 with `result` unchanged when
-/// the name belongs to no data source.
+/// The table with the data source that holds it: "Configuration.Material". Returns 1, or 0 with `result`
+/// unchanged when the name belongs to no data source.
 int kor_odbc_getDsnTableName(const KorString& name, KorString& result);
 /// The physical name of a table; always returns 1.
 int kor_odbc_getTableName(const KorString& name, KorString& result);

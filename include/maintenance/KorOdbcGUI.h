@@ -7,9 +7,10 @@
 #include "roots/KorArray.h"
 #include "roots/KorString.h"
 
-/// What the configuration editors do with tables. Tables go by their logical names; without a data source they are
-/// worked on where they are found, with one in that data source. Results: 1 for success, 0 for failure, other values
-/// where stated; an operation of several statements is stored whole or, when it cannot be stored, not at all.
+/// What the configuration editors do with tables. Tables go by their logical names; without a data source
+/// they are worked on where they are found, with one in that data source. Results: 1 for success, 0 for
+/// failure, other values where stated; an operation of several statements is stored whole or, when it cannot
+/// be stored, not at all.
 class KorOdbcGUI {
 public:
     virtual ~KorOdbcGUI() = default;
@@ -19,14 +20,14 @@ public:
     /// Copies a table, columns and rows.
     static int backupTable(const KorString& table, const KorString& copy);
     static int backupTable(const KorString& table, const KorString& copy, eDSN dsn);
-    /// Replaces the rows of a table by those of its copy, then drops the copy. The copy stays when its rows could not be
-    /// put back.
+    /// Replaces the rows of a table by those of its copy, then drops the copy. The copy stays when its rows
+    /// could not be put back.
     static int restoreTable(const KorString& table, const KorString& copy);
-    /// The same; -1, with nothing changed, when table and copy differ in their number of columns. What is cached of the
-    /// copy goes with it.
+    /// The same; -1, with nothing changed, when table and copy differ in their number of columns. What is
+    /// cached of the copy goes with it.
     static int restoreTable(const KorString& table, const KorString& copy, eDSN dsn);
-    /// Drops the columns that the table has got at its end since the copy was made. Rows stay as they are. 0 when the copy
-    /// does not exist.
+    /// Drops the columns that the table has got at its end since the copy was made. Rows stay as they are. 0
+    /// when the copy does not exist.
     static int restoreTableStructure(const KorString& table, const KorString& copy);
     static int restoreTableStructure(const KorString& table, const KorString& copy, eDSN dsn);
 
@@ -38,7 +39,8 @@ public:
     static int dropTable(const KorString& table, eDSN dsn);
     static int dropColumn(const KorString& table, const KorString& column);
     static int dropColumn(const KorString& table, const KorString& column, eDSN dsn);
-    /// Appends columns, each given as name and type ("[Width] INTEGER"), up to the first that fails. -1 without any.
+    /// Appends columns, each given as name and type ("[Width] INTEGER"), up to the first that fails. -1
+    /// without any.
     static int setNewColumns(const KorString& table, const KorArray<KorString>& definitions);
     static int setNewColumns(const KorString& table, const KorArray<KorString>& definitions, eDSN dsn);
     /// Deletes all rows.
@@ -63,8 +65,8 @@ public:
 
     /// Splits a text at every one of the separators, leaving empty pieces out. Returns the number of tokens.
     static int getTokens(const KorString& text, KorArray<KorString>& tokens, const KorString& separators);
-    /// Splits a text before its first digit: "HEA200" into "HEA" and "200". A full stop before the digit stands in both
-    /// parts; a text without a digit is left part only.
+    /// Splits a text before its first digit: "HEA200" into "HEA" and "200". A full stop before the digit
+    /// stands in both parts; a text without a digit is left part only.
     static void getLeftAndRightFromFirstNumber(const KorString& text, KorString& left, KorString& right);
 
     // Country add-ins

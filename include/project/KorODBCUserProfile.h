@@ -2,13 +2,14 @@
 
 #include "roots/KorString.h"
 
-/// The owner of this installation, which every written detail record carries, and the limits of user-defined sections.
+/// The owner of this installation, which every written detail record carries, and the limits of user-defined
+/// sections.
 class KorODBCUserProfile {
 public:
     virtual ~KorODBCUserProfile() = default;
 
-    /// Reads the owner from the default values, "-" when there is none, and enters it in the table "Authors" when it is
-    /// not there yet.
+    /// Reads the owner from the default values, "-" when there is none, and enters it in the table "Authors"
+    /// when it is not there yet.
     static void resetOwnerText();
     /// The key of the owner as last refreshed. `owner` stays as it is while an export or import runs.
     static void getOwnerText(KorString& owner);

@@ -38,7 +38,10 @@ long KorOdbcKeyArray::length() const { return m_pItems == nullptr ? 0 : m_pItems
 
 long KorOdbcKeyArray::physicalLength() const { return m_pItems == nullptr ? 0 : m_pItems->physicalLength(); }
 
-long KorOdbcKeyArray::append(const KorOdbcKey& key) { return m_pItems == nullptr ? -1 : m_pItems->append(key); }
+long KorOdbcKeyArray::append(const KorOdbcKey& key)
+{
+    return m_pItems == nullptr ? -1 : m_pItems->append(key);
+}
 
 void KorOdbcKeyArray::setAt(long index, const KorOdbcKey& key)
 {
@@ -55,7 +58,10 @@ KorOdbcKey& KorOdbcKeyArray::getAt(long index)
     return none = KorOdbcKey();
 }
 
-const KorOdbcKey& KorOdbcKeyArray::getAt(long index) const { return const_cast<KorOdbcKeyArray*>(this)->getAt(index); }
+const KorOdbcKey& KorOdbcKeyArray::getAt(long index) const
+{
+    return const_cast<KorOdbcKeyArray*>(this)->getAt(index);
+}
 
 void KorOdbcKeyArray::deleteAt(long index)
 {

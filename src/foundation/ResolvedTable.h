@@ -7,7 +7,7 @@ namespace korodbc {
 
 /// Where a logical table name leads to.
 struct ResolvedTable {
-    KorString name;                               // physical name
+    KorString name;                            // physical name
     eDSN dsn = KorDSNDefinitions::kUnresolved; // all bits set when no data source has the table
 };
 

@@ -3,7 +3,6 @@
 #include "maintenance/TableStatements.h"
 #include "repository/KorDatabaseAccess.h"
 
-
 using namespace korodbc;
 
 namespace {
@@ -83,12 +82,16 @@ int KorOdbcGUI::restoreTableStructure(const KorString& table, const KorString& c
     const ResolvedTable resolved = resolveTable(table);
     if (resolved.dsn == KorDSNDefinitions::kUnresolved)
         return 0;
-    return dropSurplusColumns(resolved.dsn, resolved.name, resolveTable(copy).name,
+    return dropSurplusColumns(resolved.dsn,
+                              resolved.name,
+                              resolveTable(copy).name,
                               [&](const KorString& column) { dropColumn(table, column); });
 }
 
 int KorOdbcGUI::restoreTableStructure(const KorString& table, const KorString& copy, eDSN dsn)
 {
-    return dropSurplusColumns(dsn, KorDatabaseAccess::getTableName(table), KorDatabaseAccess::getTableName(copy),
+    return dropSurplusColumns(dsn,
+                              KorDatabaseAccess::getTableName(table),
+                              KorDatabaseAccess::getTableName(copy),
                               [&](const KorString& column) { dropColumn(table, column, dsn); });
 }

@@ -10,7 +10,10 @@ int korodbc::deleteRows(eDSN dsn, const KorString& table, const KorString& condi
     return KorDatabaseAccess::doSQLStatement(dsn, KorString::format(L"DELETE FROM [%s] ", table) + condition);
 }
 
-int KorOdbcGUI::deleteTableInformation(const KorString& table) { return deleteTableInformation(table, KorString()); }
+int KorOdbcGUI::deleteTableInformation(const KorString& table)
+{
+    return deleteTableInformation(table, KorString());
+}
 
 int KorOdbcGUI::deleteTableInformation(const KorString& table, eDSN dsn)
 {

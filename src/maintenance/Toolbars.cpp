@@ -16,8 +16,8 @@ int KorOdbcGUI::getToolbarInformation(const KorOdbcKey& key, StructToolbarsTable
 int KorOdbcGUI::putToolbarInformation(const StructToolbarsTable& toolbar)
 {
     const KorString key = KorString::format(L"%d", toolbar.key);
-    const KorCellData values[] = {toolbar.runName,  toolbar.toolTip, toolbar.parent,
-                                  toolbar.position, toolbar.visible, toolbar.docking};
+    const KorCellData values[] = {
+        toolbar.runName, toolbar.toolTip, toolbar.parent, toolbar.position, toolbar.visible, toolbar.docking};
     KorDatabaseBatch batch;
     int result = 0;
     int column = 0;

@@ -42,7 +42,8 @@ void KorODBCUserProfile::resetOwnerText()
         KorDatabaseAccess::doSQLStatement(
             KorDSNDefinitions::kConfiguration,
             KorString::format(L"INSERT INTO Authors (CompanyText,CompanyName) VALUES ('%s','%s')",
-                              quoted(ownerKey), quoted(ownerText))) == 1)
+                              quoted(ownerKey),
+                              quoted(ownerText))) == 1)
         StructAuthorMarshal::resetTableCache(0);
     m_charOwnerText = ownerKey;
 }

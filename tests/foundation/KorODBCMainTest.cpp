@@ -11,12 +11,16 @@ namespace {
 
 class KorODBCMainTest : public RepositoryTest {
 protected:
-    static std::string prompt() { return KorPromptsProxy::getInstance()->getPrompt(L"Test", 1, L"none").toUtf8(); }
+    static std::string prompt()
+    {
+        return KorPromptsProxy::getInstance()->getPrompt(L"Test", 1, L"none").toUtf8();
+    }
     /// Changes the prompt in the database, not in what was read of it.
     static void setPrompt(const std::string& text)
     {
-        sql(configuration, {"DELETE FROM Prompts", "INSERT INTO Prompts(Key, Module, Number, Text) VALUES (1, 'Test', 1, '" +
-                                                       text + "')"});
+        sql(configuration,
+            {"DELETE FROM Prompts",
+             "INSERT INTO Prompts(Key, Module, Number, Text) VALUES (1, 'Test', 1, '" + text + "')"});
     }
 };
 
@@ -67,7 +71,8 @@ TEST(KorODBCMainDeathTest, UnloadingSetsTheShutDownFlag)
             witness.armed = true;
             std::exit(0);
         },
-        testing::ExitedWithCode(42), "");
+        testing::ExitedWithCode(42),
+        "");
 }
 
 } // namespace

@@ -15,15 +15,29 @@ TEST(TableCatalogueTest, NamesStandAtTheirIds)
         unsigned id;
         const wchar_t* name;
     };
-    for (const Case& one : {Case{0, L"AnlagenteilKategorienn"}, {10, L"Default_STR"}, {19, L"Material"},
-                            {31, L"DSTVNames"}, {46, L"DetObjQualifier"}, {73, L"Texts"}, {95, L"Authors"},
-                            {106, L"DetailStyle"}, {119, L"Toolbars"}, {133, L"MapInternToExtern"},
-                            {138, L"XMLData"}, {154, L"ModelSelections"}, {161, L"ReportCategories"},
-                            {168, L"UnwindingElongation"}, {180, L"DetailProcessMain2CutScale"},
-                            {226, L"AutoConnectionConfig"}, {243, L"AutoConnectionProfiles"},
-                            {273, L"AutoConnectionGeomConditions"}, {283, L"GratingVariableMaster"},
-                            {286, L"GratingConnectorType"}, {300, L"ProfileDynamic"},
-                            {303, L"FootingIsolatedFormulaMask"}, {329, L"Sources"}})
+    for (const Case& one : {Case{0, L"AnlagenteilKategorienn"},
+                            {10, L"Default_STR"},
+                            {19, L"Material"},
+                            {31, L"DSTVNames"},
+                            {46, L"DetObjQualifier"},
+                            {73, L"Texts"},
+                            {95, L"Authors"},
+                            {106, L"DetailStyle"},
+                            {119, L"Toolbars"},
+                            {133, L"MapInternToExtern"},
+                            {138, L"XMLData"},
+                            {154, L"ModelSelections"},
+                            {161, L"ReportCategories"},
+                            {168, L"UnwindingElongation"},
+                            {180, L"DetailProcessMain2CutScale"},
+                            {226, L"AutoConnectionConfig"},
+                            {243, L"AutoConnectionProfiles"},
+                            {273, L"AutoConnectionGeomConditions"},
+                            {283, L"GratingVariableMaster"},
+                            {286, L"GratingConnectorType"},
+                            {300, L"ProfileDynamic"},
+                            {303, L"FootingIsolatedFormulaMask"},
+                            {329, L"Sources"}})
         EXPECT_EQ(tableNameOfId(one.id), one.name) << one.id;
 }
 

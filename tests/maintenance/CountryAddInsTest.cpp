@@ -1,5 +1,4 @@
 #include "maintenance/KorOdbcGUI.h"
-
 #include "records/detail/DetailStyleRecords.h"
 #include "support/RepositoryFixture.h"
 #include "support/RepositoryFolder.h"

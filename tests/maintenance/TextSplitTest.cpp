@@ -1,5 +1,4 @@
 #include "maintenance/KorOdbcGUI.h"
-
 #include "support/RepositoryFixture.h"
 
 namespace {

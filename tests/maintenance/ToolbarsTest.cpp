@@ -1,5 +1,4 @@
 #include "maintenance/KorOdbcGUI.h"
-
 #include "support/RepositoryFixture.h"
 
 namespace {
@@ -11,8 +10,9 @@ protected:
     void SetUp() override
     {
         RepositoryTest::SetUp();
-        sql(toolbars, {"INSERT INTO Toolbars VALUES (1, 'File', 'Files', -1, 0, 1, 1), (2, 'Edit', '', -1, 1, 0, 2)",
-                       "INSERT INTO ToolbarsDefault VALUES (5, 'Bögen', 'O''Neill 🔩', 3, 4, 1, 0)"});
+        sql(toolbars,
+            {"INSERT INTO Toolbars VALUES (1, 'File', 'Files', -1, 0, 1, 1), (2, 'Edit', '', -1, 1, 0, 2)",
+             "INSERT INTO ToolbarsDefault VALUES (5, 'Bögen', 'O''Neill 🔩', 3, 4, 1, 0)"});
     }
 };
 

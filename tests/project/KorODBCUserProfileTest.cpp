@@ -67,8 +67,9 @@ TEST_F(KorODBCUserProfileTest, OwnerIsEnteredOnce)
 
 TEST_F(KorODBCUserProfileTest, KnownOwnerCostsNoStatement)
 {
-    sql(configuration, {"INSERT INTO Default_STR VALUES ('ODBC_OwnerKey','ACME')",
-                        "INSERT INTO Authors VALUES ('ACME','Acme')"});
+    sql(configuration,
+        {"INSERT INTO Default_STR VALUES ('ODBC_OwnerKey','ACME')",
+         "INSERT INTO Authors VALUES ('ACME','Acme')"});
     const KorDSNRequest request(details, KorDSNDefinitions::kBase); // another database is current
     KorODBCUserProfile::resetOwnerText();
     StatementRecorder statements(true);
@@ -112,7 +113,8 @@ TEST_F(KorODBCUserProfileTest, LimitsAndSectionType)
 {
     EXPECT_EQ(KorODBCUserProfile::getMaxPointsUserSection(), 0);
     EXPECT_EQ(KorODBCUserProfile::getMaxContoursUserSection(), 0);
-    sql(configuration, {"INSERT INTO Default_INT VALUES ('ODBC_ProfileMaxPoints',200),('ODBC_ProfileMaxContours',5)"});
+    sql(configuration,
+        {"INSERT INTO Default_INT VALUES ('ODBC_ProfileMaxPoints',200),('ODBC_ProfileMaxContours',5)"});
     EXPECT_EQ(KorODBCUserProfile::getMaxPointsUserSection(), 200);
     EXPECT_EQ(KorODBCUserProfile::getMaxContoursUserSection(), 5);
 

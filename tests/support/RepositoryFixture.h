@@ -6,7 +6,6 @@
 #include "roots/KorAssert.h"
 
 #include <gtest/gtest.h>
-
 #include <ostream>
 #include <string>
 #include <utility>
@@ -48,8 +47,8 @@ private:
     int m_lastLine = 0;
 };
 
-/// Collects the statements that reach the databases while it lives: by default those of the library alone, on demand
-/// also what the host makes of its calls. Only one recorder at a time.
+/// Collects the statements that reach the databases while it lives: by default those of the library alone, on
+/// demand also what the host makes of its calls. Only one recorder at a time.
 class StatementRecorder {
 public:
     using Event = korodbc::host::StatementEvent;

@@ -3,14 +3,14 @@
 #include "EmbeddedHost.h"
 #include "repository/RepositoryBuilder.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
-
-#include <filesystem>
 #include <string>
 #include <unistd.h>
 
-/// A repository in a temporary folder, every table empty, with one country add-in; open while this object lives.
+/// A repository in a temporary folder, every table empty, with one country add-in; open while this object
+/// lives.
 class RepositoryFolder {
 public:
     RepositoryFolder()
@@ -42,7 +42,8 @@ public:
     void executeOutside(const std::string& database, const std::string& statements) const
     {
         sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open_v2((m_folder / database).c_str(), &db, SQLITE_OPEN_READWRITE, nullptr), SQLITE_OK);
+        ASSERT_EQ(sqlite3_open_v2((m_folder / database).c_str(), &db, SQLITE_OPEN_READWRITE, nullptr),
+                  SQLITE_OK);
         char* message = nullptr;
         EXPECT_EQ(sqlite3_exec(db, statements.c_str(), nullptr, nullptr, &message), SQLITE_OK)
             << (message != nullptr ? message : "");

@@ -1,0 +1,82 @@
+#include "Workplace.h"
+
+#include "Database.h"
+#include "edit/KorOdbcMan.h"
+#include "EmbeddedHost.h"
+#include "foundation/KorOdbcDSNDefinitions.h"
+#include "repository/KorDatabaseAccess.h"
+
+#include <memory>
+#include <unistd.h>
+
+namespace bench {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// The repository that all others are copies of.
+const fs::path& original()
+{
+    static const Workplace place;
+    static const fs::path folder = [] {
+        std::string error;
+        const fs::path made = place.folder() / "repository";
+        require(korodbc::host::buildRepository(made, KORODBC_SOURCE_CATALOGUE, {}, {}, error), error);
+        return made;
+    }();
+    return folder;
+}
+
+void open(const fs::path& folder)
+{
+    std::string error;
+    require(korodbc::host::openRepository(folder, error), error);
+    KorOdbcMan::InitializeStatics::release();
+    require(KorOdbcDSNDefinitions::initOEDbConnections() == 1 && KorOdbcMan::initializeTables() == 1,
+            "the repository does not start");
+}
+
+} // namespace
+
+Workplace::Workplace()
+{
+    static int made = 0;
+    m_folder = fs::temp_directory_path() /
+               ("korodbc-bench-" + std::to_string(::getpid()) + "-" + std::to_string(++made));
+    fs::create_directories(m_folder);
+}
+
+Workplace::~Workplace()
+{
+    std::error_code ignored;
+    fs::remove_all(m_folder, ignored);
+}
+
+Repository::Repository()
+{
+    fs::copy(original(), folder(), fs::copy_options::recursive);
+    open(folder());
+}
+
+Repository::~Repository()
+{
+    KorOdbcMan::InitializeStatics::release();
+    korodbc::host::closeRepository();
+}
+
+void Repository::use(eDSN dsn, const std::string& file)
+{
+    korodbc::host::closeRepository();
+    open(folder());
+    require(KorDatabaseAccess::setConnection(dsn, KorString::fromUtf8(file)) == 1, "cannot use " + file);
+}
+
+void copyDatabase(const std::string& from, const std::string& to)
+{
+    for (const char* side : {"-wal", "-shm"})
+        fs::remove(to + side);
+    fs::copy_file(from, to, fs::copy_options::overwrite_existing);
+}
+
+} // namespace bench

@@ -1,0 +1,226 @@
+#include "StyleGraph.h"
+
+#include "foundation/RecordEquality.h"
+#include "roots/KorAssert.h"
+#include "roots/KorProgressCtrl.h"
+#include "transfer/KorDetailTableDependencies.h"
+#include "transfer/KorODBCDetailStyleExports.h"
+
+namespace korodbc {
+
+using Copy = KorDetailTableDependencies;
+using Man = KorOdbcMan;
+
+namespace {
+
+using Naming = CopyTable::Naming;
+
+bool collectCategories(void* record, long)
+{
+    StructDetViewRequest& request = *static_cast<StructDetViewRequest*>(record);
+    StructDetViewRequestMarshal::loadCategories(request);
+    for (const StructDetViewRequestCategory& entry : request.categories) {
+        StructDetViewRequestCategory category;
+        if (Copy::GetDependencies(category, entry.key) == -1)
+            return false;
+    }
+    return true;
+}
+
+bool collectMasterOfStyle(void*, long key)
+{
+    Copy::GetDependenciesByDetailKey(key);
+    return true;
+}
+
+/// Writes the category rows of a request that has just been written.
+bool saveCategories(long collectedRequest, long newKey)
+{
+    DeepCopyGraph& graph = styleGraph();
+    const CopyTable& categories = *graph.table(Man::kDetViewRequestCategories);
+    const KorArray<StructDetViewRequestCategory> entries = Copy::m_DetViewRequest.getAt(collectedRequest).categories;
+    for (const StructDetViewRequestCategory& entry : entries) {
+        const long position = graph.find(categories, entry.key);
+        if (position < 0)
+            return false;
+        StructDetViewRequestCategory category = Copy::m_DetViewRequestCategory.getAt(position);
+        category.detViewRequest = static_cast<int>(newKey);
+        if (Copy::Save(category, newKey) == -1)
+            return false;
+    }
+    return true;
+}
+
+void saveMastersOfStyle(long index, long)
+{
+    for (long position = 0; position < Copy::m_DetMasterCopy.length(); ++position) {
+        StructDetailMaster master = Copy::m_DetMasterCopy.getAt(position);
+        if (master.detailStyle == index && Copy::Save(master, position) == -1)
+            KorAssert::korAssert("false", "KorDetailTableDependencies", __LINE__);
+    }
+}
+
+/// While importing, a qualifier set of the target that has the same name and equals the collected one in every field
+/// stands for it.
+long existingQualifierSet(const void* record)
+{
+    if (KorODBCDetailStyleExports::isImportInProgress() == 0)
+        return -1;
+    StructDetObjQualifierSet collected = *static_cast<const StructDetObjQualifierSet*>(record);
+    StructDetObjQualifierSet found;
+    if (StructDetObjQualifierSetMarshal::getStructByRunName(collected.runName, found) != 1)
+        return -1;
+    if (Copy::m_bKernelNewerThan42 != 0) {
+        // the group as it would be in the target
+        StructDetObjQualifierSetGroup group;
+        const KorString name = Copy::m_DetObjQualifierSetGroup.getAt(collected.group).runName;
+        if (StructDetObjQualifierSetGroupMarshal::getStructByRunName(name, group) != 1)
+            return -1;
+        collected.group = group.key;
+    }
+    return equalRecords(descriptionOf<StructDetObjQualifierSet>(), &collected, &found) ? found.key : -1;
+}
+
+} // namespace
+
+long collectMaster(StructDetailMaster& master, long key)
+{
+    DeepCopyGraph& graph = styleGraph();
+    const RecordDescription& type = descriptionOf<StructDetailMaster>();
+    const CopyTable& masters = *graph.table(type);
+    Copy::ProgressBar(Man::kDetailMaster, 0);
+    long position = graph.find(masters, key);
+    if (position >= 0) {
+        master = Copy::m_DetMasterCopy.getAt(position);
+        return position;
+    }
+    if (StructDetailMasterMarshal::getStructByKey(key, master) != 1 || !graph.collectReferences(type, &master))
+        return -1;
+    // collecting the style has usually collected this master already
+    position = graph.find(masters, key);
+    return position >= 0 ? position : graph.append(masters, &master, key);
+}
+
+long saveMaster(StructDetailMaster& master, long index)
+{
+    DeepCopyGraph& graph = styleGraph();
+    const CopyTable& masters = *graph.table(Man::kDetailMaster);
+    const rowInfo identity{masters.identity, static_cast<int>(index), master.key};
+    long known = -1;
+    if (Copy::m_writeTransferKeyMap.lookup(identity, known))
+        return known;
+    if (Copy::m_CurrRowsToWrite == 0) {
+        if (Copy::pInitProgressBar != nullptr)
+            Copy::pInitProgressBar(0, Copy::m_NrRowsToWrite);
+        else
+            KorProgressCtrl::setPercentage(0, 1);
+    }
+    const long sourceKey = master.key;
+    if (!graph.saveReferences(masters, &master))
+        return -1;
+    // saving the style has saved its masters, this one included
+    if (Copy::m_writeTransferKeyMap.lookup(identity, known))
+        return known;
+    StructDetailStyle style;
+    if (StructDetailStyleMarshal::getStructByKey(master.detailStyle, style) == 1)
+        master.runName = style.runName;
+    StructDetailMaster taken;
+    while (StructDetailMasterMarshal::getByBaseCategoryAndSubCategory(master.baseCategory, master.subCategory, taken) == 1)
+        ++master.subCategory;
+    return graph.write(masters, &master, index, sourceKey, 0);
+}
+
+DeepCopyGraph& styleGraph()
+{
+    static DeepCopyGraph graph = [] {
+        std::vector<CopyTable> tables = {
+            {Man::kDetailStyle, descriptionOf<StructDetailStyle>, L"StructDetailStyle", &Copy::m_DetStyleCopy},
+            {Man::kDetViewArrangeStrategy, descriptionOf<StructDetViewArrangeStrategy>, L"StructDetViewArrangeStrategy",
+             &Copy::m_DetViewArrangeStrategyCopy},
+            {Man::kDetViewRequest, descriptionOf<StructDetViewRequest>, L"StructDetViewRequest", &Copy::m_DetViewRequest},
+            {Man::kDetViewRequestCategories, descriptionOf<StructDetViewRequestCategory>,
+             L"StructDetViewRequestCategory", &Copy::m_DetViewRequestCategory, Naming::None},
+            {Man::kDetObjReprMap, descriptionOf<StructDetObjReprMap>, L"StructDetObjReprMap", &Copy::m_DetObjReprMap,
+             Naming::AfterReferences},
+            {Man::kDetViewSystemAndBox, descriptionOf<StructDetViewSystemAndBox>, L"StructDetViewSystemAndBox",
+             &Copy::m_DetViewSystemAndBox},
+            {Man::kDetObjAppearance, descriptionOf<StructDetObjAppearance>, L"StructDetObjAppearance",
+             &Copy::m_DetObjAppearance},
+            {Man::kDetViewDimStrategy, descriptionOf<StructDetViewDimStrategy>, L"StructDetViewDimStrategy",
+             &Copy::m_DetViewDimStrategy},
+            {Man::kDetViewLengthClip, descriptionOf<StructDetViewLengthClip>, L"StructDetViewLengthClip",
+             &Copy::m_DetViewLengthClip},
+            {Man::kDetObjAnnotationStrategy, descriptionOf<StructDetObjAnnotationStrategy>,
+             L"StructDetObjAnnotationStrategy", &Copy::m_DetObjAnnotationStrategy},
+            {Man::kDetAnnotationType, descriptionOf<StructDetAnnotationType>, L"StructDetAnnotationType",
+             &Copy::m_DetAnnotationType},
+            {Man::kDetArrangerControl, descriptionOf<StructDetArrangerControl>, L"StructDetArrangerControl",
+             &Copy::m_DetArrangerControl},
+            {Man::kDetArrangerStrategy, descriptionOf<StructDetArrangerStrategy>, L"StructDetArrangerStrategy",
+             &Copy::m_DetArrangerStrategy},
+            {Man::kDetViewDimRequestLinear, descriptionOf<StructDetViewDimRequestLinear>,
+             L"StructDetViewDimRequestLinear", &Copy::m_DetViewDimRequestLinear},
+            {Man::kDetViewDimPointSelection, descriptionOf<StructDetViewDimPointSelection>,
+             L"StructDetViewDimPointSelection", &Copy::m_DetViewDimPointSelection},
+            {Man::kDetailMaster, descriptionOf<StructDetailMaster>, L"StructDetailMaster", &Copy::m_DetMasterCopy,
+             Naming::None},
+            {Man::kDetObjQualifierSet, descriptionOf<StructDetObjQualifierSet>, L"StructDetObjQualifierSet",
+             &Copy::m_DetObjQualifierSet},
+            {Man::kLinetypes, descriptionOf<StructLinetypes>, L"StructLineType", &Copy::m_LineType, Naming::None},
+            {Man::kDetBaseCategories, descriptionOf<StructDetBaseCategory>, L"StructDetBaseCategory",
+             &Copy::m_DetBaseCategory, Naming::None},
+            {Man::kDetObjAnnotationGroup, descriptionOf<StructDetObjAnnotationGroup>, L"StructDetObjAnnotationGroup",
+             &Copy::m_DetObjAnnotationGroup, Naming::None},
+            {Man::kDetViewDimRequestLinearGroup, descriptionOf<StructDetViewDimRequestLinearGroup>,
+             L"StructDetViewDimRequestLinearGroup", &Copy::m_DetViewDimRequestLinearGroup, Naming::None},
+            {Man::kDetObjQualifierSetGroup, descriptionOf<StructDetObjQualifierSetGroup>,
+             L"StructDetObjQualifierSetGroup", &Copy::m_DetObjQualifierSetGroup, Naming::None},
+            {Man::kDetHatchSettings, descriptionOf<StructDetHatchSettings>, L"StructDetHatchSettings",
+             &Copy::m_DetHatchSettings},
+        };
+        for (CopyTable& table : tables) {
+            switch (table.type) {
+            case Man::kDetObjAnnotationGroup:
+            case Man::kDetViewDimRequestLinearGroup:
+            case Man::kDetObjQualifierSetGroup:
+                table.isGroup = table.reusedByName = table.keepsKey = true;
+                break;
+            case Man::kDetBaseCategories:
+                table.reusedByName = table.keepsKey = true;
+                table.written = &Copy::m_BaseCategoriesResultedFromDeepCopy;
+                break;
+            case Man::kLinetypes:
+                table.reusedByName = true;
+                // collecting reports line types as qualifier sets
+                table.readType = Man::kDetObjQualifierSet;
+                break;
+            case Man::kDetObjQualifierSet:
+                table.written = &Copy::m_QualifierSetsResultedFromDeepCopy;
+                break;
+            case Man::kDetViewDimRequestLinear:
+                table.written = &Copy::m_LinearDimRequestsResultedFromDeepCopy;
+                break;
+            case Man::kDetObjAnnotationStrategy:
+                table.written = &Copy::m_AnnotationStrategiesResultedFromDeepCopy;
+                break;
+            default:
+                break;
+            }
+        }
+        DeepCopyGraph made(std::move(tables), Copy::m_writeTransferKeyMap);
+        made.setOverride(Man::kDetObjQualifierSet, Man::kDetObjQualifierSetGroup, &Copy::detQualifierSetGroup);
+        made.setOverride(Man::kDetViewDimRequestLinear, Man::kDetViewDimRequestLinearGroup, &Copy::detDimStrategyGroup);
+        made.setOverride(Man::kDetObjAnnotationStrategy, Man::kDetObjAnnotationGroup, &Copy::detAnnotationGroup);
+        made.setOverride(Man::kDetailMaster, Man::kDetBaseCategories, &Copy::detBaseCategory);
+        made.setHooks(Man::kDetViewRequest, {.referencesCollected = collectCategories});
+        made.setHooks(Man::kDetailStyle, {.collected = collectMasterOfStyle,
+                                          .listReferenceSaved = saveCategories,
+                                          .saved = saveMastersOfStyle,
+                                          .keepKey = Copy::getRunningFromCommand});
+        made.setHooks(Man::kDetObjQualifierSet, {.existing = existingQualifierSet});
+        return made;
+    }();
+    return graph;
+}
+
+} // namespace korodbc

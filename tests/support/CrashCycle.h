@@ -1,0 +1,166 @@
+#pragma once
+
+#include "support/DetailRecords.h"
+#include "support/FaultVfs.h"
+
+#include "EmbeddedHost.h"
+#include "edit/KorOdbcMan.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <sys/mman.h>
+#include <sys/wait.h>
+
+/// Kills a process at every write of an operation and looks at what the next start finds.
+namespace crash {
+
+namespace fs = std::filesystem;
+using Man = KorOdbcMan;
+
+/// In a child process: ends it with a complaint when something that must succeed does not.
+inline void require(bool ok, const char* what)
+{
+    if (ok)
+        return;
+    std::fprintf(stderr, "in the child: %s failed: %s\n", what, korodbc::host::lastError().c_str());
+    ::_exit(3);
+}
+#define CRASH_REQUIRE(condition) crash::require((condition), #condition)
+
+inline fs::path scratch()
+{
+    std::error_code none;
+    const fs::path memory = "/dev/shm";
+    const fs::path root = fs::is_directory(memory, none) && ::access("/dev/shm", W_OK) == 0 ? memory : fs::temp_directory_path();
+    return root / ("korodbc-crash-" + std::to_string(::getpid()));
+}
+
+enum class End { Died, Done, Failed };
+
+/// Runs `act` in a child with the file system shim, killed at call `killAt`; `calls` tells how many calls it made.
+inline End inChild(long killAt, const std::function<void()>& act, long* calls = nullptr)
+{
+    void* shared = ::mmap(nullptr, sizeof(long), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    std::fflush(nullptr);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        faults::install();
+        faults::plan.killAt = killAt;
+        act();
+        *static_cast<long*>(shared) = faults::plan.calls;
+        ::_exit(0);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    if (calls != nullptr)
+        *calls = *static_cast<long*>(shared);
+    ::munmap(shared, sizeof(long));
+    if (WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL)
+        return End::Died;
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? End::Done : End::Failed;
+}
+
+/// Starts the library on the repository as the application does; leftover copies come back.
+inline void start(const fs::path& folder)
+{
+    std::string error;
+    if (!korodbc::host::openRepository(folder, error)) {
+        std::fprintf(stderr, "in the child: %s\n", error.c_str());
+        ::_exit(3);
+    }
+    Man::InitializeStatics::release();
+    Man::InitializeStatics::build();
+    Man::setCurrentDSN(KorDSNDefinitions::kDetails);
+    Man::setCurrentAddIn(KorDSNDefinitions::kBase);
+    CRASH_REQUIRE(Man::initializeTables() == 1);
+}
+
+/// Every table of a database file as text, rows in stored order, and what the engine thinks of the file.
+inline std::string dump(const fs::path& file)
+{
+    if (!fs::exists(file))
+        return "absent";
+    sqlite3* db = nullptr;
+    if (sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
+        return "cannot be opened";
+    std::string out;
+    const auto query = [&](const std::string& sql, const std::function<void(sqlite3_stmt*)>& row) {
+        sqlite3_stmt* statement = nullptr;
+        if (sqlite3_prepare_v2(db, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK)
+            out += "unreadable: " + sql + ": " + sqlite3_errmsg(db);
+        while (statement != nullptr && sqlite3_step(statement) == SQLITE_ROW)
+            row(statement);
+        sqlite3_finalize(statement);
+    };
+    const auto cells = [&](sqlite3_stmt* statement) {
+        for (int i = 0; i < sqlite3_column_count(statement); ++i) {
+            const unsigned char* cell = sqlite3_column_text(statement, i);
+            out += cell == nullptr ? "NULL" : reinterpret_cast<const char*>(cell);
+            out += '|';
+        }
+        out += '\n';
+    };
+    query("PRAGMA integrity_check", cells);
+    std::vector<std::string> tables;
+    query("SELECT name, sql FROM sqlite_master WHERE type = 'table' ORDER BY name", [&](sqlite3_stmt* statement) {
+        tables.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
+    });
+    for (const std::string& table : tables) {
+        out += "[" + table + "]\n";
+        query("SELECT group_concat(name) FROM pragma_table_info('" + table + "')", cells);
+        query("SELECT * FROM [" + table + "] ORDER BY rowid", cells);
+    }
+    sqlite3_close(db);
+    return out;
+}
+
+using State = std::map<std::string, std::string>; // database file to its dump
+
+/// The databases of a repository folder and the transfer file in it.
+inline State state(const fs::path& folder)
+{
+    State files;
+    for (const char* file : {"details.db", "addin.db", "configuration.db", "transfer.db"})
+        files[file] = dump(folder / file);
+    return files;
+}
+
+/// The first line in which two dumps differ.
+inline std::string difference(const std::string& expected, const std::string& found)
+{
+    std::size_t at = 0, line = 0, table = 0;
+    while (at < expected.size() && at < found.size() && expected[at] == found[at]) {
+        if (expected[at] == '\n') {
+            line = at + 1;
+            if (at + 1 < expected.size() && expected[at + 1] == '[')
+                table = at + 1;
+        }
+        ++at;
+    }
+    const auto lineFrom = [](const std::string& text, std::size_t from) {
+        return from >= text.size() ? "(end)" : text.substr(from, text.find('\n', from) - from);
+    };
+    return lineFrom(expected, table) + "\n  expected " + lineFrom(expected, line) + "\n  found    " + lineFrom(found, line);
+}
+
+inline void copyFolder(const fs::path& from, const fs::path& to)
+{
+    fs::remove_all(to);
+    fs::copy(from, to, fs::copy_options::recursive);
+}
+
+/// Which of `count` calls to try: all, or the first and last twenty and a spread of the others.
+inline std::vector<long> sampled(long count, long most = 60)
+{
+    std::vector<long> numbers;
+    const long step = count <= most ? 1 : (count - 40) / std::max(1L, most - 40) + 1;
+    for (long n = 1; n <= count; ++n)
+        if (n <= 20 || n > count - 20 || n % step == 0)
+            numbers.push_back(n);
+    return numbers;
+}
+
+} // namespace crash
