@@ -26,7 +26,7 @@ struct Requests {
 
     Requests()
     {
-        Database database((repository.folder() / "Details.db").string());
+        Database database((repository.folder() / "details.db").string());
         database.run("DELETE FROM DetViewDimRequestLinear");
         database.run(
             "INSERT INTO DetViewDimRequestLinear (Key, RunName, Direction, AllowCombine, ArrangeAbove, "
@@ -115,9 +115,11 @@ void namePlain(benchmark::State& state)
 void registerLookUpBenchmarks()
 {
     const int runs = bench::quick ? 7 : 31;
-    for (const auto& [name, run] : {std::pair{"look-up/key/library", keyLibrary}, std::pair{"look-up/key/plain", keyPlain},
-                                    std::pair{"look-up/run name/library", nameLibrary},
-                                    std::pair{"look-up/run name/plain", namePlain}})
+    const bench::NamedBenchmark all[] = {{"look-up/key/library", keyLibrary},
+                                  {"look-up/key/plain", keyPlain},
+                                  {"look-up/run name/library", nameLibrary},
+                                  {"look-up/run name/plain", namePlain}};
+    for (const auto& [name, run] : all)
         benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(runs)->Unit(benchmark::kMillisecond);
     bench::compare("look-up by key among 10,000", "look-up key library", "look-up key plain", 5.0, lookUps, "a look-up");
     bench::compare("look-up by run name among 10,000", "look-up name library", "look-up name plain", 5.0, lookUps,

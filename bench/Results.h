@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <string>
+#include <utility>
 
 namespace bench {
 
@@ -17,6 +18,8 @@ double seconds(Act act)
     act();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
+
+using NamedBenchmark = std::pair<const char*, void (*)(benchmark::State&)>;
 
 /// Notes one measured run of a series, and hands it to the benchmark as its iteration time.
 void note(benchmark::State& state, const std::string& series, double seconds);

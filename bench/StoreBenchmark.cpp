@@ -66,7 +66,8 @@ void storeWithLibrary(benchmark::State& state, KorOdbcMan::eTableType type, Reco
     KorODBCDetailStyleExports::CancelBackupTables(1);
     for (auto _ : state) {
         for (const wchar_t* table : tables)
-            KorDatabaseAccess::doSQLStatement(KorDSNDefinitions::kDetails, KorString::format(L"DELETE FROM [%s]", KorString(table)));
+            KorDatabaseAccess::doSQLStatement(KorDSNDefinitions::kDetails,
+                                              KorString::format(L"DELETE FROM [%s]", KorString(table)));
         bool stored = true;
         note(state, series, seconds([&] {
                  KorDatabaseBatch batch;
@@ -96,7 +97,7 @@ void strategyLibrary(benchmark::State& state)
 
 struct PlainTarget {
     Repository repository;
-    Database database{(repository.folder() / "Details.db").string()};
+    Database database{(repository.folder() / "details.db").string()};
     std::vector<std::string> names;
 
     PlainTarget()
@@ -174,10 +175,11 @@ void strategyPlain(benchmark::State& state)
 void registerStoreBenchmarks()
 {
     const int runs = bench::quick ? 15 : 101;
-    for (const auto& [name, run] : {std::pair{"store/20 columns/library", linearLibrary},
-                                    std::pair{"store/20 columns/plain", linearPlain},
-                                    std::pair{"store/with 5 items/library", strategyLibrary},
-                                    std::pair{"store/with 5 items/plain", strategyPlain}})
+    const bench::NamedBenchmark all[] = {{"store/20 columns/library", linearLibrary},
+                                  {"store/20 columns/plain", linearPlain},
+                                  {"store/with 5 items/library", strategyLibrary},
+                                  {"store/with 5 items/plain", strategyPlain}};
+    for (const auto& [name, run] : all)
         benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(runs)->Unit(benchmark::kMillisecond);
     bench::compare("store: record of 20 columns", "store linear library", "store linear plain", 2.0, records, "a record");
     bench::compare("store: record with 5 rows of items", "store strategy library", "store strategy plain", 2.0, records,

@@ -35,6 +35,10 @@ std::unique_ptr<Connection> Connection::open(const std::string& path, bool creat
         error = connection->lastError();
         return nullptr;
     }
+    if (Statement* mode = connection->prepare("PRAGMA journal_mode")) {
+        const StatementRun run(*mode);
+        connection->m_logsAhead = mode->step() == SQLITE_ROW && mode->bytes(0) != "delete";
+    }
     if (create)
         connection->logAhead();
     connection->run("PRAGMA synchronous = FULL");
@@ -51,14 +55,7 @@ Connection::~Connection()
 
 void Connection::logAhead()
 {
-    if (std::exchange(m_logsAhead, true))
-        return;
-    bool set = false;
-    if (Statement* mode = prepare("PRAGMA journal_mode")) {
-        const StatementRun run(*mode);
-        set = mode->step() == SQLITE_ROW && mode->bytes(0) == "wal";
-    }
-    if (!set)
+    if (!std::exchange(m_logsAhead, true))
         run("PRAGMA journal_mode = WAL");
 }
 
@@ -120,15 +117,8 @@ void Connection::noteFailure(int code)
     }
 }
 
-bool Connection::fail(int code)
+Statement* Connection::compile(std::string_view sql)
 {
-    noteFailure(code);
-    return false;
-}
-
-Statement* Connection::compile(std::string_view sql, bool& prepared)
-{
-    prepared = false;
     const auto known = m_statements.find(sql);
     if (known != m_statements.end())
         return known->second.get();
@@ -150,16 +140,16 @@ Statement* Connection::compile(std::string_view sql, bool& prepared)
     }
     statement->writtenTables = std::exchange(m_writtenByCompile, {});
     statement->definedTables = std::exchange(m_definedByCompile, {});
-    prepared = true;
     return m_statements.emplace(std::string(sql), std::move(statement)).first->second.get();
 }
 
 Statement* Connection::prepare(std::string_view sql)
 {
-    bool prepared = false;
-    Statement* statement = compile(sql, prepared);
-    if (statement == nullptr || (prepared && observer))
-        report(sql, statement != nullptr, prepared, StatementEvent::Origin::Host);
+    Statement* statement = compile(sql);
+    if (statement == nullptr)
+        report(sql, false, true, StatementEvent::Origin::Host);
+    else if (observer && sqlite3_stmt_readonly(statement->handle()) != 0) // a write is reported when it ran
+        report(sql, true, std::exchange(statement->fresh, false), StatementEvent::Origin::Host);
     return statement;
 }
 
@@ -168,26 +158,23 @@ bool Connection::finish(Statement& statement, bool reported)
     int code;
     while ((code = statement.step()) == SQLITE_ROW) {
     }
+    if (code != SQLITE_DONE)
+        noteFailure(code);
+    const bool prepared = std::exchange(statement.fresh, false);
     if (observer && reported) {
         char* text = sqlite3_expanded_sql(statement.handle());
-        if (code != SQLITE_DONE)
-            noteFailure(code);
-        report(text == nullptr ? "" : text, code == SQLITE_DONE, false, StatementEvent::Origin::Host);
+        report(text == nullptr ? "" : text, code == SQLITE_DONE, prepared, StatementEvent::Origin::Host);
         sqlite3_free(text);
     }
     statement.reset();
-    return code == SQLITE_DONE || fail(code);
+    return code == SQLITE_DONE;
 }
 
 bool Connection::run(std::string_view sql)
 {
-    bool prepared = false;
-    Statement* statement = compile(sql, prepared);
-    if (statement == nullptr) {
-        report(sql, false, prepared, StatementEvent::Origin::Host);
-        return false;
-    }
-    const bool ok = finish(*statement, false);
+    Statement* statement = compile(sql);
+    const bool prepared = statement == nullptr || statement->fresh;
+    const bool ok = statement != nullptr && finish(*statement, false);
     report(sql, ok, prepared, StatementEvent::Origin::Host);
     return ok;
 }
@@ -207,11 +194,12 @@ int Connection::execute(const KorString& sql)
         const bool split = splitLiterals(sql.view(), m_pattern, m_values);
         if (!split)
             whole = sql.toUtf8();
-        Statement* statement = compile(split ? m_pattern : whole, prepared);
+        Statement* statement = compile(split ? m_pattern : whole);
         ok = statement != nullptr;
         if (ok) {
             for (std::size_t i = 0; split && i < m_values.size(); ++i)
                 statement->bind(static_cast<int>(i) + 1, m_values[i]);
+            prepared = statement->fresh;
             const std::int64_t notedBefore = m_rowsNoted;
             ok = finish(*statement, false);
             if (!statement->definedTables.empty()) {

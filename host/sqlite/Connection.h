@@ -99,9 +99,8 @@ public:
 
 private:
     Connection() = default;
-    Statement* compile(std::string_view sql, bool& prepared);
+    Statement* compile(std::string_view sql);
     void logAhead(); // turns write-ahead logging on, once, before the first write
-    bool fail(int code);
     void noteFailure(int code);
     void loadTableNames();
     bool noteDataVersion(); // true when it changed

@@ -30,12 +30,14 @@ inline void require(bool ok, const char* what)
 }
 #define CRASH_REQUIRE(condition) crash::require((condition), #condition)
 
-inline fs::path scratch()
+/// A folder for this process and its children, in memory where there is some; asked for before the first child.
+inline const fs::path& scratch()
 {
-    std::error_code none;
-    const fs::path memory = "/dev/shm";
-    const fs::path root = fs::is_directory(memory, none) && ::access("/dev/shm", W_OK) == 0 ? memory : fs::temp_directory_path();
-    return root / ("korodbc-crash-" + std::to_string(::getpid()));
+    static const fs::path folder = [] {
+        const fs::path memory = ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : fs::temp_directory_path();
+        return memory / ("korodbc-crash-" + std::to_string(::getpid()));
+    }();
+    return folder;
 }
 
 enum class End { Died, Done, Failed };

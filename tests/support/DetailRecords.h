@@ -141,7 +141,7 @@ inline void fillStyle(eDSN dsn, const std::string& suffix, int base = 0)
     put(dsn, StructDetViewLengthClip{a, name("clip"), 1, 0, 1, 1500, 8, owner});
     for (const int key : {a, b})
         put(dsn, StructDetViewRequest{key, name(key == a ? "front view" : "top view"), key, a, a, a, 0, 1, L"%N", 0.5, 0,
-                                      owner, {}});
+                                      owner, KorArray<StructDetViewRequestCategory>()});
     put(dsn, StructDetBaseCategory{a, name("beam styles"), 1, owner});
     put(dsn, StructDetBaseCategory{b, name("views"), 2, owner});
     put(dsn, StructDetViewRequestCategory{a, b, a, 0});

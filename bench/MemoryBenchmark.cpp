@@ -1,0 +1,2 @@
+void registerMemoryBenchmarks(const char*) {}
+int runMemoryChild(int, char**) { return -1; }

@@ -1,0 +1,327 @@
+#include "support/CrashCycle.h"
+
+#include "edit/KorTableEdit.h"
+#include "repository/DetailDatabase.h"
+#include "repository/Manifest.h"
+#include "transfer/KorODBCDetailStyleExports.h"
+
+using namespace crash;
+using Exports = KorODBCDetailStyleExports;
+
+namespace {
+
+constexpr eDSN inDetails = KorDSNDefinitions::kDetails;
+constexpr eDSN inAddin = KorDSNDefinitions::kAddin;
+
+// What an operation is killed in: the folder of the child's repository.
+fs::path repository;
+
+struct Operation {
+    const char* name;
+    void (*prepare)(); // not killed; may be nullptr
+    void (*act)();
+    enum Result { Nothing, Something } leaves; // what the next start finds of it when it was not killed
+};
+
+void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
+
+// Edits
+
+/// One row of every kind of change under a copy of that depth.
+void edit(Man::eCopyDepth depth)
+{
+    using namespace details;
+    CRASH_REQUIRE(Man::setAttribute(Man::kDetailStyle, KorOdbcKey(1), 5, text(awkward), 1, depth) == 1);
+    CRASH_REQUIRE(Man::setAttribute(Man::kDetViewArrangeStrategy, KorOdbcKey(1), 3, 77.5, depth) == 1);
+    CRASH_REQUIRE(Man::deleteRecord(Man::kDetViewRequest, KorOdbcKey(2), depth) == 1);
+
+    // more items than the table has columns
+    CRASH_REQUIRE(StructDetailStyleMarshal::getStructByKey(1, Man::m_structDetailStyle) == 1);
+    Man::m_structDetailStyle.requests = list<int>({1, 2, 1, 2, 1, 2, 1, 2, 1, 2});
+    CRASH_REQUIRE(Man::appendNewRecord(Man::kDetailStyle, 0, depth) > 2);
+    StructDetArrangerControlMarshal::getStructByKey(1, Man::m_structDetArrangerControl);
+    for (int i = 0; i < 8; ++i)
+        Man::m_structDetArrangerControl.items.append({1.0 * i, 2.0, 3.0});
+    CRASH_REQUIRE(Man::appendNewRecord(Man::kDetArrangerControl, 0, depth) > 1);
+
+    // items in tables of their own
+    StructDetViewDimStrategyMarshal::getStructByKey(1, Man::m_structDetViewDimStrategy);
+    CRASH_REQUIRE(Man::appendNewRecord(Man::kDetViewDimStrategy, 0, depth) > 1);
+    StructDetObjReprMapMarshal::getStructByKey(1, Man::m_structDetObjReprMap);
+    CRASH_REQUIRE(Man::storeCurrentRecord(Man::kDetObjReprMap, depth) == 1);
+}
+
+const std::initializer_list<Man::eTableType> dialogTables = {Man::kDetailStyle, Man::kDetViewArrangeStrategy,
+                                                             Man::kDetObjQualifierSet, Man::kDetObjReprMap};
+
+/// A dialog over several tables.
+KorTableEdit dialog(Man::eCopyDepth depth = Man::kFirstCopy)
+{
+    KorTableEdit tables(dialogTables, depth);
+    CRASH_REQUIRE(tables.begin() == 1);
+    CRASH_REQUIRE(Man::setAttribute(Man::kDetailStyle, KorOdbcKey(1), 5, L"edited", 1, depth) == 1);
+    CRASH_REQUIRE(Man::setAttribute(Man::kDetViewArrangeStrategy, KorOdbcKey(1), 3, 1.5, depth) == 1);
+    StructDetObjQualifierSetMarshal::getStructByKey(1, Man::m_structDetObjQualifierSet);
+    Man::m_structDetObjQualifierSet.items.getAt(0).modelRole = details::text(details::awkward);
+    CRASH_REQUIRE(Man::storeCurrentRecord(Man::kDetObjQualifierSet, depth) == 1);
+    StructDetObjReprMapMarshal::getStructByKey(1, Man::m_structDetObjReprMap);
+    Man::m_structDetObjReprMap.items.deleteAt(0);
+    CRASH_REQUIRE(Man::storeCurrentRecord(Man::kDetObjReprMap, depth) == 1);
+    return tables;
+}
+
+void inBoth(void (*act)())
+{
+    act();
+    Man::setCurrentDSN(inAddin);
+    Man::setCurrentAddIn(KorDSNDefinitions::kFirstAddin);
+    act();
+    Man::setCurrentDSN(inDetails);
+    Man::setCurrentAddIn(KorDSNDefinitions::kBase);
+}
+
+void styleTitle(const wchar_t* title, Man::eCopyDepth depth)
+{
+    CRASH_REQUIRE(Man::setAttribute(Man::kDetailStyle, KorOdbcKey(1), 5, title, 1, depth) == 1);
+}
+
+// Transfers
+
+KorString transferFile() { return details::text((repository / "transfer.db").string()); }
+
+void exportStyle()
+{
+    CRASH_REQUIRE(Exports::exportDetail(Exports::kDetailStyle, KorOdbcKey(1), inDetails, KorDSNDefinitions::kBase,
+                                        transferFile()) == 1);
+}
+
+void importStyle()
+{
+    CRASH_REQUIRE(Exports::importDetail(Exports::kDetailStyle, KorOdbcKey(101), inAddin, KorDSNDefinitions::kFirstAddin,
+                                        inDetails, KorDSNDefinitions::kBase) == 1);
+}
+
+const Operation operations[] = {
+    {"edit at depth 0", nullptr, [] { edit(Man::kFirstCopy); }, Operation::Nothing},
+    {"edit at depth 1", nullptr, [] { edit(Man::kSecondCopy); }, Operation::Nothing},
+    {"edit at depth 2", nullptr, [] { edit(Man::kThirdCopy); }, Operation::Nothing},
+    {"edit at depth 3", nullptr, [] { edit(Man::kFourthCopy); }, Operation::Nothing},
+    {"edit nested in an edit", [] { edit(Man::kFirstCopy); }, [] { edit(Man::kSecondCopy); }, Operation::Nothing},
+    {"edit nested four deep",
+     [] {
+         styleTitle(L"first", Man::kFirstCopy);
+         styleTitle(L"second", Man::kSecondCopy);
+     },
+     [] {
+         styleTitle(L"third", Man::kThirdCopy);
+         styleTitle(L"fourth", Man::kFourthCopy);
+         CRASH_REQUIRE(Man::setStatusOnOK(Man::kDetailStyle, Man::kFourthCopy) == 1);
+         CRASH_REQUIRE(Man::setStatusOnUpdate(Man::kDetailStyle, Man::kThirdCopy) == 1);
+         CRASH_REQUIRE(Man::setStatusOnCancel(Man::kDetailStyle, Man::kSecondCopy) == 1);
+     },
+     Operation::Nothing},
+    {"OK of one table", [] { styleTitle(L"kept", Man::kFirstCopy); },
+     [] { CRASH_REQUIRE(Man::setStatusOnOK(Man::kDetailStyle, Man::kFirstCopy) == 1); }, Operation::Something},
+    {"OK at depth 2", [] { styleTitle(L"kept", Man::kThirdCopy); },
+     [] { CRASH_REQUIRE(Man::setStatusOnOK(Man::kDetailStyle, Man::kThirdCopy) == 1); }, Operation::Something},
+    {"Cancel of one table", [] { edit(Man::kFirstCopy); },
+     [] { CRASH_REQUIRE(Man::setStatusOnCancel(Man::kDetailStyle, Man::kFirstCopy) == 1); }, Operation::Nothing},
+    {"Update of one table, then another edit", [] { styleTitle(L"applied", Man::kFirstCopy); },
+     [] {
+         CRASH_REQUIRE(Man::setStatusOnUpdate(Man::kDetailStyle, Man::kFirstCopy) == 1);
+         styleTitle(L"after the update", Man::kFirstCopy);
+     },
+     Operation::Something},
+    {"OK of the inner dialog only",
+     [] {
+         styleTitle(L"outer", Man::kFirstCopy);
+         styleTitle(L"inner", Man::kSecondCopy);
+     },
+     [] { CRASH_REQUIRE(Man::setStatusOnOK(Man::kDetailStyle, Man::kSecondCopy) == 1); }, Operation::Nothing},
+    {"Cancel of the inner dialog, OK of the outer one",
+     [] {
+         styleTitle(L"outer", Man::kFirstCopy);
+         styleTitle(L"inner", Man::kSecondCopy);
+         CRASH_REQUIRE(Man::setStatusOnCancel(Man::kDetailStyle, Man::kSecondCopy) == 1);
+     },
+     [] { CRASH_REQUIRE(Man::setStatusOnOK(Man::kDetailStyle, Man::kFirstCopy) == 1); }, Operation::Something},
+    {"dialog over several tables, left open", nullptr, [] { dialog(); }, Operation::Nothing},
+    {"dialog over several tables, at depth 3", nullptr, [] { dialog(Man::kFourthCopy); }, Operation::Nothing},
+    {"dialog over several tables, OK", nullptr, [] { CRASH_REQUIRE(dialog().ok() == 1); }, Operation::Something},
+    {"dialog over several tables, Cancel", nullptr, [] { CRASH_REQUIRE(dialog().cancel() == 1); }, Operation::Nothing},
+    {"dialog over several tables, Update, then another edit", nullptr,
+     [] {
+         KorTableEdit tables = dialog();
+         CRASH_REQUIRE(tables.update() == 1);
+         styleTitle(L"after the update", Man::kFirstCopy);
+     },
+     Operation::Something},
+    {"all tables of a transfer, OK", [] { edit(Man::kFirstCopy); }, [] { CRASH_REQUIRE(Exports::setStatusOnOK() == 1); },
+     Operation::Something},
+    {"edit in two databases, OK", [] { inBoth([] { edit(Man::kFirstCopy); }); },
+     [] { CRASH_REQUIRE(Exports::setStatusOnOK() == 1); }, Operation::Something},
+    {"export into a new file", nullptr, exportStyle, Operation::Something},
+    {"export into a file with a style", exportStyle, exportStyle, Operation::Something},
+    {"import", nullptr, importStyle, Operation::Something},
+    {"import under an open edit of another table", [] { styleTitle(L"open", Man::kFirstCopy); }, [] {
+         CRASH_REQUIRE(Man::setStatusOnOK(Man::kDetailStyle, Man::kFirstCopy) == 1);
+         importStyle();
+     },
+     Operation::Something},
+};
+
+class KilledProcessTest : public testing::TestWithParam<Operation> {
+protected:
+    static void SetUpTestSuite()
+    {
+        fs::remove_all(scratch());
+        fs::create_directories(base());
+        korodbc::host::Manifest manifest;
+        const struct {
+            eDSN dsn;
+            const char* file;
+        } sources[] = {{inDetails, "details.db"}, {inAddin, "addin.db"}, {KorDSNDefinitions::kConfiguration, "configuration.db"}};
+        std::string error;
+        for (const auto& [dsn, file] : sources) {
+            manifest.connections[dsn] = std::string("sqlite:") + file;
+            const auto database = korodbc::host::Connection::open((base() / file).string(), true, error);
+            ASSERT_TRUE(database != nullptr && korodbc::host::createTables(*database, dsn, error)) << error;
+        }
+        ASSERT_TRUE(manifest.save(base(), error)) << error;
+        ASSERT_EQ(inChild(0, [] {
+                      start(base());
+                      details::fillConfiguration();
+                      details::fillStyle(inDetails, details::awkward);
+                      details::fillStyle(inAddin, "add-in", 100);
+                      details::put(inAddin, StructDetViewArrangeStrategy{1, L"first", 0, 1, 2, 0, L"x"});
+                      korodbc::host::closeRepository();
+                  }),
+                  End::Done);
+    }
+    static void TearDownTestSuite() { fs::remove_all(scratch()); }
+
+    static fs::path base() { return scratch() / "base"; }
+    static fs::path work() { return scratch() / "work"; }
+    static fs::path killed() { return scratch() / "killed"; }
+
+    /// A fresh repository in `work`, in which the operation runs until it is killed or done.
+    static End run(const Operation& operation, long killAt, bool prepareOnly = false, long* calls = nullptr)
+    {
+        copyFolder(base(), work());
+        return inChild(killAt,
+                       [&] {
+                           repository = work();
+                           start(work());
+                           if (operation.prepare != nullptr)
+                               operation.prepare();
+                           faults::plan.armed = true;
+                           if (!prepareOnly)
+                               operation.act();
+                       },
+                       calls);
+    }
+    /// The next start of the application, in `work`.
+    static End recover(long killAt = 0, long* calls = nullptr)
+    {
+        return inChild(killAt,
+                       [] {
+                           faults::plan.armed = true;
+                           start(work());
+                           korodbc::host::closeRepository();
+                       },
+                       calls);
+    }
+    /// Before or after, file by file: false and a report when it is neither. In `isAfter` a file never goes back.
+    static bool isBeforeOrAfter(const State& found, const State& before, const State& after,
+                                std::map<std::string, bool>& isAfter, const std::string& where)
+    {
+        bool good = true;
+        for (const auto& [file, content] : found) {
+            // a transfer file that has just been made holds the tables and no row
+            const bool fresh = before.at(file) == "absent" && content == m_emptyDetails;
+            const bool asBefore = content == before.at(file) || fresh, asAfter = content == after.at(file);
+            if ((!asBefore && !asAfter) || (isAfter[file] && !asAfter)) {
+                ADD_FAILURE() << where << ": " << file << " is neither before nor after: "
+                              << difference(isAfter[file] ? after.at(file) : before.at(file), content);
+                good = false;
+            }
+            isAfter[file] = isAfter[file] || !asBefore;
+        }
+        return good;
+    }
+
+    static inline std::string m_emptyDetails;
+};
+
+TEST_P(KilledProcessTest, LeavesBeforeOrAfter)
+{
+    const Operation& operation = GetParam();
+    copyFolder(base(), work());
+    ASSERT_EQ(inChild(0, [] { CRASH_REQUIRE(Exports::CreateDbFile(details::text((work() / "empty.db").string())) == 1); }),
+              End::Done);
+    m_emptyDetails = dump(work() / "empty.db");
+
+    ASSERT_EQ(run(operation, 0, true), End::Done);
+    ASSERT_EQ(recover(), End::Done);
+    const State before = state(work());
+    long calls = 0;
+    ASSERT_EQ(run(operation, 0, false, &calls), End::Done);
+    ASSERT_EQ(recover(), End::Done);
+    const State after = state(work());
+    ASSERT_GT(calls, 0);
+    for (const auto& [file, content] : after) {
+        ASSERT_TRUE(content == "absent" || content.starts_with("ok|\n")) << file << ": " << content.substr(0, 200);
+        ASSERT_EQ(content.find("_VEL"), std::string::npos) << file << " has a copy left over";
+    }
+    if (operation.leaves == Operation::Nothing)
+        for (const auto& [file, content] : after)
+            ASSERT_EQ(content, before.at(file)) << difference(before.at(file), content);
+    else
+        ASSERT_NE(after, before);
+
+    std::map<std::string, bool> isAfter;
+    int failures = 0;
+    const std::vector<long> numbers = sampled(calls);
+    for (const long n : numbers) {
+        const std::string where = "killed at call " + std::to_string(n) + " of " + std::to_string(calls);
+        ASSERT_EQ(run(operation, n), End::Died) << where;
+        ASSERT_EQ(recover(), End::Done) << where;
+        if (!isBeforeOrAfter(state(work()), before, after, isAfter, where) && ++failures == 3)
+            FAIL() << "and so on";
+    }
+
+    // the start after that is killed, too
+    int cycles = static_cast<int>(numbers.size());
+    for (const long n : {calls / 2, calls}) {
+        run(operation, n);
+        copyFolder(work(), killed());
+        long recoveryCalls = 0;
+        ASSERT_EQ(recover(0, &recoveryCalls), End::Done);
+        const State recovered = state(work());
+        for (const long m : sampled(recoveryCalls, 45)) {
+            ++cycles;
+            copyFolder(killed(), work());
+            const std::string where = "killed at call " + std::to_string(n) + ", recovery at call " + std::to_string(m) +
+                                      " of " + std::to_string(recoveryCalls);
+            ASSERT_EQ(recover(m), End::Died) << where;
+            ASSERT_EQ(recover(), End::Done) << where;
+            const State found = state(work());
+            for (const auto& [file, content] : found)
+                ASSERT_EQ(content, recovered.at(file)) << where << ": " << difference(recovered.at(file), content);
+        }
+    }
+    RecordProperty("calls", static_cast<int>(calls));
+    RecordProperty("cycles", cycles);
+    if (std::getenv("KORODBC_CRASH_REPORT") != nullptr)
+        std::printf("%ld calls, %d cycles\n", calls, cycles);
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, KilledProcessTest, testing::ValuesIn(operations), [](const auto& operation) {
+    std::string name;
+    for (const char c : std::string(operation.param.name))
+        if (std::isalnum(static_cast<unsigned char>(c)))
+            name += c;
+    return name;
+});
+
+} // namespace

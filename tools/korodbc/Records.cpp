@@ -1,0 +1,164 @@
+#include "Records.h"
+
+#include "records/Registry.h"
+#include "repository/KorDatabaseAccess.h"
+#include "repository/RecordAccess.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace {
+
+bool isNumber(FieldKind kind) { return kind != FieldKind::Text; }
+
+bool wholeNumber(const std::string& text, long& number)
+{
+    const auto end = std::from_chars(text.data(), text.data() + text.size(), number);
+    return end.ec == std::errc() && end.ptr == text.data() + text.size();
+}
+
+} // namespace
+
+std::vector<std::string> tableNames(const Source& source)
+{
+    const KorDSNRequest request(source.dsn, source.index);
+    KorArray<KorString> stored;
+    KorDatabaseAccess::getTablesNames(source.dsn, stored);
+    std::vector<std::string> names;
+    for (const KorString& name : stored)
+        names.push_back(name.toUtf8());
+    return names;
+}
+
+StoredTable findTable(const std::string& wanted, const std::string& sourceName)
+{
+    const std::vector<Source> sources =
+        sourceName.empty() ? usableSources() : std::vector<Source>{sourceNamed(sourceName)};
+    std::vector<std::string> known;
+    for (const std::string& name :
+         {wanted, KorDatabaseAccess::getTableName(KorString::fromUtf8(wanted)).toUtf8()}) {
+        for (const Source& source : sources) {
+            for (const std::string& stored : tableNames(source)) {
+                if (sameName(stored, name))
+                    return {stored, source, records::ofTable(stored)};
+                known.push_back(stored);
+            }
+        }
+    }
+    std::sort(known.begin(), known.end());
+    known.erase(std::unique(known.begin(), known.end()), known.end());
+    throw Failure{kNotFound, "there is no table " + quote(wanted) +
+                                 (sourceName.empty() ? "" : " in data source " + sources.front().name) +
+                                 nearest(wanted, known) + "; list them with: korodbc tables"};
+}
+
+long numberOfRows(const StoredTable& table)
+{
+    const KorDSNRequest request(table.source.dsn, table.source.index);
+    KorArray<KorCellData> cells;
+    return KorDatabaseAccess::getColumnValues(table.source.dsn, KorString::fromUtf8(table.name), {}, {}, 0, cells) == 1
+               ? cells.length()
+               : -1;
+}
+
+bool readRecord(const RecordDescription& type, const std::string& keyOrName, void* record)
+{
+    const KorString text = KorString::fromUtf8(keyOrName);
+    long key = 0;
+    if (type.hasTextKey() && RecordAccess::readByKey(type, text, record) == 1)
+        return true;
+    if (type.key >= 0 && !type.hasTextKey() && wholeNumber(keyOrName, key) &&
+        RecordAccess::readByKey(type, key, record) == 1)
+        return true;
+    return type.runName >= 0 && RecordAccess::readByRunName(type, text, record) == 1;
+}
+
+std::string runNameOf(const RecordDescription& type, int key)
+{
+    const AnyRecord record(type);
+    if (type.runName < 0 || (RecordAccess::readByKey(type, long{key}, record.get()) != 1 &&
+                             RecordAccess::readByKey(type, long{key}, record.get(), RecordAccess::Sources::All) != 1))
+        return {};
+    return cellText(*type.runNameColumn(), record.get());
+}
+
+std::string keyText(const RecordDescription& type, const void* record)
+{
+    return type.key < 0 ? std::string() : cellText(type.keyColumn(), record);
+}
+
+std::string cellText(const ColumnDescription& column, const void* record)
+{
+    switch (column.kind) {
+    case FieldKind::Integer:
+        return std::to_string(column.integer(record));
+    case FieldKind::Real:
+        return KorCellData(column.real(record)).getStringW().toUtf8();
+    case FieldKind::Text:
+        break;
+    }
+    return column.text(record).toUtf8();
+}
+
+std::string numberedName(const ColumnDescription& column, long item)
+{
+    return KorString::format(KorString::fromUtf8(column.name), item).toUtf8();
+}
+
+Sheet sheetOf(const RecordDescription& type, long items)
+{
+    Sheet sheet;
+    for (const ColumnDescription& column : type.columns)
+        sheet.columns.push_back({std::string(column.name), isNumber(column.kind)});
+    for (long item = 1; type.numbered.exists() && item <= items; ++item)
+        for (const ColumnDescription& column : type.numbered.columns)
+            sheet.columns.push_back({numberedName(column, item), isNumber(column.kind)});
+    return sheet;
+}
+
+std::vector<std::string> rowOf(const RecordDescription& type, const void* record, long items)
+{
+    std::vector<std::string> row;
+    for (const ColumnDescription& column : type.columns)
+        row.push_back(cellText(column, record));
+    const long own = type.numbered.exists() ? type.numbered.list.length(record) : 0;
+    for (long item = 0; type.numbered.exists() && item < items; ++item)
+        for (const ColumnDescription& column : type.numbered.columns)
+            row.push_back(item < own ? cellText(column, type.numbered.list.at(record, item)) : std::string());
+    return row;
+}
+
+void addItems(const RecordDescription& type, const void* record, Sheet& sheet)
+{
+    if (!type.items.exists())
+        return;
+    const RecordDescription& item = type.items.item();
+    if (sheet.columns.empty())
+        sheet = sheetOf(item, 0);
+    for (long i = 0; i < type.items.list.length(record); ++i)
+        sheet.rows.push_back(rowOf(item, type.items.list.at(record, i), 0));
+}
+
+Sheet readStored(const StoredTable& table, const std::string& keyOrName)
+{
+    const KorString name = KorString::fromUtf8(table.name);
+    KorArray<KorColumn> columns;
+    if (KorDatabaseAccess::getTableStructure(table.source.dsn, name, columns) != 1)
+        throw Failure{kFailed, "table " + table.name + " cannot be read" + because()};
+    Sheet sheet;
+    std::vector<std::vector<std::string>> rows;
+    for (int i = 0; i < columns.length(); ++i) {
+        const KorItemType::BaseTypes kind = columns[i].getType();
+        sheet.columns.push_back({columns[i].getName().toUtf8(), kind == KorItemType::kInt || kind == KorItemType::kDouble});
+        KorArray<KorCellData> cells;
+        if (KorDatabaseAccess::getColumnValues(table.source.dsn, name, {}, {}, i, cells) != 1)
+            throw Failure{kFailed, "table " + table.name + " cannot be read" + because()};
+        rows.resize(static_cast<std::size_t>(cells.length()));
+        for (int row = 0; row < cells.length(); ++row)
+            rows[static_cast<std::size_t>(row)].push_back(cells[row].getStringW().toUtf8());
+    }
+    for (std::vector<std::string>& row : rows)
+        if (keyOrName.empty() || row[0] == keyOrName || (row.size() > 1 && sameName(row[1], keyOrName)))
+            sheet.rows.push_back(std::move(row));
+    return sheet;
+}

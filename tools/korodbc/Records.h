@@ -1,0 +1,76 @@
+#pragma once
+
+#include "Output.h"
+#include "records/RecordDescription.h"
+#include "repository/KorCellData.h"
+#include "repository/KorColumn.h"
+#include "Session.h"
+
+#include <string>
+#include <vector>
+
+/// A record of a type known by its description only.
+class AnyRecord {
+public:
+    explicit AnyRecord(const RecordDescription& type)
+        : m_operations(type.operations), m_record(m_operations->create())
+    {
+    }
+    ~AnyRecord() { m_operations->destroy(m_record); }
+    AnyRecord(const AnyRecord&) = delete;
+    AnyRecord& operator=(const AnyRecord&) = delete;
+    void* get() const { return m_record; }
+
+private:
+    const RecordOperations* m_operations;
+    void* m_record;
+};
+
+/// A list of records of a type known by its description only.
+class AnyRecords {
+public:
+    explicit AnyRecords(const RecordDescription& type)
+        : m_operations(&type.operations->list), m_list(m_operations->create())
+    {
+    }
+    ~AnyRecords() { m_operations->destroy(m_list); }
+    AnyRecords(const AnyRecords&) = delete;
+    AnyRecords& operator=(const AnyRecords&) = delete;
+    void* get() const { return m_list; }
+    long length() const { return m_operations->length(m_list); }
+    void* at(long index) const { return m_operations->at(m_list, index); }
+
+private:
+    const ListOperations* m_operations;
+    void* m_list;
+};
+
+/// A table where it is stored.
+struct StoredTable {
+    std::string name;
+    Source source;
+    const RecordDescription* type = nullptr; // nullptr: no record type describes it
+};
+
+/// Finds a table by its name or alias in one source, or, with an empty name of the source, in the first that has it.
+StoredTable findTable(const std::string& name, const std::string& source);
+std::vector<std::string> tableNames(const Source& source);
+/// Number of rows; -1 when the table cannot be read.
+long numberOfRows(const StoredTable& table);
+
+/// Reads a record by its key or run name; false when there is none. The table's source has to be requested.
+bool readRecord(const RecordDescription& type, const std::string& keyOrName, void* record);
+/// Run name of the record with that key, empty when it has none.
+std::string runNameOf(const RecordDescription& type, int key);
+std::string keyText(const RecordDescription& type, const void* record);
+std::string cellText(const ColumnDescription& column, const void* record);
+/// A numbered column's name, "Request3".
+std::string numberedName(const ColumnDescription& column, long item);
+
+/// The columns of a record type, those of `items` numbered items included.
+Sheet sheetOf(const RecordDescription& type, long items);
+std::vector<std::string> rowOf(const RecordDescription& type, const void* record, long items);
+/// The items of a record, as rows.
+void addItems(const RecordDescription& type, const void* record, Sheet& sheet);
+/// All rows of a table, or those whose key or run name is given.
+Sheet readStored(const StoredTable& table, const std::string& keyOrName);
