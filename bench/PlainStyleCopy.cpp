@@ -17,7 +17,11 @@ struct Cell {
     double real = 0;
     std::string text;
 
-    bool operator==(const Cell&) const = default;
+    bool operator==(const Cell& other) const
+    {
+        return type == other.type && (type != SQLITE_INTEGER || integer == other.integer) &&
+               (type != SQLITE_FLOAT || real == other.real) && (type != SQLITE_TEXT || text == other.text);
+    }
 };
 using Row = std::vector<Cell>;
 

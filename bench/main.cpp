@@ -6,11 +6,13 @@
 
 void registerStoreBenchmarks();
 void registerNameBenchmarks();
+void nameFigures();
 void registerTransferBenchmarks();
 void transferFigures();
 void registerMemoryBenchmarks(const char* program);
 int runMemoryChild(int argc, char** argv);
 void registerStartBenchmarks();
+void startFigures();
 void registerLookUpBenchmarks();
 
 /// korodbc_bench [--quick] [--strict] [options of Google Benchmark]: --strict ends with 1 when a limit is missed.
@@ -39,7 +41,9 @@ int main(int argc, char** argv)
     registerStartBenchmarks();
     registerLookUpBenchmarks();
     benchmark::RunSpecifiedBenchmarks();
+    nameFigures();
     transferFigures();
+    startFigures();
     const bool kept = bench::printSummary();
     return strict && !kept ? 1 : 0;
 }

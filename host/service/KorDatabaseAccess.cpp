@@ -51,6 +51,20 @@ int written(Table* table, Write write)
     return batch.end(result);
 }
 
+/// Runs a statement of the library's.
+template <class Execute>
+int executed(eDSN dsn, Execute execute)
+{
+    Connection* database = service().connection(dsn);
+    if (database == nullptr)
+        return 0;
+    KorDatabaseBatch batch;
+    const int result = execute(*database);
+    if (result != 1)
+        service().setError(database->lastError());
+    return batch.end(result);
+}
+
 /// A key given as text, as the key column stores it.
 Value keyValue(Table& table, int column, const KorString& text)
 {
@@ -151,14 +165,13 @@ bool copy(Connection& database, Table& from, const KorString& to)
 
 int KorDatabaseAccess::doSQLStatement(const eDSN& dsn, const KorString& sql)
 {
-    Connection* database = service().connection(dsn);
-    if (database == nullptr)
-        return 0;
-    KorDatabaseBatch batch;
-    const int result = database->execute(sql);
-    if (result != 1)
-        service().setError(database->lastError());
-    return batch.end(result);
+    return executed(dsn, [&](Connection& database) { return database.execute(sql); });
+}
+
+int KorDatabaseAccess::doSQLStatement(const eDSN& dsn, const KorString& pattern,
+                                      std::span<const KorFormatArgument> values)
+{
+    return executed(dsn, [&](Connection& database) { return database.execute(pattern.view(), values); });
 }
 
 int KorDatabaseAccess::getTableStructure(eDSN dsn, const KorString& name, KorArray<KorColumn>& columns)

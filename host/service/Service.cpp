@@ -5,6 +5,7 @@
 #include "tables/RecordCache.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace korodbc::host {
 
@@ -267,6 +268,8 @@ bool Service::endBatch()
     undo.swap(m_undo);
     for (auto step = undo.rbegin(); !stored && step != undo.rend(); ++step)
         (*step)();
+    if (std::exchange(m_checkAtEnd, false))
+        checkAll();
     return stored;
 }
 
@@ -278,12 +281,18 @@ void Service::whenUndone(std::function<void()> undo)
 
 void Service::checkAll()
 {
+    m_checkAtEnd = m_checkAtEnd || inBatch();
+    if (inBatch())
+        return;
     for (auto& [file, database] : m_connections)
         database->checkBeforeNextRead();
 }
 
 void Service::check(eIndex index)
 {
+    m_checkAtEnd = m_checkAtEnd || inBatch();
+    if (inBatch())
+        return;
     for (auto& [place, database] : m_places)
         if (place.second == index)
             database->checkBeforeNextRead();

@@ -61,7 +61,8 @@ public:
     /// Called, last first, when the open batch cannot be stored.
     void whenUndone(std::function<void()> undo);
 
-    /// The next reads look for changes of other processes.
+    /// The next reads look for changes of other processes. Inside a batch this waits for its end: an operation sees the
+    /// databases as they were when it began.
     void checkAll();
     void check(eIndex index);
 
@@ -80,6 +81,7 @@ private:
     std::unordered_map<const RecordDescription*, KorString> m_physicalNames;
     int m_batches = 0;
     std::vector<std::function<void()>> m_undo;
+    bool m_checkAtEnd = false;
     std::string m_error;
 };
 

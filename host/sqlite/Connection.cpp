@@ -48,6 +48,7 @@ std::unique_ptr<Connection> Connection::open(const std::string& path, bool creat
 Connection::~Connection()
 {
     m_pending.reset();
+    m_patterns.clear();
     m_statements.clear();
     m_tables.clear();
     sqlite3_close(m_db);
@@ -65,6 +66,13 @@ void Connection::report(std::string_view sql, bool ok, bool prepared, StatementE
 {
     if (observer)
         observer({m_dsn, m_index, origin, KorString::fromUtf8(sql), ok ? 1 : 0, prepared,
+                  ok ? KorString() : KorString::fromUtf8(m_error)});
+}
+
+void Connection::reportLibrary(const KorString& sql, bool ok, bool prepared)
+{
+    if (observer)
+        observer({m_dsn, m_index, StatementEvent::Origin::Library, sql, ok ? 1 : 0, prepared,
                   ok ? KorString() : KorString::fromUtf8(m_error)});
 }
 
@@ -179,47 +187,88 @@ bool Connection::run(std::string_view sql)
     return ok;
 }
 
+void Connection::limitStatements()
+{
+    if (m_statements.size() <= mostStatements)
+        return;
+    for (auto& [name, table] : m_tables)
+        if (table)
+            table->forgetStatements();
+    m_patterns.clear();
+    m_lastPattern = nullptr;
+    m_statements.clear();
+}
+
+bool Connection::finishWrite(Statement& statement)
+{
+    const std::int64_t notedBefore = m_rowsNoted;
+    const bool ok = finish(statement, false);
+    if (!statement.definedTables.empty()) {
+        tablesChanged(statement.definedTables);
+    } else if (ok && sqlite3_changes64(m_db) != m_rowsNoted - notedBefore) {
+        // the engine cleared the table without naming the rows
+        for (const std::string& name : statement.writtenTables) {
+            const auto found = m_tables.find(lowerCase(name));
+            if (found != m_tables.end() && found->second)
+                found->second->allChanged();
+        }
+    }
+    return ok;
+}
+
 int Connection::execute(const KorString& sql)
 {
-    if (m_statements.size() > mostStatements) {
-        for (auto& [name, table] : m_tables)
-            if (table)
-                table->forgetStatements();
-        m_statements.clear();
-    }
+    limitStatements();
     bool ok = flush() && beginWrite();
     bool prepared = false;
     if (ok) {
-        std::string whole;
         const bool split = splitLiterals(sql.view(), m_pattern, m_values);
         if (!split)
-            whole = sql.toUtf8();
-        Statement* statement = compile(split ? m_pattern : whole);
+            m_pattern = sql.toUtf8();
+        Statement* statement = compile(m_pattern);
         ok = statement != nullptr;
         if (ok) {
             for (std::size_t i = 0; split && i < m_values.size(); ++i)
                 statement->bind(static_cast<int>(i) + 1, m_values[i]);
             prepared = statement->fresh;
-            const std::int64_t notedBefore = m_rowsNoted;
-            ok = finish(*statement, false);
-            if (!statement->definedTables.empty()) {
-                tablesChanged(statement->definedTables);
-                const auto done = m_statements.find(split ? m_pattern : whole);
-                if (done != m_statements.end())
-                    m_statements.erase(done);
-            } else if (ok && sqlite3_changes64(m_db) != m_rowsNoted - notedBefore) {
-                // the engine cleared the table without naming the rows
-                for (const std::string& name : statement->writtenTables) {
-                    const auto found = m_tables.find(lowerCase(name));
-                    if (found != m_tables.end() && found->second)
-                        found->second->allChanged();
-                }
-            }
+            ok = finishWrite(*statement);
+            if (!statement->definedTables.empty())
+                m_statements.erase(m_statements.find(m_pattern));
         }
     }
+    reportLibrary(sql, ok, prepared);
+    return ok ? 1 : 0;
+}
+
+const Connection::KnownPattern* Connection::pattern(std::wstring_view text)
+{
+    if (m_lastPattern != nullptr && m_lastPattern->text == text)
+        return m_lastPattern;
+    const auto known = m_patterns.find(text);
+    if (known != m_patterns.end())
+        return m_lastPattern = known->second.get();
+    auto read = std::make_unique<KnownPattern>();
+    if (!readPattern(text, read->pattern) || (read->statement = compile(read->pattern.sql)) == nullptr ||
+        !read->statement->definedTables.empty())
+        return nullptr;
+    read->text = text;
+    m_lastPattern = read.get();
+    m_patterns.emplace(std::wstring_view(read->text), std::move(read));
+    return m_lastPattern;
+}
+
+int Connection::execute(std::wstring_view text, std::span<const KorFormatArgument> arguments)
+{
+    limitStatements();
+    bool ok = flush() && beginWrite();
+    const KnownPattern* known = ok ? pattern(text) : nullptr;
+    if (known == nullptr || !fitsPattern(known->pattern, arguments))
+        return execute(patternText(text, arguments));
+    const bool prepared = known->statement->fresh;
+    bindPattern(known->pattern, arguments, *known->statement);
+    ok = finishWrite(*known->statement);
     if (observer)
-        observer({m_dsn, m_index, StatementEvent::Origin::Library, sql, ok ? 1 : 0, prepared,
-                  ok ? KorString() : KorString::fromUtf8(m_error)});
+        reportLibrary(patternText(text, arguments), ok, prepared);
     return ok ? 1 : 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include "Observer.h"
 #include "sqlite/Statement.h"
+#include "sqlite/StatementPattern.h"
 
 #include <sqlite3.h>
 
@@ -9,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -42,6 +44,8 @@ public:
 
     /// Runs one statement of the library's. Returns 1, or 0 with lastError set.
     int execute(const KorString& sql);
+    /// The same for a statement given as a pattern and its values.
+    int execute(std::wstring_view pattern, std::span<const KorFormatArgument> arguments);
     /// Runs one statement of the host's own.
     bool run(std::string_view sql);
     /// A kept statement of the host's own, ready to bind; nullptr with lastError set when it does not compile.
@@ -100,6 +104,9 @@ public:
 private:
     Connection() = default;
     Statement* compile(std::string_view sql);
+    void limitStatements(); // lets kept statements go when there are too many
+    bool finishWrite(Statement& statement);
+    void reportLibrary(const KorString& sql, bool ok, bool prepared);
     void logAhead(); // turns write-ahead logging on, once, before the first write
     void noteFailure(int code);
     void loadTableNames();
@@ -121,6 +128,14 @@ private:
     Statement* m_compiling = nullptr;
     std::vector<std::string> m_writtenByCompile;
     std::vector<std::string> m_definedByCompile;
+    struct KnownPattern {
+        std::wstring text;
+        StatementPattern pattern;
+        Statement* statement = nullptr;
+    };
+    const KnownPattern* pattern(std::wstring_view text);
+    std::unordered_map<std::wstring_view, std::unique_ptr<KnownPattern>> m_patterns; // by its own text
+    const KnownPattern* m_lastPattern = nullptr;
     std::string m_pattern;      // scratch of execute
     std::vector<Value> m_values; // scratch of execute
 

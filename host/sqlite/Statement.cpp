@@ -101,13 +101,16 @@ private:
 
     void copy(std::size_t from, std::size_t to)
     {
-        bool plain = true;
-        for (std::size_t i = from; i < to && plain; ++i)
-            plain = m_sql[i] < 128;
-        if (plain) {
-            for (std::size_t i = from; i < to; ++i)
-                m_pattern += static_cast<char>(m_sql[i]);
-        } else {
+        const std::size_t length = m_pattern.size();
+        m_pattern.resize(length + (to - from));
+        char* out = m_pattern.data() + length;
+        std::uint32_t all = 0;
+        for (std::size_t i = from; i < to; ++i) {
+            all |= static_cast<std::uint32_t>(m_sql[i]);
+            *out++ = static_cast<char>(m_sql[i]);
+        }
+        if (all >= 128) {
+            m_pattern.resize(length);
             KorString(m_sql.substr(from, to - from)).appendUtf8To(m_pattern);
         }
         m_at = to;

@@ -7,6 +7,7 @@
 #include "roots/KorString.h"
 
 #include <functional>
+#include <span>
 
 struct RecordDescription;
 
@@ -18,6 +19,8 @@ public:
 
     /// Executes one SQL statement in the data source.
     static int doSQLStatement(const eDSN& dsn, const KorString& sql);
+    /// Executes the statement that formatting the pattern gives, with the quotes inside quoted texts ('%s') doubled.
+    static int doSQLStatement(const eDSN& dsn, const KorString& pattern, std::span<const KorFormatArgument> values);
     /// Fills `columns` with the columns of the table in stored order.
     static int getTableStructure(eDSN dsn, const KorString& table, KorArray<KorColumn>& columns);
     /// Number of columns of the table; 0 when there is no such table.

@@ -4,8 +4,6 @@
 #include "repository/KorColumn.h"
 #include "repository/KorDatabaseAccess.h"
 
-#include <array>
-
 namespace korodbc {
 
 namespace {
@@ -47,9 +45,8 @@ const ItemRows* itemRowsOf(int ownerType)
 
 constexpr std::size_t mostItemColumns = 16;
 
-/// The values of an item in the order of its columns; texts with their quotes doubled stay in `texts`.
-std::size_t arguments(const RecordDescription& type, const void* item, std::array<KorString, mostItemColumns>& texts,
-                      KorFormatArgument* out)
+/// The values of an item in the order of its columns.
+std::size_t valuesOf(const RecordDescription& type, const void* item, KorFormatArgument* out)
 {
     std::size_t count = 0;
     for (const ColumnDescription& column : type.columns) {
@@ -61,8 +58,7 @@ std::size_t arguments(const RecordDescription& type, const void* item, std::arra
             out[count] = KorFormatArgument(column.real(item));
             break;
         case FieldKind::Text:
-            texts[count] = quoted(column.text(item));
-            out[count] = KorFormatArgument(texts[count]);
+            out[count] = KorFormatArgument(column.text(item));
             break;
         }
         if (++count == mostItemColumns)
@@ -71,17 +67,11 @@ std::size_t arguments(const RecordDescription& type, const void* item, std::arra
     return count;
 }
 
-int insertItem(const ItemRows& rows, const KorString& table, const RecordDescription& type, const void* item)
+int insertItem(const KorString& statement, const RecordDescription& type, const void* item)
 {
-    std::array<KorString, mostItemColumns> texts;
     KorFormatArgument values[mostItemColumns] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
-    const std::size_t count = arguments(type, item, texts, values);
-    KorString sql(L"INSERT INTO ");
-    sql += table;
-    sql += rows.columns;
-    sql += L" VALUES ";
-    sql += KorString::formatArguments(rows.values, {values, count});
-    return KorDatabaseAccess::doSQLStatement(KorOdbcMan::m_currentDSN, sql);
+    const std::size_t count = valuesOf(type, item, values);
+    return KorDatabaseAccess::doSQLStatement(KorOdbcMan::m_currentDSN, statement, {values, count});
 }
 
 int appendItem(const KorString& table, const RecordDescription& type, void* item)
@@ -102,6 +92,13 @@ int itemTableType(int ownerType)
     return rows == nullptr ? -1 : rows->itemType;
 }
 
+int deleteWhere(const KorString& table, const KorString& column, long key)
+{
+    return KorDatabaseAccess::doSQLStatement(KorOdbcMan::m_currentDSN,
+                                             KorString::format(L"DELETE FROM [%s] ", table) +
+                                                 KorString::format(L" WHERE [%s].%s=%i", table, column, key));
+}
+
 int storeItems(KorOdbcMan::eTableType ownerType, long ownerKey, KorOdbcMan::eCopyDepth depth)
 {
     const ItemRows* rows = itemRowsOf(ownerType);
@@ -113,13 +110,13 @@ int storeItems(KorOdbcMan::eTableType ownerType, long ownerKey, KorOdbcMan::eCop
     const KorString table = KorDatabaseAccess::getTableName(detailTable(rows->itemType).name);
     const ColumnDescription& ownerColumn = *type.at(type.itemOwner);
     const ColumnDescription* order = type.at(type.itemOrder);
+    KorString insert;
     if (rows->columns != nullptr) {
+        insert = KorString(L"INSERT INTO ") + table + rows->columns + L" VALUES " + rows->values;
         KorOdbcMan::deleteRecord(static_cast<KorOdbcMan::eTableType>(rows->itemType), KorOdbcKey(ownerKey),
                                  rows->copiedAtFirstDepth ? KorOdbcMan::kFirstCopy : depth);
     } else {
-        KorString sql = KorString::format(L"DELETE FROM [%s] ", table);
-        sql += KorString::format(L" WHERE [%s].%s=%i", table, KorString::fromUtf8(ownerColumn.name), ownerKey);
-        KorDatabaseAccess::doSQLStatement(KorOdbcMan::m_currentDSN, sql);
+        deleteWhere(table, KorString::fromUtf8(ownerColumn.name), ownerKey);
     }
     int result = 1;
     for (long position = 0; result == 1 && position < list.length(owner.currentRecord); ++position) {
@@ -127,7 +124,7 @@ int storeItems(KorOdbcMan::eTableType ownerType, long ownerKey, KorOdbcMan::eCop
         ownerColumn.integer(item) = static_cast<int>(ownerKey);
         if (order != nullptr)
             order->integer(item) = static_cast<int>(position);
-        result = rows->columns != nullptr ? insertItem(*rows, table, type, item) : appendItem(table, type, item);
+        result = rows->columns != nullptr ? insertItem(insert, type, item) : appendItem(table, type, item);
     }
     return result;
 }

@@ -212,9 +212,7 @@ int KorOdbcMan::deleteRecord(eTableType type, const KorOdbcKey& key, eCopyDepth 
         return -2;
     KorDatabaseBatch batch;
     setStatus(type, eModified, depth);
-    KorString sql = KorString::format(L"DELETE FROM [%s] ", table);
-    sql += KorString::format(L" WHERE [%s].%s=%i", table, L"[Key]", key.getKey());
-    const int result = KorDatabaseAccess::doSQLStatement(m_currentDSN, sql);
+    const int result = deleteWhere(table, L"[Key]", key.getKey());
     resetTable(type);
     return batch.end(result);
 }

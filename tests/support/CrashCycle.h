@@ -107,7 +107,7 @@ inline std::string dump(const fs::path& file)
     };
     query("PRAGMA integrity_check", cells);
     std::vector<std::string> tables;
-    query("SELECT name, sql FROM sqlite_master WHERE type = 'table' ORDER BY name", [&](sqlite3_stmt* statement) {
+    query("SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name", [&](sqlite3_stmt* statement) {
         tables.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
     });
     for (const std::string& table : tables) {

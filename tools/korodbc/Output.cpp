@@ -3,7 +3,9 @@
 #include "roots/ProgressSink.h"
 
 #include <algorithm>
+#include <charconv>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <unistd.h>
 
@@ -40,6 +42,14 @@ int widthOf(char32_t character)
 double secondsNow()
 {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+/// Cells of a number column can hold any text.
+bool isJsonNumber(const std::string& text)
+{
+    double number = 0;
+    const auto end = std::from_chars(text.data(), text.data() + text.size(), number);
+    return end.ec == std::errc() && end.ptr == text.data() + text.size() && std::isfinite(number);
 }
 
 class TransferProgress : public korodbc::host::ProgressSink {
@@ -164,7 +174,9 @@ std::string jsonRow(const Sheet& sheet, const std::vector<std::string>& row)
     std::string json = "{";
     for (std::size_t i = 0; i < row.size(); ++i) {
         json += (i == 0 ? "" : ", ") + jsonText(sheet.columns[i].name) + ": ";
-        json += !sheet.columns[i].number ? jsonText(row[i]) : row[i].empty() ? "null" : row[i];
+        json += sheet.columns[i].number && row[i].empty()        ? "null"
+                : sheet.columns[i].number && isJsonNumber(row[i]) ? row[i]
+                                                                  : jsonText(row[i]);
     }
     return json;
 }

@@ -7,6 +7,7 @@
 #include "repository/KorDatabaseAccess.h"
 #include "repository/Manifest.h"
 #include "roots/KorAssert.h"
+#include "roots/ProgressSink.h"
 
 #include <algorithm>
 #include <charconv>
@@ -21,7 +22,7 @@ bool traced = false;
 void traceEvent(const StatementEvent& event)
 {
     const bool known = event.dsn < KorDSNDefinitions::kNumberOfDataSources;
-    std::string place = known ? KorDSNDefinitions::m_DataSourceNames[event.dsn].toUtf8() : "file";
+    std::string place = known ? KorDSNDefinitions::m_DataSourceNames[event.dsn].toUtf8() : "-";
     if (event.index != KorDSNDefinitions::kBase)
         place += "/" + std::to_string(event.index);
     const bool ofLibrary = event.origin == StatementEvent::Origin::Library;
@@ -54,9 +55,46 @@ std::size_t editDistance(const std::wstring_view a, const std::wstring_view b)
     return row[b.size()];
 }
 
-Source sourceOf(const SourceState& state)
+std::filesystem::path folder; // of the open repository
+
+void add(std::vector<Source>& sources, eDSN dsn, eIndex index, const std::string& name, const std::string& id)
 {
-    return {state.dsn, state.index, state.name, state.connection.substr(state.connection.find(':') + 1)};
+    const KorDSNRequest request(dsn, index);
+    KorString connection;
+    Source source{dsn, index, name, id, {}};
+    std::string error;
+    if (KorDatabaseAccess::getConnectionString(dsn, connection) == 1 && !connection.isEmpty() &&
+        fileOfConnection(connection.toUtf8(), folder, source.file, error))
+        sources.push_back(source);
+}
+
+/// The data sources of the manifest, opened or not.
+std::vector<Source> allSources()
+{
+    std::vector<Source> sources;
+    for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
+        if (dsn != KorDSNDefinitions::kCountryAddin)
+            add(sources, static_cast<eDSN>(dsn),
+                dsn == KorDSNDefinitions::kAddin ? KorDSNDefinitions::kFirstAddin : KorDSNDefinitions::kBase,
+                KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8(), {});
+    AddInManagerInterface* manager = AddInManagerInterface::getInstance();
+    KorArray<KorAddInId> ids;
+    manager->getInstalledCountryAddInIds(ids);
+    for (int position = 0; position < ids.length(); ++position) {
+        const KorAddIn* addIn = manager->getAddIn(ids[position]);
+        const std::string id = ids[position].getText().toUtf8();
+        add(sources, KorDSNDefinitions::kCountryAddin, KorDSNManager::getAddInIdx(position),
+            "CountryAddin " + (addIn == nullptr ? id : addIn->getName().toUtf8()), id);
+    }
+    return sources;
+}
+
+/// Opens the database of a source; false with lastError set when that fails.
+bool canBeUsed(const Source& source)
+{
+    const KorDSNRequest request(source.dsn, source.index);
+    KorArray<KorString> names;
+    return KorDatabaseAccess::getTablesNames(source.dsn, names) == 1;
 }
 
 /// Sources that hold detail tables: without them nothing can be recovered.
@@ -85,12 +123,13 @@ Session::Session(const GlobalOptions& options, Start start)
     std::string error;
     if (!openRepository(options.repository, error))
         throw Failure{kNoRepository, error};
+    folder = options.repository;
     setProgressSink(transferProgress());
     if (start == Start::LookOnly)
         return;
-    for (const SourceState& state : sources())
-        if (!state.usable && holdsDetails(state.dsn))
-            throw Failure{kNoRepository, state.error + "; put a good copy of the file there, or correct the "
+    for (const Source& source : allSources())
+        if (holdsDetails(source.dsn) && !canBeUsed(source))
+            throw Failure{kNoRepository, lastError() + "; put a good copy of the file there, or correct the "
                                                        "connection in " +
                                              (std::filesystem::path(options.repository) / Manifest::fileName).string()};
     recover();
@@ -100,6 +139,7 @@ Session::~Session()
 {
     setProgressSink(nullptr);
     closeRepository();
+    KorOdbcMan::InitializeStatics::release();
     setStatementObserver({});
 }
 
@@ -120,33 +160,23 @@ void Session::recover()
 
 std::vector<Source> usableSources()
 {
-    std::vector<Source> usable;
-    for (const SourceState& state : sources())
-        if (state.usable)
-            usable.push_back(sourceOf(state));
-    return usable;
+    std::vector<Source> sources = allSources();
+    std::erase_if(sources, [](const Source& source) { return !canBeUsed(source); });
+    return sources;
 }
 
 Source sourceNamed(const std::string& name)
 {
     std::vector<std::string> names;
-    for (const SourceState& state : sources()) {
-        bool isIt = sameName(state.name, name);
-        if (state.dsn == KorDSNDefinitions::kCountryAddin) {
-            KorArray<KorAddInId> ids;
-            AddInManagerInterface* manager = AddInManagerInterface::getInstance();
-            manager->getInstalledCountryAddInIds(ids);
-            const KorAddInId& id = ids[state.index - 1];
-            const KorAddIn* addIn = manager->getAddIn(id);
-            isIt = isIt || sameName(id.getText().toUtf8(), name) ||
-                   (addIn != nullptr && sameName(addIn->getName().toUtf8(), name));
-        }
-        names.push_back(state.name);
+    for (const Source& source : allSources()) {
+        names.push_back(source.name);
+        const bool isIt = sameName(source.name, name) ||
+                          (!source.id.empty() && (sameName(source.id, name) || sameName(source.name, "CountryAddin " + name)));
         if (!isIt)
             continue;
-        if (!state.usable)
-            throw Failure{kFailed, state.error + "; put a good copy of the file there"};
-        return sourceOf(state);
+        if (!canBeUsed(source))
+            throw Failure{kNoRepository, lastError() + "; put a good copy of the file there"};
+        return source;
     }
     throw Failure{kNotFound, "there is no data source " + quote(name) + nearest(name, names) +
                                  "; list them with: korodbc sources"};
@@ -155,8 +185,8 @@ Source sourceNamed(const std::string& name)
 std::vector<LeftBehind> copiesLeftBehind()
 {
     std::vector<LeftBehind> copies;
-    for (const Source& source : usableSources()) {
-        if (!holdsDetails(source.dsn))
+    for (const Source& source : allSources()) {
+        if (!holdsDetails(source.dsn) || !canBeUsed(source))
             continue;
         const KorDSNRequest request(source.dsn, source.index);
         for (int type = 0; type < KorOdbcMan::kTableTypes; ++type) {
@@ -193,7 +223,8 @@ std::string nearest(const std::string& wanted, const std::vector<std::string>& n
     }
     std::stable_sort(near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     std::string text;
-    for (std::size_t i = 0; i < near.size() && i < 3; ++i)
+    // an exact or very near name needs no others beside it
+    for (std::size_t i = 0; i < near.size() && i < 3 && near[i].first <= near[0].first + (near[0].first > 1 ? 1 : 0); ++i)
         text += (i == 0 ? " (did you mean " : " or ") + quote(near[i].second);
     return text.empty() ? text : text + "?)";
 }

@@ -25,6 +25,7 @@ struct Source {
     eDSN dsn = KorDSNDefinitions::kDetails;
     eIndex index = KorDSNDefinitions::kBase;
     std::string name;
+    std::string id;   // of a country add-in
     std::string file; // path of the database
 };
 

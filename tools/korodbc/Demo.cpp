@@ -1,0 +1,147 @@
+#include "Commands.h"
+#include "records/detail/DetailStyleRecords.h"
+#include "Records.h"
+#include "repository/RepositoryBuilder.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void say(const std::string& text) { std::printf("%s\n", text.c_str()); }
+
+void step(const std::string& title)
+{
+    static int number = 0;
+    std::printf("\n%d. %s\n", ++number, title.c_str());
+}
+
+std::vector<korodbc::host::CountryAddIn> countryAddIns(const std::vector<std::string>& texts)
+{
+    std::vector<korodbc::host::CountryAddIn> addIns;
+    for (const std::string& text : texts) {
+        const std::size_t equals = text.find('=');
+        const std::string id = text.substr(0, equals);
+        const bool plain = !id.empty() && std::all_of(id.begin(), id.end(), [](unsigned char c) {
+            return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
+        });
+        if (equals == std::string::npos || equals + 1 == text.size() || !plain)
+            throw Failure{kUsage, "country add-in " + quote(text) + " is not understood; write --country ID=NAME, as in "
+                                                                    "--country no=Norway, the id of letters and digits"};
+        for (const auto& known : addIns)
+            if (sameName(known.id, id))
+                throw Failure{kUsage, "the country add-in id " + quote(id) + " is used twice"};
+        addIns.push_back({id, text.substr(equals + 1), "sqlite:addins/" + id + ".db"});
+    }
+    return addIns;
+}
+
+void build(const InitOptions& options)
+{
+    ProgressBar bar;
+    std::string error;
+    const bool made = korodbc::host::buildRepository(
+        options.folder, catalogueFolder(options.catalogue), countryAddIns(options.countries),
+        [&](const std::string& what, int done, int total) { bar.show("Making " + what, done * 100 / total); }, error);
+    bar.clear();
+    if (made)
+        return;
+    // a catalogue can have many errors; the first says where to start
+    const std::size_t end = error.find('\n');
+    const auto more = std::count(error.begin(), error.end(), '\n');
+    throw Failure{kFailed, error.substr(0, end) + (more > 0 ? " (and " + counted(more, "more error") + ")" : "")};
+}
+
+} // namespace
+
+std::string catalogueFolder(const std::string& given)
+{
+    if (!given.empty())
+        return given;
+    const char* environment = std::getenv("KORODBC_CATALOGUE");
+    if (environment != nullptr && *environment != '\0')
+        return environment;
+    std::error_code code;
+    return fs::is_directory(KORODBC_SOURCE_CATALOGUE, code) ? KORODBC_SOURCE_CATALOGUE : KORODBC_INSTALLED_CATALOGUE;
+}
+
+void runInit(const InitOptions& options)
+{
+    build(options);
+    std::printf("Made a repository in %s. Look at it with: korodbc --repository %s styles\n", options.folder.c_str(),
+                options.folder.c_str());
+}
+
+void runDemo(const GlobalOptions& given, const std::string& folder, const std::string& catalogue)
+{
+    std::error_code code;
+    if (fs::exists(folder, code) && !(fs::is_directory(folder, code) && fs::is_empty(folder, code)))
+        throw Failure{kFailed, folder + " exists and is not empty; name a new folder"};
+    catalogueFolder(catalogue);
+    GlobalOptions global = given;
+    global.repository = (fs::path(folder) / "repository").string();
+    const std::string file = (fs::path(folder) / "style.db").string();
+    if (!fs::create_directories(folder, code) && code)
+        throw Failure{kFailed, "cannot make the folder " + folder + ": " + code.message()};
+
+    step("A repository is made from the catalogue");
+    build({global.repository, catalogue, {"no=Norway"}});
+    std::string style, key;
+    {
+        const Session session(global, Session::Start::Recover);
+        const Source details = sourceNamed("Details");
+        KorArray<StructDetailStyle> styles;
+        {
+            const KorDSNRequest request(details.dsn, details.index);
+            StructDetailStyleMarshal::getTable(styles);
+        }
+        if (styles.length() == 0)
+            throw Failure{kFailed, "the catalogue has no detail style to show"};
+        style = styles[0].runName.toUtf8();
+        key = std::to_string(styles[0].key);
+        say("   " + global.repository + " holds " + counted(static_cast<long>(usableSources().size()), "database") + " and " +
+            counted(styles.length(), "detail style") + ".");
+
+        step("Detail style " + quote(style) + " is exported");
+        const Exported exported = exportStyle(style, details, file);
+        say("   The style and everything that it refers to, " + counted(exported.rows, "row") + ", went into " + file + ".");
+
+        step("It is imported into the add-in database, and once more into the one that it came from");
+        for (const char* into : {"Addin", "Details"}) {
+            const Imported imported = importStyle({file, "", into});
+            say("   " + std::string(into) + ": " + counted(imported.rows, "row") + " under new keys; the style is " +
+                quote(imported.name) + ", key " + std::to_string(imported.key) + ".");
+        }
+
+        step("The style's title is edited under a copy, and the dialog is cancelled");
+        EditOptions change{"DetailStyle", key, "TitleFormat", "O'Brien's beam – 100 % größer", "Details", 0, Closing::Cancel};
+        const Edited cancelled = edit(change);
+        say("   Written: " + quote(change.value) + ". After Cancel the title is " + quote(cancelled.after) +
+            (cancelled.after == cancelled.before ? ", as before." : ", WHICH IS NOT WHAT IT WAS."));
+
+        step("It is edited again, and the program ends with the dialog open");
+        change.closing = Closing::LeaveOpen;
+        say("   The title is now " + quote(edit(change).after) + ".");
+        for (const LeftBehind& copy : copiesLeftBehind())
+            say("   Copy " + copyPlace(copy) + " keeps the table as it was before.");
+    }
+
+    step("The next start finds the copy");
+    const Session session(global, Session::Start::Recover);
+    for (const LeftBehind& copy : session.broughtBack())
+        say("   Brought back: " + copy.table + " in " + copy.source.name + ", from " + copy.copy + ".");
+    const Source details = sourceNamed("Details");
+    const KorDSNRequest request(details.dsn, details.index);
+    StructDetailStyle record;
+    const bool found = readRecord(descriptionOf<StructDetailStyle>(), key, &record);
+    say("   The title is " + quote(found ? record.titleFormat.toUtf8() : "?") + " again.");
+    if (!found || session.broughtBack().empty() || !copiesLeftBehind().empty())
+        throw Failure{kFailed, "the demonstration did not come out as it should"};
+    say("\nLook around with: korodbc --repository " + global.repository + " tree " + quote(style));
+}

@@ -1,0 +1,136 @@
+#include "Commands.h"
+#include "records/detail/DetailStyleRecords.h"
+#include "records/detail/DetailViewRecords.h"
+#include "Records.h"
+#include "repository/RecordAccess.h"
+
+#include <cstdio>
+#include <map>
+#include <set>
+
+namespace {
+
+/// A row below another one.
+struct Branch {
+    std::string label; // column that refers to it
+    const RecordDescription* type;
+    int key;
+};
+
+/// Rows that belong to a row and refer to it themselves.
+const struct {
+    const RecordDescription& (*parent)();
+    const RecordDescription& (*child)();
+    std::string_view column;
+} childRows[] = {
+    {&descriptionOf<StructDetailStyle>, &descriptionOf<StructDetailMaster>, "DetailStyle"},
+    {&descriptionOf<StructDetViewRequest>, &descriptionOf<StructDetViewRequestCategory>, "DetViewRequest"},
+};
+
+class StyleTree {
+public:
+    void print(const Branch& root)
+    {
+        printRow(root, "", "");
+        std::printf("\n%s in %s; %s in more than one place.\n", counted(static_cast<long>(m_seen.size()), "row").c_str(),
+                    counted(tables(), "table").c_str(), counted(static_cast<long>(m_shared.size()), "row").c_str());
+        if (!m_missing.empty())
+            throw Failure{kFailed, counted(static_cast<long>(m_missing.size()), "row") +
+                                       " that the style refers to are missing, the first is " + m_missing.front() +
+                                       "; correct the reference with: korodbc edit"};
+    }
+
+private:
+    using Row = std::pair<std::string, int>; // table, key
+
+    long tables() const
+    {
+        std::set<std::string> names;
+        for (const Row& row : m_seen)
+            names.insert(row.first);
+        return static_cast<long>(names.size());
+    }
+
+    void printRow(const Branch& branch, const std::string& lead, const std::string& below)
+    {
+        const RecordDescription& type = *branch.type;
+        const Row row{std::string(type.table), branch.key};
+        const std::string name = row.first + " " + std::to_string(branch.key);
+        AnyRecord record(type);
+        if (RecordAccess::readByKey(type, long{branch.key}, record.get()) != 1) {
+            std::printf("%s%s: MISSING  [%s]\n", lead.c_str(), branch.label.c_str(), name.c_str());
+            m_missing.push_back(name);
+            return;
+        }
+        const std::string runName = type.runName < 0 ? "" : cellText(*type.runNameColumn(), record.get());
+        const bool again = !m_seen.insert(row).second;
+        if (again)
+            m_shared.insert(row);
+        const std::vector<Branch> branches = branchesOf(type, record.get());
+        const std::string label =
+            branch.label.empty() || runName.empty() ? branch.label + runName : branch.label + ": " + runName;
+        std::printf("%s%s  [%s]%s\n", lead.c_str(), singleLine(label).c_str(), name.c_str(),
+                    !again ? "" : branches.empty() ? "  (shared)" : "  (shared, see above)");
+        for (std::size_t i = 0; !again && i < branches.size(); ++i) {
+            const bool last = i + 1 == branches.size();
+            printRow(branches[i], below + (last ? "└─ " : "├─ "), below + (last ? "   " : "│  "));
+        }
+    }
+
+    static std::vector<Branch> branchesOf(const RecordDescription& type, const void* record)
+    {
+        std::vector<Branch> branches;
+        const auto add = [&](const std::string& label, const ColumnDescription& column, const void* element) {
+            if (column.link == LinkKind::Reference && !(column.noneAllowed && column.integer(element) == -1))
+                branches.push_back({label, &column.target(), column.integer(element)});
+        };
+        for (const ColumnDescription& column : type.columns)
+            if (!isParentColumn(type, column))
+                add(std::string(column.name), column, record);
+        for (long i = 0; type.numbered.exists() && i < type.numbered.list.length(record); ++i)
+            for (const ColumnDescription& column : type.numbered.columns)
+                add(numberedName(column, i + 1), column, type.numbered.list.at(record, i));
+        for (long i = 0; type.items.exists() && i < type.items.list.length(record); ++i)
+            for (const ColumnDescription& column : type.items.item().columns)
+                add("item " + std::to_string(i + 1) + " " + std::string(column.name), column,
+                    type.items.list.at(record, i));
+        for (const auto& rows : childRows)
+            if (&rows.parent() == &type)
+                addChildren(rows.child(), rows.column, type.keyOf(record), branches);
+        return branches;
+    }
+
+    static bool isParentColumn(const RecordDescription& type, const ColumnDescription& column)
+    {
+        for (const auto& rows : childRows)
+            if (&rows.child() == &type && rows.column == column.name)
+                return true;
+        return false;
+    }
+
+    static void addChildren(const RecordDescription& child, std::string_view column, int parent, std::vector<Branch>& branches)
+    {
+        for (std::size_t i = 0; i < child.columns.size(); ++i) {
+            if (child.columns[i].name != column)
+                continue;
+            AnyRecords rows(child);
+            RecordAccess::readWhere(child, static_cast<int>(i), parent, rows.get());
+            for (long row = 0; row < rows.length(); ++row)
+                branches.push_back({std::string(child.record.substr(6)), &child, child.keyOf(rows.at(row))});
+        }
+    }
+
+    std::set<Row> m_seen, m_shared;
+    std::vector<std::string> m_missing;
+};
+
+} // namespace
+
+void runTree(const GlobalOptions& global, const std::string& style, const std::string& sourceName)
+{
+    const StartedSession session(global);
+    const Source source = sourceNamed(sourceName);
+    const int key = styleNamed(style, source).key;
+    const KorDSNRequest request(source.dsn, source.index);
+    StyleTree().print({"", &descriptionOf<StructDetailStyle>(), key});
+}
