@@ -16,7 +16,8 @@ void require(bool ok, const std::string& what)
 
 Query::Query(sqlite3* db, const std::string& sql)
 {
-    require(sqlite3_prepare_v3(db, sql.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &m_handle, nullptr) == SQLITE_OK,
+    require(sqlite3_prepare_v3(db, sql.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &m_handle, nullptr) ==
+                SQLITE_OK,
             sql + ": " + sqlite3_errmsg(db));
 }
 
@@ -48,7 +49,8 @@ bool Query::step()
 {
     const int code = sqlite3_step(m_handle);
     if (code != SQLITE_ROW && code != SQLITE_DONE)
-        require(false, std::string(sqlite3_sql(m_handle)) + ": " + sqlite3_errmsg(sqlite3_db_handle(m_handle)));
+        require(false,
+                std::string(sqlite3_sql(m_handle)) + ": " + sqlite3_errmsg(sqlite3_db_handle(m_handle)));
     return code == SQLITE_ROW;
 }
 
@@ -62,13 +64,15 @@ void Query::run()
 std::string_view Query::text(int column) const
 {
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_handle, column));
-    return text == nullptr ? std::string_view{}
-                           : std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(m_handle, column)));
+    return text == nullptr
+               ? std::string_view{}
+               : std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(m_handle, column)));
 }
 
 Database::Database(const std::string& file)
 {
-    require(sqlite3_open_v2(file.c_str(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) == SQLITE_OK,
+    require(sqlite3_open_v2(file.c_str(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) ==
+                SQLITE_OK,
             "cannot open " + file);
 }
 

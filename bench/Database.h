@@ -1,8 +1,7 @@
 #pragma once
 
-#include <sqlite3.h>
-
 #include <cstdint>
+#include <sqlite3.h>
 #include <string>
 #include <string_view>
 
@@ -35,7 +34,8 @@ private:
     sqlite3_stmt* m_handle = nullptr;
 };
 
-/// A database opened with the plain C API. Failures end the program: a benchmark that lost a row measures nothing.
+/// A database opened with the plain C API. Failures end the program: a benchmark that lost a row measures
+/// nothing.
 class Database {
 public:
     explicit Database(const std::string& file);

@@ -30,10 +30,14 @@ struct Requests {
         database.run("DELETE FROM DetViewDimRequestLinear");
         database.run(
             "INSERT INTO DetViewDimRequestLinear (Key, RunName, Direction, AllowCombine, ArrangeAbove, "
-            "ArrangeGlobally, GroupRelatedDimensions, OneChainPerObjectInFirstSelection, LabelContents, LabelPosition, "
+            "ArrangeGlobally, GroupRelatedDimensions, OneChainPerObjectInFirstSelection, LabelContents, "
+            "LabelPosition, "
             "[Group], SortOrder, OwnerText, NumberPoints, Point1, Point2, Point3, Point4, Point5, Point6) "
-            "WITH RECURSIVE n(i) AS (VALUES (1) UNION ALL SELECT i + 1 FROM n WHERE i < " + std::to_string(rows) + ") "
-            "SELECT i, 'Bolt chain along the beam ' || i, 1, 0, 1, 0, 1, 0, '%Spacing% mm', 1, 2, i, 'VEL', 6, "
+            "WITH RECURSIVE n(i) AS (VALUES (1) UNION ALL SELECT i + 1 FROM n WHERE i < " +
+            std::to_string(rows) +
+            ") "
+            "SELECT i, 'Bolt chain along the beam ' || i, 1, 0, 1, 0, 1, 0, '%Spacing% mm', 1, 2, i, 'VEL', "
+            "6, "
             "i, i, i, i, i, i FROM n");
         require(StructDetViewDimRequestLinearMarshal::getTable(records) == 1 && records.length() == rows,
                 "the table is not read");
@@ -116,12 +120,18 @@ void registerLookUpBenchmarks()
 {
     const int runs = bench::quick ? 7 : 31;
     const bench::NamedBenchmark all[] = {{"look-up/key/library", keyLibrary},
-                                  {"look-up/key/plain", keyPlain},
-                                  {"look-up/run name/library", nameLibrary},
-                                  {"look-up/run name/plain", namePlain}};
+                                         {"look-up/key/plain", keyPlain},
+                                         {"look-up/run name/library", nameLibrary},
+                                         {"look-up/run name/plain", namePlain}};
     for (const auto& [name, run] : all)
-        benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(runs)->Unit(benchmark::kMillisecond);
-    bench::compare("look-up by key among 10,000", "look-up key library", "look-up key plain", 5.0, lookUps, "a look-up");
-    bench::compare("look-up by run name among 10,000", "look-up name library", "look-up name plain", 5.0, lookUps,
+        benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(runs)->Unit(
+            benchmark::kMillisecond);
+    bench::compare(
+        "look-up by key among 10,000", "look-up key library", "look-up key plain", 5.0, lookUps, "a look-up");
+    bench::compare("look-up by run name among 10,000",
+                   "look-up name library",
+                   "look-up name plain",
+                   5.0,
+                   lookUps,
                    "a look-up");
 }

@@ -2,9 +2,9 @@
 
 #include "Database.h"
 
+#include <algorithm>
 #include <memory>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace bench {
@@ -36,9 +36,9 @@ struct TableShape {
     const char* name;
     Naming naming;
     std::vector<Reference> references;
-    const char* items = nullptr;     // table of its items
-    const char* owner = nullptr;     // in an item table: column of the owner's key
-    const char* numbered = nullptr;  // table that the numbered columns refer to
+    const char* items = nullptr;    // table of its items
+    const char* owner = nullptr;    // in an item table: column of the owner's key
+    const char* numbered = nullptr; // table that the numbered columns refer to
     const char* numberedColumn = nullptr;
     const char* numberedCount = nullptr;
 };
@@ -46,40 +46,75 @@ struct TableShape {
 const std::vector<TableShape>& shapes()
 {
     static const std::vector<TableShape> list = {
-        {"DetailMasterTable", Naming::None, {{"DetailStyle", "DetailStyle"}, {"BaseCategory", "DetBaseCategories"}}},
-        {"DetailStyle", Naming::Unique, {{"ViewArrangeStrategy", "DetViewArrangeStrategy"}}, nullptr, nullptr,
-         "DetViewRequest", "Request", "NumberRequests"},
+        {"DetailMasterTable",
+         Naming::None,
+         {{"DetailStyle", "DetailStyle"}, {"BaseCategory", "DetBaseCategories"}}},
+        {"DetailStyle",
+         Naming::Unique,
+         {{"ViewArrangeStrategy", "DetViewArrangeStrategy"}},
+         nullptr,
+         nullptr,
+         "DetViewRequest",
+         "Request",
+         "NumberRequests"},
         {"DetBaseCategories", Naming::Reused, {}},
         {"DetViewArrangeStrategy", Naming::Unique, {}},
-        {"DetViewRequest", Naming::Unique,
-         {{"SystemAndBox", "DetViewSystemAndBox"}, {"ObjReprMap", "DetObjReprMapsNew"},
-          {"DimStrategy", "DetViewDimStrategyNew"}, {"LengthClipXY", "DetViewLengthClip"}},
+        {"DetViewRequest",
+         Naming::Unique,
+         {{"SystemAndBox", "DetViewSystemAndBox"},
+          {"ObjReprMap", "DetObjReprMapsNew"},
+          {"DimStrategy", "DetViewDimStrategyNew"},
+          {"LengthClipXY", "DetViewLengthClip"}},
          "DetViewRequestCategories"},
-        {"DetViewRequestCategories", Naming::None, {{"BaseCategory", "DetBaseCategories"}}, nullptr, "DetViewRequest"},
+        {"DetViewRequestCategories",
+         Naming::None,
+         {{"BaseCategory", "DetBaseCategories"}},
+         nullptr,
+         "DetViewRequest"},
         {"DetViewSystemAndBox", Naming::Unique, {}},
         {"DetViewLengthClip", Naming::Unique, {}},
         {"DetObjReprMapsNew", Naming::Unique, {}, "DetObjReprMapItems"},
-        {"DetObjReprMapItems", Naming::None,
-         {{"ObjQualifier", "DetObjQualifierSet"}, {"Appearance", "DetObjAppearance"},
-          {"AnnotationStrategy", "DetObjAnnotationStrategy"}, {"LineType", "Linetypes"}},
-         nullptr, "Key"},
+        {"DetObjReprMapItems",
+         Naming::None,
+         {{"ObjQualifier", "DetObjQualifierSet"},
+          {"Appearance", "DetObjAppearance"},
+          {"AnnotationStrategy", "DetObjAnnotationStrategy"},
+          {"LineType", "Linetypes"}},
+         nullptr,
+         "Key"},
         {"DetObjAppearance", Naming::Unique, {{"HatchSettings", "DetHatchSettings"}}},
         {"DetHatchSettings", Naming::Unique, {}},
         {"Linetypes", Naming::Reused, {}},
-        {"DetObjQualifierSet", Naming::Unique, {{"Group", "DetObjQualifierSetGroup"}}, "DetObjQualifierSetItem"},
+        {"DetObjQualifierSet",
+         Naming::Unique,
+         {{"Group", "DetObjQualifierSetGroup"}},
+         "DetObjQualifierSetItem"},
         {"DetObjQualifierSetItem", Naming::None, {}, nullptr, "IdDetObjQualifierSet"},
         {"DetObjQualifierSetGroup", Naming::Reused, {}},
-        {"DetObjAnnotationStrategy", Naming::Unique,
-         {{"AnnotationType", "DetAnnotationType"}, {"ArrangerControl", "DetArrangerControl"},
-          {"ArrangerStrategy", "DetArrangerStrategy"}, {"Group", "DetObjAnnotationGroup"}}},
+        {"DetObjAnnotationStrategy",
+         Naming::Unique,
+         {{"AnnotationType", "DetAnnotationType"},
+          {"ArrangerControl", "DetArrangerControl"},
+          {"ArrangerStrategy", "DetArrangerStrategy"},
+          {"Group", "DetObjAnnotationGroup"}}},
         {"DetAnnotationType", Naming::Unique, {}},
         {"DetArrangerControl", Naming::Unique, {}},
         {"DetArrangerStrategy", Naming::Unique, {}},
         {"DetObjAnnotationGroup", Naming::Reused, {}},
         {"DetViewDimStrategyNew", Naming::Unique, {}, "DetViewDimStrategyItems"},
-        {"DetViewDimStrategyItems", Naming::None, {{"RequestLinear", "DetViewDimRequestLinear"}}, nullptr, "Key"},
-        {"DetViewDimRequestLinear", Naming::Unique, {{"Group", "DetViewDimRequestLinearGroup"}}, nullptr, nullptr,
-         "DetViewDimPointSelection", "Point", "NumberPoints"},
+        {"DetViewDimStrategyItems",
+         Naming::None,
+         {{"RequestLinear", "DetViewDimRequestLinear"}},
+         nullptr,
+         "Key"},
+        {"DetViewDimRequestLinear",
+         Naming::Unique,
+         {{"Group", "DetViewDimRequestLinearGroup"}},
+         nullptr,
+         nullptr,
+         "DetViewDimPointSelection",
+         "Point",
+         "NumberPoints"},
         {"DetViewDimRequestLinearGroup", Naming::Reused, {}},
         {"DetViewDimPointSelection", Naming::Unique, {{"Objects", "DetObjQualifierSet"}}},
     };
@@ -92,7 +127,10 @@ struct Table {
     std::vector<std::pair<int, Table*>> references;
     Table* items = nullptr;
     Table* numbered = nullptr;
-    int key = -1, name = -1, owner = -1, count = -1, firstNumbered = -1, columns = 0;
+    int key = -1, name = -1, owner = -1, count = -1, firstNumbered = -1;
+    int columns = 0;  // in the source
+    int inserted = 0; // of them, in the target
+    std::vector<std::string> columnNames;
     std::unordered_map<std::int64_t, std::int64_t> copied;
     std::unordered_map<std::string, std::int64_t> names; // in the target, with their keys
     std::int64_t lastKey = 0;
@@ -118,6 +156,8 @@ public:
 
 private:
     void prepare(Table& table);
+    void prepareInsert(Table& table);
+    void widen(Table& table, std::int64_t items);
     static int load(Query& query, int columns, Row& row);
     static void bind(Query& query, const Row& row);
     bool follow(Table& table, Row& row);
@@ -136,14 +176,15 @@ void Copy::prepare(Table& table)
     const TableShape& shape = *table.shape;
     const std::string name = shape.name;
     std::unordered_map<std::string, int> at;
-    std::string columns, marks;
+    std::string columns;
     Query info = m_source.prepare("SELECT name FROM pragma_table_info('" + name + "')");
     for (; info.step(); ++table.columns) {
         const std::string column(info.text(0));
         at.emplace(column, table.columns);
         columns += (columns.empty() ? "[" : ", [") + column + "]";
-        marks += marks.empty() ? "?" : ", ?";
-        if (shape.numbered != nullptr && table.firstNumbered < 0 && column == std::string(shape.numberedColumn) + "1")
+        table.columnNames.push_back(column);
+        if (shape.numbered != nullptr && table.firstNumbered < 0 &&
+            column == std::string(shape.numberedColumn) + "1")
             table.firstNumbered = table.columns;
     }
     table.key = at.at("Key");
@@ -155,24 +196,48 @@ void Copy::prepare(Table& table)
     if (shape.numbered != nullptr) {
         table.numbered = m_tables.at(shape.numbered).get();
         table.count = at.at(shape.numberedCount);
-        const std::string existing = "SELECT count(*) FROM pragma_table_info('" + name + "')";
-        for (std::int64_t column = m_target.value(existing); column < table.columns; ++column)
-            m_target.run("ALTER TABLE [" + name + "] ADD COLUMN " + shape.numberedColumn +
-                         std::to_string(column - table.firstNumbered + 1) + " INT");
+        table.inserted =
+            static_cast<int>(m_target.value("SELECT count(*) FROM pragma_table_info('" + name + "')"));
     }
     const std::string by = shape.owner != nullptr ? shape.owner : "Key";
     table.owner = at.at(by);
-    const std::string rows =
-        "SELECT " + columns + " FROM [" + name + "] WHERE [" + by + "] = ?" + (shape.owner != nullptr ? " ORDER BY rowid" : "");
+    const std::string rows = "SELECT " + columns + " FROM [" + name + "] WHERE [" + by + "] = ?" +
+                             (shape.owner != nullptr ? " ORDER BY rowid" : "");
     table.select = m_source.prepare(rows);
-    table.selectInTarget = m_target.prepare(rows);
-    table.insert = m_target.prepare("INSERT INTO [" + name + "] (" + columns + ") VALUES (" + marks + ")");
+    if (table.numbered == nullptr)
+        table.selectInTarget = m_target.prepare(rows);
+    // numbered columns that the target lacks come with the first row that needs them
+    table.inserted = table.numbered == nullptr ? table.columns : std::min(table.inserted, table.columns);
+    prepareInsert(table);
     table.lastKey = m_target.value("SELECT max(Key) FROM [" + name + "]");
     if (table.name >= 0) {
         Query names = m_target.prepare("SELECT RunName, Key FROM [" + name + "]");
         while (names.step())
             table.names.emplace(names.text(0), names.integer(1));
     }
+}
+
+void Copy::prepareInsert(Table& table)
+{
+    std::string columns, marks;
+    for (int column = 0; column < table.inserted; ++column) {
+        columns += (column == 0 ? "[" : ", [") + table.columnNames[static_cast<std::size_t>(column)] + "]";
+        marks += column == 0 ? "?" : ", ?";
+    }
+    table.insert = m_target.prepare("INSERT INTO [" + std::string(table.shape->name) + "] (" + columns +
+                                    ") VALUES (" + marks + ")");
+}
+
+/// Adds the numbered columns that a row with so many items needs.
+void Copy::widen(Table& table, std::int64_t items)
+{
+    const int needed = table.firstNumbered + static_cast<int>(items);
+    if (needed <= table.inserted)
+        return;
+    for (; table.inserted < needed; ++table.inserted)
+        m_target.run("ALTER TABLE [" + std::string(table.shape->name) + "] ADD COLUMN " +
+                     table.columnNames[static_cast<std::size_t>(table.inserted)] + " INT");
+    prepareInsert(table);
 }
 
 /// Takes the next row into `row`; 0 at the end.
@@ -311,6 +376,10 @@ std::int64_t Copy::copy(Table& table, std::int64_t key)
         std::string& name = row[static_cast<std::size_t>(table.name)].text;
         makeUnique(table, name);
         table.names.emplace(name, newKey);
+    }
+    if (table.numbered != nullptr) {
+        widen(table, row[static_cast<std::size_t>(table.count)].integer);
+        row.resize(static_cast<std::size_t>(table.inserted));
     }
     bind(table.insert, row);
     table.insert.run();

@@ -55,8 +55,8 @@ std::vector<KorString> wideNames()
 
 /// Appends the record with each name inside one batch, over and over, with an empty table at each start.
 template <class Record>
-void storeWithLibrary(benchmark::State& state, KorOdbcMan::eTableType type, Record& current, const Record& record,
-                      const char* series, std::initializer_list<const wchar_t*> tables)
+void storeWithLibrary(benchmark::State& state, KorOdbcMan::eTableType type, Record& current,
+                      const Record& record, const char* series, std::initializer_list<const wchar_t*> tables)
 {
     const Repository repository;
     const std::vector<KorString> names = wideNames();
@@ -69,10 +69,10 @@ void storeWithLibrary(benchmark::State& state, KorOdbcMan::eTableType type, Reco
             KorDatabaseAccess::doSQLStatement(KorDSNDefinitions::kDetails,
                                               KorString::format(L"DELETE FROM [%s]", KorString(table)));
         bool stored = true;
+        current = record;
         note(state, series, seconds([&] {
                  KorDatabaseBatch batch;
                  for (const KorString& name : names) {
-                     current = record;
                      current.runName = name;
                      stored = KorOdbcMan::appendNewRecord(type, 0, KorOdbcMan::kFirstCopy) > 0 && stored;
                  }
@@ -85,14 +85,22 @@ void storeWithLibrary(benchmark::State& state, KorOdbcMan::eTableType type, Reco
 
 void linearLibrary(benchmark::State& state)
 {
-    storeWithLibrary(state, KorOdbcMan::kDetViewDimRequestLinear, KorOdbcMan::m_structDetViewDimRequestLinear,
-                     linearRequest(), "store linear library", {L"DetViewDimRequestLinear"});
+    storeWithLibrary(state,
+                     KorOdbcMan::kDetViewDimRequestLinear,
+                     KorOdbcMan::m_structDetViewDimRequestLinear,
+                     linearRequest(),
+                     "store linear library",
+                     {L"DetViewDimRequestLinear"});
 }
 
 void strategyLibrary(benchmark::State& state)
 {
-    storeWithLibrary(state, KorOdbcMan::kDetViewDimStrategy, KorOdbcMan::m_structDetViewDimStrategy, strategy(),
-                     "store strategy library", {L"DetViewDimStrategyNew", L"DetViewDimStrategyItems"});
+    storeWithLibrary(state,
+                     KorOdbcMan::kDetViewDimStrategy,
+                     KorOdbcMan::m_structDetViewDimStrategy,
+                     strategy(),
+                     "store strategy library",
+                     {L"DetViewDimStrategyNew", L"DetViewDimStrategyItems"});
 }
 
 struct PlainTarget {
@@ -111,11 +119,13 @@ struct PlainTarget {
 void linearPlain(benchmark::State& state)
 {
     PlainTarget target;
-    Query insert = target.database.prepare(
-        "INSERT INTO DetViewDimRequestLinear (Key, RunName, Direction, AllowCombine, ArrangeAbove, ArrangeGlobally, "
-        "GroupRelatedDimensions, OneChainPerObjectInFirstSelection, LabelContents, LabelPosition, [Group], SortOrder, "
-        "OwnerText, NumberPoints, Point1, Point2, Point3, Point4, Point5, Point6) "
-        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+    Query insert =
+        target.database.prepare("INSERT INTO DetViewDimRequestLinear (Key, RunName, Direction, AllowCombine, "
+                                "ArrangeAbove, ArrangeGlobally, "
+                                "GroupRelatedDimensions, OneChainPerObjectInFirstSelection, LabelContents, "
+                                "LabelPosition, [Group], SortOrder, "
+                                "OwnerText, NumberPoints, Point1, Point2, Point3, Point4, Point5, Point6) "
+                                "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
     const std::string label = "%Spacing% mm", owner = "VEL";
     for (auto _ : state) {
         target.database.run("DELETE FROM DetViewDimRequestLinear");
@@ -127,7 +137,9 @@ void linearPlain(benchmark::State& state)
                      const int values[] = {1, 1, 1, 0, 1, 0};
                      for (int i = 0; i < 6; ++i)
                          insert.bind(3 + i, std::int64_t{values[i]});
-                     insert.bind(9, std::string_view(label)).bind(10, std::int64_t{1}).bind(11, std::int64_t{2});
+                     insert.bind(9, std::string_view(label))
+                         .bind(10, std::int64_t{1})
+                         .bind(11, std::int64_t{2});
                      insert.bind(12, std::int64_t{7}).bind(13, std::string_view(owner));
                      insert.bind(14, std::int64_t{points});
                      for (int point = 0; point < points; ++point)
@@ -142,8 +154,9 @@ void linearPlain(benchmark::State& state)
 void strategyPlain(benchmark::State& state)
 {
     PlainTarget target;
-    Query header = target.database.prepare("INSERT INTO DetViewDimStrategyNew (Key, RunName, OneChainPerBoltDiam, "
-                                           "OwnerText, NumberItems) VALUES (?, ?, ?, ?, ?)");
+    Query header =
+        target.database.prepare("INSERT INTO DetViewDimStrategyNew (Key, RunName, OneChainPerBoltDiam, "
+                                "OwnerText, NumberItems) VALUES (?, ?, ?, ?, ?)");
     Query item = target.database.prepare(
         "INSERT INTO DetViewDimStrategyItems (Key, [Order], Description, OwnerText, Type, RequestLinear, "
         "GroupEqualDistances, BrokenRunningDimension, RunningDimensionTextAlignment, HideDimensionPoint) "
@@ -160,7 +173,9 @@ void strategyPlain(benchmark::State& state)
                      header.bind(4, std::string_view(owner)).bind(5, std::int64_t{itemsPerRow}).run();
                      for (int i = 0; i < itemsPerRow; ++i) {
                          item.bind(1, key).bind(2, std::int64_t{i}).bind(3, std::string_view(description));
-                         item.bind(4, std::string_view(owner)).bind(5, std::int64_t{1}).bind(6, std::int64_t{10 + i});
+                         item.bind(4, std::string_view(owner))
+                             .bind(5, std::int64_t{1})
+                             .bind(6, std::int64_t{10 + i});
                          item.bind(7, std::int64_t{1}).bind(8, std::int64_t{0}).bind(9, std::int64_t{0});
                          item.bind(10, std::int64_t{0}).run();
                      }
@@ -176,12 +191,22 @@ void registerStoreBenchmarks()
 {
     const int runs = bench::quick ? 15 : 101;
     const bench::NamedBenchmark all[] = {{"store/20 columns/library", linearLibrary},
-                                  {"store/20 columns/plain", linearPlain},
-                                  {"store/with 5 items/library", strategyLibrary},
-                                  {"store/with 5 items/plain", strategyPlain}};
+                                         {"store/20 columns/plain", linearPlain},
+                                         {"store/with 5 items/library", strategyLibrary},
+                                         {"store/with 5 items/plain", strategyPlain}};
     for (const auto& [name, run] : all)
-        benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(runs)->Unit(benchmark::kMillisecond);
-    bench::compare("store: record of 20 columns", "store linear library", "store linear plain", 2.0, records, "a record");
-    bench::compare("store: record with 5 rows of items", "store strategy library", "store strategy plain", 2.0, records,
+        benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(runs)->Unit(
+            benchmark::kMillisecond);
+    bench::compare("store: record of 20 columns",
+                   "store linear library",
+                   "store linear plain",
+                   2.0,
+                   records,
+                   "a record");
+    bench::compare("store: record with 5 rows of items",
+                   "store strategy library",
+                   "store strategy plain",
+                   2.0,
+                   records,
                    "a record");
 }

@@ -9,9 +9,9 @@ namespace bench {
 /// What a generated detail style looks like.
 struct StyleShape {
     std::uint64_t seed = 1;
-    long rows = 1000;    // over all tables, items included; at least 200
-    int firstKey = 1;    // keys of every table start here
-    std::string prefix;  // of every row name, to tell two styles of one database apart
+    long rows = 1000;   // over all tables, items included; at least 200
+    int firstKey = 1;   // keys of every table start here
+    std::string prefix; // of every row name, to tell two styles of one database apart
 };
 
 /// What was made.
@@ -22,9 +22,10 @@ struct GeneratedStyle {
     std::map<std::string, long> rowsOfTable;
 };
 
-/// Fills a detail database that has its tables already with one style. Every row that is made is reached from the style,
-/// and components are shared the way real styles share them: an object qualifier set serves two or three rules and point
-/// selections, hatch settings five appearances, and so on. The same shape makes the same rows, on every machine.
+/// Fills a detail database that has its tables already with one style. Every row that is made is reached from
+/// the style, and components are shared the way real styles share them: an object qualifier set serves two or
+/// three rules and point selections, hatch settings five appearances, and so on. The same shape makes the
+/// same rows, on every machine.
 GeneratedStyle generateStyle(const std::string& databaseFile, const StyleShape& shape);
 
 /// The same into a new detail database.

@@ -6,7 +6,7 @@
 #include "foundation/KorOdbcDSNDefinitions.h"
 #include "repository/KorDatabaseAccess.h"
 
-#include <memory>
+#include <set>
 #include <unistd.h>
 
 namespace bench {
@@ -14,6 +14,23 @@ namespace bench {
 namespace fs = std::filesystem;
 
 namespace {
+
+/// Folders that exist now; what an early end of the program leaves is removed here.
+struct Folders {
+    std::set<fs::path> live;
+    ~Folders()
+    {
+        std::error_code ignored;
+        for (const fs::path& folder : live)
+            fs::remove_all(folder, ignored);
+    }
+};
+
+Folders& folders()
+{
+    static Folders all;
+    return all;
+}
 
 /// The repository that all others are copies of.
 const fs::path& original()
@@ -45,12 +62,14 @@ Workplace::Workplace()
     m_folder = fs::temp_directory_path() /
                ("korodbc-bench-" + std::to_string(::getpid()) + "-" + std::to_string(++made));
     fs::create_directories(m_folder);
+    folders().live.insert(m_folder);
 }
 
 Workplace::~Workplace()
 {
     std::error_code ignored;
     fs::remove_all(m_folder, ignored);
+    folders().live.erase(m_folder);
 }
 
 Repository::Repository()

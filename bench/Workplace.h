@@ -22,8 +22,8 @@ private:
     std::filesystem::path m_folder;
 };
 
-/// A repository made from the shipped catalogue, open while the object lives. Making it is done once per program; each
-/// object works on a copy.
+/// A repository made from the shipped catalogue, open while the object lives. Making it is done once per
+/// program; each object works on a copy.
 class Repository {
 public:
     Repository();

@@ -15,7 +15,8 @@ void registerStartBenchmarks();
 void startFigures();
 void registerLookUpBenchmarks();
 
-/// korodbc_bench [--quick] [--strict] [options of Google Benchmark]: --strict ends with 1 when a limit is missed.
+/// korodbc_bench [--quick] [--strict] [options of Google Benchmark]: --strict ends with 1 when a limit is
+/// missed.
 int main(int argc, char** argv)
 {
     if (const int child = runMemoryChild(argc, argv); child >= 0)

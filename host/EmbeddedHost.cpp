@@ -96,9 +96,12 @@ std::vector<SourceState> sources()
     std::vector<SourceState> states;
     const auto add = [&](eDSN dsn, eIndex index, std::string name, std::string connection) {
         SourceState state{dsn, index, std::move(name), std::move(connection), false, {}, 0};
-        if (Connection* database = service().connection(dsn, index)) {
+        Connection* database = service().connection(dsn, index);
+        if (database != nullptr && database->canListTables()) {
             state.usable = true;
             state.tables = static_cast<int>(database->tableNames().size());
+        } else if (database != nullptr) {
+            state.error = "data source " + state.name + ": " + database->path() + ": " + database->lastError();
         } else {
             state.error = service().lastError();
         }

@@ -75,6 +75,17 @@ bool Manifest::load(const fs::path& folder, Manifest& manifest, std::string& err
         error = path.string() + ": \"version = 1\" is missing or another number; this program reads version 1";
         return false;
     }
+    for (const auto& [key, node] : root) {
+        const std::string_view name = key.str();
+        const bool fits = name == "version" || (name == "busy-milliseconds" && node.is_integer()) ||
+                          (name == "sources" && node.is_table()) ||
+                          (name == "country-addin" && node.is_array_of_tables());
+        if (!fits) {
+            error = place(node) + ": \"" + std::string(name) +
+                    "\" is not understood; write busy-milliseconds = NUMBER, [sources] or [[country-addin]]";
+            return false;
+        }
+    }
     read.busyMilliseconds = root["busy-milliseconds"].value_or(read.busyMilliseconds);
     if (const toml::table* sources = root["sources"].as_table()) {
         for (const auto& [key, node] : *sources) {

@@ -135,8 +135,11 @@ int columnValues(Table* table, const KorString& where, const KorString& orderBy,
     int code;
     while ((code = select->step()) == SQLITE_ROW)
         read.append(cellOf(*select, 0));
-    if (code != SQLITE_DONE)
+    if (code != SQLITE_DONE) {
+        table->connection().noteFailure(code);
+        service().setError(table->connection().lastError());
         return 0;
+    }
     values = read;
     return 1;
 }
@@ -200,6 +203,11 @@ int KorDatabaseAccess::getTablesNames(const eDSN& dsn, KorArray<KorString>& name
     if (database == nullptr)
         return 0;
     database->validate();
+    if (!database->canListTables()) {
+        service().setError("data source " + KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8() + ": " + database->path() +
+                           ": " + database->lastError());
+        return 0;
+    }
     names.removeAll();
     for (const std::string& name : database->tableNames())
         names.append(KorString::fromUtf8(name));
@@ -262,6 +270,7 @@ int KorDatabaseAccess::appendNewLine(eDSN dsn, const KorString& name, KorCellDat
                 return false;
             const bool isText = table->columns()[static_cast<std::size_t>(column)].type == KorItemType::kString;
             newKey = isText ? Value(KorString::format(L"%d", static_cast<int>(free))) : Value(free);
+            table->keyTaken(free);
         }
         if (const auto* number = std::get_if<std::int64_t>(&newKey))
             table->keyTaken(*number);

@@ -15,7 +15,10 @@ namespace {
 RecordCache* recordsOf(const RecordDescription& type)
 {
     Table* table = service().tableOf(type);
-    return table == nullptr ? nullptr : table->records(type);
+    RecordCache* records = table == nullptr ? nullptr : table->records(type);
+    if (table != nullptr && records == nullptr)
+        service().setError(table->connection().lastError());
+    return records;
 }
 
 /// The records of a type in every source that a read looks at, in the order of reading.
@@ -64,9 +67,16 @@ int handOut(RecordCache& records, long position, void* record)
     if (position < 0)
         return 0;
     const RecordDescription& type = records.type();
+    RecordCache* items = nullptr;
+    if (type.items.exists()) {
+        items = itemsOf(type, records);
+        // a record whose items cannot be read is no record without items
+        if (items == nullptr && records.table().connection().table(service().physicalName(type.items.item())) != nullptr)
+            return 0;
+    }
     type.operations->assign(record, records.at(position));
     if (type.items.exists())
-        attachItems(type, itemsOf(type, records), record);
+        attachItems(type, items, record);
     return 1;
 }
 

@@ -154,10 +154,12 @@ Statement* Connection::compile(std::string_view sql)
 Statement* Connection::prepare(std::string_view sql)
 {
     Statement* statement = compile(sql);
-    if (statement == nullptr)
+    if (statement == nullptr) {
         report(sql, false, true, StatementEvent::Origin::Host);
-    else if (observer && sqlite3_stmt_readonly(statement->handle()) != 0) // a write is reported when it ran
-        report(sql, true, std::exchange(statement->fresh, false), StatementEvent::Origin::Host);
+    } else if (sqlite3_stmt_readonly(statement->handle()) != 0) { // a write is reported when it ran
+        const bool prepared = std::exchange(statement->fresh, false);
+        report(sql, true, prepared, StatementEvent::Origin::Host);
+    }
     return statement;
 }
 
@@ -315,6 +317,12 @@ Table* Connection::table(const KorString& name)
     return table;
 }
 
+bool Connection::canListTables()
+{
+    loadTableNames();
+    return m_namesLoaded;
+}
+
 std::vector<std::string> Connection::tableNames()
 {
     loadTableNames();
@@ -366,8 +374,10 @@ bool Connection::beginWrite()
     if (m_lostTransaction)
         return false;
     logAhead();
-    if (!run("BEGIN IMMEDIATE"))
+    if (!run("BEGIN IMMEDIATE")) {
+        m_lostTransaction = true; // a batch whose first write is refused fails as a whole
         return false;
+    }
     m_inTransaction = true;
     m_unchecked = false;
     if (noteDataVersion())

@@ -54,12 +54,16 @@ public:
     bool finish(Statement& statement, bool reported = true);
     void report(std::string_view sql, bool ok, bool prepared, StatementEvent::Origin origin);
     bool observed() const;
+    /// Keeps the reason of a failed step for lastError.
+    void noteFailure(int code);
 
     // Tables
 
     /// The table of that name, compared without regard to ASCII case; nullptr when there is none.
     Table* table(const KorString& name);
     std::vector<std::string> tableNames();
+    /// False, with lastError set, when the list of tables cannot be read.
+    bool canListTables();
 
     // Transactions. Every write runs in one; the service ends it with the outermost batch.
 
@@ -108,7 +112,6 @@ private:
     bool finishWrite(Statement& statement);
     void reportLibrary(const KorString& sql, bool ok, bool prepared);
     void logAhead(); // turns write-ahead logging on, once, before the first write
-    void noteFailure(int code);
     void loadTableNames();
     bool noteDataVersion(); // true when it changed
     static int authorize(void* self, int action, const char* a, const char* b, const char* c, const char* d);

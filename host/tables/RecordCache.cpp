@@ -99,6 +99,7 @@ bool RecordCache::readAll()
         m_rows.push_back(select->integer(0));
     }
     if (code != SQLITE_DONE) {
+        m_table.connection().noteFailure(code);
         m_allChanged = true;
         return false;
     }

@@ -294,7 +294,8 @@ int KorOdbcMan::setStatusOnUpdate(eTableType type, eCopyDepth depth)
 int KorOdbcMan::initializeTables()
 {
     KorDatabaseBatch batch;
-    if (m_bInitializeTables) {
+    const bool first = m_bInitializeTables;
+    if (first) {
         forEachDatabase([](int slot) {
             for (int type = 0; type < kTableTypes; ++type) {
                 for (int depth = 0; depth < kCopies; ++depth)
@@ -309,7 +310,10 @@ int KorOdbcMan::initializeTables()
         for (int slot = 0; slot < rows->length(); ++slot)
             for (int type = 0; type < kTableTypes; ++type)
                 rows->getAt(slot).getAt(type) = false;
-    return batch.end(1);
+    const int result = batch.end(1);
+    if (first && result != 1)
+        m_bInitializeTables = true; // the copies are still there: the next call tries again
+    return result;
 }
 
 void KorOdbcMan::restoreDetailTablesCopies()

@@ -14,7 +14,8 @@ struct InitOptions {
     std::vector<std::string> countries; // "ID=NAME"
 };
 void runInit(const InitOptions& options);
-/// Folder of the catalogue: the given one, else where the environment, the source tree or the installation has one.
+/// Folder of the catalogue: the given one, else where the environment, the source tree or the installation
+/// has one.
 std::string catalogueFolder(const std::string& given);
 
 void runSources(const GlobalOptions& global);
@@ -28,7 +29,8 @@ void runShow(const GlobalOptions& global, const ShowOptions& options);
 
 void runStyles(const GlobalOptions& global, const std::string& source);
 void runTree(const GlobalOptions& global, const std::string& style, const std::string& source);
-void runExport(const GlobalOptions& global, const std::string& style, const std::string& source, const std::string& file);
+void runExport(const GlobalOptions& global, const std::string& style, const std::string& source,
+               const std::string& file);
 struct ImportOptions {
     std::string file, style, into = "Details";
 };

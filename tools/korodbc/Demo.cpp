@@ -1,6 +1,6 @@
 #include "Commands.h"
-#include "records/detail/DetailStyleRecords.h"
 #include "Records.h"
+#include "records/detail/DetailStyleRecords.h"
 #include "repository/RepositoryBuilder.h"
 
 #include <algorithm>
@@ -29,11 +29,14 @@ std::vector<korodbc::host::CountryAddIn> countryAddIns(const std::vector<std::st
         const std::size_t equals = text.find('=');
         const std::string id = text.substr(0, equals);
         const bool plain = !id.empty() && std::all_of(id.begin(), id.end(), [](unsigned char c) {
-            return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
+            return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+                   c == '_';
         });
         if (equals == std::string::npos || equals + 1 == text.size() || !plain)
-            throw Failure{kUsage, "country add-in " + quote(text) + " is not understood; write --country ID=NAME, as in "
-                                                                    "--country no=Norway, the id of letters and digits"};
+            throw Failure{kUsage,
+                          "country add-in " + quote(text) +
+                              " is not understood; write --country ID=NAME, as in "
+                              "--country no=Norway, the id of letters and digits"};
         for (const auto& known : addIns)
             if (sameName(known.id, id))
                 throw Failure{kUsage, "the country add-in id " + quote(id) + " is used twice"};
@@ -47,15 +50,19 @@ void build(const InitOptions& options)
     ProgressBar bar;
     std::string error;
     const bool made = korodbc::host::buildRepository(
-        options.folder, catalogueFolder(options.catalogue), countryAddIns(options.countries),
-        [&](const std::string& what, int done, int total) { bar.show("Making " + what, done * 100 / total); }, error);
+        options.folder,
+        catalogueFolder(options.catalogue),
+        countryAddIns(options.countries),
+        [&](const std::string& what, int done, int total) { bar.show("Making " + what, done * 100 / total); },
+        error);
     bar.clear();
     if (made)
         return;
     // a catalogue can have many errors; the first says where to start
     const std::size_t end = error.find('\n');
     const auto more = std::count(error.begin(), error.end(), '\n');
-    throw Failure{kFailed, error.substr(0, end) + (more > 0 ? " (and " + counted(more, "more error") + ")" : "")};
+    throw Failure{kFailed,
+                  error.substr(0, end) + (more > 0 ? " (and " + counted(more, "more error") + ")" : "")};
 }
 
 } // namespace
@@ -68,13 +75,15 @@ std::string catalogueFolder(const std::string& given)
     if (environment != nullptr && *environment != '\0')
         return environment;
     std::error_code code;
-    return fs::is_directory(KORODBC_SOURCE_CATALOGUE, code) ? KORODBC_SOURCE_CATALOGUE : KORODBC_INSTALLED_CATALOGUE;
+    return fs::is_directory(KORODBC_SOURCE_CATALOGUE, code) ? KORODBC_SOURCE_CATALOGUE
+                                                            : KORODBC_INSTALLED_CATALOGUE;
 }
 
 void runInit(const InitOptions& options)
 {
     build(options);
-    std::printf("Made a repository in %s. Look at it with: korodbc --repository %s styles\n", options.folder.c_str(),
+    std::printf("Made a repository in %s. Look at it with: korodbc --repository %s styles\n",
+                options.folder.c_str(),
                 options.folder.c_str());
 }
 
@@ -105,22 +114,31 @@ void runDemo(const GlobalOptions& given, const std::string& folder, const std::s
             throw Failure{kFailed, "the catalogue has no detail style to show"};
         style = styles[0].runName.toUtf8();
         key = std::to_string(styles[0].key);
-        say("   " + global.repository + " holds " + counted(static_cast<long>(usableSources().size()), "database") + " and " +
+        say("   " + global.repository + " holds " +
+            counted(static_cast<long>(usableSources().size()), "database") + " and " +
             counted(styles.length(), "detail style") + ".");
 
         step("Detail style " + quote(style) + " is exported");
         const Exported exported = exportStyle(style, details, file);
-        say("   The style and everything that it refers to, " + counted(exported.rows, "row") + ", went into " + file + ".");
+        say("   The style and everything that it refers to, " + counted(exported.rows, "row") +
+            ", went into " + file + ".");
 
         step("It is imported into the add-in database, and once more into the one that it came from");
         for (const char* into : {"Addin", "Details"}) {
             const Imported imported = importStyle({file, "", into});
-            say("   " + std::string(into) + ": " + counted(imported.rows, "row") + " under new keys; the style is " +
-                quote(imported.name) + ", key " + std::to_string(imported.key) + ".");
+            say("   " + std::string(into) + ": " + counted(imported.rows, "row") +
+                " under new keys; the style is " + quote(imported.name) + ", key " +
+                std::to_string(imported.key) + ".");
         }
 
         step("The style's title is edited under a copy, and the dialog is cancelled");
-        EditOptions change{"DetailStyle", key, "TitleFormat", "O'Brien's beam – 100 % größer", "Details", 0, Closing::Cancel};
+        EditOptions change{"DetailStyle",
+                           key,
+                           "TitleFormat",
+                           "O'Brien's beam – 100 % größer",
+                           "Details",
+                           0,
+                           Closing::Cancel};
         const Edited cancelled = edit(change);
         say("   Written: " + quote(change.value) + ". After Cancel the title is " + quote(cancelled.after) +
             (cancelled.after == cancelled.before ? ", as before." : ", WHICH IS NOT WHAT IT WAS."));

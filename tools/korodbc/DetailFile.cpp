@@ -6,14 +6,36 @@
 
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* tablesOf5_1[] = {"DetObjAnnotationGroup", "DetObjQualifierSetGroup", "DetViewDimRequestLinearGroup",
-                                       "DetViewDimStrategyNew", "DetViewDimStrategyItems"};
+constexpr const char* tablesOf5_1[] = {"DetObjAnnotationGroup",
+                                       "DetObjQualifierSetGroup",
+                                       "DetViewDimRequestLinearGroup",
+                                       "DetViewDimStrategyNew",
+                                       "DetViewDimStrategyItems"};
+
+std::unique_ptr<korodbc::host::Connection> openSound(const std::string& file)
+{
+    const std::string damaged = file + " is damaged; put a good copy of it there: ";
+    std::string error;
+    auto database = korodbc::host::Connection::open(file, false, error);
+    if (!database)
+        throw Failure{kFailed, damaged + error};
+    korodbc::host::Statement* check = database->prepare("PRAGMA quick_check(1)");
+    if (check == nullptr)
+        throw Failure{kFailed, damaged + database->lastError()};
+    const korodbc::host::StatementRun run(*check);
+    const std::string result(check->step() == SQLITE_ROW ? check->bytes(0)
+                                                         : std::string_view("it cannot be read"));
+    if (result != "ok")
+        throw Failure{kFailed, damaged + result};
+    return database;
+}
 
 /// Throws unless the existing file is a sound detail database.
 void checkDatabase(const std::string& file)
@@ -29,39 +51,34 @@ void checkDatabase(const std::string& file)
     std::ifstream(file, std::ios::binary).read(magic, sizeof magic);
     if (std::string_view(magic, 15) != "SQLite format 3")
         throw Failure{kFailed, file + " is no detail database; name a file made with: korodbc export-style"};
-    std::string error;
-    const auto database = korodbc::host::Connection::open(file, false, error);
-    const std::string damaged = file + " is damaged; export the style again: ";
-    if (!database)
-        throw Failure{kFailed, damaged + error};
-    korodbc::host::Statement* check = database->prepare("PRAGMA quick_check(1)");
-    if (check == nullptr)
-        throw Failure{kFailed, damaged + database->lastError()};
-    {
-        const korodbc::host::StatementRun run(*check);
-        const int step = check->step();
-        const std::string result(step == SQLITE_ROW ? check->bytes(0) : std::string_view("it cannot be read"));
-        if (result != "ok")
-            throw Failure{kFailed, damaged + result};
-    }
+    const auto database = openSound(file);
     for (const char* table : tablesOf5_1)
         if (database->table(KorString::fromUtf8(table)) == nullptr)
-            throw Failure{kFailed, file + " is older than version 5.1: table " + table +
-                                       " is missing; use a file exported by version 5.1 or later"};
+            throw Failure{kFailed,
+                          file + " is older than version 5.1: table " + table +
+                              " is missing; use a file exported by version 5.1 or later"};
     for (const auto describe : records::all())
         if (records::isDetailTable(describe()) &&
             database->table(KorString::fromUtf8(describe().table)) == nullptr)
-            throw Failure{kFailed, file + " is no complete detail database: table " + std::string(describe().table) +
-                                       " is missing; export the style again"};
+            throw Failure{kFailed,
+                          file + " is no complete detail database: table " + std::string(describe().table) +
+                              " is missing; export the style again"};
 }
 
 } // namespace
+
+void checkSound(const std::string& file)
+{
+    if (file != ":memory:")
+        openSound(file);
+}
 
 void checkImportFile(const std::string& file)
 {
     std::error_code code;
     if (!fs::exists(file, code))
-        throw Failure{kFailed, "there is no file " + file + "; make one with: korodbc export-style STYLE " + file};
+        throw Failure{kFailed,
+                      "there is no file " + file + "; make one with: korodbc export-style STYLE " + file};
     checkDatabase(file);
 }
 
@@ -88,5 +105,6 @@ void refuseSameFile(const std::string& file, const Source& source)
 {
     std::error_code code;
     if (fs::equivalent(file, source.file, code))
-        throw Failure{kFailed, file + " is the database of data source " + source.name + " itself; name another file"};
+        throw Failure{kFailed,
+                      file + " is the database of data source " + source.name + " itself; name another file"};
 }

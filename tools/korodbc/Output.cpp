@@ -15,23 +15,33 @@ struct Range {
     char32_t first, last;
 };
 constexpr Range wideCharacters[] = {
-    {0x1100, 0x115F},   {0x231A, 0x231B},   {0x2329, 0x232A},   {0x23E9, 0x23EC},   {0x25FD, 0x25FE},
-    {0x2614, 0x2615},   {0x2648, 0x2653},   {0x26A1, 0x26A1},   {0x26BD, 0x26BE},   {0x2705, 0x2705},
-    {0x2728, 0x2728},   {0x274C, 0x274C},   {0x2753, 0x2755},   {0x2795, 0x2797},   {0x2B50, 0x2B50},
-    {0x2E80, 0x303E},   {0x3041, 0x33FF},   {0x3400, 0x4DBF},   {0x4E00, 0x9FFF},   {0xA000, 0xA4CF},
-    {0xA960, 0xA97F},   {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},
-    {0xFFE0, 0xFFE6},   {0x1F300, 0x1F64F}, {0x1F680, 0x1F6FF}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD},
+    {0x1100, 0x115F}, {0x231A, 0x231B},   {0x2329, 0x232A},   {0x23E9, 0x23EC},   {0x25FD, 0x25FE},
+    {0x2614, 0x2615}, {0x2648, 0x2653},   {0x26A1, 0x26A1},   {0x26BD, 0x26BE},   {0x2705, 0x2705},
+    {0x2728, 0x2728}, {0x274C, 0x274C},   {0x2753, 0x2755},   {0x2795, 0x2797},   {0x2B50, 0x2B50},
+    {0x2E80, 0x303E}, {0x3041, 0x33FF},   {0x3400, 0x4DBF},   {0x4E00, 0x9FFF},   {0xA000, 0xA4CF},
+    {0xA960, 0xA97F}, {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},
+    {0xFFE0, 0xFFE6}, {0x1F300, 0x1F64F}, {0x1F680, 0x1F6FF}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD},
 };
 constexpr Range combiningMarks[] = {
-    {0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x064B, 0x065F}, {0x1AB0, 0x1AFF}, {0x1DC0, 0x1DFF},
-    {0x200B, 0x200F}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}, {0x1F3FB, 0x1F3FF},
+    {0x0300, 0x036F},
+    {0x0483, 0x0489},
+    {0x0591, 0x05BD},
+    {0x064B, 0x065F},
+    {0x1AB0, 0x1AFF},
+    {0x1DC0, 0x1DFF},
+    {0x200B, 0x200F},
+    {0x20D0, 0x20FF},
+    {0xFE00, 0xFE0F},
+    {0xFE20, 0xFE2F},
+    {0x1F3FB, 0x1F3FF},
 };
 
 template <std::size_t N>
 bool isIn(const Range (&ranges)[N], char32_t character)
 {
-    return std::any_of(std::begin(ranges), std::end(ranges),
-                       [=](const Range& range) { return character >= range.first && character <= range.last; });
+    return std::any_of(std::begin(ranges), std::end(ranges), [=](const Range& range) {
+        return character >= range.first && character <= range.last;
+    });
 }
 
 int widthOf(char32_t character)
@@ -67,17 +77,19 @@ private:
 
 int displayWidth(std::string_view utf8)
 {
+    const KorString text = KorString::fromUtf8(utf8);
     int width = 0;
-    for (const wchar_t character : KorString::fromUtf8(utf8).view())
+    for (const wchar_t character : text.view())
         width += widthOf(static_cast<char32_t>(character));
     return width;
 }
 
 std::string fitted(std::string_view utf8, int width)
 {
+    const KorString text = KorString::fromUtf8(utf8);
     KorString cut;
     int used = 0;
-    for (const wchar_t character : KorString::fromUtf8(utf8).view()) {
+    for (const wchar_t character : text.view()) {
         const int next = widthOf(static_cast<char32_t>(character));
         if (used + next > width)
             break;
@@ -174,14 +186,17 @@ std::string jsonRow(const Sheet& sheet, const std::vector<std::string>& row)
     std::string json = "{";
     for (std::size_t i = 0; i < row.size(); ++i) {
         json += (i == 0 ? "" : ", ") + jsonText(sheet.columns[i].name) + ": ";
-        json += sheet.columns[i].number && row[i].empty()        ? "null"
+        json += sheet.columns[i].number && row[i].empty()         ? "null"
                 : sheet.columns[i].number && isJsonNumber(row[i]) ? row[i]
                                                                   : jsonText(row[i]);
     }
     return json;
 }
 
-ProgressBar::ProgressBar() : m_terminal(isatty(STDERR_FILENO) != 0), m_next(secondsNow() + (m_terminal ? 0.1 : 1)) {}
+ProgressBar::ProgressBar()
+    : m_terminal(isatty(STDERR_FILENO) != 0), m_next(secondsNow() + (m_terminal ? 0.1 : 1))
+{
+}
 
 void ProgressBar::show(const std::string& label, int percentage)
 {
@@ -209,4 +224,7 @@ void ProgressBar::clear()
     m_shown = false;
 }
 
-std::shared_ptr<korodbc::host::ProgressSink> transferProgress() { return std::make_shared<TransferProgress>(); }
+std::shared_ptr<korodbc::host::ProgressSink> transferProgress()
+{
+    return std::make_shared<TransferProgress>();
+}

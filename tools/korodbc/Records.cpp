@@ -47,18 +47,27 @@ StoredTable findTable(const std::string& wanted, const std::string& sourceName)
     }
     std::sort(known.begin(), known.end());
     known.erase(std::unique(known.begin(), known.end()), known.end());
-    throw Failure{kNotFound, "there is no table " + quote(wanted) +
-                                 (sourceName.empty() ? "" : " in data source " + sources.front().name) +
-                                 nearest(wanted, known) + "; list them with: korodbc tables"};
+    throw Failure{kNotFound,
+                  "there is no table " + quote(wanted) +
+                      (sourceName.empty() ? "" : " in data source " + sources.front().name) +
+                      nearest(wanted, known) + "; list them with: korodbc tables"};
 }
 
 long numberOfRows(const StoredTable& table)
 {
     const KorDSNRequest request(table.source.dsn, table.source.index);
     KorArray<KorCellData> cells;
-    return KorDatabaseAccess::getColumnValues(table.source.dsn, KorString::fromUtf8(table.name), {}, {}, 0, cells) == 1
+    return KorDatabaseAccess::getColumnValues(
+               table.source.dsn, KorString::fromUtf8(table.name), {}, {}, 0, cells) == 1
                ? cells.length()
                : -1;
+}
+
+void requireReadable(const RecordDescription& type)
+{
+    AnyRecords all(type);
+    if (RecordAccess::readTable(type, all.get()) != 1)
+        throw Failure{kFailed, "table " + std::string(type.table) + " cannot be read" + because()};
 }
 
 bool readRecord(const RecordDescription& type, const std::string& keyOrName, void* record)
@@ -76,8 +85,9 @@ bool readRecord(const RecordDescription& type, const std::string& keyOrName, voi
 std::string runNameOf(const RecordDescription& type, int key)
 {
     const AnyRecord record(type);
-    if (type.runName < 0 || (RecordAccess::readByKey(type, long{key}, record.get()) != 1 &&
-                             RecordAccess::readByKey(type, long{key}, record.get(), RecordAccess::Sources::All) != 1))
+    if (type.runName < 0 ||
+        (RecordAccess::readByKey(type, long{key}, record.get()) != 1 &&
+         RecordAccess::readByKey(type, long{key}, record.get(), RecordAccess::Sources::All) != 1))
         return {};
     return cellText(*type.runNameColumn(), record.get());
 }
@@ -149,7 +159,8 @@ Sheet readStored(const StoredTable& table, const std::string& keyOrName)
     std::vector<std::vector<std::string>> rows;
     for (int i = 0; i < columns.length(); ++i) {
         const KorItemType::BaseTypes kind = columns[i].getType();
-        sheet.columns.push_back({columns[i].getName().toUtf8(), kind == KorItemType::kInt || kind == KorItemType::kDouble});
+        sheet.columns.push_back(
+            {columns[i].getName().toUtf8(), kind == KorItemType::kInt || kind == KorItemType::kDouble});
         KorArray<KorCellData> cells;
         if (KorDatabaseAccess::getColumnValues(table.source.dsn, name, {}, {}, i, cells) != 1)
             throw Failure{kFailed, "table " + table.name + " cannot be read" + because()};

@@ -52,12 +52,15 @@ struct StoredTable {
     const RecordDescription* type = nullptr; // nullptr: no record type describes it
 };
 
-/// Finds a table by its name or alias in one source, or, with an empty name of the source, in the first that has it.
+/// Finds a table by its name or alias in one source, or, with an empty name of the source, in the first that
+/// has it.
 StoredTable findTable(const std::string& name, const std::string& source);
 std::vector<std::string> tableNames(const Source& source);
 /// Number of rows; -1 when the table cannot be read.
 long numberOfRows(const StoredTable& table);
 
+/// Throws when the table of the type cannot be read in the requested source.
+void requireReadable(const RecordDescription& type);
 /// Reads a record by its key or run name; false when there is none. The table's source has to be requested.
 bool readRecord(const RecordDescription& type, const std::string& keyOrName, void* record);
 /// Run name of the record with that key, empty when it has none.

@@ -26,8 +26,12 @@ void traceEvent(const StatementEvent& event)
     if (event.index != KorDSNDefinitions::kBase)
         place += "/" + std::to_string(event.index);
     const bool ofLibrary = event.origin == StatementEvent::Origin::Library;
-    std::fprintf(stderr, "trace  %-16s  %-7s  %-6s  %s%s\n", place.c_str(), ofLibrary ? "library" : "host",
-                 event.result == 1 ? "ok" : "FAILED", singleLine(event.sql.toUtf8()).c_str(),
+    std::fprintf(stderr,
+                 "trace  %-16s  %-7s  %-6s  %s%s\n",
+                 place.c_str(),
+                 ofLibrary ? "library" : "host",
+                 event.result == 1 ? "ok" : "FAILED",
+                 singleLine(event.sql.toUtf8()).c_str(),
                  event.error.isEmpty() ? "" : (" -- " + singleLine(event.error.toUtf8())).c_str());
 }
 
@@ -74,17 +78,22 @@ std::vector<Source> allSources()
     std::vector<Source> sources;
     for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
         if (dsn != KorDSNDefinitions::kCountryAddin)
-            add(sources, static_cast<eDSN>(dsn),
+            add(sources,
+                static_cast<eDSN>(dsn),
                 dsn == KorDSNDefinitions::kAddin ? KorDSNDefinitions::kFirstAddin : KorDSNDefinitions::kBase,
-                KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8(), {});
+                KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8(),
+                {});
     AddInManagerInterface* manager = AddInManagerInterface::getInstance();
     KorArray<KorAddInId> ids;
     manager->getInstalledCountryAddInIds(ids);
     for (int position = 0; position < ids.length(); ++position) {
         const KorAddIn* addIn = manager->getAddIn(ids[position]);
         const std::string id = ids[position].getText().toUtf8();
-        add(sources, KorDSNDefinitions::kCountryAddin, KorDSNManager::getAddInIdx(position),
-            "CountryAddin " + (addIn == nullptr ? id : addIn->getName().toUtf8()), id);
+        add(sources,
+            KorDSNDefinitions::kCountryAddin,
+            KorDSNManager::getAddInIdx(position),
+            "CountryAddin " + (addIn == nullptr ? id : addIn->getName().toUtf8()),
+            id);
     }
     return sources;
 }
@@ -118,8 +127,10 @@ Session::Session(const GlobalOptions& options, Start start)
     if (options.trace)
         traceStatements();
     std::error_code code;
-    if (std::filesystem::exists(options.repository, code) && !std::filesystem::is_directory(options.repository, code))
-        throw Failure{kNoRepository, options.repository + " is a file; name the repository's folder with --repository"};
+    if (std::filesystem::exists(options.repository, code) &&
+        !std::filesystem::is_directory(options.repository, code))
+        throw Failure{kNoRepository,
+                      options.repository + " is a file; name the repository's folder with --repository"};
     std::string error;
     if (!openRepository(options.repository, error))
         throw Failure{kNoRepository, error};
@@ -129,9 +140,7 @@ Session::Session(const GlobalOptions& options, Start start)
         return;
     for (const Source& source : allSources())
         if (holdsDetails(source.dsn) && !canBeUsed(source))
-            throw Failure{kNoRepository, lastError() + "; put a good copy of the file there, or correct the "
-                                                       "connection in " +
-                                             (std::filesystem::path(options.repository) / Manifest::fileName).string()};
+            throw Failure{kNoRepository, lastError() + remedy(lastError())};
     recover();
 }
 
@@ -151,9 +160,11 @@ void Session::recover()
     const int initialized = KorOdbcMan::initializeTables();
     const std::vector<LeftBehind> after = copiesLeftBehind();
     if (initialized != 1 || !after.empty()) {
-        const std::string table = after.empty() ? "" : " of " + after.front().table + " (" + after.front().source.name + ")";
-        throw Failure{kNoRepository, "the copy" + table + " that an unfinished edit left cannot be brought back" +
-                                         because() + "; make the database writable and run: korodbc recover"};
+        const std::string table =
+            after.empty() ? "" : " of " + after.front().table + " (" + after.front().source.name + ")";
+        throw Failure{kNoRepository,
+                      "the copy" + table + " that an unfinished edit left cannot be brought back" +
+                          because() + "; make the database writable and run: korodbc recover"};
     }
     m_broughtBack = before;
 }
@@ -171,15 +182,17 @@ Source sourceNamed(const std::string& name)
     for (const Source& source : allSources()) {
         names.push_back(source.name);
         const bool isIt = sameName(source.name, name) ||
-                          (!source.id.empty() && (sameName(source.id, name) || sameName(source.name, "CountryAddin " + name)));
+                          (!source.id.empty() &&
+                           (sameName(source.id, name) || sameName(source.name, "CountryAddin " + name)));
         if (!isIt)
             continue;
         if (!canBeUsed(source))
-            throw Failure{kNoRepository, lastError() + "; put a good copy of the file there"};
+            throw Failure{kNoRepository, lastError() + remedy(lastError())};
         return source;
     }
-    throw Failure{kNotFound, "there is no data source " + quote(name) + nearest(name, names) +
-                                 "; list them with: korodbc sources"};
+    throw Failure{kNotFound,
+                  "there is no data source " + quote(name) + nearest(name, names) +
+                      "; list them with: korodbc sources"};
 }
 
 std::vector<LeftBehind> copiesLeftBehind()
@@ -203,6 +216,17 @@ std::vector<LeftBehind> copiesLeftBehind()
     return copies;
 }
 
+std::string remedy(const std::string& error)
+{
+    const auto says = [&](const char* text) { return error.find(text) != std::string::npos; };
+    if (says("readonly") || says("unable to open"))
+        return "; make the file and its folder writable for you";
+    if (says("locked"))
+        return "; try again when the other program is done with it";
+    return "; put a good copy of the file there, or correct the connection in " +
+           (folder / Manifest::fileName).string();
+}
+
 std::string because()
 {
     const std::string error = lastError();
@@ -221,10 +245,13 @@ std::string nearest(const std::string& wanted, const std::vector<std::string>& n
         if (distance <= 2 + static_cast<std::size_t>(folded.length()) / 5)
             near.emplace_back(distance, name);
     }
-    std::stable_sort(near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::stable_sort(
+        near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     std::string text;
     // an exact or very near name needs no others beside it
-    for (std::size_t i = 0; i < near.size() && i < 3 && near[i].first <= near[0].first + (near[0].first > 1 ? 1 : 0); ++i)
+    for (std::size_t i = 0;
+         i < near.size() && i < 3 && near[i].first <= near[0].first + (near[0].first > 1 ? 1 : 0);
+         ++i)
         text += (i == 0 ? " (did you mean " : " or ") + quote(near[i].second);
     return text.empty() ? text : text + "?)";
 }

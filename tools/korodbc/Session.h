@@ -44,8 +44,8 @@ void traceStatements();
 class Session {
 public:
     enum class Start {
-        Recover,    // as a host starts: copies left behind are brought back
-        LookOnly,   // nothing is changed
+        Recover,  // as a host starts: copies left behind are brought back
+        LookOnly, // nothing is changed
     };
     Session(const GlobalOptions& options, Start start);
     ~Session();
@@ -67,6 +67,8 @@ Source sourceNamed(const std::string& name);
 /// Copies of detail tables in all databases.
 std::vector<LeftBehind> copiesLeftBehind();
 
+/// What to do when a database cannot be used, from the engine's reason.
+std::string remedy(const std::string& error);
 /// ": reason" as the database engine gives it, empty when it gave none.
 std::string because();
 /// " (did you mean A or B?)" from the names that are nearest, or nothing.

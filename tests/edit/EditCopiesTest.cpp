@@ -1,0 +1,297 @@
+#include "support/DetailFixture.h"
+
+#include "addins/AddInManager.h"
+#include "edit/KorTableEdit.h"
+
+#include <functional>
+
+using namespace details;
+
+namespace {
+
+class EditCopiesTest : public DetailTest {
+protected:
+    static constexpr int styles = Man::kDetailStyle;
+
+    static std::string title(eDSN dsn = details, int key = 1) { return cell(dsn, "DetailStyle", key, 5); }
+    static void setTitle(const char* value, int d)
+    {
+        EXPECT_EQ(Man::setAttribute(Man::kDetailStyle, KorOdbcKey(1), 5, text(value), 1, depth(d)), 1);
+    }
+    /// The copies of the styles that exist, as depths.
+    static std::string copies(eDSN dsn = details)
+    {
+        std::string depths;
+        const char* const suffixes[] = {"_VELCopy", "_VELSecondCopy", "_VELThirdCopy", "_VELFourthCopy"};
+        for (int d = 0; d < 4; ++d)
+            if (exists(dsn, std::string("DetailStyle") + suffixes[d]))
+                depths += std::to_string(d);
+        return depths;
+    }
+    /// The depths at which the styles count as modified.
+    static std::string modified()
+    {
+        std::string depths;
+        for (int d = 0; d < 4; ++d)
+            if (Man::getStatus(type(styles), depth(d)) == Man::eModified)
+                depths += std::to_string(d);
+        return depths;
+    }
+};
+
+using Step = std::function<int()>;
+
+/// Sequences of edits and closings: what is left of them, and the statements of the last step.
+TEST_F(EditCopiesTest, Transitions)
+{
+    using M = KorOdbcMan;
+    const auto t = M::kDetailStyle;
+    const auto edit = [](const char* value, int d) { return Step([=] { setTitle(value, d); return 1; }); };
+    const auto ok = [&](int d) { return Step([=] { return M::setStatusOnOK(t, depth(d)); }); };
+    const auto cancel = [&](int d) { return Step([=] { return M::setStatusOnCancel(t, depth(d)); }); };
+    const auto update = [&](int d) { return Step([=] { return M::setStatusOnUpdate(t, depth(d)); }); };
+    const auto mark = [&](M::eStatus s, int d) { return Step([=] { M::setStatus(t, s, depth(d)); return 1; }); };
+    const auto take = [&](int d) { return Step([=] { return M::backupTable(t, depth(d)); }); };
+    const std::string copy = "DetailStyle_VELCopy", second = "DetailStyle_VELSecondCopy";
+    const auto restored = [](const std::string& from) {
+        return Texts{"DELETE FROM [DetailStyle] ", "INSERT INTO [DetailStyle] SELECT * FROM  [" + from + "]",
+                     "DROP TABLE [" + from + "]"};
+    };
+    const struct {
+        std::vector<Step> steps;
+        std::string title, copies, modified;
+        Texts statements; // of the last step
+    } cases[] = {
+        {{edit("a", 0)}, "a", "0", "0", {}},
+        {{edit("a", 0), edit("b", 0)}, "b", "0", "0", {}},
+        {{edit("a", 0), mark(M::eModified, 0)}, "a", "0", "0", {}},
+        {{edit("a", 0), mark(M::eNotModified, 0)}, "a", "0", "0", {}},
+        {{mark(M::eNotModified, 2)}, "T %s", "", "", {}},
+        {{edit("a", 0), ok(0)}, "a", "", "", {"DROP TABLE [" + copy + "]"}},
+        {{edit("a", 0), edit("b", 0), cancel(0)}, "T %s", "", "", restored(copy)},
+        {{edit("a", 0), edit("b", 1), cancel(1)}, "a", "0", "0", restored(second)},
+        {{edit("a", 0), edit("b", 1), ok(1)}, "b", "0", "0", {"DROP TABLE [" + second + "]"}},
+        {{edit("a", 0), edit("b", 1), ok(1), cancel(0)}, "T %s", "", "", restored(copy)},
+        {{edit("a", 0), edit("b", 1), cancel(0)}, "T %s", "1", "1", restored(copy)},
+        {{edit("a", 0), edit("b", 3), update(3), edit("c", 3), cancel(3)}, "b", "0", "0", restored("DetailStyle_VELFourthCopy")},
+        {{edit("a", 0), update(0)}, "a", "0", "", {"DROP TABLE [" + copy + "]"}},
+        {{edit("a", 0), update(0), edit("b", 0), cancel(0)}, "a", "", "", restored(copy)},
+        {{edit("a", 0), update(0), cancel(0)}, "a", "", "", restored(copy)},
+        {{edit("a", 0), update(0), ok(0)}, "a", "", "", {"DROP TABLE [" + copy + "]"}},
+        {{edit("a", 0), update(1)}, "a", "0", "0", {}},
+        {{update(0)}, "T %s", "", "", {}},
+        {{ok(0)}, "T %s", "", "", {}},
+        {{cancel(0)}, "T %s", "", "", {}},
+        {{edit("a", 1), cancel(0)}, "a", "1", "1", {}}, // nothing at that depth to bring back
+        {{edit("a", 1), ok(0)}, "a", "1", "1", {}},
+        {{take(0), take(0)}, "T %s", "0", "", {}},
+        {{take(0), edit("a", 0), cancel(0)}, "T %s", "", "", restored(copy)},
+        {{take(0), ok(0)}, "T %s", "", "", {"DROP TABLE [" + copy + "]"}},
+    };
+    const Texts before = rows(details, "DetailStyle");
+    int number = 0;
+    for (const auto& [steps, wantedTitle, wantedCopies, wantedModified, wantedStatements] : cases) {
+        SCOPED_TRACE(number++);
+        Texts last;
+        for (const Step& step : steps) {
+            StatementRecorder statements;
+            EXPECT_EQ(step(), 1);
+            last = statements.take();
+        }
+        EXPECT_EQ(last, wantedStatements);
+        EXPECT_EQ(title(), wantedTitle);
+        EXPECT_EQ(copies(), wantedCopies);
+        EXPECT_EQ(modified(), wantedModified);
+        EXPECT_EQ(Man::getCurrentDSN(), details);
+        for (int d = 3; d >= 0; --d)
+            Man::setStatusOnOK(Man::kDetailStyle, depth(d));
+        sql(details, {"UPDATE DetailStyle SET TitleFormat = 'T %s' WHERE [Key] = 1"});
+        ASSERT_EQ(rows(details, "DetailStyle"), before);
+        ASSERT_EQ(copies(), "");
+    }
+}
+
+TEST_F(EditCopiesTest, AddedColumnsGoWithTheEdit)
+{
+    const Texts columnsBefore = columns(details, "DetailStyle"), before = rows(details, "DetailStyle");
+    ASSERT_EQ(Man::setColumnsForNewItems(Man::kDetailStyle, 8), 1);
+    Man::setStatus(Man::kDetailStyle, Man::eModified, depth(0));
+    EXPECT_EQ(Man::setColumnsForNewItems(Man::kDetailStyle, 10), 1);
+    EXPECT_EQ(columns(details, "DetailStyle").size(), columnsBefore.size() + 2);
+    StatementRecorder statements;
+    EXPECT_EQ(Man::setStatusOnCancel(Man::kDetailStyle, depth(0)), 1);
+    const Texts seen = statements.take();
+    EXPECT_EQ(Texts(seen.begin(), seen.begin() + 2), (Texts{"ALTER TABLE DetailStyle DROP COLUMN Request10",
+                                                           "ALTER TABLE DetailStyle DROP COLUMN Request9"}));
+    EXPECT_EQ(columns(details, "DetailStyle"), columnsBefore);
+    EXPECT_EQ(rows(details, "DetailStyle"), before);
+}
+
+/// Closing goes through every database and leaves the caller where it was.
+TEST_F(EditCopiesTest, EveryDatabaseIsClosed)
+{
+    const struct {
+        eDSN dsn;
+        int index;
+        int slot;
+    } places[] = {{details, 0, 0}, {addin, 1, 1}, {country, 1, 3}, {country, 2, 4}};
+    for (const auto& [dsn, index, slot] : places) {
+        const KorDSNRequest request(dsn, static_cast<eIndex>(index));
+        current(dsn, static_cast<eIndex>(index));
+        Man::setStatus(Man::kLinetypes, Man::eModified, depth(1));
+        EXPECT_TRUE(exists(dsn, "Linetypes_VELSecondCopy")) << slot;
+        EXPECT_EQ(Man::m_SecondStatus[slot][Man::kLinetypes], Man::eModified) << slot;
+        EXPECT_TRUE(Man::m_SecondBackupAvailable[slot][Man::kLinetypes]) << slot;
+    }
+    EXPECT_EQ(Man::setStatusOnOK(Man::kLinetypes, depth(1)), 1);
+    EXPECT_EQ(Man::getCurrentDSN(), country);
+    EXPECT_EQ(Man::getCurrentAddIn(), 2);
+    for (const auto& [dsn, index, slot] : places) {
+        const KorDSNRequest request(dsn, static_cast<eIndex>(index));
+        EXPECT_FALSE(exists(dsn, "Linetypes_VELSecondCopy")) << slot;
+        EXPECT_EQ(Man::m_SecondStatus[slot][Man::kLinetypes], Man::eNotModified) << slot;
+        EXPECT_FALSE(Man::m_SecondBackupAvailable[slot][Man::kLinetypes]) << slot;
+    }
+    // built once, with a row per fixed database and add-in
+    Man::InitializeStatics::build();
+    EXPECT_EQ(Man::m_Status.length(), 5);
+    EXPECT_EQ(Man::m_TemporaryBackupedTables.length(), 5);
+    EXPECT_EQ(Man::m_FourthBackupAvailable[4].length(), 48);
+}
+
+TEST_F(EditCopiesTest, WhatDoesNotExistIsRefused)
+{
+    AssertionRecorder assertions;
+    const auto t = Man::kDetailStyle;
+    EXPECT_EQ(Man::backupTable(type(48), depth(0)), -2);
+    EXPECT_EQ(Man::dropCopyOfTable(t, depth(0)), 1); // there is none
+    EXPECT_EQ(Man::restoreCopyOfTable(t, depth(0)), 1);
+    EXPECT_EQ(assertions.take().size(), 1u);
+    Man::backupTable(t, depth(4));
+    EXPECT_EQ(assertions.take(), Texts{"KorOdbcMan: copyDepth<4"});
+    Man::restoreCopyOfTable(t, depth(4));
+    EXPECT_EQ(assertions.take(), Texts{"KorOdbcMan: copyDepth >=0 && copyDepth < kCopies"});
+    Man::dropCopyOfTable(t, depth(4));
+    EXPECT_EQ(assertions.take(), Texts{"KorOdbcMan: copyDepth<kCopies"});
+    EXPECT_EQ(Man::getStatus(t, depth(4)), Man::eNotModified);
+    EXPECT_EQ(assertions.take().at(0).substr(0, 12), "KorOdbcMan: ");
+    current(KorDSNDefinitions::kProject, base); // holds no detail tables of the manager
+    Man::getStatus(t, depth(0));
+    EXPECT_EQ(assertions.take().at(0), "KorArray: isValid( index )");
+}
+
+/// Copies that fail: what is there is kept, a later closing repairs it.
+TEST_F(EditCopiesTest, FailedCopiesAndRestores)
+{
+    sql(details, {"CREATE TABLE DetailStyle_VELCopy (x INTEGER)"});
+    EXPECT_EQ(Man::backupTable(Man::kDetailStyle, depth(0)), 1); // what an earlier run left is replaced
+    EXPECT_EQ(Man::setStatusOnOK(Man::kDetailStyle, depth(0)), 1);
+    current(configuration, base); // no such table here
+    EXPECT_EQ(Man::backupTable(Man::kDetailStyle, depth(0)), 0);
+    EXPECT_TRUE(Man::m_BackupAvailable[2][Man::kDetailStyle]);
+    EXPECT_EQ(Man::setStatusOnCancel(Man::kDetailStyle, depth(0)), -1);
+    EXPECT_TRUE(Man::m_BackupAvailable[2][Man::kDetailStyle]); // the next closing tries again
+    EXPECT_EQ(Man::setStatusOnOK(Man::kDetailStyle, depth(0)), 0);
+    EXPECT_FALSE(Man::m_BackupAvailable[2][Man::kDetailStyle]);
+    current(details, base);
+    setTitle("a", 0);
+    sql(details, {"ALTER TABLE DetailStyle_VELCopy RENAME TO Elsewhere"});
+    EXPECT_EQ(Man::setStatusOnCancel(Man::kDetailStyle, depth(0)), -1);
+    EXPECT_EQ(title(), "a");
+    sql(details, {"ALTER TABLE Elsewhere RENAME TO DetailStyle_VELCopy"});
+    EXPECT_EQ(Man::setStatusOnCancel(Man::kDetailStyle, depth(0)), 1);
+    EXPECT_EQ(title(), "T %s");
+}
+
+TEST_F(EditCopiesTest, TransfersTakeNoCopies)
+{
+    Exports::CancelBackupTables(1);
+    setTitle("a", 0);
+    EXPECT_EQ(copies() + modified(), "");
+    Exports::CancelBackupTables(0);
+}
+
+/// Copies left behind by an earlier run.
+TEST_F(EditCopiesTest, Recovery)
+{
+    const auto leave = [](const Texts& suffixes) {
+        for (const std::string& suffix : suffixes)
+            sql(details, {"CREATE TABLE [DetailStyle" + suffix + "] AS SELECT * FROM DetailStyle",
+                          "UPDATE [DetailStyle" + suffix + "] SET TitleFormat = '" + suffix + "'"});
+    };
+    leave({"_VELCopy", "_VELThirdCopy"});
+    EXPECT_EQ(Man::initializeTables(), 1); // not the first call
+    EXPECT_EQ(copies(), "02");
+    Man::m_bInitializeTables = true;
+    setTitle("edited", 1);
+    EXPECT_EQ(Man::initializeTables(), 1);
+    EXPECT_EQ(title(), "_VELCopy"); // the outermost dialog's
+    EXPECT_EQ(copies() + modified(), "");
+    EXPECT_FALSE(Man::m_bInitializeTables);
+
+    for (int d = 0; d < 4; ++d)
+        setTitle(("at depth " + std::to_string(d)).c_str(), d);
+    Man::restoreDetailTablesCopies();
+    EXPECT_EQ(copies(), "3"); // never touched
+    EXPECT_EQ(title(), "_VELCopy");
+    EXPECT_EQ(Man::getCurrentDSN(), details);
+    leave({"_VELSecondCopy"});
+    Man::restoreDetailTablesCopies(); // obeys the flags
+    EXPECT_EQ(copies(), "13");
+}
+
+TEST_F(EditCopiesTest, CountryAddIns)
+{
+    AssertionRecorder assertions;
+    auto* manager = korodbc::host::addInManager();
+    Man::registerCountryAddinReactor();
+    Man::registerCountryAddinReactor();
+    {
+        const KorDSNRequest request(country, firstAddin);
+        sql(country, {"CREATE TABLE Linetypes_VELCopy AS SELECT 5 AS Key, 'old' AS RunName, 'x' AS OwnerText",
+                      "CREATE TABLE Linetypes_VELFourthCopy AS SELECT 6 AS Key, 'newer' AS RunName, 'x' AS OwnerText"});
+    }
+    Man::reloadInfoForAllManagers(0);
+    EXPECT_TRUE(manager->load(KorAddInId(L"no")));
+    EXPECT_EQ(Man::m_DSMReloadInfo + Man::m_QuickDocManagerReloadInfo, 2);
+    EXPECT_EQ(Man::getCurrentDSN(), country);
+    EXPECT_EQ(Man::getCurrentAddIn(), 1);
+    {
+        const KorDSNRequest request(country, firstAddin);
+        EXPECT_EQ(rows(country, "Linetypes"), Texts{"5|old|x"});
+        EXPECT_FALSE(exists(country, "Linetypes_VELFourthCopy"));
+    }
+    EXPECT_TRUE(manager->unload(KorAddInId(L"no")));
+    EXPECT_EQ(Man::getCurrentDSN(), details);
+    EXPECT_EQ(Man::getCurrentAddIn(), 0);
+    EXPECT_TRUE(assertions.take().empty());
+    Man::unregisterCountryAddinReactor();
+    Man::unregisterCountryAddinReactor();
+    Man::reloadInfoForAllManagers(0);
+    manager->load(KorAddInId(L"no"));
+    EXPECT_EQ(Man::m_DSMReloadInfo, 0);
+    Man::m_countryAddInReactor.onCountryAddInLoaded(*manager->getAddIn(KorAddInId(L"no")));
+    EXPECT_EQ(assertions.take(), Texts{"KorOdbcMan: FALSE"});
+}
+
+/// A dialog over several tables commits once, whatever it does.
+TEST_F(EditCopiesTest, DialogsCommitOnce)
+{
+    int (KorTableEdit::*const closings[])() = {&KorTableEdit::ok, &KorTableEdit::cancel, &KorTableEdit::update};
+    for (const auto closing : closings) {
+        KorTableEdit dialog({Man::kDetailStyle, Man::kDetObjReprMap, Man::kDetObjQualifierSet}, depth(0));
+        EXPECT_EQ(dialog.begin(), 1);
+        setTitle("a", 0);
+        EXPECT_TRUE(exists(details, "DetObjQualifierSetItem_VELCopy")); // items come along
+        StatementRecorder statements(true);
+        EXPECT_EQ((dialog.*closing)(), 1);
+        int commits = 0;
+        for (const std::string& statement : statements.take())
+            commits += statement == "COMMIT" ? 1 : 0;
+        EXPECT_EQ(commits, 1);
+        Exports::setStatusOnOK();
+        dialog.ok();
+    }
+}
+
+} // namespace

@@ -1,0 +1,456 @@
+#include "DetailTypes.h"
+#include "support/DetailFixture.h"
+
+#include "project/KorODBCUserProfile.h"
+
+using namespace details;
+
+namespace {
+
+class RecordStoreTest : public DetailTest {};
+
+using Event = korodbc::host::StatementEvent;
+
+TEST_F(RecordStoreTest, NamesKeysAndColumnsOfEveryType)
+{
+    current(addin, firstAddin);
+    for (int t = 0; t < Man::kTableTypes; ++t) {
+        SCOPED_TRACE(t);
+        const detailtypes::Type& expected = detailtypes::types[t];
+        KorString name;
+        EXPECT_EQ(Man::getTableName(type(t), name), 1);
+        EXPECT_EQ(name.toUtf8(), expected.table);
+        EXPECT_EQ(Man::m_numberOfColumns[t][0], expected.fixed);
+        EXPECT_EQ(Man::m_numberOfColumns[t][1], expected.perItem);
+        int count = -1;
+        EXPECT_EQ(Man::getNumberOfColumns(type(t), count), 1);
+        EXPECT_EQ(count, static_cast<int>(columns(addin, expected.table).size()));
+        if (expected.record != nullptr && !expected.description().hasTextKey())
+            expected.description().keyColumn().integer(expected.record) = 4711 + t;
+        EXPECT_EQ(Man::getRecordKey(type(t)), expected.access == detailtypes::Keyed ? 4711 + t : -1);
+        Man::m_structDetObjQualifierFilter.key = L"F'1";
+        EXPECT_EQ(Man::getRecordStringKey(type(t)).toUtf8(), t == 17 ? "F'1" : "");
+    }
+    AssertionRecorder assertions;
+    KorString name(L"unchanged");
+    int count = -1;
+    for (const int t : {-1, 48}) {
+        EXPECT_EQ(Man::getTableName(type(t), name), -1);
+        EXPECT_EQ(assertions.take().size(), 1u);
+        EXPECT_EQ(Man::getRecordKey(type(t)), -1);
+        EXPECT_EQ(Man::getNumberOfColumns(type(t), count), -2);
+        EXPECT_EQ(assertions.take().at(0).substr(0, 11), "KorOdbcMan:");
+    }
+    EXPECT_EQ(name, KorString(L"unchanged"));
+    current(configuration, base); // has no detail styles
+    EXPECT_EQ(Man::getNumberOfColumns(Man::kDetailStyle, count), 0);
+    EXPECT_EQ(count, -1);
+    Man::reloadInfoForAllManagers(7);
+    for (const int counter : {Man::m_DSMReloadInfo, Man::m_DSMNewReloadInfo, Man::m_DPMReloadInfo,
+                              Man::m_AnnotationManagerReloadInfo, Man::m_ProcessesSuiteReloadInfo,
+                              Man::m_QuickDocManagerReloadInfo, Man::m_DSMResetDetViewRequestCache})
+        EXPECT_EQ(counter, 7);
+}
+
+/// Executions of statements that start so.
+int executed(const StatementRecorder& statements, const std::string& start)
+{
+    int count = 0;
+    for (const Event& event : statements.events())
+        count += event.sql.toUtf8().starts_with(start) ? 1 : 0;
+    return count;
+}
+
+/// A record of every type: one INSERT and, stored again, one UPDATE; its items besides. Nothing is prepared twice.
+TEST_F(RecordStoreTest, StatementsPerRecord)
+{
+    current(addin, firstAddin);
+    for (int t = 0; t < Man::kTableTypes; ++t) {
+        const detailtypes::Type& expected = detailtypes::types[t];
+        if (expected.record == nullptr)
+            continue;
+        SCOPED_TRACE(expected.table);
+        const RecordDescription& description = expected.description();
+        const std::string row = "[" + std::string(expected.table) + "]";
+        const auto fill = [&] {
+            if (const MemberList* items = description.itemList()) {
+                items->resize(expected.record, 0);
+                items->resize(expected.record, 3);
+            }
+        };
+        const int items = description.items.exists() ? 3 : 0;
+        const std::string itemTable = items > 0 ? std::string(description.items.item().table) : "none";
+        const bool textKey = t == Man::kDetObjQualifierFilter;
+        int first = 0;
+        for (int warm = 0; warm < 2; ++warm) {
+            fill();
+            first = Man::appendNewRecord(type(t), 0, depth(0));
+            ASSERT_GT(first, 0);
+            EXPECT_EQ(Man::storeCurrentRecord(type(t), depth(0)), 1);
+        }
+        fill();
+        {
+            StatementRecorder statements(true);
+            const int second = Man::appendNewRecord(type(t), 0, depth(0));
+            EXPECT_EQ(second, textKey ? 1 : first + 1);
+            EXPECT_EQ(executed(statements, "INSERT INTO " + row), 1);
+            EXPECT_EQ(executed(statements, "UPDATE"), 0);
+            EXPECT_EQ(executed(statements, "INSERT INTO " + itemTable) + executed(statements, "INSERT INTO [" + itemTable),
+                      items);
+            EXPECT_EQ(executed(statements, "DELETE FROM [" + itemTable + "] "), items > 0 ? 1 : 0);
+            EXPECT_EQ(executed(statements, "COMMIT"), 1);
+            for (const Event& event : statements.events())
+                EXPECT_FALSE(event.prepared) << event.sql.toUtf8();
+        }
+        StatementRecorder statements(true);
+        EXPECT_EQ(Man::storeCurrentRecord(type(t), depth(0)), 1);
+        EXPECT_EQ(executed(statements, "UPDATE " + row), 1);
+        EXPECT_EQ(executed(statements, "INSERT INTO " + row), 0);
+        EXPECT_EQ(executed(statements, "COMMIT"), 1);
+        for (const Event& event : statements.events())
+            EXPECT_FALSE(event.prepared) << event.sql.toUtf8();
+    }
+}
+
+TEST_F(RecordStoreTest, TypesWithoutRecordAreRefused)
+{
+    current(addin, firstAddin);
+    AssertionRecorder assertions;
+    for (const int t : {25, 29, 38, 43, 46, 47}) {
+        Man::appendNewRecord(type(t), 0, depth(0));
+        EXPECT_EQ(assertions.take(), Texts{"KorOdbcMan: AppendNewrecord==-1"}) << t;
+    }
+}
+
+TEST_F(RecordStoreTest, ColumnsInTheOrderOfWriting)
+{
+    StructDetailStyleMarshal::getStructByKey(1, Man::m_structDetailStyle);
+    StructDetArrangerStrategyMarshal::getStructByKey(1, Man::m_structDetArrangerStrategy);
+    StatementRecorder statements(true);
+    Man::appendNewRecord(Man::kDetailStyle, 0, depth(0));
+    Man::appendNewRecord(Man::kDetArrangerStrategy, 0, depth(0));
+    Texts inserts;
+    for (const std::string& sql : statements.take())
+        if (sql.starts_with("INSERT INTO [") && sql.find("] ([Key]") != std::string::npos)
+            inserts.push_back(sql.substr(0, sql.find(')')));
+    EXPECT_EQ(inserts,
+              (Texts{"INSERT INTO [DetailStyle] ([Key], [RunName], [ViewArrangeStrategy], [DetailOrientation], "
+                     "[ObjectSelectionStrategy], [TitleFormat], [TitlePosition], [CutViewTitleFormat], "
+                     "[CutViewTitlePosition], [ScaleFormat], [DateFormat], [FrameAppearance], [NumberRequests], "
+                     "[ObjectPosition], [AutomaticClipping], [OwnerText], [Request1], [Request2]",
+                     "INSERT INTO [DetArrangerStrategy] ([Key], [RunName], [TerminateOnFirstFit], [ArrangeGlobally], "
+                     "[ArrangeInCenter], [LengthItems], [OwnerText], [SearchArea1], [SearchDirection1], [MinDistance1], "
+                     "[MaxDistance1], [SearchArea2], [SearchDirection2], [MinDistance2], [MaxDistance2]"}));
+}
+
+/// The statements with which items are stored in tables of their own.
+TEST_F(RecordStoreTest, ItemStatements)
+{
+    const std::string name = awkward, quoted = "O''Träger [x] 100%d \"梁\" 🏗)";
+    put(details, StructDetailStyleMap{1, L"map", L"", 0, list<StructDetailStyleMapItem>({})});
+    put(details, StructDetProcessesSuiteDefinition{1, L"suite", L"", L"", 0, list<StructDetProcessesSuiteItem>({})});
+    put(details, StructDetProcessScales{1, L"scales", L"", 0, list<StructDetProcessScalesItem>({})});
+    Man::m_structDetObjReprMap = {1, L"m", L"o", 0,
+                                  list<StructDetObjReprMapItem>({{9, 9, 501, text(name), 1, 2, 3, 4, 5, -1, 1.5, 1},
+                                                                 {9, 9, 0, L"", 2, -1, -1, 4, 5, 6, -0.25, 0}})};
+    Man::m_structDetViewDimStrategy = {1, L"d", 0, L"o", 0,
+                                       list<StructDetViewDimStrategyItem>({{9, 9, text(name), L"it's", 1, 2, 3, 4, 5, 6}})};
+    Man::m_structDetailStyleMap = {1, L"s", L"o", 0, list<StructDetailStyleMapItem>({{9, 9, text(name), 1, 2, 3}})};
+    Man::m_structDetProcessesSuiteDefinition = {1, L"p", L"", L"o", 0,
+                                                list<StructDetProcessesSuiteItem>({{9, 9, 1, 2, text(name)}})};
+    StructDetObjQualifierSetMarshal::getStructByKey(1, Man::m_structDetObjQualifierSet);
+    Man::m_structDetProcessScales = {1, L"c", L"o", 0, list<StructDetProcessScalesItem>({})};
+    const struct {
+        Man::eTableType type;
+        Texts statements;
+    } cases[] = {
+        {Man::kDetObjReprMap,
+         {"DELETE FROM [DetObjReprMapItems]  WHERE [DetObjReprMapItems].[Key]=1",
+          "INSERT INTO DetObjReprMapItems ([Key], [Order], [Description], [OwnerText], [ObjQualifier], "
+          "[GeometricRestrictions], [DepthPosition], [Appearance], [AnnotationStrategy], [LineType], [SimplifiedGap], "
+          "[CompassMark])  VALUES  ( 1, 0, 501, '" + quoted + "', 1, 2, 3, 4, 5, -1, 1.500000, 1) ",
+          "INSERT INTO DetObjReprMapItems ([Key], [Order], [Description], [OwnerText], [ObjQualifier], "
+          "[GeometricRestrictions], [DepthPosition], [Appearance], [AnnotationStrategy], [LineType], [SimplifiedGap], "
+          "[CompassMark])  VALUES  ( 1, 1, 0, '', 2, -1, -1, 4, 5, 6, -0.250000, 0) "}},
+        {Man::kDetViewDimStrategy,
+         {"DELETE FROM [DetViewDimStrategyItems]  WHERE [DetViewDimStrategyItems].[Key]=1",
+          "INSERT INTO DetViewDimStrategyItems ([Key], [Order], [Description], [OwnerText], [Type], [RequestLinear], "
+          "[GroupEqualDistances], [BrokenRunningDimension], [RunningDimensionTextAlignment], [HideDimensionPoint])  "
+          "VALUES  ( 1, 0, '" + quoted + "', 'it''s', 1, 2, 3, 4, 5, 6) "}},
+        {Man::kDetailStyleMap,
+         {"DELETE FROM [DetailStyleMapItems]  WHERE [DetailStyleMapItems].[Key]=1",
+          "INSERT INTO DetailStyleMapItems ([Key], [Order], [Script], [ObjQualifierSet], [DetailStyle], "
+          "[DetailStyleOverrides])  VALUES  ( 1, 0, '" + quoted + "', 1, 2, 3) "}},
+        {Man::kDetProcessesSuiteDefinition,
+         {"DELETE FROM [DetProcessesSuiteItems]  WHERE [DetProcessesSuiteItems].[Key]=1",
+          "INSERT INTO DetProcessesSuiteItems ([Key], [Order], [Process], [ObjectSelection], [OwnerText])  VALUES  "
+          "( 1, 0, 1, 2, '" + quoted + "') "}},
+        {Man::kDetObjQualifierSet, {"DELETE FROM [DetObjQualifierSetItem]  WHERE [DetObjQualifierSetItem].IdDetObjQualifierSet=1"}},
+        {Man::kDetailProcessScales, {"DELETE FROM [DetailProcessScalesItem]  WHERE [DetailProcessScalesItem].DetProcScaleId=1"}},
+    };
+    for (const auto& [t, expected] : cases) {
+        StatementRecorder statements;
+        EXPECT_EQ(Man::storeCurrentRecord(t, depth(1)), 1);
+        EXPECT_EQ(statements.take(), expected);
+    }
+    // two of the item tables are copied at the first depth, whatever the owner's depth
+    EXPECT_TRUE(exists(details, "DetObjReprMapItems_VELCopy"));
+    EXPECT_TRUE(exists(details, "DetProcessesSuiteItems_VELCopy"));
+    EXPECT_TRUE(exists(details, "DetViewDimStrategyItems_VELSecondCopy"));
+    EXPECT_TRUE(exists(details, "DetailStyleMapItems_VELSecondCopy"));
+    EXPECT_FALSE(exists(details, "DetViewDimStrategyItems_VELCopy"));
+    StructDetObjReprMap stored;
+    EXPECT_EQ(StructDetObjReprMapMarshal::getStructByKey(1, stored), 1);
+    EXPECT_EQ(stored.items.getAt(0).ownerText.toUtf8(), name);
+    // the first item that cannot be stored ends it
+    sql(details, {"DROP TABLE DetailStyleMapItems"});
+    Man::m_structDetailStyleMap.items.append(Man::m_structDetailStyleMap.items.getAt(0));
+    StatementRecorder statements;
+    EXPECT_NE(Man::storeCurrentRecord(Man::kDetailStyleMap, depth(1)), 1);
+    EXPECT_EQ(statements.take().size(), 2u);
+}
+
+TEST_F(RecordStoreTest, ItemColumns)
+{
+    using Statements = Texts;
+    const auto keepItems = [](const std::string& table, int keep) {
+        const Texts all = columns(details, table);
+        for (std::size_t i = all.size(); i > static_cast<std::size_t>(keep); --i)
+            sql(details, {"ALTER TABLE [" + table + "] DROP COLUMN [" + all[i - 1] + "]"});
+    };
+    const struct {
+        Man::eTableType type;
+        int columns; // that the table has
+        int items;
+        int result;
+        Statements statements;
+    } cases[] = {
+        {Man::kDetailStyle, 16 + 3, 5, 1,
+         {"ALTER TABLE DetailStyle ADD Request4 INT", "ALTER TABLE DetailStyle ADD Request5 INT"}},
+        {Man::kDetailStyle, 16 + 3, 3, 1, {}},
+        {Man::kDetailStyle, 16 + 3, 0, 1, {}},
+        {Man::kDetArrangerControl, 9 + 3, 2, 1,
+         {"ALTER TABLE DetArrangerControl ADD Angle2 FLOAT", "ALTER TABLE DetArrangerControl ADD PreferredDistance2 FLOAT",
+          "ALTER TABLE DetArrangerControl ADD MaxDistance2 FLOAT"}},
+        // eight columns count as two items though an item adds three
+        {Man::kDetArrangerStrategy, 7 + 8, 2, 1, {}},
+        {Man::kDetArrangerStrategy, 7 + 8, 3, 1,
+         {"ALTER TABLE DetArrangerStrategy ADD SearchArea3 INT", "ALTER TABLE DetArrangerStrategy ADD MinDistance3 FLOAT",
+          "ALTER TABLE DetArrangerStrategy ADD MaxDistance3 FLOAT"}},
+        {Man::kDetViewDimRequestLinear, 14 + 1, 2, 1, {"ALTER TABLE DetViewDimRequestLinear ADD Point2 INT"}},
+        {Man::kDetObjQualifierSet, 5, 1, 1,
+         {"ALTER TABLE DetObjQualifierSet ADD ObjectQualifier1 INT", "ALTER TABLE DetObjQualifierSet ADD ModelRole1 VARCHAR(255)",
+          "ALTER TABLE DetObjQualifierSet ADD Filter1 VARCHAR(64)"}},
+        {Man::kDetObjReprMap, 4, 1, 1,
+         {"ALTER TABLE DetObjReprMapsNew ADD ObjQualifier1 INT", "ALTER TABLE DetObjReprMapsNew ADD Appearance1 INT",
+          "ALTER TABLE DetObjReprMapsNew ADD AnnotationStrategy1 INT", "ALTER TABLE DetObjReprMapsNew ADD LineType1 INT",
+          "ALTER TABLE DetObjReprMapsNew ADD SimplifiedGap1 FLOAT"}},
+        {Man::kDetManualAnnotationType, 5, 9, 1, {}}, // declares a column and names none
+        {Man::kDetHatchSettings, 8, 9, 1, {}},        // names a column and declares none
+    };
+    for (const auto& [t, count, items, result, expected] : cases) {
+        keepItems(detailtypes::types[t].table, count);
+        StatementRecorder statements;
+        EXPECT_EQ(Man::setColumnsForNewItems(t, items), result) << t;
+        EXPECT_EQ(statements.take(), expected) << t;
+    }
+    StatementRecorder statements;
+    EXPECT_EQ(Man::AddItemColumns(Man::kDetObjReprMap, 7, 2, details), 1);
+    EXPECT_EQ(statements.take(), (Statements{"ALTER TABLE DetObjReprMapsNew ADD LineType7 INT",
+                                             "ALTER TABLE DetObjReprMapsNew ADD SimplifiedGap7 FLOAT"}));
+    EXPECT_EQ(Man::AddItemColumns(Man::kDetManualAnnotationType, 1), -1);
+    EXPECT_EQ(Man::AddItemColumns(Man::kDetObjReprMap, 7, 1, details), 0); // is there already
+    current(configuration, base);
+    EXPECT_EQ(Man::setColumnsForNewItems(Man::kDetailStyle, 5), 0);
+}
+
+TEST_F(RecordStoreTest, KeysAndOwnersOfNewRecords)
+{
+    const struct {
+        eDSN dsn;
+        eIndex index;
+        int exporting;
+        int keepKey;
+        int wanted;
+        int key;
+        const char* owner;
+    } cases[] = {
+        {details, base, 0, 1, 40, 3, "OFFICE"},          // the base chooses its keys itself
+        {details, base, 1, 1, 40, 40, "theirs"},         // except in a transfer
+        {details, base, 1, 1, 1, 41, "theirs"},          // where the key is taken, too
+        {details, base, 0, 0, 7, 42, "OFFICE"},
+        {addin, firstAddin, 0, 1, 40, 40, "OFFICE"},
+        {addin, firstAddin, 0, 1, 101, 103, "OFFICE"},
+        {addin, firstAddin, 0, 0, 50, 104, "OFFICE"},
+        {addin, firstAddin, 0, 2, 50, 105, "OFFICE"},
+    };
+    for (const auto& [dsn, index, exporting, keepKey, wanted, key, owner] : cases) {
+        current(dsn, index);
+        Exports::setExportInProgress(exporting);
+        Man::m_structLinetypes = {wanted, text(awkward), L"theirs"};
+        EXPECT_EQ(Man::appendNewRecord(Man::kLinetypes, keepKey, depth(0)), key);
+        EXPECT_EQ(Man::m_structLinetypes.key, key);
+        EXPECT_EQ(cell(dsn, "Linetypes", key, 2), owner);
+        EXPECT_EQ(cell(dsn, "Linetypes", key, 1), awkward);
+        EXPECT_FALSE(Man::m_bAppending);
+    }
+    Exports::setExportInProgress(0);
+    Man::m_structDetObjQualifierFilter = {L"F'ü", L"n", L"s", L"o"};
+    EXPECT_EQ(Man::appendNewRecord(Man::kDetObjQualifierFilter, 1, depth(0)), 1);
+    StructDetObjQualifierFilter filter;
+    const KorDSNRequest request(addin, firstAddin);
+    EXPECT_EQ(StructDetObjQualifierFilterMarshal::getStructByKey(KorString(L"F'ü"), filter), 1);
+}
+
+TEST_F(RecordStoreTest, AttributesOfEveryKind)
+{
+    KorItemType kind(KorItemType::kString);
+    KorString word = text(awkward);
+    void* raw = &word;
+    const KorOdbcKey key(1);
+    const auto style = [](int column) { return cell(details, "DetailStyle", 1, column); };
+    StatementRecorder statements;
+    EXPECT_EQ(Man::setAttribute(Man::kDetailStyle, key, 6, 12L, depth(2)), 1);
+    EXPECT_EQ(Man::setAttribute(Man::kDetailStyle, key, 5, text(awkward), 1, depth(2)), 1);
+    EXPECT_EQ(Man::setAttribute(Man::kDetailStyle, key, 7, raw, kind, 0, depth(2)), 1);
+    EXPECT_EQ(Man::setAttribute(Man::kDetViewArrangeStrategy, key, 3, 2.5, depth(2)), 1);
+    EXPECT_EQ(Texts({style(6), style(5), style(7), cell(details, "DetViewArrangeStrategy", 1, 3)}),
+              Texts({"12", awkward, awkward, "2.5"}));
+    EXPECT_TRUE(exists(details, "DetailStyle_VELThirdCopy"));
+    EXPECT_EQ(Man::getStatus(Man::kDetailStyle, depth(2)), Man::eModified);
+    EXPECT_EQ(Man::getStatus(Man::kDetailStyle, depth(0)), Man::eNotModified);
+    // text keys, in the base and elsewhere
+    for (const eDSN dsn : {details, addin}) {
+        current(dsn, dsn == details ? base : firstAddin);
+        put(dsn, StructDetObjQualifierFilter{L"it's", L"n", L"s", L"o"});
+        EXPECT_EQ(Man::setAttribute(Man::kDetObjQualifierFilter, KorString(L"it's"), 2, text(awkward), 1, depth(0)), 1);
+        KorCellData value;
+        KorDatabaseAccess::getTableColumnValue(dsn, L"DetObjQualifierFilter", L"Key", KorCellData(L"it's"), 2, value);
+        EXPECT_EQ(value.getStringW().toUtf8(), awkward);
+    }
+    current(details, base);
+    // failures: the table stays marked, the copy stays
+    EXPECT_EQ(Man::setAttribute(Man::kLinetypes, KorOdbcKey(99), 1, L"x", 1, depth(0)), 0);
+    EXPECT_EQ(Man::setAttribute(Man::kLinetypes, key, 77, 1L, depth(0)), 0);
+    EXPECT_EQ(Man::getStatus(Man::kLinetypes, depth(0)), Man::eModified);
+    EXPECT_TRUE(exists(details, "Linetypes_VELCopy"));
+    // the stored state shows in the current records of styles and annotation strategies
+    StructDetailStyleMarshal::getStructByKey(1, Man::m_structDetailStyle);
+    Man::setAttribute(Man::kDetailStyle, key, 6, 13L, depth(0));
+    EXPECT_EQ(Man::m_structDetailStyle.titlePosition, 13);
+    Man::m_structDetailStyle.titlePosition = 99;
+    void* number = &Man::m_structDetailStyle.key;
+    KorItemType integer(KorItemType::kInt);
+    Man::setAttribute(Man::kDetailStyle, key, 8, number, integer, 0, depth(0));
+    EXPECT_EQ(Man::m_structDetailStyle.titlePosition, 99); // values behind pointers leave the caches alone
+}
+
+TEST_F(RecordStoreTest, DeletedRecords)
+{
+    const Texts before = rows(details, "Linetypes");
+    StatementRecorder statements;
+    EXPECT_EQ(Man::deleteRecord(Man::kLinetypes, KorOdbcKey(2), depth(0)), 1);
+    EXPECT_EQ(statements.take(), Texts{"DELETE FROM [Linetypes]  WHERE [Linetypes].[Key]=2"});
+    EXPECT_EQ(rows(details, "Linetypes"), Texts{before[0]});
+    EXPECT_EQ(rows(details, "Linetypes_VELCopy"), before);
+    EXPECT_EQ(Man::setStatusOnCancel(Man::kLinetypes, depth(0)), 1);
+    EXPECT_EQ(rows(details, "Linetypes"), before);
+}
+
+TEST_F(RecordStoreTest, UnknownTypesAreRefused)
+{
+    AssertionRecorder assertions;
+    const KorOdbcKey key(1);
+    for (const int t : {-1, 48}) {
+        const int results[] = {Man::setTableColumnValue(type(t), key, 1, KorCellData(1), 1),
+                               Man::setTableColumnValue(type(t), KorString(L"1"), 1, KorCellData(1), 1),
+                               Man::setAttribute(type(t), key, 1, 1L, depth(0)),
+                               Man::setAttribute(type(t), key, 1, 1.0, depth(0)),
+                               Man::setAttribute(type(t), key, 1, L"", 1, depth(0)),
+                               Man::setAttribute(type(t), KorString(L"1"), 1, 1L, depth(0)),
+                               Man::appendNewRecord(type(t), 0, depth(0)),
+                               Man::storeCurrentRecord(type(t), depth(0)),
+                               Man::deleteRecord(type(t), key, depth(0)),
+                               Man::setColumnsForNewItems(type(t), 1),
+                               Man::AddItemColumns(type(t), 1)};
+        for (const int result : results)
+            EXPECT_EQ(result, -2);
+        EXPECT_EQ(assertions.take().size(), std::size(results));
+        Man::resetTable(type(t));
+        EXPECT_EQ(assertions.take(), Texts{"KorOdbcMan: error==-1"});
+    }
+}
+
+TEST_F(RecordStoreTest, ItemsThatReferToNothing)
+{
+    StructDetailStyleMarshal::getStructByKey(1, Man::m_structDetailStyle);
+    Man::m_structDetailStyle.requests = list<int>({9, 1, -1, 2, 9});
+    Man::checkItems(Man::kDetailStyle);
+    ASSERT_EQ(Man::m_structDetailStyle.requests.length(), 2);
+    EXPECT_EQ(Man::m_structDetailStyle.requests[0], 1);
+    EXPECT_EQ(Man::m_structDetailStyle.requests[1], 2);
+    EXPECT_EQ(Man::m_structDetailStyle.numberRequests, 2);
+    EXPECT_EQ(Man::m_structDetViewRequest.key, 1); // looked up last
+
+    Man::m_structDetViewDimRequestLinear.points = list<int>({3, 2, 3});
+    Man::checkItems(Man::kDetViewDimRequestLinear);
+    ASSERT_EQ(Man::m_structDetViewDimRequestLinear.points.length(), 1);
+
+    const StructDetObjReprMapItem good{1, 0, 0, L"", 1, 0, 0, 1, 1, 1, 0, 0};
+    Man::m_structDetObjReprMap.items = list<StructDetObjReprMapItem>({good, good, good, good, good, good});
+    Man::m_structDetObjReprMap.items[0].objQualifier = 9;
+    Man::m_structDetObjReprMap.items[1].appearance = 9;
+    Man::m_structDetObjReprMap.items[2].annotationStrategy = 9;
+    Man::m_structDetObjReprMap.items[3].lineType = 9;
+    Man::m_structDetObjReprMap.items[4].geometricRestrictions = 9; // not looked up
+    Man::checkItems(Man::kDetObjReprMap);
+    ASSERT_EQ(Man::m_structDetObjReprMap.items.length(), 2);
+    EXPECT_EQ(Man::m_structDetObjReprMap.items[0].geometricRestrictions, 9);
+
+    put(details, StructDetRequestType{1, L"chain"});
+    const auto request = [](int kind, int linear) { return StructDetViewDimStrategyItem{1, 0, L"", L"", kind, linear, 0, 0, 0, 0}; };
+    Man::m_structDetViewDimStrategy.items =
+        list<StructDetViewDimStrategyItem>({request(1, 1), request(2, 1), request(1, 9), request(1, 2)});
+    Man::checkItems(Man::kDetViewDimStrategy);
+    ASSERT_EQ(Man::m_structDetViewDimStrategy.items.length(), 2);
+    EXPECT_EQ(Man::m_structDetViewDimStrategy.items[1].requestLinear, 2);
+
+    Man::m_structDetObjQualifierSet.items = list<StructDetObjQualifierSetItem>({{1, 1, 0, 999, L"", L"none"}});
+    Man::checkItems(Man::kDetObjQualifierSet);
+    EXPECT_EQ(Man::m_structDetObjQualifierSet.items.length(), 1);
+}
+
+TEST_F(RecordStoreTest, Ownership)
+{
+    const auto isOneOf = [](int t, std::initializer_list<int> list) { return std::find(list.begin(), list.end(), t) != list.end(); };
+    for (const char* user : {"OFFICE", "VEL", "PC-VEL", "vel"}) {
+        sql(configuration, {"UPDATE Default_STR SET Value = '" + std::string(user) + "' WHERE [Key] = 'ODBC_OwnerKey'"});
+        const bool isSystem = std::string(user) == "VEL" || std::string(user) == "PC-VEL";
+        EXPECT_EQ(Man::isCurrentOwnerVEL(), isSystem) << user;
+        EXPECT_EQ(KorODBCUserProfile::m_charOwnerText.toUtf8(), user);
+        EXPECT_EQ(Man::getEditableStatus(), isSystem) << user;
+        current(addin, firstAddin);
+        EXPECT_TRUE(Man::getEditableStatus());
+        current(details, base);
+        for (int t = 0; t < Man::kTableTypes; ++t) {
+            AssertionRecorder assertions;
+            const bool byOwner = isOneOf(t, {0, 1, 2, 4, 5, 7, 8, 9, 10, 11, 12, 13, 14, 18, 42});
+            for (const char* owner : {"VEL", "PC-VEL", "OFFICE"}) {
+                const detailtypes::Type& known = detailtypes::types[t];
+                if (byOwner)
+                    known.description().ownerColumn()->text(known.record) = text(owner);
+                const bool ownedBySystem = std::string(owner) != "OFFICE";
+                EXPECT_EQ(Man::getAttributeStatus(type(t)), byOwner ? !ownedBySystem || isSystem : t == 24) << t << owner;
+            }
+            EXPECT_EQ(assertions.take().size(), byOwner || t == 24 ? 0u : 3u) << t;
+        }
+        Exports::setImportInProgress(1);
+        EXPECT_FALSE(Man::isCurrentOwnerVEL());
+        Exports::setImportInProgress(0);
+    }
+    AssertionRecorder assertions;
+    Man::getAttributeStatus(Man::kLinetypes);
+    EXPECT_EQ(assertions.take(), Texts{"KorOdbcMan: getAttributeStatus_notYetImplemented==-1"});
+}
+
+} // namespace

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "support/DetailRecords.h"
+#include "support/RepositoryFixture.h"
+
+#include "edit/KorOdbcMan.h"
+#include "transfer/KorDetailTableDependencies.h"
+#include "transfer/KorODBCDetailStyleExports.h"
+
+/// A repository in memory with one complete detail style in the base details (keys from 1) and one in the add-in (keys
+/// from 101); two country add-ins, empty.
+class DetailTest : public RepositoryTest {
+protected:
+    using Man = KorOdbcMan;
+    using Exports = KorODBCDetailStyleExports;
+    using Copy = KorDetailTableDependencies;
+    static constexpr eDSN addin = KorDSNDefinitions::kAddin;
+    static constexpr eDSN country = KorDSNDefinitions::kCountryAddin;
+    static constexpr eIndex base = KorDSNDefinitions::kBase;
+    static constexpr eIndex firstAddin = KorDSNDefinitions::kFirstAddin;
+
+    void SetUp() override
+    {
+        RepositoryTest::SetUp();
+        details::fillConfiguration();
+        details::fillStyle(details, details::awkward);
+        details::fillStyle(addin, "add-in", 100);
+        Man::InitializeStatics::release();
+        Man::InitializeStatics::build();
+        ASSERT_EQ(Man::initializeTables(), 1);
+        current(details, base);
+    }
+    void TearDown() override
+    {
+        Copy::ResetDeepCopyInfo();
+        Exports::setExportInProgress(0);
+        Exports::setImportInProgress(0);
+        Exports::CancelBackupTables(0);
+        Man::InitializeStatics::release();
+        current(details, base);
+        RepositoryTest::TearDown();
+    }
+
+    static void current(eDSN dsn, eIndex index)
+    {
+        Man::setCurrentDSN(dsn);
+        Man::setCurrentAddIn(index);
+    }
+    static Man::eTableType type(int number) { return static_cast<Man::eTableType>(number); }
+    static Man::eCopyDepth depth(int number) { return static_cast<Man::eCopyDepth>(number); }
+    /// One cell of the row with that key, as text.
+    static std::string cell(eDSN dsn, const std::string& table, int key, int column)
+    {
+        KorCellData value;
+        return KorDatabaseAccess::getTableColumnValue(dsn, details::text(table), L"Key", KorCellData(key), column, value) == 1
+                   ? value.getStringW().toUtf8()
+                   : "(none)";
+    }
+};

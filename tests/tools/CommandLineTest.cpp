@@ -1,0 +1,410 @@
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <regex>
+#include <sqlite3.h>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string contents(const fs::path& file)
+{
+    std::string bytes(fs::exists(file) ? fs::file_size(file) : 0, '\0');
+    std::ifstream(file, std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return bytes;
+}
+
+void write(const fs::path& file, const std::string& text) { std::ofstream(file, std::ios::binary) << text; }
+
+void sql(const fs::path& file, const std::string& statements)
+{
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(db, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+        << sqlite3_errmsg(db);
+    sqlite3_close(db);
+}
+
+/// Overwrites everything after the first bytes; the file still looks like a database.
+void damage(const fs::path& file)
+{
+    std::string bytes = contents(file);
+    for (std::size_t i = 8192; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>(i * 7);
+    write(file, bytes);
+}
+
+/// Overwrites the first page of one table.
+void damageTable(const fs::path& file, const std::string& table)
+{
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
+    sqlite3_stmt* page = nullptr;
+    sqlite3_prepare_v2(
+        db, ("SELECT rootpage FROM sqlite_master WHERE name = '" + table + "'").c_str(), -1, &page, nullptr);
+    ASSERT_EQ(sqlite3_step(page), SQLITE_ROW);
+    const auto at = static_cast<std::size_t>(sqlite3_column_int(page, 0) - 1) * 4096;
+    sqlite3_finalize(page);
+    sqlite3_close(db);
+    std::string bytes = contents(file);
+    ASSERT_GT(at, 0u);
+    write(file, bytes.replace(at, 4096, 4096, '\7'));
+}
+
+struct Outcome {
+    int code = -1;
+    std::string out, err;
+};
+
+bool matches(const std::string& text, const std::string& pattern)
+{
+    return std::regex_search(text, std::regex(pattern));
+}
+
+class CommandLine : public testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        s_made = fs::temp_directory_path() / ("korodbc-command-line-" + std::to_string(::getpid()));
+        fs::create_directories(s_made / "pristine");
+        const Outcome init = runIn(s_made / "pristine", "init work --country no=Norway");
+        ASSERT_EQ(init.code, 0) << init.err;
+        ASSERT_EQ(runIn(s_made / "pristine", "export-style 'Plate, single part' one.db").code, 0);
+        ASSERT_EQ(runIn(s_made / "pristine", "export-style 1 two.db").code, 0);
+        ASSERT_EQ(runIn(s_made / "pristine", "export-style 2 two.db").code, 0);
+    }
+    static void TearDownTestSuite() { fs::remove_all(s_made); }
+    void SetUp() override
+    {
+        m_folder = s_made / "current";
+        fs::remove_all(m_folder);
+        fs::copy(s_made / "pristine", m_folder, fs::copy_options::recursive);
+    }
+
+    static Outcome runIn(const fs::path& folder, const std::string& arguments)
+    {
+        const fs::path out = s_made / "out", err = s_made / "err";
+        const std::string command = "cd '" + folder.string() +
+                                    "' && KORODBC_CATALOGUE= KORODBC_REPOSITORY=work '" KORODBC_TOOL "' " +
+                                    arguments + " >'" + out.string() + "' 2>'" + err.string() + "'";
+        const int status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(out), contents(err)};
+    }
+    Outcome run(const std::string& arguments) const { return runIn(m_folder, arguments); }
+    /// The output of a command that has to succeed without a word on stderr.
+    std::string output(const std::string& arguments) const
+    {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.code, 0) << arguments;
+        EXPECT_EQ(outcome.err, "") << arguments;
+        return outcome.out;
+    }
+    std::map<std::string, std::string> files() const
+    {
+        std::map<std::string, std::string> bytes;
+        for (const auto& entry : fs::recursive_directory_iterator(m_folder))
+            bytes[fs::relative(entry.path(), m_folder).string()] =
+                entry.is_directory() ? "" : contents(entry.path());
+        return bytes;
+    }
+    /// The command fails with one line, and no file is other than before.
+    void expectRefused(const std::string& arguments, int code, const std::string& error) const
+    {
+        const auto before = files();
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.code, code) << arguments << "\n" << outcome.err;
+        EXPECT_TRUE(matches(outcome.err, "^korodbc: [^\\n]*" + error + "[^\\n]*\\n$")) << arguments << "\n"
+                                                                                       << outcome.err;
+        const auto after = files();
+        for (const auto& [name, bytes] : after) {
+            const auto known = before.find(name);
+            EXPECT_TRUE(known != before.end() && known->second == bytes) << arguments << " changed " << name;
+        }
+        EXPECT_EQ(after.size(), before.size()) << arguments;
+    }
+    std::string title() const { return output("show DetailStyle 1 --json"); }
+
+    fs::path m_folder;
+    static inline fs::path s_made;
+};
+
+} // namespace
+
+TEST_F(CommandLine, BadInputIsRefusedInOneLineAndChangesNothing)
+{
+    write(m_folder / "text.db",
+          "Key,RunName\n1,a text file that is long enough to be taken for something else\n");
+    write(m_folder / "empty.db", "");
+    for (const char* file : {"old.db", "partial.db", "damaged.db", "nostyle.db", "dangling.db"})
+        fs::copy_file(m_folder / "one.db", m_folder / file);
+    sql(m_folder / "old.db", "DROP TABLE DetViewDimStrategyItems");
+    sql(m_folder / "partial.db", "DROP TABLE DetHatchSettings");
+    sql(m_folder / "nostyle.db", "DELETE FROM DetailStyle");
+    sql(m_folder / "dangling.db", "DELETE FROM DetViewRequest");
+    damage(m_folder / "damaged.db");
+    fs::create_directory(m_folder / "folder.db");
+    const struct {
+        std::string arguments;
+        int code;
+        std::string error;
+    } cases[] = {
+        {"", 2, "korodbc --help"},
+        {"frobnicate", 2, "korodbc --help"},
+        {"show", 2, "TABLE is required"},
+        {"show Material --csv --json", 2, "--csv and --json"},
+        {"edit DetailStyle 1 TitleFormat x --depth 4", 2, "--depth"},
+        {"edit DetailStyle 1 TitleFormat x --ok --cancel", 2, "--leave-open"},
+        {"init work", 1, "is not empty"},
+        {"init fresh --catalogue nowhere", 1, "no catalogue folder nowhere"},
+        {"init fresh --country Norway", 2, "--country ID=NAME"},
+        {"init fresh --country ../no=Norway", 2, "letters and digits"},
+        {"demo work", 1, "is not empty"},
+        {"tables Detail", 4, "did you mean \"Details\""},
+        {"show Matrial", 4, "did you mean \"Material\".*korodbc tables"},
+        {"show Material --source Details", 4, "no table \"Material\" in data source Details"},
+        {"show Material 999", 4, "no row with the key or name \"999\""},
+        {"show DetailStyle \"O'Brien; DROP\"", 4, "korodbc show DetailStyle"},
+        {"show Material --items", 2, "no items"},
+        {"tree 'Beam, singel part'", 4, "no detail style .*did you mean \"Beam, single part\""},
+        {"tree 99", 4, "korodbc styles"},
+        {"export-style Nothing new.db", 4, "no detail style \"Nothing\".*korodbc styles"},
+        {"export-style 1 folder.db", 1, "folder.db is a folder"},
+        {"export-style 1 nowhere/new.db", 1, "no folder .*nowhere"},
+        {"export-style 1 text.db", 1, "text.db is no detail database"},
+        {"export-style 1 empty.db", 1, "empty.db is no detail database"},
+        {"export-style 1 old.db", 1, "older than version 5.1: table DetViewDimStrategyItems"},
+        {"export-style 1 damaged.db", 1, "damaged.db is damaged"},
+        {"export-style 1 work/details.db", 1, "data source Details itself"},
+        {"export-style 1 new.db --source Toolbars", 2, "Details or Addin"},
+        {"import-style nowhere.db", 1, "no file nowhere.db"},
+        {"import-style folder.db", 1, "folder.db is a folder"},
+        {"import-style text.db", 1, "text.db is no detail database"},
+        {"import-style empty.db", 1, "empty.db is no detail database"},
+        {"import-style old.db", 1, "older than version 5.1"},
+        {"import-style partial.db", 1, "DetHatchSettings is missing"},
+        {"import-style damaged.db", 1, "damaged.db is damaged"},
+        {"import-style nostyle.db", 4, "holds no detail style"},
+        {"import-style dangling.db",
+         1,
+         "was not imported: Failed to load dependencies for detail style with key 1"},
+        {"import-style two.db", 2, "2 styles.*--style: \"Beam, single part\""},
+        {"import-style two.db --style Nothing", 4, "no detail style \"Nothing\""},
+        {"import-style one.db --into Configuration", 2, "import into Details"},
+        {"import-style one.db --into Nowhere", 4, "no data source \"Nowhere\""},
+        {"import-style work/details.db --style 1", 1, "data source Details itself"},
+        {"edit Matrial 1 Density 1", 4, "no table \"Matrial\""},
+        {"edit Material 1 Density 1", 2, "no detail table"},
+        {"edit DetObjReprMapItems 1 LineType 1", 2, "items of another table"},
+        {"edit DetailStyle one TitleFormat x", 2, "key \"one\" is no number"},
+        {"edit DetailStyle 1.5 TitleFormat x", 2, "key \"1.5\" is no number"},
+        {"edit DetailStyle 99 TitleFormat x", 4, "no row with the key 99"},
+        {"edit DetailStyle 1 TitelFormat x", 4, "did you mean \"TitleFormat\""},
+        {"edit DetailStyle 1 Request99 1", 4, "no column \"Request99\""},
+        {"edit DetailStyle 1 Key 5", 2, "key of a row stays"},
+        {"edit DetailStyle 1 TitlePosition left", 2, "\"left\" is no whole number"},
+        {"edit DetailStyle 1 TitlePosition 99999999999", 2, "no whole number"},
+        {"edit DetailStyle 1 Request1 999", 4, "no row with the key 999 in DetViewRequest"},
+        {"edit DetViewRequest 1 ScaleFactor 1,5", 2, "\"1,5\" is no number"},
+        {"edit DetViewRequest 1 ScaleFactor nan", 2, "no number"},
+    };
+    for (const auto& entry : cases)
+        expectRefused(entry.arguments, entry.code, entry.error);
+}
+
+TEST_F(CommandLine, ABadRepositoryIsRefusedInOneLineAndStaysAsItIs)
+{
+    const fs::path manifest = m_folder / "work/repository.toml", details = m_folder / "work/details.db";
+    const std::string good = contents(manifest);
+    const auto withManifest = [&](const std::string& text) { return [=] { write(manifest, text); }; };
+    const struct {
+        std::function<void()> spoil;
+        std::string arguments;
+        int code;
+        std::string error;
+    } cases[] = {
+        {[] {}, "-r nowhere styles", 3, "no repository in nowhere .*korodbc init nowhere"},
+        {[] {}, "-r one.db styles", 3, "one.db is a file"},
+        {[&] { fs::create_directory(m_folder / "bare"); }, "-r bare status", 3, "repository.toml is missing"},
+        {withManifest("version = \n"), "styles", 3, "repository.toml line 1"},
+        {withManifest("version = 1\n[source]\n"), "styles", 3, "line 2.*\"source\" is not understood"},
+        {withManifest("version = 1\nsources = 3\n"), "styles", 3, "line 2.*\"sources\" is not understood"},
+        {withManifest("version = 1\nbusy-milliseconds = \"long\"\n"), "styles", 3, "line 2.*busy"},
+        {withManifest("version = 2\n"), "styles", 3, "version"},
+        {withManifest("version = 1\n[sources]\nDetials = \"sqlite:details.db\"\n"),
+         "styles",
+         3,
+         "line 3.*Detials"},
+        {withManifest("version = 1\n[sources]\nDetails = \"details.db\"\n"),
+         "styles",
+         3,
+         "\"sqlite:\" and a file name"},
+        {withManifest("version = 1\n[[country-addin]]\nid = \"no\"\n"),
+         "styles",
+         3,
+         "needs an id and a connection"},
+        {[&] { fs::remove(details); }, "styles", 3, "details.db: the file is missing; put a good copy"},
+        {[&] { write(details, std::string(5000, 'x')); }, "styles", 3, "details.db: file is not a database"},
+        {[&] { write(details, std::string(5000, 'x')); }, "recover", 3, "details.db: file is not a database"},
+        {[&] { sql(details, "DROP TABLE DetObjAnnotationGroup"); },
+         "export-style 1 new.db",
+         1,
+         "Source database is older than version 5.1!"},
+        {[&] { sql(details, "DROP TABLE DetObjAnnotationGroup"); }, "import-style one.db", 1, "version 5.1"},
+        {[&] { sql(details, "DELETE FROM DetailMasterTable"); },
+         "export-style 1 new.db",
+         1,
+         "Failed to load dependencies"},
+        {[&] { damage(details); },
+         "styles",
+         3,
+         "details.db: database disk image is malformed; put a good copy"},
+        {[&] { damage(details); }, "recover", 3, "details.db: database disk image is malformed"},
+        {[&] { damageTable(details, "DetObjReprMapItems"); },
+         "export-style 1 new.db",
+         1,
+         "details.db is damaged"},
+        {[&] { damageTable(details, "DetailStyle"); },
+         "edit DetailStyle 1 TitleFormat x",
+         1,
+         "DetailStyle cannot be read: .*malformed"},
+        {[&] { damageTable(details, "DetObjReprMapItems"); },
+         "import-style one.db",
+         1,
+         "details.db is damaged"},
+    };
+    for (const auto& entry : cases) {
+        SetUp();
+        write(manifest, good);
+        entry.spoil();
+        expectRefused(entry.arguments, entry.code, entry.error);
+    }
+    SetUp();
+    write(m_folder / "work/toolbars.db",
+          "not a database, and longer than a header of one hundred bytes would have to be .......");
+    EXPECT_EQ(run("styles").code, 0) << "a database that the command does not need";
+    EXPECT_TRUE(matches(run("sources").out, "Toolbars .*cannot be used"));
+    EXPECT_EQ(run("sources").code, 3);
+}
+
+TEST_F(CommandLine, PrintsWhatIsAskedFor)
+{
+    const struct {
+        std::string arguments, pattern;
+    } cases[] = {
+        {"--version", "^korodbc [0-9.]+\\n$"},
+        {"--help", "Exit codes:"},
+        {"edit --help", "Example:\\n  korodbc edit "},
+        {"sources", "\\n 1  Details +0 +[0-9]+  sqlite:details.db +ok\\n"},
+        {"sources", "CountryAddin Norway"},
+        {"tables Details", "\\nDetails  DetailStyle +19  StructDetailStyle\\n"},
+        {"show detailstyle 'Plate, single part'",
+         "\\nRequest1 +[0-9]+ +-> DetViewRequest \"Plate, front\"\\n"},
+        {"show DetObjReprMapsNew 1 --items --csv", "^Key,Order,Description,.*\\n1,0,"},
+        {"show DetObjReprMapsNew 1 --json",
+         "^\\{\"Key\": 1, .*\"items\": \\[\\{\"Key\": 1, \"Order\": 0, .*\\}\\]\\}\\n$"},
+        {"show DetailStyle --csv", "\\n2,\"Plate, single part\","},
+        {"show Profiles_IPE", "IPE ?300"},
+        {"styles --source no", "^Key  Style"},
+        {"tree 2", "^Plate, single part  \\[DetailStyle 2\\]\\n├─ ViewArrangeStrategy: One view"},
+        {"status", "No edit is open"},
+        {"recover", "Nothing to bring back"},
+    };
+    for (const auto& entry : cases) {
+        const std::string out = output(entry.arguments);
+        EXPECT_TRUE(matches(out, entry.pattern)) << entry.arguments << "\n" << out;
+    }
+}
+
+TEST_F(CommandLine, ColumnsLineUpWhateverTheScript)
+{
+    output("edit DetailStyle 1 RunName '梁 – Träger 😀'");
+    EXPECT_NE(output("styles").find("\n  1  梁 – Träger 😀" + std::string(16, ' ') + "  Single parts "),
+              std::string::npos);
+}
+
+TEST_F(CommandLine, AnEditIsKeptUndoneOrRecovered)
+{
+    const std::string text = "O''Brien [100 %] größer 中文 😀",
+                      command = "edit DetailStyle 1 TitleFormat \"" + text + "\" ";
+    const std::string before = title();
+    EXPECT_EQ(before.find(text), std::string::npos);
+    for (const char* depth : {"", "--depth 1", "--depth 3"}) {
+        output(command + "--cancel " + depth);
+        EXPECT_EQ(title(), before) << depth;
+        output(command + "--leave-open " + depth);
+        const auto left = files();
+        EXPECT_TRUE(matches(output("status"), "Details  DetailStyle +[0-3]  DetailStyle_VEL[A-Za-z]*Copy"));
+        EXPECT_EQ(files(), left) << "status changes nothing";
+        EXPECT_TRUE(matches(output("recover"), "DetailStyle in Details, from DetailStyle_VEL")) << depth;
+        EXPECT_EQ(title(), before) << depth;
+    }
+    output(command + "--leave-open");
+    const Outcome next = run("show DetailStyle 1 --json");
+    EXPECT_EQ(next.out, before);
+    EXPECT_TRUE(matches(next.err, "^korodbc: note: [^\\n]*DetailStyle \\(Details\\)\\n$")) << next.err;
+    for (const char* closing : {"--ok", "--update"}) {
+        output(command + closing);
+        EXPECT_NE(title().find(text), std::string::npos) << closing;
+        EXPECT_TRUE(matches(output("status"), "No edit is open")) << closing;
+        output("edit DetailStyle 1 TitleFormat x");
+    }
+}
+
+TEST_F(CommandLine, AStyleTravelsWhole)
+{
+    const auto shape = [](const std::string& tree) {
+        return std::regex_replace(tree, std::regex("([A-Za-z]) [0-9]+\\]"), "$1]");
+    };
+    const std::string name = "Träger 'A' 100 % [梁]";
+    output("edit DetailStyle 1 RunName \"" + name + "\"");
+    output("edit DetailMasterTable 1 RunName \"" + name + "\"");
+    const std::string tree = output("tree \"" + name + "\"");
+    std::smatch rows;
+    ASSERT_TRUE(std::regex_search(tree, rows, std::regex("\\n([0-9]+ rows) in ")));
+    EXPECT_NE(output("export-style \"" + name + "\" \"it's.db\"").find(rows[1].str()), std::string::npos);
+    const std::string exported = contents(m_folder / "it's.db");
+    for (const char* into : {"Addin", "no"}) {
+        const std::string out = output(std::string("import-style \"it's.db\" --into ") + into);
+        EXPECT_NE(out.find("\"" + name + "\", key 1; " + rows[1].str()), std::string::npos) << out;
+        EXPECT_EQ(shape(output(std::string("tree 1 --source ") + into)), shape(tree)) << into;
+    }
+    EXPECT_NE(output("import-style \"it's.db\"").find("\"Copy of " + name + "\", key 20;"),
+              std::string::npos);
+    EXPECT_EQ(contents(m_folder / "it's.db"), exported) << "an import leaves the file as it is";
+    output("export-style 1 back.db --source Addin");
+    output("import-style back.db --into no");
+    EXPECT_EQ(output("tree \"" + name + "\""), tree) << "the style itself is as it was";
+}
+
+TEST_F(CommandLine, TheTraceNamesSourceOriginAndResult)
+{
+    const Outcome traced = run("--trace edit DetailStyle 1 TitleFormat x");
+    EXPECT_EQ(traced.code, 0);
+    EXPECT_TRUE(matches(traced.err,
+                        "\\ntrace  Details +host +ok +UPDATE \\[DetailStyle\\] SET \\[TitleFormat\\] = 'x'"));
+    EXPECT_TRUE(
+        matches(traced.err, "\\ntrace  Details +library +ok +DROP TABLE \\[DetailStyle_VELCopy\\]\\n"));
+    EXPECT_FALSE(matches(traced.err, "FAILED"));
+}
+
+TEST_F(CommandLine, TheDemonstrationComesOutAsItSays)
+{
+    const std::string out = output("demo shown");
+    for (const char* line : {"\\n6\\. ",
+                             "74 rows, went into",
+                             "Addin: 74 rows under new keys",
+                             "\"Copy of Beam, single part\", key 20",
+                             "%Quantity%x\", as before",
+                             "Copy DetailStyle_VELCopy \\(Details\\)",
+                             "Brought back: DetailStyle"})
+        EXPECT_TRUE(matches(out, line)) << line << "\n" << out;
+    EXPECT_TRUE(matches(output("-r shown/repository status"), "No edit is open"));
+}
