@@ -43,23 +43,33 @@ std::vector<RecordCache*> recordsOf(const RecordDescription& type, RecordAccess:
     return found;
 }
 
-RecordCache* itemsOf(const RecordDescription& type, RecordCache& records)
+/// The items of a type's records, as they stand; nullptr when the table of items is missing.
+RecordCache* itemCache(const RecordDescription& type, RecordCache& records)
 {
     const RecordDescription& item = type.items.item();
     Table* table = records.table().connection().table(service().physicalName(item));
-    return table == nullptr ? nullptr : table->records(item);
+    return table == nullptr ? nullptr : &table->recordCache(item);
 }
 
-void attachItems(const RecordDescription& type, RecordCache* items, void* record)
+/// Puts the items of a record into it. False when they cannot be read: a record whose items cannot be read is no
+/// record without items.
+bool attachItems(const RecordDescription& type, RecordCache& records, void* record)
 {
-    if (items == nullptr)
-        return;
-    const std::vector<long>& positions = items->ofOwner(type.keyOf(record));
+    if (!type.items.exists())
+        return true;
     const MemberList& list = type.items.list;
     list.resize(record, 0);
+    RecordCache* items = itemCache(type, records);
+    if (items == nullptr)
+        return true;
     void* array = list.field(record);
-    for (const long position : positions)
+    if (items->isSparse())
+        return items->readOwner(type.keyOf(record), array);
+    if (!items->refresh())
+        return false;
+    for (const long position : items->ofOwner(type.keyOf(record)))
         list.operations->append(array, items->at(position));
+    return true;
 }
 
 int handOut(RecordCache& records, long position, void* record)
@@ -67,17 +77,30 @@ int handOut(RecordCache& records, long position, void* record)
     if (position < 0)
         return 0;
     const RecordDescription& type = records.type();
-    RecordCache* items = nullptr;
-    if (type.items.exists()) {
-        items = itemsOf(type, records);
-        // a record whose items cannot be read is no record without items
-        if (items == nullptr && records.table().connection().table(service().physicalName(type.items.item())) != nullptr)
-            return 0;
+    if (!type.items.exists()) {
+        type.operations->assign(record, records.at(position));
+        return 1;
     }
-    type.operations->assign(record, records.at(position));
-    if (type.items.exists())
-        attachItems(type, items, record);
-    return 1;
+    // the caller's record stays as it is when the items cannot be read
+    void* complete = type.operations->create();
+    type.operations->assign(complete, records.at(position));
+    const bool attached = attachItems(type, records, complete);
+    if (attached)
+        type.operations->assign(record, complete);
+    type.operations->destroy(complete);
+    return attached ? 1 : 0;
+}
+
+/// Reads one row of a large table that is not worth reading as a whole.
+int readSingle(RecordCache& records, long key, void* record)
+{
+    const RecordDescription& type = records.type();
+    void* complete = type.operations->create();
+    const bool found = records.readKey(key, complete) && attachItems(type, records, complete);
+    if (found)
+        type.operations->assign(record, complete);
+    type.operations->destroy(complete);
+    return found ? 1 : 0;
 }
 
 template <class Find>
@@ -118,6 +141,12 @@ namespace RecordAccess {
 
 int readByKey(const RecordDescription& type, long key, void* record, Sources sources)
 {
+    if (sources == Sources::Current && type.key >= 0 && !type.hasTextKey()) {
+        Table* table = service().tableOf(type);
+        RecordCache* records = table == nullptr ? nullptr : &table->recordCache(type);
+        if (records != nullptr && records->isSparse())
+            return readSingle(*records, key, record);
+    }
     return first(type, sources, record, [&](RecordCache& records) { return records.findKey(key); });
 }
 
@@ -147,9 +176,9 @@ int readTable(const RecordDescription& type, void* out, Sources sources)
     if (type.items.exists()) {
         long at = 0;
         for (RecordCache* records : caches) {
-            RecordCache* items = itemsOf(type, *records);
             for (long position = 0; position < records->length(); ++position)
-                attachItems(type, items, list.at(out, at++));
+                if (!attachItems(type, *records, list.at(out, at++)))
+                    return 0;
         }
     }
     return 1;
@@ -157,27 +186,33 @@ int readTable(const RecordDescription& type, void* out, Sources sources)
 
 int readWhere(const RecordDescription& type, int column, long value, void* out)
 {
-    RecordCache* records = recordsOf(type);
+    Table* table = service().tableOf(type);
     const ColumnDescription* field = type.at(column);
-    if (records == nullptr || field == nullptr || field->kind != FieldKind::Integer)
-        return 0;
+    if (table == nullptr || field == nullptr || field->kind != FieldKind::Integer)
+        return -1;
     const ListOperations& list = type.operations->list;
-    RecordCache* items = type.items.exists() ? itemsOf(type, *records) : nullptr;
-    int found = 0;
-    const auto take = [&](long position) {
-        const long at = list.append(out, records->at(position));
-        attachItems(type, items, list.at(out, at));
-        found = 1;
-    };
-    if (column == type.itemOwner) {
-        for (const long position : records->ofOwner(value))
-            take(position);
-        return found;
+    RecordCache& records = table->recordCache(type);
+    const long before = list.length(out);
+    if (column == type.itemOwner && records.isSparse())
+        return !records.readOwner(value, out) ? -1 : list.length(out) > before ? 1 : 0;
+    if (!records.refresh()) {
+        service().setError(table->connection().lastError());
+        return -1;
     }
-    for (long position = 0; position < records->length(); ++position)
-        if (field->integer(records->at(position)) == value)
-            take(position);
-    return found;
+    const auto take = [&](long position) {
+        const long at = list.append(out, records.at(position));
+        return attachItems(type, records, list.at(out, at));
+    };
+    bool read = true;
+    if (column == type.itemOwner) {
+        for (const long position : records.ofOwner(value))
+            read = read && take(position);
+    } else {
+        for (long position = 0; position < records.length(); ++position)
+            if (field->integer(records.at(position)) == value)
+                read = read && take(position);
+    }
+    return !read ? -1 : list.length(out) > before ? 1 : 0;
 }
 
 int readFirstWhere(const RecordDescription& type, int column, long value, int column2, long value2, void* record)
@@ -273,14 +308,17 @@ int runNameOfKey(const RecordDescription& type, const KorString& key, KorString&
 
 int hasRunName(const RecordDescription& type, const KorString& runName)
 {
-    RecordCache* records = recordsOf(type);
-    return records == nullptr || type.runName < 0 ? -1 : records->findRunName(runName) >= 0 ? 1 : 0;
+    Table* table = service().tableOf(type);
+    return table == nullptr || type.runName < 0 ? -1 : table->recordCache(type).hasRunName(runName);
 }
 
 int loadItems(const RecordDescription& type)
 {
-    RecordCache* records = recordsOf(type);
-    return records != nullptr && type.items.exists() && itemsOf(type, *records) != nullptr ? 1 : 0;
+    Table* table = service().tableOf(type);
+    if (table == nullptr || !type.items.exists())
+        return 0;
+    RecordCache* items = itemCache(type, table->recordCache(type));
+    return items != nullptr && (items->isSparse() || items->refresh()) ? 1 : 0;
 }
 
 void resetCache(const RecordDescription&) { service().checkAll(); }

@@ -9,6 +9,9 @@ namespace korodbc::host {
 namespace {
 // Beyond this many single rows, reading the table anew is cheaper.
 constexpr std::size_t mostChangedRows = 256;
+// A table up to this size is always read as a whole; of a larger one, that share of its rows is read singly before.
+constexpr std::int64_t smallTable = 256;
+constexpr std::int64_t sparseShare = 16;
 } // namespace
 
 RecordCache::RecordCache(Table& table, const RecordDescription& type)
@@ -30,12 +33,21 @@ bool RecordCache::refresh()
     return m_changedRows.empty() || readChanged();
 }
 
+void RecordCache::allChanged()
+{
+    m_allChanged = true;
+    m_namesKnown = false;
+    m_sparseLimit = -1;
+    m_sparseReads = 0;
+}
+
 void RecordCache::rowChanged(std::int64_t row)
 {
+    m_namesKnown = false;
     if (m_allChanged)
         return;
     if (m_changedRows.size() >= mostChangedRows)
-        m_allChanged = true;
+        allChanged();
     else if (m_changedRows.empty() || m_changedRows.back() != row)
         m_changedRows.push_back(row);
 }
@@ -105,7 +117,97 @@ bool RecordCache::readAll()
     }
     m_allChanged = false;
     m_changedRows.clear();
+    m_namesKnown = false;
+    m_names.clear();
     return true;
+}
+
+std::string RecordCache::columnName(int column)
+{
+    const int index = column < 0 ? -1 : m_table.layout(m_type).columns[static_cast<std::size_t>(column)];
+    return index < 0 ? std::string() : bracketed(m_table.columns()[static_cast<std::size_t>(index)].name);
+}
+
+bool RecordCache::isSparse()
+{
+    if (!m_allChanged)
+        return false;
+    if (m_sparseLimit < 0) {
+        Statement* select = m_table.connection().prepare("SELECT max(rowid) FROM " + m_table.bracketedName());
+        if (select == nullptr)
+            return false;
+        const StatementRun run(*select);
+        const std::int64_t rows = select->step() == SQLITE_ROW ? select->integer(0) : 0;
+        m_sparseLimit = rows <= smallTable ? 0 : rows / sparseShare;
+    }
+    return m_sparseReads < m_sparseLimit;
+}
+
+Statement* RecordCache::selectWhere(int column, const char* order)
+{
+    const std::string name = columnName(column);
+    if (name.empty())
+        return nullptr;
+    ++m_sparseReads;
+    return m_table.connection().prepare("SELECT rowid, * FROM " + m_table.bracketedName() + " WHERE " + name +
+                                        " = ?" + order);
+}
+
+bool RecordCache::readKey(long key, void* record)
+{
+    Statement* select = selectWhere(m_type.key, " ORDER BY rowid LIMIT 1");
+    if (select == nullptr)
+        return false;
+    const StatementRun run(*select);
+    select->bind(1, std::int64_t{key});
+    if (select->step() != SQLITE_ROW)
+        return false;
+    m_type.operations->assign(record, m_blank);
+    decode(*select, m_table.layout(m_type), record);
+    return true;
+}
+
+bool RecordCache::readOwner(long owner, void* list)
+{
+    const std::string order = columnName(m_type.itemOrder);
+    Statement* select =
+        selectWhere(m_type.itemOwner, order.empty() ? " ORDER BY rowid" : (" ORDER BY " + order + ", rowid").c_str());
+    if (select == nullptr)
+        return false;
+    const StatementRun run(*select);
+    select->bind(1, std::int64_t{owner});
+    const ListOperations& operations = m_type.operations->list;
+    int code;
+    while ((code = select->step()) == SQLITE_ROW)
+        decode(*select, m_table.layout(m_type), operations.at(list, operations.append(list, m_blank)));
+    if (code != SQLITE_DONE)
+        m_table.connection().noteFailure(code);
+    return code == SQLITE_DONE;
+}
+
+bool RecordCache::readNames()
+{
+    m_names.clear();
+    Statement* select =
+        m_table.connection().prepare("SELECT " + columnName(m_type.runName) + " FROM " + m_table.bracketedName());
+    if (select == nullptr)
+        return false;
+    const StatementRun run(*select);
+    int code;
+    while ((code = select->step()) == SQLITE_ROW)
+        m_names.insert(select->text(0));
+    if (code != SQLITE_DONE)
+        m_table.connection().noteFailure(code);
+    return m_namesKnown = code == SQLITE_DONE;
+}
+
+int RecordCache::hasRunName(const KorString& runName)
+{
+    if (columnName(m_type.runName).empty())
+        return -1;
+    if (m_allChanged && (m_namesKnown || isSparse()))
+        return m_namesKnown || readNames() ? (m_names.contains(runName) ? 1 : 0) : -1;
+    return refresh() ? (findRunName(runName) >= 0 ? 1 : 0) : -1;
 }
 
 bool RecordCache::readChanged()
@@ -219,6 +321,8 @@ const std::vector<long>& RecordCache::ofOwner(long owner)
 
 void RecordCache::appended(std::int64_t row, const void* record)
 {
+    if (m_namesKnown && m_type.runName >= 0)
+        m_names.insert(m_type.runNameColumn()->text(record));
     if (m_allChanged)
         return;
     if (!m_changedRows.empty() || (!m_rows.empty() && m_rows.back() >= row)) {

@@ -4,7 +4,9 @@
 #include "sqlite/Statement.h"
 
 #include <cstdint>
+#include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace korodbc::host {
@@ -24,6 +26,18 @@ public:
     /// Brings the records up to date; false when the table cannot be read.
     bool refresh();
 
+    // Reading row by row: while few rows of a large table were asked for, it is not worth reading as a whole.
+
+    /// True while the records are not read and looking single rows up is cheaper.
+    bool isSparse();
+    /// Reads one row into `record`; false when there is none.
+    bool readKey(long key, void* record);
+    /// Appends the items of an owner to `list` in item order; false when they cannot be read.
+    bool readOwner(long owner, void* list);
+    /// 1 when a record has exactly this run name, 0 when none has, -1 when the table cannot be read. Of a large table,
+    /// only the names are kept.
+    int hasRunName(const KorString& runName);
+
     const RecordDescription& type() const { return m_type; }
     Table& table() const { return m_table; }
     /// A KorArray of the type.
@@ -39,12 +53,15 @@ public:
     const std::vector<long>& ofOwner(long owner);
 
     void rowChanged(std::int64_t row);
-    void allChanged() { m_allChanged = true; }
+    void allChanged();
     /// A record was stored as a new row behind all others.
     void appended(std::int64_t row, const void* record);
 
 private:
     bool readAll();
+    bool readNames();
+    Statement* selectWhere(int column, const char* order);
+    std::string columnName(int column);
     bool readChanged();
     void decode(Statement& statement, const Layout& layout, void* record);
     void dropIndexes();
@@ -58,6 +75,11 @@ private:
     std::vector<KorString> m_lastTexts; // last text read per column: equal neighbours share one buffer
     bool m_allChanged = true;
     std::vector<std::int64_t> m_changedRows;
+
+    std::int64_t m_sparseReads = 0;
+    std::int64_t m_sparseLimit = -1; // -1: the size of the table is not known
+    bool m_namesKnown = false;       // m_names holds all run names, while the records are not read
+    std::unordered_set<KorString> m_names;
 
     bool m_keysBuilt = false, m_namesBuilt = false, m_textKeysBuilt = false, m_ownersBuilt = false;
     std::unordered_map<long, long> m_byKey;

@@ -313,12 +313,18 @@ bool Table::updateCells(const Value& key, int keyColumnIndex, const std::map<int
     return m_connection.finish(*update) && sqlite3_changes(m_connection.handle()) > 0;
 }
 
-RecordCache* Table::records(const RecordDescription& type)
+RecordCache& Table::recordCache(const RecordDescription& type)
 {
     auto& cache = m_caches[&type];
     if (!cache)
         cache = std::make_unique<RecordCache>(*this, type);
-    return cache->refresh() ? cache.get() : nullptr;
+    return *cache;
+}
+
+RecordCache* Table::records(const RecordDescription& type)
+{
+    RecordCache& cache = recordCache(type);
+    return cache.refresh() ? &cache : nullptr;
 }
 
 void Table::rowChanged(std::int64_t row)

@@ -66,6 +66,8 @@ public:
 
     /// The records of the table as that type; read at once or brought up to date. nullptr when it cannot be read.
     RecordCache* records(const RecordDescription& type);
+    /// The same as it stands: not read, or not up to date.
+    RecordCache& recordCache(const RecordDescription& type);
 
     void rowChanged(std::int64_t row);
     /// Any row may have changed: keys and cached rows are taken anew.

@@ -55,7 +55,7 @@ KorString::Buffer* KorString::allocate(std::size_t length, std::size_t capacity)
     capacity = std::min<std::size_t>(capacity, INT_MAX - 1);
     void* storage = ::operator new(sizeof(Buffer) + (capacity + 1) * sizeof(wchar_t));
     auto* buffer =
-        new (storage) Buffer{1, static_cast<std::uint32_t>(length), static_cast<std::uint32_t>(capacity)};
+        new (storage) Buffer{1, static_cast<std::uint32_t>(length), static_cast<std::uint32_t>(capacity), 0};
     buffer->text()[length] = L'\0';
     return buffer;
 }
@@ -72,6 +72,15 @@ KorString::KorString(std::wstring_view text)
         return;
     m_buffer = allocate(text.size(), text.size());
     text.copy(m_buffer->text(), text.size());
+}
+
+std::uint32_t KorString::hashOf(std::wstring_view text) noexcept
+{
+    std::uint64_t hash = 0x9E3779B97F4A7C15u ^ text.size();
+    for (const wchar_t c : text)
+        hash = (hash ^ static_cast<std::uint32_t>(c)) * 0xD6E8FEB86659FD93u;
+    hash ^= hash >> 32;
+    return static_cast<std::uint32_t>(hash) | 1u;
 }
 
 KorString KorString::join(std::wstring_view left, std::wstring_view right)
@@ -97,6 +106,7 @@ KorString& KorString::append(std::wstring_view text)
         text.copy(m_buffer->text() + before, text.size());
         m_buffer->text()[length] = L'\0';
         m_buffer->length = static_cast<std::uint32_t>(length);
+        m_buffer->hash.store(0, std::memory_order_relaxed);
         return *this;
     }
     // The text may be a part of this one, so the old characters live until the new ones are complete.

@@ -165,13 +165,27 @@ public:
     static KorString format(std::wstring_view pattern, const Args&... args);
     static KorString formatArguments(std::wstring_view pattern, std::span<const KorFormatArgument> arguments);
 
-    std::size_t hash() const noexcept { return std::hash<std::wstring_view>{}(view()); }
+    /// Hash of the characters; kept with them after the first call.
+    std::size_t hash() const noexcept
+    {
+        if (m_buffer == nullptr)
+            return hashOf({});
+        std::uint32_t known = m_buffer->hash.load(std::memory_order_relaxed);
+        if (known == 0) {
+            known = hashOf(view());
+            m_buffer->hash.store(known, std::memory_order_relaxed);
+        }
+        return known;
+    }
+    /// The same hash of characters that no KorString holds; never 0.
+    static std::uint32_t hashOf(std::wstring_view text) noexcept;
 
 private:
     struct Buffer {
         std::atomic<std::uint32_t> references;
         std::uint32_t length;
         std::uint32_t capacity;
+        std::atomic<std::uint32_t> hash; // 0: not computed
 
         wchar_t* text() noexcept { return reinterpret_cast<wchar_t*>(this + 1); }
     };
@@ -282,6 +296,6 @@ struct KorStringHash {
 
     std::size_t operator()(std::wstring_view text) const noexcept
     {
-        return std::hash<std::wstring_view>{}(text);
+        return KorString::hashOf(text);
     }
 };

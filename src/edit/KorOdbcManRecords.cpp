@@ -80,6 +80,30 @@ void stampOwner(const DetailTable& table)
     owner->text(table.currentRecord) = KorODBCUserProfile::m_charOwnerText;
 }
 
+/// Writes all columns and items of a type's current record over its row in the table of that physical name.
+int storeRecord(Man::eTableType type, const KorString& table, Man::eCopyDepth depth)
+{
+    const DetailTable& current = detailTable(type);
+    Man::m_bAppending = true;
+    KorDatabaseBatch batch;
+    Man::setStatus(type, Man::eModified, depth);
+    const RecordDescription& description = current.description();
+    if (const MemberList* items = description.itemList()) {
+        const long count = items->length(current.currentRecord);
+        if (const ColumnDescription* column = description.at(description.itemCount))
+            column->integer(current.currentRecord) = static_cast<int>(count);
+        if (description.numbered.exists())
+            Man::setColumnsForNewItems(type, static_cast<int>(count));
+    }
+    int result =
+        KorDatabaseAccess::setRecord(Man::m_currentDSN, table, description, currentKey(type), current.currentRecord);
+    if (result == 1)
+        result = storeItems(type, description.keyOf(current.currentRecord), depth);
+    Man::m_bAppending = false;
+    Man::resetTable(type);
+    return batch.end(result);
+}
+
 } // namespace
 
 int KorOdbcMan::setTableColumnValue(eTableType type, const KorOdbcKey& key, int column, const KorCellData& value, int)
@@ -170,7 +194,7 @@ int KorOdbcMan::appendNewRecord(eTableType type, int keepKey, eCopyDepth depth)
                 column.integer(current.currentRecord) = key.getInt();
             stampOwner(current);
             newKey = isText ? 1 : key.getInt();
-            if (storeCurrentRecord(type, depth) != 1)
+            if (storeRecord(type, table, depth) != 1)
                 newKey = -1;
         }
     }
@@ -183,26 +207,7 @@ int KorOdbcMan::storeCurrentRecord(eTableType type, eCopyDepth depth)
     KorString table;
     if (!physicalName(type, table))
         return -2;
-    const DetailTable& current = detailTable(type);
-    if (type > kProfileShapeRunName || current.currentRecord == nullptr)
-        return 1;
-    m_bAppending = true;
-    KorDatabaseBatch batch;
-    setStatus(type, eModified, depth);
-    const RecordDescription& description = current.description();
-    if (const MemberList* items = description.itemList()) {
-        const long count = items->length(current.currentRecord);
-        if (const ColumnDescription* column = description.at(description.itemCount))
-            column->integer(current.currentRecord) = static_cast<int>(count);
-        if (description.numbered.exists())
-            setColumnsForNewItems(type, static_cast<int>(count));
-    }
-    int result = KorDatabaseAccess::setRecord(m_currentDSN, table, description, currentKey(type), current.currentRecord);
-    if (result == 1)
-        result = storeItems(type, description.keyOf(current.currentRecord), depth);
-    m_bAppending = false;
-    resetTable(type);
-    return batch.end(result);
+    return detailTable(type).currentRecord == nullptr ? 1 : storeRecord(type, table, depth);
 }
 
 int KorOdbcMan::deleteRecord(eTableType type, const KorOdbcKey& key, eCopyDepth depth)

@@ -34,7 +34,6 @@ int limit(const KorString& key)
 void KorODBCUserProfile::resetOwnerText()
 {
     const KorString ownerKey = defaultOr(defaultOwnerKey, L"-");
-    const KorString ownerText = defaultOr(defaultOwnerText, L"-");
     // the authors stand in the configuration, whichever database is current
     const KorDSNRequest request(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase);
     StructAuthor author;
@@ -43,7 +42,7 @@ void KorODBCUserProfile::resetOwnerText()
             KorDSNDefinitions::kConfiguration,
             KorString::format(L"INSERT INTO Authors (CompanyText,CompanyName) VALUES ('%s','%s')",
                               quoted(ownerKey),
-                              quoted(ownerText))) == 1)
+                              quoted(defaultOr(defaultOwnerText, L"-")))) == 1)
         StructAuthorMarshal::resetTableCache(0);
     m_charOwnerText = ownerKey;
 }

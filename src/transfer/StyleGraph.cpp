@@ -18,7 +18,8 @@ using Naming = CopyTable::Naming;
 bool collectCategories(void* record, long)
 {
     StructDetViewRequest& request = *static_cast<StructDetViewRequest*>(record);
-    StructDetViewRequestMarshal::loadCategories(request);
+    if (StructDetViewRequestMarshal::loadCategories(request) == -1)
+        return false;
     for (const StructDetViewRequestCategory& entry : request.categories) {
         StructDetViewRequestCategory category;
         if (Copy::GetDependencies(category, entry.key) == -1)

@@ -38,10 +38,10 @@ void edit(Man::eCopyDepth depth, int base = 0)
 
     // more items than the table has columns
     CRASH_REQUIRE(StructDetailStyleMarshal::getStructByKey(a, Man::m_structDetailStyle) == 1);
-    Man::m_structDetailStyle.requests = list<int>({a, b, a, b, a, b, a, b, a, b});
+    Man::m_structDetailStyle.requests = list<int>({a, b, a, b, a, b, a, b, a});
     CRASH_REQUIRE(Man::appendNewRecord(Man::kDetailStyle, 0, depth) > b);
     StructDetArrangerControlMarshal::getStructByKey(a, Man::m_structDetArrangerControl);
-    for (int i = 0; i < 8; ++i)
+    for (int i = 0; i < 7; ++i)
         Man::m_structDetArrangerControl.items.append({1.0 * i, 2.0, 3.0});
     CRASH_REQUIRE(Man::appendNewRecord(Man::kDetArrangerControl, 0, depth) > a);
 
