@@ -16,8 +16,7 @@ void require(bool ok, const std::string& what)
 
 Query::Query(sqlite3* db, const std::string& sql)
 {
-    require(sqlite3_prepare_v3(db, sql.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &m_handle, nullptr) ==
-                SQLITE_OK,
+    require(sqlite3_prepare_v3(db, sql.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &m_handle, nullptr) == SQLITE_OK,
             sql + ": " + sqlite3_errmsg(db));
 }
 
@@ -49,8 +48,7 @@ bool Query::step()
 {
     const int code = sqlite3_step(m_handle);
     if (code != SQLITE_ROW && code != SQLITE_DONE)
-        require(false,
-                std::string(sqlite3_sql(m_handle)) + ": " + sqlite3_errmsg(sqlite3_db_handle(m_handle)));
+        require(false, std::string(sqlite3_sql(m_handle)) + ": " + sqlite3_errmsg(sqlite3_db_handle(m_handle)));
     return code == SQLITE_ROW;
 }
 

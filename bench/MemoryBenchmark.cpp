@@ -55,11 +55,9 @@ void exportOnce(bool plain, long rows)
         Repository repository;
         repository.use(KorDSNDefinitions::kDetails, source);
         before = startPeak();
-        require(KorODBCDetailStyleExports::exportDetail(KorODBCDetailStyleExports::kDetailStyle,
-                                                        KorOdbcKey(style.key),
-                                                        KorDSNDefinitions::kDetails,
-                                                        KorDSNDefinitions::kBase,
-                                                        KorString::fromUtf8(target)) == 1,
+        require(KorODBCDetailStyleExports::exportDetail(
+                    KorODBCDetailStyleExports::kDetailStyle, KorOdbcKey(style.key), KorDSNDefinitions::kDetails,
+                    KorDSNDefinitions::kBase, KorString::fromUtf8(target)) == 1,
                 "the export failed");
     }
     std::printf("%ld %ld\n", peakMemory() - before, style.rows);
@@ -82,9 +80,7 @@ void memory(benchmark::State& state)
         state.counters["bytes a row"] = perRow;
         figure(std::string("export, peak memory of the ") + (plain ? "plain loop" : "library") + " at " +
                    std::to_string(rows) + " rows",
-               perRow,
-               0,
-               "bytes a row");
+               perRow, 0, "bytes a row");
     }
 }
 

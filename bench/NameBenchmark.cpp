@@ -47,8 +47,8 @@ public:
         // the rows came past the library; and the first read of the table is not part of naming a row
         StructDetViewDimPointSelectionMarshal::resetTableCache(0);
         KorString first = m_free.front();
-        require(KorDetailTableDependencies::GetDefaultNameForRow(KorOdbcMan::kDetViewDimPointSelection,
-                                                                 first) == 0,
+        require(KorDetailTableDependencies::GetDefaultNameForRow(KorOdbcMan::kDetViewDimPointSelection, first) ==
+                    0,
                 "the name is taken");
     }
     ~Names() { KorODBCDetailStyleExports::CancelBackupTables(0); }
@@ -96,8 +96,8 @@ void growing(benchmark::State& state)
             });
             KorOdbcMan::m_structDetViewDimPointSelection = {};
             KorOdbcMan::m_structDetViewDimPointSelection.runName = name;
-            stored = KorOdbcMan::appendNewRecord(
-                         KorOdbcMan::kDetViewDimPointSelection, 0, KorOdbcMan::kFirstCopy) > 0 &&
+            stored = KorOdbcMan::appendNewRecord(KorOdbcMan::kDetViewDimPointSelection, 0,
+                                                 KorOdbcMan::kFirstCopy) > 0 &&
                      stored;
         }
         require(batch.end(1) == 1 && stored, "rows were not stored");
@@ -113,14 +113,8 @@ void registerNameBenchmarks()
         if (bench::quick && existing > 10000)
             continue;
         const int runs = bench::quick ? 5 : 31;
-        benchmark::RegisterBenchmark("name/free", freeNames)
-            ->Arg(existing)
-            ->UseManualTime()
-            ->Iterations(runs);
-        benchmark::RegisterBenchmark("name/taken", takenNames)
-            ->Arg(existing)
-            ->UseManualTime()
-            ->Iterations(runs);
+        benchmark::RegisterBenchmark("name/free", freeNames)->Arg(existing)->UseManualTime()->Iterations(runs);
+        benchmark::RegisterBenchmark("name/taken", takenNames)->Arg(existing)->UseManualTime()->Iterations(runs);
         benchmark::RegisterBenchmark("name/while rows are stored", growing)
             ->Arg(existing)
             ->UseManualTime()
@@ -138,15 +132,11 @@ void nameFigures()
                 continue;
             least = std::min(least, time);
             most = std::max(most, time);
-            bench::figure("name made unique (" + std::string(what) + ") among " + std::to_string(existing),
-                          time,
-                          5.0,
-                          "microseconds");
+            bench::figure("name made unique (" + std::string(what) + ") among " + std::to_string(existing), time,
+                          5.0, "microseconds");
         }
         if (most > 0)
             bench::figure("name made unique (" + std::string(what) + "): slowest against fastest size",
-                          most / least,
-                          0,
-                          "times");
+                          most / least, 0, "times");
     }
 }

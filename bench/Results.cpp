@@ -47,8 +47,8 @@ double median(const std::string& series)
     return sorted[sorted.size() / 2];
 }
 
-void compare(const std::string& item, const std::string& ours, const std::string& plain, double limit,
-             double per, const std::string& unit)
+void compare(const std::string& item, const std::string& ours, const std::string& plain, double limit, double per,
+             const std::string& unit)
 {
     comparisons.push_back({item, ours, plain, limit, per, unit});
 }
@@ -61,11 +61,7 @@ void figure(const std::string& item, double value, double limit, const std::stri
 bool printSummary()
 {
     bool allKept = true;
-    std::printf("\n%-58s %12s %12s %7s %6s\n",
-                "median of the runs, microseconds",
-                "library",
-                "plain",
-                "ratio",
+    std::printf("\n%-58s %12s %12s %7s %6s\n", "median of the runs, microseconds", "library", "plain", "ratio",
                 "limit");
     for (const Comparison& c : comparisons) {
         const double ours = median(c.ours), plain = median(c.plain);
@@ -73,11 +69,8 @@ bool printSummary()
             continue;
         const bool kept = c.limit <= 0 || ours <= plain * c.limit;
         allKept = allKept && kept;
-        std::printf("%-58s %12.3f %12.3f %7.2f",
-                    (c.item + ", " + c.unit).c_str(),
-                    ours / c.per * 1e6,
-                    plain / c.per * 1e6,
-                    ours / plain);
+        std::printf("%-58s %12.3f %12.3f %7.2f", (c.item + ", " + c.unit).c_str(), ours / c.per * 1e6,
+                    plain / c.per * 1e6, ours / plain);
         if (c.limit > 0)
             std::printf(" %6.1f  %s", c.limit, verdict(kept));
         std::printf("\n");
@@ -87,10 +80,7 @@ bool printSummary()
         const bool kept = f.limit <= 0 || f.value <= f.limit;
         allKept = allKept && kept;
         if (f.limit > 0)
-            std::printf("%-58s %12.3f %6.1f  %s\n",
-                        (f.item + ", " + f.unit).c_str(),
-                        f.value,
-                        f.limit,
+            std::printf("%-58s %12.3f %6.1f  %s\n", (f.item + ", " + f.unit).c_str(), f.value, f.limit,
                         verdict(kept));
         else
             std::printf("%-58s %12.3f\n", (f.item + ", " + f.unit).c_str(), f.value);

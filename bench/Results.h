@@ -28,8 +28,8 @@ double median(const std::string& series);
 
 /// Series `ours` is to take at most `limit` times as long as series `plain`, both for `per` units of work; a
 /// limit of 0: for information.
-void compare(const std::string& item, const std::string& ours, const std::string& plain, double limit,
-             double per, const std::string& unit);
+void compare(const std::string& item, const std::string& ours, const std::string& plain, double limit, double per,
+             const std::string& unit);
 /// A figure with a limit of its own; a limit of 0: for information.
 void figure(const std::string& item, double value, double limit, const std::string& unit);
 /// Prints what was compared; true when every limit is kept.

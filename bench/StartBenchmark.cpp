@@ -22,8 +22,8 @@ public:
     FullRepository()
     {
         std::string error;
-        require(korodbc::host::buildRepository(
-                    folder(), KORODBC_SOURCE_CATALOGUE, {{"no", "Norway", "sqlite:norway.db"}}, {}, error),
+        require(korodbc::host::buildRepository(folder(), KORODBC_SOURCE_CATALOGUE,
+                                               {{"no", "Norway", "sqlite:norway.db"}}, {}, error),
                 error);
         for (const auto& entry : std::filesystem::directory_iterator(folder())) {
             if (entry.path().extension() != ".db")
@@ -33,8 +33,7 @@ public:
             database.run("PRAGMA synchronous = OFF");
             database.run("BEGIN");
             for (long made = database.value("SELECT count(*) FROM sqlite_master WHERE type = 'table'");
-                 made < tables;
-                 ++made)
+                 made < tables; ++made)
                 database.run(
                     "CREATE TABLE Site" + std::to_string(made) +
                     " (Key INTEGER PRIMARY KEY, RunName TEXT, OwnerText TEXT, Width REAL, Height REAL, "
@@ -83,8 +82,7 @@ void startPlain(benchmark::State& state)
                  for (const std::string& file : repository.files()) {
                      open.push_back(std::make_unique<Database>(file));
                      open.back()->useHostPragmas();
-                     Query names =
-                         open.back()->prepare("SELECT name FROM sqlite_master WHERE type = 'table'");
+                     Query names = open.back()->prepare("SELECT name FROM sqlite_master WHERE type = 'table'");
                      while (names.step())
                          ++found;
                  }
@@ -100,8 +98,7 @@ void registerStartBenchmarks()
     const int runs = bench::quick ? 5 : 21;
     const bench::NamedBenchmark all[] = {{"start/library", startLibrary}, {"start/plain", startPlain}};
     for (const auto& [name, run] : all)
-        benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(runs)->Unit(
-            benchmark::kMillisecond);
+        benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(runs)->Unit(benchmark::kMillisecond);
 }
 
 void startFigures()
@@ -112,6 +109,6 @@ void startFigures()
         return;
     bench::figure("start: library, all databases opened", (library + sources) * 1e3, 0, "milliseconds");
     bench::figure("start: the same databases opened with the C API", plain * 1e3, 0, "milliseconds");
-    bench::figure(
-        "start: library beyond opening", std::max(0.0, library + sources - plain) * 1e3, 50, "milliseconds");
+    bench::figure("start: library beyond opening", std::max(0.0, library + sources - plain) * 1e3, 50,
+                  "milliseconds");
 }

@@ -55,8 +55,8 @@ std::vector<KorString> wideNames()
 
 /// Appends the record with each name inside one batch, over and over, with an empty table at each start.
 template <class Record>
-void storeWithLibrary(benchmark::State& state, KorOdbcMan::eTableType type, Record& current,
-                      const Record& record, const char* series, std::initializer_list<const wchar_t*> tables)
+void storeWithLibrary(benchmark::State& state, KorOdbcMan::eTableType type, Record& current, const Record& record,
+                      const char* series, std::initializer_list<const wchar_t*> tables)
 {
     const Repository repository;
     const std::vector<KorString> names = wideNames();
@@ -85,22 +85,14 @@ void storeWithLibrary(benchmark::State& state, KorOdbcMan::eTableType type, Reco
 
 void linearLibrary(benchmark::State& state)
 {
-    storeWithLibrary(state,
-                     KorOdbcMan::kDetViewDimRequestLinear,
-                     KorOdbcMan::m_structDetViewDimRequestLinear,
-                     linearRequest(),
-                     "store linear library",
-                     {L"DetViewDimRequestLinear"});
+    storeWithLibrary(state, KorOdbcMan::kDetViewDimRequestLinear, KorOdbcMan::m_structDetViewDimRequestLinear,
+                     linearRequest(), "store linear library", {L"DetViewDimRequestLinear"});
 }
 
 void strategyLibrary(benchmark::State& state)
 {
-    storeWithLibrary(state,
-                     KorOdbcMan::kDetViewDimStrategy,
-                     KorOdbcMan::m_structDetViewDimStrategy,
-                     strategy(),
-                     "store strategy library",
-                     {L"DetViewDimStrategyNew", L"DetViewDimStrategyItems"});
+    storeWithLibrary(state, KorOdbcMan::kDetViewDimStrategy, KorOdbcMan::m_structDetViewDimStrategy, strategy(),
+                     "store strategy library", {L"DetViewDimStrategyNew", L"DetViewDimStrategyItems"});
 }
 
 struct PlainTarget {
@@ -137,9 +129,7 @@ void linearPlain(benchmark::State& state)
                      const int values[] = {1, 1, 1, 0, 1, 0};
                      for (int i = 0; i < 6; ++i)
                          insert.bind(3 + i, std::int64_t{values[i]});
-                     insert.bind(9, std::string_view(label))
-                         .bind(10, std::int64_t{1})
-                         .bind(11, std::int64_t{2});
+                     insert.bind(9, std::string_view(label)).bind(10, std::int64_t{1}).bind(11, std::int64_t{2});
                      insert.bind(12, std::int64_t{7}).bind(13, std::string_view(owner));
                      insert.bind(14, std::int64_t{points});
                      for (int point = 0; point < points; ++point)
@@ -154,9 +144,8 @@ void linearPlain(benchmark::State& state)
 void strategyPlain(benchmark::State& state)
 {
     PlainTarget target;
-    Query header =
-        target.database.prepare("INSERT INTO DetViewDimStrategyNew (Key, RunName, OneChainPerBoltDiam, "
-                                "OwnerText, NumberItems) VALUES (?, ?, ?, ?, ?)");
+    Query header = target.database.prepare("INSERT INTO DetViewDimStrategyNew (Key, RunName, OneChainPerBoltDiam, "
+                                           "OwnerText, NumberItems) VALUES (?, ?, ?, ?, ?)");
     Query item = target.database.prepare(
         "INSERT INTO DetViewDimStrategyItems (Key, [Order], Description, OwnerText, Type, RequestLinear, "
         "GroupEqualDistances, BrokenRunningDimension, RunningDimensionTextAlignment, HideDimensionPoint) "
@@ -195,18 +184,9 @@ void registerStoreBenchmarks()
                                          {"store/with 5 items/library", strategyLibrary},
                                          {"store/with 5 items/plain", strategyPlain}};
     for (const auto& [name, run] : all)
-        benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(runs)->Unit(
-            benchmark::kMillisecond);
-    bench::compare("store: record of 20 columns",
-                   "store linear library",
-                   "store linear plain",
-                   2.0,
-                   records,
+        benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(runs)->Unit(benchmark::kMillisecond);
+    bench::compare("store: record of 20 columns", "store linear library", "store linear plain", 2.0, records,
                    "a record");
-    bench::compare("store: record with 5 rows of items",
-                   "store strategy library",
-                   "store strategy plain",
-                   2.0,
-                   records,
-                   "a record");
+    bench::compare("store: record with 5 rows of items", "store strategy library", "store strategy plain", 2.0,
+                   records, "a record");
 }

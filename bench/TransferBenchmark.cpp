@@ -52,9 +52,9 @@ public:
     void check(bool import)
     {
         const long rows = rowsOf(target());
-        require(moved[import] < 0 || moved[import] == rows,
-                "library and plain loop store " + std::to_string(moved[import]) + " and " +
-                    std::to_string(rows) + " rows");
+        require(moved[import] < 0 || moved[import] == rows, "library and plain loop store " +
+                                                                std::to_string(moved[import]) + " and " +
+                                                                std::to_string(rows) + " rows");
         moved[import] = rows;
     }
 
@@ -89,11 +89,9 @@ void exportLibrary(benchmark::State& state)
         repository.use(KorDSNDefinitions::kDetails, data.source());
         int result = 0;
         note(state, series("export library", state), seconds([&] {
-                 result = KorODBCDetailStyleExports::exportDetail(KorODBCDetailStyleExports::kDetailStyle,
-                                                                  KorOdbcKey(data.style.key),
-                                                                  KorDSNDefinitions::kDetails,
-                                                                  KorDSNDefinitions::kBase,
-                                                                  KorString::fromUtf8(data.target()));
+                 result = KorODBCDetailStyleExports::exportDetail(
+                     KorODBCDetailStyleExports::kDetailStyle, KorOdbcKey(data.style.key),
+                     KorDSNDefinitions::kDetails, KorDSNDefinitions::kBase, KorString::fromUtf8(data.target()));
              }));
         require(result == 1, "export: " + KorODBCDetailStyleExports::m_StandardErrorMessage.toUtf8());
         data.check(false);
@@ -127,12 +125,10 @@ void importLibrary(benchmark::State& state)
         KorDatabaseAccess::setConnection(KorDSNDefinitions::kAddin, KorString::fromUtf8(data.source()));
         int result = 0;
         note(state, series("import library", state), seconds([&] {
-                 result = KorODBCDetailStyleExports::importDetail(KorODBCDetailStyleExports::kDetailStyle,
-                                                                  KorOdbcKey(data.style.key),
-                                                                  KorDSNDefinitions::kAddin,
-                                                                  KorDSNDefinitions::kFirstAddin,
-                                                                  KorDSNDefinitions::kDetails,
-                                                                  KorDSNDefinitions::kBase);
+                 result = KorODBCDetailStyleExports::importDetail(
+                     KorODBCDetailStyleExports::kDetailStyle, KorOdbcKey(data.style.key),
+                     KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin, KorDSNDefinitions::kDetails,
+                     KorDSNDefinitions::kBase);
              }));
         require(result == 1, "import: " + KorODBCDetailStyleExports::m_StandardErrorMessage.toUtf8());
         korodbc::host::closeRepository();
@@ -185,11 +181,8 @@ void registerTransferBenchmarks()
         const std::string item = ": style of " + std::to_string(rows) +
                                  (others > 0 ? " among " + std::to_string(rows + others) : "") + " rows";
         for (const std::string way : {"export", "import"})
-            bench::compare(way + item,
-                           series(way + " library", rows, others),
-                           series(way + " plain", rows, others),
-                           others > 0 ? 0 : 2.0,
-                           static_cast<double>(rows),
+            bench::compare(way + item, series(way + " library", rows, others),
+                           series(way + " plain", rows, others), others > 0 ? 0 : 2.0, static_cast<double>(rows),
                            "a row");
     }
 }
@@ -204,8 +197,6 @@ void transferFigures()
         };
         if (perRow(100000) > 0 && perRow(1000) > 0 && perRow(10000) > 0)
             bench::figure(std::string(way) + ": time a row at 100,000 against 10,000",
-                          perRow(100000) / perRow(10000),
-                          1.5,
-                          "times");
+                          perRow(100000) / perRow(10000), 1.5, "times");
     }
 }

@@ -59,8 +59,8 @@ void open(const fs::path& folder)
 Workplace::Workplace()
 {
     static int made = 0;
-    m_folder = fs::temp_directory_path() /
-               ("korodbc-bench-" + std::to_string(::getpid()) + "-" + std::to_string(++made));
+    m_folder =
+        fs::temp_directory_path() / ("korodbc-bench-" + std::to_string(::getpid()) + "-" + std::to_string(++made));
     fs::create_directories(m_folder);
     folders().live.insert(m_folder);
 }

@@ -47,11 +47,11 @@ public:
         KorCellData cell(key);
         KorDatabaseBatch batch;
         int result = get(key, known) ? 1
-                                     : KorDatabaseAccess::appendNewLine(KorDSNDefinitions::kConfiguration, table, cell,
-                                                                        true, true);
+                                     : KorDatabaseAccess::appendNewLine(KorDSNDefinitions::kConfiguration, table,
+                                                                        cell, true, true);
         if (result == 1)
-            result = KorDatabaseAccess::setTableColumnValue(KorDSNDefinitions::kConfiguration, table, L"Key", key, 1,
-                                                            KorCellData(value));
+            result = KorDatabaseAccess::setTableColumnValue(KorDSNDefinitions::kConfiguration, table, L"Key", key,
+                                                            1, KorCellData(value));
         return batch.end(result) == 1;
     }
 };

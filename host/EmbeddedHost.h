@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-/// The embedded host: opens a repository of SQLite databases and puts it behind the table access service. Errors come back
-/// as text for a person; nothing is thrown.
+/// The embedded host: opens a repository of SQLite databases and puts it behind the table access service. Errors
+/// come back as text for a person; nothing is thrown.
 namespace korodbc::host {
 
-/// Opens the repository in `folder` and makes it the one that the table access service works on. On failure returns
-/// false, `error` is one line, and nothing is open.
+/// Opens the repository in `folder` and makes it the one that the table access service works on. On failure
+/// returns false, `error` is one line, and nothing is open.
 bool openRepository(const std::filesystem::path& folder, std::string& error);
 /// Opens a repository that lives in memory only, with every table, empty.
 bool openRepositoryInMemory(const std::vector<CountryAddIn>& countryAddIns, std::string& error);

@@ -16,9 +16,9 @@ struct StatementEvent {
     eDSN dsn;
     eIndex index;
     Origin origin;
-    KorString sql;  // of the library: the text exactly as it came
-    int result;     // 1 executed, 0 failed
-    bool prepared;  // compiled for this execution; false when a kept statement served
+    KorString sql; // of the library: the text exactly as it came
+    int result;    // 1 executed, 0 failed
+    bool prepared; // compiled for this execution; false when a kept statement served
     KorString error;
 };
 using StatementObserver = std::function<void(const StatementEvent&)>;

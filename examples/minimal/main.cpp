@@ -1,7 +1,7 @@
 // A host application in its smallest form: makes a repository, starts the library, lists the detail styles.
 
-#include "EmbeddedHost.h"
 #include "edit/KorOdbcMan.h"
+#include "EmbeddedHost.h"
 #include "foundation/KorOdbcDSNDefinitions.h"
 
 #include <iostream>

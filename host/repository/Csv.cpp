@@ -24,8 +24,8 @@ bool readCsv(std::string_view text, CsvTable& table, std::string& error)
         } else if (read.header.empty()) {
             read.header = std::move(cells);
         } else if (cells.size() != read.header.size()) {
-            error = "line " + std::to_string(rowLine) + " has " + std::to_string(cells.size()) + " cells, the header " +
-                    std::to_string(read.header.size());
+            error = "line " + std::to_string(rowLine) + " has " + std::to_string(cells.size()) +
+                    " cells, the header " + std::to_string(read.header.size());
             return false;
         } else {
             read.rows.push_back({rowLine, std::move(cells)});

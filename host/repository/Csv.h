@@ -16,7 +16,8 @@ struct CsvTable {
     std::vector<Row> rows;
 };
 
-/// Reads UTF-8 text with one header line. On failure returns false; `error` names the line and what is wrong with it.
+/// Reads UTF-8 text with one header line. On failure returns false; `error` names the line and what is wrong with
+/// it.
 bool readCsv(std::string_view text, CsvTable& table, std::string& error);
 /// The cell as it stands in a file: quoted where it has to be.
 std::string csvCell(std::string_view text);

@@ -38,9 +38,8 @@ std::string createStatement(const RecordDescription& type)
     }
     for (int item = 1; item <= type.numbered.initialItems; ++item)
         for (const ColumnDescription& column : type.numbered.columns)
-            text += ", " +
-                    bracketed(KorString::format(KorString::fromUtf8(column.name).c_str(), item).toUtf8()) + " " +
-                    declarationOf(column.kind);
+            text += ", " + bracketed(KorString::format(KorString::fromUtf8(column.name).c_str(), item).toUtf8()) +
+                    " " + declarationOf(column.kind);
     return text + ")";
 }
 

@@ -11,8 +11,8 @@ namespace korodbc::host {
 std::string createStatement(const RecordDescription& type);
 /// Makes the tables that a data source has, empty. On failure returns false, `error` one line.
 bool createTables(Connection& database, eDSN source, std::string& error);
-/// Makes a new file with the tables of a detail database. The file appears complete or not at all; an existing one makes
-/// the call fail.
+/// Makes a new file with the tables of a detail database. The file appears complete or not at all; an existing one
+/// makes the call fail.
 bool createDetailDatabase(const std::string& file, std::string& error);
 
 } // namespace korodbc::host

@@ -94,8 +94,9 @@ bool Manifest::load(const fs::path& folder, Manifest& manifest, std::string& err
                 ++dsn;
             const auto connection = node.value<std::string>();
             if (dsn == read.connections.size() || !connection) {
-                error = place(node) + ": " + (connection ? "there is no data source " + std::string(key.str())
-                                                         : "the connection has to be a text in quotes");
+                error = place(node) + ": " +
+                        (connection ? "there is no data source " + std::string(key.str())
+                                    : "the connection has to be a text in quotes");
                 return false;
             }
             read.connections[dsn] = *connection;

@@ -40,7 +40,8 @@ int numberIn(std::string_view name, std::string_view pattern)
         return 0;
     int number = 0;
     const auto end = std::from_chars(name.data() + mark, name.data() + name.size(), number);
-    return end.ec == std::errc() && std::string_view(end.ptr, name.data() + name.size()) == pattern.substr(mark + 2)
+    return end.ec == std::errc() &&
+                   std::string_view(end.ptr, name.data() + name.size()) == pattern.substr(mark + 2)
                ? number
                : 0;
 }
@@ -212,9 +213,10 @@ bool addNumberedColumns(Connection& database, const CatalogueTable& table)
         if (!added || stored == nullptr || stored->columnIndex(column.name) >= 0)
             continue;
         const char* declaration = column.kind == FieldKind::Integer ? " INT"
-                                  : column.kind == FieldKind::Real ? " FLOAT"
-                                                                   : " VARCHAR(255)";
-        added = database.run("ALTER TABLE " + bracketed(table.name) + " ADD " + bracketed(column.name) + declaration);
+                                  : column.kind == FieldKind::Real  ? " FLOAT"
+                                                                    : " VARCHAR(255)";
+        added =
+            database.run("ALTER TABLE " + bracketed(table.name) + " ADD " + bracketed(column.name) + declaration);
         any = true;
     }
     if (any)
@@ -273,8 +275,9 @@ bool fill(Connection& database, const CatalogueTable& table, std::string& error)
 
 } // namespace
 
-bool buildRepository(const fs::path& folder, const fs::path& catalogue, const std::vector<CountryAddIn>& countryAddIns,
-                     const BuildProgress& progress, std::string& error)
+bool buildRepository(const fs::path& folder, const fs::path& catalogue,
+                     const std::vector<CountryAddIn>& countryAddIns, const BuildProgress& progress,
+                     std::string& error)
 {
     std::error_code code;
     if (fs::exists(folder, code) && !(fs::is_directory(folder, code) && fs::is_empty(folder, code))) {

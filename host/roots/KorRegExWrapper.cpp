@@ -32,10 +32,7 @@ RE2::Options options(bool caseSensitive)
 } // namespace
 
 struct KorRegExWrapper::Engine {
-    Engine(const KorString& pattern, bool caseSensitive)
-        : expression(pattern.toUtf8(), options(caseSensitive))
-    {
-    }
+    Engine(const KorString& pattern, bool caseSensitive) : expression(pattern.toUtf8(), options(caseSensitive)) {}
 
     bool find(const KorString& text, int from, RE2::Anchor anchor, int& position, int& length) const
     {

@@ -3,9 +3,9 @@
 #include "roots/KorString.h"
 
 const KorString KorDSNDefinitions::m_DataSourceNames[kNumberOfDataSources] = {
-    L"Definitions", L"Details", L"Configuration", L"UserSections", L"Toolbars", L"DetailsCurrent",
-    L"Units", L"ProjectAdvance", L"Project", L"Addin", L"Texts", L"Numbering",
-    L"Reports", L"Wizards", L"Rules", L"CountryAddin", L"Profiles"};
+    L"Definitions", L"Details",        L"Configuration", L"UserSections", L"Toolbars", L"DetailsCurrent",
+    L"Units",       L"ProjectAdvance", L"Project",       L"Addin",        L"Texts",    L"Numbering",
+    L"Reports",     L"Wizards",        L"Rules",         L"CountryAddin", L"Profiles"};
 
 namespace {
 eIndex drawingSlot = KorDSNDefinitions::kBase;
@@ -23,7 +23,10 @@ void KorDSNManager::setCurrent(eDSN dsn, eIndex index)
     m_index = index;
 }
 
-eIndex KorDSNManager::getAddInIdx(int position) { return static_cast<eIndex>(KorDSNDefinitions::kFirstAddin + position); }
+eIndex KorDSNManager::getAddInIdx(int position)
+{
+    return static_cast<eIndex>(KorDSNDefinitions::kFirstAddin + position);
+}
 
 int KorDSNManager::getAddInIdx(eIndex index) { return index - KorDSNDefinitions::kFirstAddin; }
 

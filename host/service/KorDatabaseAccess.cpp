@@ -105,9 +105,9 @@ int cellWhere(Table* table, int by, const Value& value, int wanted, KorCellData&
 {
     if (table == nullptr || !hasColumn(*table, by) || !hasColumn(*table, wanted))
         return 0;
-    Statement* select = table->connection().prepare("SELECT " + columnName(*table, wanted) + " FROM " +
-                                                    table->bracketedName() + " WHERE " + columnName(*table, by) +
-                                                    " = ? ORDER BY rowid LIMIT 1");
+    Statement* select =
+        table->connection().prepare("SELECT " + columnName(*table, wanted) + " FROM " + table->bracketedName() +
+                                    " WHERE " + columnName(*table, by) + " = ? ORDER BY rowid LIMIT 1");
     if (select == nullptr)
         return 0;
     const StatementRun run(*select);
@@ -204,8 +204,8 @@ int KorDatabaseAccess::getTablesNames(const eDSN& dsn, KorArray<KorString>& name
         return 0;
     database->validate();
     if (!database->canListTables()) {
-        service().setError("data source " + KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8() + ": " + database->path() +
-                           ": " + database->lastError());
+        service().setError("data source " + KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8() + ": " +
+                           database->path() + ": " + database->lastError());
         return 0;
     }
     names.removeAll();
@@ -251,7 +251,8 @@ int KorDatabaseAccess::resetCachedTable(eDSN dsn, const KorString& table)
     return 1;
 }
 
-int KorDatabaseAccess::appendNewLine(eDSN dsn, const KorString& name, KorCellData& key, bool returnKey, bool keepKey)
+int KorDatabaseAccess::appendNewLine(eDSN dsn, const KorString& name, KorCellData& key, bool returnKey,
+                                     bool keepKey)
 {
     Table* table = tableIn(dsn, name);
     return written(table, [&] {
@@ -296,7 +297,8 @@ int KorDatabaseAccess::setRecord(eDSN dsn, const KorString& name, const RecordDe
             return false;
         const Value key = keyValue(*table, column, keyCell);
         auto& pending = database.pending();
-        if (pending && pending->isNew && pending->table == table && pending->cells.empty() && pending->key == key) {
+        if (pending && pending->isNew && pending->table == table && pending->cells.empty() &&
+            pending->key == key) {
             pending.reset();
             return table->insertRecord(type, key, record);
         }
@@ -350,9 +352,10 @@ int KorDatabaseAccess::deleteLine(const KorString& name, const KorCellData& key)
     Table* table = resolved(name);
     return written(table, [&] {
         const int column = table->keyColumn();
-        Statement* erase = column < 0 ? nullptr
-                                      : table->connection().prepare("DELETE FROM " + table->bracketedName() + " WHERE " +
-                                                                    columnName(*table, column) + " = ?");
+        Statement* erase = column < 0
+                               ? nullptr
+                               : table->connection().prepare("DELETE FROM " + table->bracketedName() + " WHERE " +
+                                                             columnName(*table, column) + " = ?");
         if (erase == nullptr)
             return false;
         erase->bind(1, keyValue(*table, column, key));
@@ -400,7 +403,8 @@ int KorDatabaseAccess::getTableAllSources(eDSN dsn, const KorString& name, KorPa
                 merged.getData().append(KorColumnData());
             }
         }
-        Statement* select = table->connection().prepare("SELECT * FROM " + table->bracketedName() + " ORDER BY rowid");
+        Statement* select =
+            table->connection().prepare("SELECT * FROM " + table->bracketedName() + " ORDER BY rowid");
         if (select == nullptr)
             return 0;
         std::vector<int> places; // in this table, by merged column
@@ -410,8 +414,9 @@ int KorDatabaseAccess::getTableAllSources(eDSN dsn, const KorString& name, KorPa
         int code;
         while ((code = select->step()) == SQLITE_ROW)
             for (std::size_t i = 0; i < places.size(); ++i)
-                merged.getData().getAt(static_cast<long>(i)).append(
-                    places[i] < 0 ? KorString() : cellOf(*select, places[i]).getStringW());
+                merged.getData()
+                    .getAt(static_cast<long>(i))
+                    .append(places[i] < 0 ? KorString() : cellOf(*select, places[i]).getStringW());
         if (code != SQLITE_DONE)
             return 0;
     }

@@ -52,7 +52,8 @@ int KorDatabaseGratingAccess::getBearingBarSpacingSubTable(const KorString& quer
     return subTable(query, rows);
 }
 
-int KorDatabaseGratingAccess::getCrossBarSpacingSubTable(const KorString& query, KorArray<StructCrossBarSpacing>& rows)
+int KorDatabaseGratingAccess::getCrossBarSpacingSubTable(const KorString& query,
+                                                         KorArray<StructCrossBarSpacing>& rows)
 {
     return subTable(query, rows);
 }
@@ -63,7 +64,8 @@ int KorDatabaseGratingAccess::getBearingBarThicknessSubTable(const KorString& qu
     return subTable(query, rows);
 }
 
-int KorDatabaseGratingAccess::getBearingBarWidthSubTable(const KorString& query, KorArray<StructBearingBarWidth>& rows)
+int KorDatabaseGratingAccess::getBearingBarWidthSubTable(const KorString& query,
+                                                         KorArray<StructBearingBarWidth>& rows)
 {
     return subTable(query, rows);
 }

@@ -55,7 +55,8 @@ int KorDatabaseProfileAccess::getProfilesSectionNameListByKeysAllSources(const K
 }
 
 int KorDatabaseProfileAccess::getInternalNameByRunNamesAllSources(const KorString& classRunName,
-                                                                  const KorString& sectionName, KorString& internalName)
+                                                                  const KorString& sectionName,
+                                                                  KorString& internalName)
 {
     StructProfileClass profileClass;
     if (StructProfileClassMarshal::getStructByRunNameAllSources(classRunName, profileClass) != 1)
@@ -63,7 +64,8 @@ int KorDatabaseProfileAccess::getInternalNameByRunNamesAllSources(const KorStrin
     const StructSection* section = sectionNamed(sectionsOf(profileClass.tableName), sectionName);
     if (section == nullptr)
         return 0;
-    internalName = profileClass.key + KorString(KorStringSeparators::kStrSectionNameSeparator) + section->sectionName;
+    internalName =
+        profileClass.key + KorString(KorStringSeparators::kStrSectionNameSeparator) + section->sectionName;
     return 1;
 }
 
@@ -99,9 +101,11 @@ int KorDatabaseProfileAccess::loadSectionData(KorArray<double>& values, const Ko
     StructProfileClass profileClass;
     if (decomposeInternalName(internalName, classKey, sectionName) != 1)
         return 0;
-    const int found = currentSourceOnly ? StructProfileClassMarshal::getStructByKey(classKey, profileClass)
-                                        : StructProfileClassMarshal::getStructByKeyAllSources(classKey, profileClass);
-    const StructSection* section = found == 1 ? sectionNamed(sectionsOf(profileClass.tableName), sectionName) : nullptr;
+    const int found = currentSourceOnly
+                          ? StructProfileClassMarshal::getStructByKey(classKey, profileClass)
+                          : StructProfileClassMarshal::getStructByKeyAllSources(classKey, profileClass);
+    const StructSection* section =
+        found == 1 ? sectionNamed(sectionsOf(profileClass.tableName), sectionName) : nullptr;
     if (section == nullptr)
         return 0;
     isUserSection = service().dataSourceOf(profileClass.tableName) == KorDSNDefinitions::kUserSections;

@@ -26,13 +26,17 @@ int defaultOf(const KorString& key, Value& value)
 template <class Record, class Value>
 int drawingDefaultOf(const KorString& key, Value& value)
 {
-    const int result = defaultIn<Record>(KorDSNDefinitions::kProject, KorDSNSetDwgSource::GeteIndexForDwg(), key, value);
+    const int result =
+        defaultIn<Record>(KorDSNDefinitions::kProject, KorDSNSetDwgSource::GeteIndexForDwg(), key, value);
     return result == 1 ? result : defaultOf<Record>(key, value);
 }
 
 } // namespace
 
-int kor_odbc_getDefault(const KorString& key, KorString& value) { return defaultOf<StructDefaultString>(key, value); }
+int kor_odbc_getDefault(const KorString& key, KorString& value)
+{
+    return defaultOf<StructDefaultString>(key, value);
+}
 int kor_odbc_getDefault(const KorString& key, int& value) { return defaultOf<StructDefaultInteger>(key, value); }
 int kor_odbc_getDefault(const KorString& key, double& value) { return defaultOf<StructDefaultReal>(key, value); }
 

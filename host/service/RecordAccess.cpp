@@ -122,9 +122,8 @@ std::vector<long> positions(const RecordCache& records, bool ordered)
     std::iota(order.begin(), order.end(), 0L);
     const ColumnDescription* by = records.type().at(records.type().sortOrder);
     if (ordered && by != nullptr)
-        std::stable_sort(order.begin(), order.end(), [&](long a, long b) {
-            return by->integer(records.at(a)) < by->integer(records.at(b));
-        });
+        std::stable_sort(order.begin(), order.end(),
+                         [&](long a, long b) { return by->integer(records.at(a)) < by->integer(records.at(b)); });
     return order;
 }
 
@@ -297,7 +296,7 @@ int runNameOfKey(const RecordDescription& type, const KorString& key, KorString&
     if (records == nullptr || type.runName < 0)
         return 0;
     long value = 0;
-    const long position = type.hasTextKey()      ? records->findKey(key)
+    const long position = type.hasTextKey()    ? records->findKey(key)
                           : number(key, value) ? records->findKey(value)
                                                : -1;
     if (position < 0)

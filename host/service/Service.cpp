@@ -64,7 +64,8 @@ void Service::close()
 void Service::setCountryAddIns(std::vector<CountryAddIn> addIns)
 {
     m_manifest.countryAddIns = std::move(addIns);
-    std::erase_if(m_places, [](const auto& entry) { return entry.first.first == KorDSNDefinitions::kCountryAddin; });
+    std::erase_if(m_places,
+                  [](const auto& entry) { return entry.first.first == KorDSNDefinitions::kCountryAddin; });
 }
 
 eIndex Service::slot(eDSN dsn) const
@@ -84,7 +85,8 @@ const std::string* Service::connectionOf(Place place) const
         return nullptr;
     if (dsn == KorDSNDefinitions::kCountryAddin) {
         const std::size_t position = static_cast<std::size_t>(std::max<int>(index, 1) - 1);
-        return position < m_manifest.countryAddIns.size() ? &m_manifest.countryAddIns[position].connection : nullptr;
+        return position < m_manifest.countryAddIns.size() ? &m_manifest.countryAddIns[position].connection
+                                                          : nullptr;
     }
     // every other source has one database, whatever slot it is asked for in
     const std::string& connection = m_manifest.connections[dsn];
@@ -117,7 +119,8 @@ Connection* Service::connection(eDSN dsn, eIndex index)
             pooled = Connection::open(file, inMemory, error);
         if (!pooled) {
             m_connections.erase(pool);
-            m_error = "data source " + KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8() + ": " + file + ": " + error;
+            m_error =
+                "data source " + KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8() + ": " + file + ": " + error;
             return nullptr;
         }
         sqlite3_busy_timeout(pooled->handle(), m_manifest.busyMilliseconds);
@@ -222,8 +225,8 @@ Table* Service::tableOf(const RecordDescription& type)
         database->validate();
         table = database->table(name);
     }
-    for (unsigned dsn = 0; table == nullptr && !manager.isRequested() && dsn < KorDSNDefinitions::kNumberOfDataSources;
-         ++dsn) {
+    for (unsigned dsn = 0;
+         table == nullptr && !manager.isRequested() && dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn) {
         const eDSN home = static_cast<eDSN>(dsn);
         if (!type.homes.contains(home) || (database = connection(home)) == nullptr)
             continue;

@@ -21,7 +21,8 @@ class Service {
 public:
     static Service& instance();
 
-    /// Opens the repository in that folder; the one that was open is closed. On failure returns false, `error` one line.
+    /// Opens the repository in that folder; the one that was open is closed. On failure returns false, `error` one
+    /// line.
     bool open(const std::filesystem::path& folder, std::string& error);
     /// Opens a repository without files: every data source in memory, with its tables, empty.
     bool openInMemory(const std::vector<CountryAddIn>& countryAddIns, std::string& error);
@@ -40,7 +41,8 @@ public:
 
     std::string connectionString(eDSN dsn) const;
     bool setConnectionString(eDSN dsn, const std::string& connection);
-    /// Lets go of a database file: everything in that one file, no side files. False when it is in use or not open.
+    /// Lets go of a database file: everything in that one file, no side files. False when it is in use or not
+    /// open.
     bool detach(const std::string& file);
 
     /// The table that a record read of this type goes to; nullptr when no data source has it.
@@ -61,8 +63,8 @@ public:
     /// Called, last first, when the open batch cannot be stored.
     void whenUndone(std::function<void()> undo);
 
-    /// The next reads look for changes of other processes. Inside a batch this waits for its end: an operation sees the
-    /// databases as they were when it began.
+    /// The next reads look for changes of other processes. Inside a batch this waits for its end: an operation
+    /// sees the databases as they were when it began.
     void checkAll();
     void check(eIndex index);
 

@@ -30,7 +30,8 @@ std::unique_ptr<Connection> Connection::open(const std::string& path, bool creat
     sqlite3_busy_timeout(connection->m_db, 2000);
     sqlite3_set_authorizer(connection->m_db, &Connection::authorize, connection.get());
     sqlite3_update_hook(connection->m_db, &Connection::rowChanged, connection.get());
-    // Reading the schema is what tells a database from another file. A file that is only read keeps its journal mode.
+    // Reading the schema is what tells a database from another file. A file that is only read keeps its journal
+    // mode.
     if (!connection->run("PRAGMA schema_version")) {
         error = connection->lastError();
         return nullptr;
@@ -134,8 +135,8 @@ Statement* Connection::compile(std::string_view sql)
     m_definedByCompile.clear();
     sqlite3_stmt* handle = nullptr;
     const char* tail = nullptr;
-    const int code =
-        sqlite3_prepare_v3(m_db, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &handle, &tail);
+    const int code = sqlite3_prepare_v3(m_db, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                                        &handle, &tail);
     if (code != SQLITE_OK) {
         noteFailure(code);
         return nullptr;
@@ -278,7 +279,8 @@ void Connection::loadTableNames()
 {
     if (m_namesLoaded)
         return;
-    Statement* select = prepare("SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite~_%' ESCAPE '~'");
+    Statement* select =
+        prepare("SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite~_%' ESCAPE '~'");
     if (select == nullptr)
         return;
     const StatementRun run(*select);
@@ -391,8 +393,9 @@ bool Connection::flush()
         return true;
     const PendingRow row = std::move(*m_pending);
     m_pending.reset();
-    const bool stored = row.isNew ? row.table->insertCells(row.key, row.cells)
-                                  : row.cells.empty() || row.table->updateCells(row.key, row.table->keyColumn(), row.cells);
+    const bool stored =
+        row.isNew ? row.table->insertCells(row.key, row.cells)
+                  : row.cells.empty() || row.table->updateCells(row.key, row.table->keyColumn(), row.cells);
     m_flushFailed = m_flushFailed || !stored;
     return stored;
 }

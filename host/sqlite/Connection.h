@@ -4,13 +4,12 @@
 #include "sqlite/Statement.h"
 #include "sqlite/StatementPattern.h"
 
-#include <sqlite3.h>
-
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
 #include <span>
+#include <sqlite3.h>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -23,8 +22,8 @@ class Table;
 /// One open database file: its kept statements, its tables, its transaction.
 class Connection {
 public:
-    /// Opens a database; `path` is a file or ":memory:". With `create` a missing file is made. On failure returns nullptr
-    /// and says why in `error`.
+    /// Opens a database; `path` is a file or ":memory:". With `create` a missing file is made. On failure returns
+    /// nullptr and says why in `error`.
     static std::unique_ptr<Connection> open(const std::string& path, bool create, std::string& error);
     ~Connection();
     Connection(const Connection&) = delete;
@@ -139,10 +138,10 @@ private:
     const KnownPattern* pattern(std::wstring_view text);
     std::unordered_map<std::wstring_view, std::unique_ptr<KnownPattern>> m_patterns; // by its own text
     const KnownPattern* m_lastPattern = nullptr;
-    std::string m_pattern;      // scratch of execute
+    std::string m_pattern;       // scratch of execute
     std::vector<Value> m_values; // scratch of execute
 
-    std::unordered_map<KorString, Table*> m_tablesByName; // as asked for
+    std::unordered_map<KorString, Table*> m_tablesByName;   // as asked for
     std::map<std::string, std::unique_ptr<Table>> m_tables; // by lower-case name; null: known, not opened yet
     bool m_namesLoaded = false;
 

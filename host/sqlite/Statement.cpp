@@ -10,8 +10,8 @@ void Statement::bind(int position, const KorString& text)
 {
     const std::size_t slot = static_cast<std::size_t>(position);
     if (m_texts.size() <= slot) // at once for all parameters: what is bound is read where it lies
-        m_texts.resize(std::max<std::size_t>(
-            slot, static_cast<std::size_t>(sqlite3_bind_parameter_count(m_handle))) + 1);
+        m_texts.resize(
+            std::max<std::size_t>(slot, static_cast<std::size_t>(sqlite3_bind_parameter_count(m_handle))) + 1);
     std::string& narrow = m_texts[slot];
     narrow.clear();
     text.appendUtf8To(narrow);
@@ -33,8 +33,9 @@ void Statement::bind(int position, const Value& value)
 std::string_view Statement::bytes(int column) const
 {
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_handle, column));
-    return text == nullptr ? std::string_view{}
-                           : std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(m_handle, column)));
+    return text == nullptr
+               ? std::string_view{}
+               : std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(m_handle, column)));
 }
 
 namespace {
@@ -80,7 +81,8 @@ public:
             } else if (c == L'[' || c == L'"' || c == L'`') {
                 if (!identifier(c == L'[' ? L']' : c))
                     return false;
-            } else if (isDigit(c) || (c == L'.' && isDigit(next)) || (c == L'-' && isDigit(next) && signAllowed())) {
+            } else if (isDigit(c) || (c == L'.' && isDigit(next)) ||
+                       (c == L'-' && isDigit(next) && signAllowed())) {
                 if (!number())
                     return false;
             } else if (isWord(c)) {

@@ -2,9 +2,8 @@
 
 #include "roots/KorString.h"
 
-#include <sqlite3.h>
-
 #include <cstdint>
+#include <sqlite3.h>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -63,8 +62,8 @@ private:
     Statement& m_statement;
 };
 
-/// Splits the literals off an INSERT, UPDATE or DELETE, so that statements that differ in their values only are prepared
-/// once. Returns false when the text has to run as it is.
+/// Splits the literals off an INSERT, UPDATE or DELETE, so that statements that differ in their values only are
+/// prepared once. Returns false when the text has to run as it is.
 bool splitLiterals(std::wstring_view sql, std::string& pattern, std::vector<Value>& values);
 
 } // namespace korodbc::host

@@ -66,7 +66,8 @@ bool fitsPattern(const StatementPattern& pattern, std::span<const KorFormatArgum
     return true;
 }
 
-void bindPattern(const StatementPattern& pattern, std::span<const KorFormatArgument> arguments, Statement& statement)
+void bindPattern(const StatementPattern& pattern, std::span<const KorFormatArgument> arguments,
+                 Statement& statement)
 {
     int position = 0;
     for (const StatementPattern::Kind kind : pattern.parameters) {

@@ -23,7 +23,8 @@ bool readPattern(std::wstring_view pattern, StatementPattern& read);
 /// True when the values are what the pattern's conversions expect; otherwise the statement has to run as text.
 bool fitsPattern(const StatementPattern& pattern, std::span<const KorFormatArgument> arguments);
 /// Binds the values as the text of the statement would have them: reals with the six decimals of "%lf".
-void bindPattern(const StatementPattern& pattern, std::span<const KorFormatArgument> arguments, Statement& statement);
+void bindPattern(const StatementPattern& pattern, std::span<const KorFormatArgument> arguments,
+                 Statement& statement);
 /// The text of the statement: the formatted pattern, with the quotes inside its texts doubled.
 KorString patternText(std::wstring_view pattern, std::span<const KorFormatArgument> arguments);
 

@@ -9,7 +9,8 @@ namespace korodbc::host {
 namespace {
 // Beyond this many single rows, reading the table anew is cheaper.
 constexpr std::size_t mostChangedRows = 256;
-// A table up to this size is always read as a whole; of a larger one, that share of its rows is read singly before.
+// A table up to this size is always read as a whole; of a larger one, that share of its rows is read singly
+// before.
 constexpr std::int64_t smallTable = 256;
 constexpr std::int64_t sparseShare = 16;
 } // namespace
@@ -170,8 +171,8 @@ bool RecordCache::readKey(long key, void* record)
 bool RecordCache::readOwner(long owner, void* list)
 {
     const std::string order = columnName(m_type.itemOrder);
-    Statement* select =
-        selectWhere(m_type.itemOwner, order.empty() ? " ORDER BY rowid" : (" ORDER BY " + order + ", rowid").c_str());
+    Statement* select = selectWhere(m_type.itemOwner, order.empty() ? " ORDER BY rowid"
+                                                                    : (" ORDER BY " + order + ", rowid").c_str());
     if (select == nullptr)
         return false;
     const StatementRun run(*select);
@@ -274,7 +275,8 @@ long RecordCache::findKey(long key)
     return found == m_byKey.end() ? -1 : found->second;
 }
 
-long RecordCache::findText(std::unordered_map<KorString, long>& index, bool& built, int column, const KorString& text)
+long RecordCache::findText(std::unordered_map<KorString, long>& index, bool& built, int column,
+                           const KorString& text)
 {
     const ColumnDescription* field = m_type.at(column);
     if (field == nullptr || field->kind != FieldKind::Text)

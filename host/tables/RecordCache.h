@@ -14,8 +14,8 @@ namespace korodbc::host {
 class Table;
 struct Layout;
 
-/// The rows of a table as records of one type, in table order, with the indexes that look-ups have asked for. Knows
-/// which rows changed since they were read, and reads only those again.
+/// The rows of a table as records of one type, in table order, with the indexes that look-ups have asked for.
+/// Knows which rows changed since they were read, and reads only those again.
 class RecordCache {
 public:
     RecordCache(Table& table, const RecordDescription& type);
@@ -34,8 +34,8 @@ public:
     bool readKey(long key, void* record);
     /// Appends the items of an owner to `list` in item order; false when they cannot be read.
     bool readOwner(long owner, void* list);
-    /// 1 when a record has exactly this run name, 0 when none has, -1 when the table cannot be read. Of a large table,
-    /// only the names are kept.
+    /// 1 when a record has exactly this run name, 0 when none has, -1 when the table cannot be read. Of a large
+    /// table, only the names are kept.
     int hasRunName(const KorString& runName);
 
     const RecordDescription& type() const { return m_type; }
@@ -70,8 +70,8 @@ private:
     Table& m_table;
     const RecordDescription& m_type;
     void* m_list;
-    void* m_blank; // a fresh record
-    std::vector<std::int64_t> m_rows; // row ids, ascending
+    void* m_blank;                      // a fresh record
+    std::vector<std::int64_t> m_rows;   // row ids, ascending
     std::vector<KorString> m_lastTexts; // last text read per column: equal neighbours share one buffer
     bool m_allChanged = true;
     std::vector<std::int64_t> m_changedRows;

@@ -86,7 +86,8 @@ const std::vector<TableColumn>& Table::columns()
             while (info->step() == SQLITE_ROW) {
                 std::string declaration(info->bytes(1));
                 const KorItemType::BaseTypes type = typeOfDeclaration(declaration);
-                m_columns.push_back({std::string(info->bytes(0)), std::move(declaration), type, info->integer(2) != 0});
+                m_columns.push_back(
+                    {std::string(info->bytes(0)), std::move(declaration), type, info->integer(2) != 0});
             }
         }
     }
@@ -172,8 +173,7 @@ void Table::keyTaken(std::int64_t key)
 std::int64_t Table::rowOfKey(const Value& key, int column)
 {
     const std::string name = bracketed(columns()[static_cast<std::size_t>(column)].name);
-    Statement* select =
-        m_connection.prepare("SELECT rowid FROM " + m_bracketedName + " WHERE " + name + " = ?");
+    Statement* select = m_connection.prepare("SELECT rowid FROM " + m_bracketedName + " WHERE " + name + " = ?");
     if (select == nullptr)
         return -1;
     const StatementRun run(*select);
@@ -192,7 +192,8 @@ std::string Table::storeText(const RecordDescription& type, const Layout& layout
     for (long i = 0; i < numbered; ++i)
         names.push_back(bracketed(columns()[static_cast<std::size_t>(layout.firstNumbered + i)].name));
     const std::string key = bracketed(columns()[static_cast<std::size_t>(keyColumn())].name);
-    std::string text = insert ? "INSERT INTO " + m_bracketedName + " (" + key : "UPDATE " + m_bracketedName + " SET ";
+    std::string text =
+        insert ? "INSERT INTO " + m_bracketedName + " (" + key : "UPDATE " + m_bracketedName + " SET ";
     std::string marks = "?";
     for (std::size_t i = 0; i < names.size(); ++i) {
         if (insert)

@@ -89,7 +89,7 @@ private:
     std::unordered_map<const RecordDescription*, Layout> m_layouts;
     std::unordered_map<const RecordDescription*, std::unique_ptr<RecordCache>> m_caches;
     std::map<std::pair<const RecordDescription*, long>, Statement*> m_stores; // by type and 2 * items + insert
-    std::int64_t m_largestKey = -1; // -1: not known
+    std::int64_t m_largestKey = -1;                                           // -1: not known
 };
 
 /// "[name]", closing brackets doubled.

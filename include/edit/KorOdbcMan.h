@@ -15,9 +15,10 @@
 
 class KorCountryAddInReactor;
 
-/// Edits the detail tables: the 48 tables that a detail style or process is made of. Tables are edited in place while
-/// copies, up to four nested ones, keep the state that Cancel brings back. All operations work on the current database
-/// unless they say otherwise. Results: 1 for success; 0 and -1 for failure; -2 for a type without a table.
+/// Edits the detail tables: the 48 tables that a detail style or process is made of. Tables are edited in place
+/// while copies, up to four nested ones, keep the state that Cancel brings back. All operations work on the
+/// current database unless they say otherwise. Results: 1 for success; 0 and -1 for failure; -2 for a type without
+/// a table.
 class KorOdbcMan {
 public:
     enum eTableType {
@@ -97,24 +98,24 @@ public:
     // Edit copies and status
 
     static eStatus getStatus(eTableType type, eCopyDepth depth);
-    /// Marks a table modified, taking the copy of that depth first when it was clean. A modified table cannot be marked
-    /// clean here. Does nothing while a transfer writes.
+    /// Marks a table modified, taking the copy of that depth first when it was clean. A modified table cannot be
+    /// marked clean here. Does nothing while a transfer writes.
     static void setStatus(eTableType type, eStatus status, eCopyDepth depth);
 
     static int backupTable(eTableType type, eCopyDepth depth);
     static int restoreCopyOfTable(eTableType type, eCopyDepth depth);
     static int dropCopyOfTable(eTableType type, eCopyDepth depth);
 
-    /// Confirms the edits of one table at one depth in every database: the copy goes. Returns 1, or the first result
-    /// other than 1 of what was done.
+    /// Confirms the edits of one table at one depth in every database: the copy goes. Returns 1, or the first
+    /// result other than 1 of what was done.
     static int setStatusOnOK(eTableType type, eCopyDepth depth);
     /// Undoes the edits: the copy comes back.
     static int setStatusOnCancel(eTableType type, eCopyDepth depth);
     /// Confirms the edits so far and takes a fresh copy; the table counts as not modified.
     static int setStatusOnUpdate(eTableType type, eCopyDepth depth);
 
-    /// At its first call brings back every copy that an earlier run left behind; clears all backup flags. Returns 1, or
-    /// 0 when the databases could not be written.
+    /// At its first call brings back every copy that an earlier run left behind; clears all backup flags. Returns
+    /// 1, or 0 when the databases could not be written.
     static int initializeTables();
     /// Brings back the copies of the first three depths in the three fixed databases.
     static void restoreDetailTablesCopies();
@@ -137,8 +138,8 @@ public:
     static int setAttribute(eTableType type, const KorOdbcKey& key, int column, double value, eCopyDepth depth);
     static int setAttribute(eTableType type, const KorOdbcKey& key, int column, const KorString& value, int flag,
                             eCopyDepth depth);
-    static int setAttribute(eTableType type, const KorOdbcKey& key, int column, void*& value, KorItemType& itemType,
-                            int flag, eCopyDepth depth);
+    static int setAttribute(eTableType type, const KorOdbcKey& key, int column, void*& value,
+                            KorItemType& itemType, int flag, eCopyDepth depth);
     static int setAttribute(eTableType type, const KorString& key, int column, long value, eCopyDepth depth);
     static int setAttribute(eTableType type, const KorString& key, int column, double value, eCopyDepth depth);
     static int setAttribute(eTableType type, const KorString& key, int column, const KorString& value, int flag,
@@ -146,8 +147,8 @@ public:
     static int setAttribute(eTableType type, const KorString& key, int column, void*& value, KorItemType& itemType,
                             int flag, eCopyDepth depth);
 
-    /// Appends the type's current record as a new row and stores it with its items. With `keepKey` 1 the record's own key
-    /// is kept where it is free. Returns the new key (for text keys 1), or a negative value on failure.
+    /// Appends the type's current record as a new row and stores it with its items. With `keepKey` 1 the record's
+    /// own key is kept where it is free. Returns the new key (for text keys 1), or a negative value on failure.
     static int appendNewRecord(eTableType type, int keepKey, eCopyDepth depth);
     /// Writes all columns and items of the type's current record over its row.
     static int storeCurrentRecord(eTableType type, eCopyDepth depth);

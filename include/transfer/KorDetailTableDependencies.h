@@ -3,29 +3,31 @@
 #include "edit/KorOdbcMan.h"
 #include "transfer/RowInfo.h"
 
-/// Copies a detail style, with everything that it refers to, in two passes: collecting, with the source database current,
-/// fills one list per table, in which references are positions in those lists; saving, with the target database current,
-/// writes the collected rows under new keys, referenced rows first. All state is static; a copy is not re-entrant.
+/// Copies a detail style, with everything that it refers to, in two passes: collecting, with the source database
+/// current, fills one list per table, in which references are positions in those lists; saving, with the target
+/// database current, writes the collected rows under new keys, referenced rows first. All state is static; a copy
+/// is not re-entrant.
 class KorDetailTableDependencies {
 public:
-    /// Collects the row with that key and everything that it reaches. Returns the row's position in its list, or -1. On
-    /// return `record` holds the collected row. For every record type that has a list, detail masters excepted.
+    /// Collects the row with that key and everything that it reaches. Returns the row's position in its list, or
+    /// -1. On return `record` holds the collected row. For every record type that has a list, detail masters
+    /// excepted.
     template <class T>
     static long GetDependencies(T& record, long key)
     {
         return collect(descriptionOf<T>(), &record, key);
     }
-    /// Writes the collected row at that position, and first everything that it reaches, to the current target. `record`
-    /// is a copy of the list entry. Returns the row's new key, or -1. For every record type that has a list; of a request
-    /// category, `index` is the new key of its request.
+    /// Writes the collected row at that position, and first everything that it reaches, to the current target.
+    /// `record` is a copy of the list entry. Returns the row's new key, or -1. For every record type that has a
+    /// list; of a request category, `index` is the new key of its request.
     template <class T>
     static long Save(T& record, long index)
     {
         return save(descriptionOf<T>(), &record, index);
     }
 
-    /// Collects the detail master of a style, and with it the style. Returns the master's position, or -1, also when the
-    /// style has no master.
+    /// Collects the detail master of a style, and with it the style. Returns the master's position, or -1, also
+    /// when the style has no master.
     static long GetDependenciesByDetailKey(long styleKey);
     /// Collects a detail master and its style. Returns the master's position, or -1.
     static long GetDependenciesByMasterKey(StructDetailMaster& master, long masterKey);
@@ -40,8 +42,8 @@ public:
     static int getRunningFromCommand() { return m_RunningFromCommand; }
     static void setRunningFromCommand(int running) { m_RunningFromCommand = running; }
 
-    /// Names a row that is about to be written: by the host's callback, otherwise by GetDefaultNameForRow. Returns the
-    /// callback's result, or 1.
+    /// Names a row that is about to be written: by the host's callback, otherwise by GetDefaultNameForRow. Returns
+    /// the callback's result, or 1.
     static int GetNameForRow(KorOdbcMan::eTableType type, KorString& name);
     /// Makes `name` unique among the row names of the table. Returns 1 when it changed the name, else 0.
     static int GetDefaultNameForRow(KorOdbcMan::eTableType type, KorString& name);
@@ -83,8 +85,8 @@ public:
     static int m_CurrRowsToWrite;
     static KorOdbcMan::eTableType mainType; // root of the current copy, for the naming callback
     static int m_RunningFromCommand;
-    static bool m_bDeepCopyCanceledByUser;  // set by the host
-    static int m_bKernelNewerThan42;        // not 0: groups are copied too
+    static bool m_bDeepCopyCanceledByUser; // set by the host
+    static int m_bKernelNewerThan42;       // not 0: groups are copied too
 
     // Put the next written row into a group or category of the host's choice; -1: as the source has it
     static long detQualifierSetGroup;

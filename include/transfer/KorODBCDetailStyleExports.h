@@ -4,14 +4,14 @@
 #include "repository/KorDSNDefinitions.h"
 #include "roots/KorString.h"
 
-/// Moves one detail style or detail process, with everything that it refers to, from one database to another. All state
-/// is static; a transfer must not overlap another one or an edit of the detail tables.
+/// Moves one detail style or detail process, with everything that it refers to, from one database to another. All
+/// state is static; a transfer must not overlap another one or an edit of the detail tables.
 class KorODBCDetailStyleExports {
 public:
     enum eType { kDetailStyle = 0, kDetailProcess = 1 };
 
-    /// Writes a detail into a detail database file, which is made when it is missing. Returns 1, or 0 with the error
-    /// messages set; a user's cancel leaves them empty.
+    /// Writes a detail into a detail database file, which is made when it is missing. Returns 1, or 0 with the
+    /// error messages set; a user's cancel leaves them empty.
     static int exportDetail(eType type, const KorOdbcKey& key, eDSN sourceDsn, eIndex sourceIndex,
                             const KorString& file);
     /// Copies a detail from one data source into another. Returns 1, or 0 with the error messages set.

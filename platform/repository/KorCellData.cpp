@@ -31,8 +31,7 @@ int KorCellData::getInt() const
     if (const int* value = std::get_if<int>(&m_value))
         return *value;
     if (const double* value = std::get_if<double>(&m_value)) {
-        const bool fits =
-            *value >= std::numeric_limits<int>::min() && *value <= std::numeric_limits<int>::max();
+        const bool fits = *value >= std::numeric_limits<int>::min() && *value <= std::numeric_limits<int>::max();
         return fits ? static_cast<int>(*value) : 0;
     }
     if (const KorString* text = std::get_if<KorString>(&m_value))

@@ -82,9 +82,8 @@ void KorColumn::getExpression(KorString& expression) const
     }
     KorString value;
     getColumnValue(value, 1);
-    expression = hasValue()
-                     ? KorString::format(L"[%s] %s %s", korodbc::bracketed(m_name), KorString(sign), value)
-                     : KorString::format(L"[%s] IS NULL", korodbc::bracketed(m_name));
+    expression = hasValue() ? KorString::format(L"[%s] %s %s", korodbc::bracketed(m_name), KorString(sign), value)
+                            : KorString::format(L"[%s] IS NULL", korodbc::bracketed(m_name));
 }
 
 void KorColumn::getWherePartOfStatement(const KorArray<KorColumn>& conditions, KorString& where)

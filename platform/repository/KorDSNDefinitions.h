@@ -50,8 +50,7 @@ public:
     }
     constexpr bool contains(eDSN dsn) const
     {
-        return dsn < KorDSNDefinitions::kNumberOfDataSources &&
-               (m_bits >> static_cast<unsigned>(dsn) & 1u) != 0;
+        return dsn < KorDSNDefinitions::kNumberOfDataSources && (m_bits >> static_cast<unsigned>(dsn) & 1u) != 0;
     }
 
 private:

@@ -19,8 +19,10 @@ public:
 
     /// Executes one SQL statement in the data source.
     static int doSQLStatement(const eDSN& dsn, const KorString& sql);
-    /// Executes the statement that formatting the pattern gives, with the quotes inside quoted texts ('%s') doubled.
-    static int doSQLStatement(const eDSN& dsn, const KorString& pattern, std::span<const KorFormatArgument> values);
+    /// Executes the statement that formatting the pattern gives, with the quotes inside quoted texts ('%s')
+    /// doubled.
+    static int doSQLStatement(const eDSN& dsn, const KorString& pattern,
+                              std::span<const KorFormatArgument> values);
     /// Fills `columns` with the columns of the table in stored order.
     static int getTableStructure(eDSN dsn, const KorString& table, KorArray<KorColumn>& columns);
     /// Number of columns of the table; 0 when there is no such table.
@@ -37,8 +39,7 @@ public:
 
     /// Appends an empty row. With `keepKey` the row gets the key in `key`, which must be free; otherwise the
     /// service chooses one. With `returnKey` the row's key is put into `key`.
-    static int appendNewLine(eDSN dsn, const KorString& table, KorCellData& key, bool returnKey,
-                             bool keepKey);
+    static int appendNewLine(eDSN dsn, const KorString& table, KorCellData& key, bool returnKey, bool keepKey);
     /// Writes the columns of `record` that `description` names, items in a table of their own excepted, into
     /// the row with the key `key`, in one statement. Equals one cell write per column in the order of the
     /// description.
@@ -58,8 +59,8 @@ public:
     static int getColumnValues(const KorString& table, const KorString& where, const KorString& orderBy,
                                int columnIndex, KorArray<KorCellData>& values);
     /// The same in the given data source.
-    static int getColumnValues(eDSN dsn, const KorString& table, const KorString& where,
-                               const KorString& orderBy, int columnIndex, KorArray<KorCellData>& values);
+    static int getColumnValues(eDSN dsn, const KorString& table, const KorString& where, const KorString& orderBy,
+                               int columnIndex, KorArray<KorCellData>& values);
     static int getKeyAtRunname(const KorString& table, const KorString& runName, KorCellData& key);
     static int getRunnameAtKey(const KorString& table, const KorCellData& key, KorString& runName);
     /// The whole table with the rows of the base and of every add-in.
@@ -102,8 +103,8 @@ public:
 
     /// Ends the batch and returns `result`, or 0 when the writes could not be stored (they are undone then).
     int end(int result);
-    /// Has `undo` called when the writes of the open batch cannot be stored, so that what is remembered of them can be
-    /// taken back. Does nothing outside a batch.
+    /// Has `undo` called when the writes of the open batch cannot be stored, so that what is remembered of them
+    /// can be taken back. Does nothing outside a batch.
     static void whenUndone(std::function<void()> undo);
 
 private:

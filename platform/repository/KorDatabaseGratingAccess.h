@@ -7,10 +7,8 @@
 class KorDatabaseGratingAccess {
 public:
     /// The gratings of a class; `table` is the table that the class names.
-    static int getGratingStandardItemsTable(const KorString& table,
-                                            KorArray<StructGratingStandardItem>& items);
-    static int getGratingVariableItemsTable(const KorString& table,
-                                            KorArray<StructGratingVariableItem>& items);
+    static int getGratingStandardItemsTable(const KorString& table, KorArray<StructGratingStandardItem>& items);
+    static int getGratingVariableItemsTable(const KorString& table, KorArray<StructGratingVariableItem>& items);
     /// Run names of the given keys of such a table, in table order.
     static int getGratingItemsNameListByKeys(const KorString& table, const KorArray<long>& keys,
                                              KorArray<KorString>& names);
@@ -20,8 +18,7 @@ public:
 
     static int getBearingBarSpacingSubTable(const KorString& query, KorArray<StructBearingBarSpacing>& rows);
     static int getCrossBarSpacingSubTable(const KorString& query, KorArray<StructCrossBarSpacing>& rows);
-    static int getBearingBarThicknessSubTable(const KorString& query,
-                                              KorArray<StructBearingBarThickness>& rows);
+    static int getBearingBarThicknessSubTable(const KorString& query, KorArray<StructBearingBarThickness>& rows);
     static int getBearingBarWidthSubTable(const KorString& query, KorArray<StructBearingBarWidth>& rows);
     static int getCrossBarSubTable(const KorString& query, KorArray<StructCrossBar>& rows);
 };

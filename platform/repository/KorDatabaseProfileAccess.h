@@ -11,15 +11,13 @@ public:
     static int getProfileTable(const StructProfileClass& profileClass, KorArray<StructSection>& sections,
                                int mode);
     /// Section names of the given keys of a class over all sources, in table order.
-    static int getProfilesSectionNameListByKeysAllSources(const KorString& classKey,
-                                                          const KorArray<long>& keys,
+    static int getProfilesSectionNameListByKeysAllSources(const KorString& classKey, const KorArray<long>& keys,
                                                           KorArray<KorString>& sectionNames);
     /// The internal name of the section with this name in the class with this run name.
-    static int getInternalNameByRunNamesAllSources(const KorString& classRunName,
-                                                   const KorString& sectionName, KorString& internalName);
+    static int getInternalNameByRunNamesAllSources(const KorString& classRunName, const KorString& sectionName,
+                                                   KorString& internalName);
     /// Splits an internal name. A name without separator fails.
-    static int decomposeInternalName(const KorString& internalName, KorString& classKey,
-                                     KorString& sectionName);
+    static int decomposeInternalName(const KorString& internalName, KorString& classKey, KorString& sectionName);
     /// The compound class with this name.
     static int getCompoundMasterStruct(const KorString& name, StructCompoundMaster& record);
     /// The 18 calculation values of a section in their stored order. `isUserSection` tells whether the

@@ -23,8 +23,7 @@ int readTable(const RecordDescription& type, void* records, Sources sources = So
 /// there are any.
 int readWhere(const RecordDescription& type, int column, long value, void* records);
 /// First record whose columns hold these values.
-int readFirstWhere(const RecordDescription& type, int column, long value, int column2, long value2,
-                   void* record);
+int readFirstWhere(const RecordDescription& type, int column, long value, int column2, long value2, void* record);
 int runNames(const RecordDescription& type, KorArray<KorString>& names, bool ordered,
              Sources sources = Sources::Current);
 /// Run names of the given keys, in the table's sort order.

@@ -7,10 +7,7 @@ template <class T>
 struct RecordMarshal {
     static const RecordDescription& type() { return descriptionOf<T>(); }
 
-    static int getStructByKey(const long& key, T& record)
-    {
-        return RecordAccess::readByKey(type(), key, &record);
-    }
+    static int getStructByKey(const long& key, T& record) { return RecordAccess::readByKey(type(), key, &record); }
     static int getStructByKey(const KorString& key, T& record)
     {
         return RecordAccess::readByKey(type(), key, &record);
@@ -20,10 +17,7 @@ struct RecordMarshal {
         return RecordAccess::readByRunName(type(), runName, &record);
     }
     static int getTable(KorArray<T>& records) { return RecordAccess::readTable(type(), &records); }
-    static int getRunNameList(KorArray<KorString>& names)
-    {
-        return RecordAccess::runNames(type(), names, false);
-    }
+    static int getRunNameList(KorArray<KorString>& names) { return RecordAccess::runNames(type(), names, false); }
     static int getOrderedRunNameList(KorArray<KorString>& names)
     {
         return RecordAccess::runNames(type(), names, true);

@@ -195,8 +195,7 @@ private:
         }
         if constexpr (std::is_trivially_copyable_v<T>) {
             if (kept > 0)
-                std::memcpy(
-                    static_cast<void*>(pElements), m_pItems, static_cast<std::size_t>(kept) * sizeof(T));
+                std::memcpy(static_cast<void*>(pElements), m_pItems, static_cast<std::size_t>(kept) * sizeof(T));
         } else
             std::uninitialized_move(m_pItems, m_pItems + kept, pElements);
         fill(pElements + kept, pElements + length);
@@ -210,8 +209,7 @@ private:
 
     static T* allocate(long count) noexcept
     {
-        static_assert(alignof(T) <= alignof(std::max_align_t),
-                      "array storage is aligned for fundamental types");
+        static_assert(alignof(T) <= alignof(std::max_align_t), "array storage is aligned for fundamental types");
         if (count > std::numeric_limits<int>::max())
             return nullptr;
         return static_cast<T*>(
@@ -225,8 +223,7 @@ private:
         else if constexpr (KorFillsWithOnes<T>::value) {
             static_assert(std::is_trivially_copyable_v<T>, "this type cannot be filled with bytes");
             if (first != last)
-                std::memset(
-                    static_cast<void*>(first), 0xFF, static_cast<std::size_t>(last - first) * sizeof(T));
+                std::memset(static_cast<void*>(first), 0xFF, static_cast<std::size_t>(last - first) * sizeof(T));
         } else
             std::uninitialized_value_construct(first, last);
     }

@@ -155,15 +155,12 @@ void KorString::appendUtf8To(std::string& text) const
     if (seen < 0x80) {
         const std::size_t before = text.size();
         text.resize(before + view().size());
-        std::transform(view().begin(),
-                       view().end(),
-                       text.begin() + static_cast<std::ptrdiff_t>(before),
+        std::transform(view().begin(), view().end(), text.begin() + static_cast<std::ptrdiff_t>(before),
                        [](wchar_t character) { return static_cast<char>(character); });
         return;
     }
     for (const wchar_t character : view()) {
-        const auto value =
-            static_cast<std::uint32_t>(isCodePoint(character) ? character : replacementCharacter);
+        const auto value = static_cast<std::uint32_t>(isCodePoint(character) ? character : replacementCharacter);
         const auto put = [&text](std::uint32_t byte) { text.push_back(static_cast<char>(byte)); };
         if (value < 0x80) {
             put(value);
@@ -229,10 +226,7 @@ KorString KorString::trimmedLeft() const
     return first == std::wstring_view::npos ? KorString() : mid(static_cast<int>(first));
 }
 
-KorString KorString::trimmedRight() const
-{
-    return left(static_cast<int>(view().find_last_not_of(blanks) + 1));
-}
+KorString KorString::trimmedRight() const { return left(static_cast<int>(view().find_last_not_of(blanks) + 1)); }
 
 long KorString::toInteger() const noexcept
 {

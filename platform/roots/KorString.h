@@ -22,10 +22,7 @@ class KorString {
 public:
     KorString() noexcept = default;
     /// nullptr gives an empty text.
-    KorString(const wchar_t* text)
-        : KorString(text != nullptr ? std::wstring_view(text) : std::wstring_view())
-    {
-    }
+    KorString(const wchar_t* text) : KorString(text != nullptr ? std::wstring_view(text) : std::wstring_view()) {}
     KorString(std::wstring_view text);
     KorString(const KorString& other) noexcept : m_buffer(other.m_buffer)
     {
@@ -55,8 +52,7 @@ public:
 
     std::wstring_view view() const noexcept
     {
-        return m_buffer != nullptr ? std::wstring_view(m_buffer->text(), m_buffer->length)
-                                   : std::wstring_view();
+        return m_buffer != nullptr ? std::wstring_view(m_buffer->text(), m_buffer->length) : std::wstring_view();
     }
     operator std::wstring_view() const noexcept { return view(); }
     /// The characters with a terminating zero; valid until this text changes.
@@ -77,14 +73,8 @@ public:
     {
         return join(left.view(), right.view());
     }
-    friend KorString operator+(const KorString& left, std::wstring_view right)
-    {
-        return join(left.view(), right);
-    }
-    friend KorString operator+(std::wstring_view left, const KorString& right)
-    {
-        return join(left, right.view());
-    }
+    friend KorString operator+(const KorString& left, std::wstring_view right) { return join(left.view(), right); }
+    friend KorString operator+(std::wstring_view left, const KorString& right) { return join(left, right.view()); }
     friend KorString operator+(const KorString& left, const wchar_t* right)
     {
         return join(left.view(), seen(right));
@@ -227,8 +217,7 @@ public:
         } else if constexpr (std::is_convertible_v<const T&, std::wstring_view>)
             setText(static_cast<std::wstring_view>(value));
         else {
-            static_assert(std::is_convertible_v<const T&, long>,
-                          "only numbers and wide texts can be formatted");
+            static_assert(std::is_convertible_v<const T&, long>, "only numbers and wide texts can be formatted");
             setInteger(static_cast<long>(value));
         }
     }
@@ -294,8 +283,5 @@ struct std::hash<KorString> {
 struct KorStringHash {
     using is_transparent = void;
 
-    std::size_t operator()(std::wstring_view text) const noexcept
-    {
-        return KorString::hashOf(text);
-    }
+    std::size_t operator()(std::wstring_view text) const noexcept { return KorString::hashOf(text); }
 };

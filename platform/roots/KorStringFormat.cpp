@@ -111,8 +111,8 @@ void putText(Output& output, const Conversion& conversion, std::wstring_view tex
 }
 
 /// `zeros` stand between the sign and the digits; zero filling adds to them unless `fillable` forbids it.
-void putNumber(Output& output, const Conversion& conversion, bool negative, long zeros,
-               std::string_view digits, bool fillable)
+void putNumber(Output& output, const Conversion& conversion, bool negative, long zeros, std::string_view digits,
+               bool fillable)
 {
     long blanks = conversion.width - (negative ? 1 : 0) - zeros - static_cast<long>(digits.size());
     if (conversion.zeroFilled && fillable && !conversion.leftAligned && blanks > 0)
@@ -127,8 +127,7 @@ void putNumber(Output& output, const Conversion& conversion, bool negative, long
         output.fill(L' ', blanks);
 }
 
-void putInteger(Output& output, const Conversion& conversion, const KorFormatArgument& argument,
-                bool asUnsigned)
+void putInteger(Output& output, const Conversion& conversion, const KorFormatArgument& argument, bool asUnsigned)
 {
     std::int64_t value = 0;
     std::uint64_t magnitude = 0;
@@ -161,11 +160,7 @@ void putInteger(Output& output, const Conversion& conversion, const KorFormatArg
     if (magnitude != 0 || conversion.precision != 0)
         end = std::to_chars(digits, digits + sizeof digits, magnitude).ptr;
     const long zeros = std::max<long>(conversion.precision - (end - digits), 0);
-    putNumber(output,
-              conversion,
-              negative,
-              zeros,
-              {digits, static_cast<std::size_t>(end - digits)},
+    putNumber(output, conversion, negative, zeros, {digits, static_cast<std::size_t>(end - digits)},
               conversion.precision < 0);
 }
 
@@ -236,8 +231,7 @@ Conversion readConversion(std::wstring_view& pattern)
 }
 
 /// Writes one argument as a conversion letter asks for it. False when there is no such letter.
-bool putArgument(Output& output, const Conversion& conversion, wchar_t letter,
-                 const KorFormatArgument* argument)
+bool putArgument(Output& output, const Conversion& conversion, wchar_t letter, const KorFormatArgument* argument)
 {
     constexpr std::wstring_view letters = L"diufsc";
     if (letters.find(letter) == std::wstring_view::npos)

@@ -10,26 +10,29 @@ using M = KorOdbcMan;
 
 const DetailTable detailTables[M::kTableTypes] = {
     {L"DetailStyle", descriptionOf<StructDetailStyle>, &M::m_structDetailStyle, true},
-    {L"DetViewArrangeStrategy", descriptionOf<StructDetViewArrangeStrategy>, &M::m_structDetViewArrangeStrategy, true},
+    {L"DetViewArrangeStrategy", descriptionOf<StructDetViewArrangeStrategy>, &M::m_structDetViewArrangeStrategy,
+     true},
     {L"DetViewRequest", descriptionOf<StructDetViewRequest>, &M::m_structDetViewRequest, true},
-    {L"DetViewRequestCategories", descriptionOf<StructDetViewRequestCategory>, &M::m_structDetViewRequestCategory, false},
+    {L"DetViewRequestCategories", descriptionOf<StructDetViewRequestCategory>, &M::m_structDetViewRequestCategory,
+     false},
     {L"DetObjReprMapsNew", descriptionOf<StructDetObjReprMap>, &M::m_structDetObjReprMap, true},
     {L"DetViewSystemAndBox", descriptionOf<StructDetViewSystemAndBox>, &M::m_structDetViewSystemAndBox, true},
     {L"DetObjAppearance", descriptionOf<StructDetObjAppearance>, &M::m_structDetObjAppearance, false},
     {L"DetViewDimStrategyNew", descriptionOf<StructDetViewDimStrategy>, &M::m_structDetViewDimStrategy, true},
     {L"DetViewLengthClip", descriptionOf<StructDetViewLengthClip>, &M::m_structDetViewLengthClip, true},
-    {L"DetObjAnnotationStrategy", descriptionOf<StructDetObjAnnotationStrategy>, &M::m_structDetObjAnnotationStrategy,
-     true},
+    {L"DetObjAnnotationStrategy", descriptionOf<StructDetObjAnnotationStrategy>,
+     &M::m_structDetObjAnnotationStrategy, true},
     {L"DetAnnotationType", descriptionOf<StructDetAnnotationType>, &M::m_structDetAnnotationType, true},
     {L"DetArrangerControl", descriptionOf<StructDetArrangerControl>, &M::m_structDetArrangerControl, true},
     {L"DetArrangerStrategy", descriptionOf<StructDetArrangerStrategy>, &M::m_structDetArrangerStrategy, true},
     {L"DetViewDimRequestLinear", descriptionOf<StructDetViewDimRequestLinear>, &M::m_structDetViewDimRequestLinear,
      true},
-    {L"DetViewDimPointSelection", descriptionOf<StructDetViewDimPointSelection>, &M::m_structDetViewDimPointSelection,
-     true},
+    {L"DetViewDimPointSelection", descriptionOf<StructDetViewDimPointSelection>,
+     &M::m_structDetViewDimPointSelection, true},
     {L"DetailMasterTable", descriptionOf<StructDetailMaster>, &M::m_structDetailMaster, true},
     {L"DetObjQualifierSet", descriptionOf<StructDetObjQualifierSet>, &M::m_structDetObjQualifierSet, true},
-    {L"DetObjQualifierFilter", descriptionOf<StructDetObjQualifierFilter>, &M::m_structDetObjQualifierFilter, false},
+    {L"DetObjQualifierFilter", descriptionOf<StructDetObjQualifierFilter>, &M::m_structDetObjQualifierFilter,
+     false},
     {L"NumberingPrefix", descriptionOf<StructNumberingPrefix>, &M::m_structNumberingPrefix, true},
     {L"ExplodeSettings", descriptionOf<StructExplodeSettings>, &M::m_structExplodeSettings, true},
     {L"ObjectStructure", descriptionOf<StructObjectStructure>, &M::m_structObjectStructure, true},
@@ -39,8 +42,8 @@ const DetailTable detailTables[M::kTableTypes] = {
     {L"DetManualAnnotationType", descriptionOf<StructDetManualAnnotationType>, &M::m_structDetManualAnnotationType,
      true},
     {L"DetObjReprMapItems", descriptionOf<StructDetObjReprMapItem>, nullptr, false},
-    {L"DetObjAnnotationGroup", descriptionOf<StructDetObjAnnotationGroup>, &M::m_structDetObjAnnotationStrategyGroup,
-     true},
+    {L"DetObjAnnotationGroup", descriptionOf<StructDetObjAnnotationGroup>,
+     &M::m_structDetObjAnnotationStrategyGroup, true},
     {L"DetViewDimRequestLinearGroup", descriptionOf<StructDetViewDimRequestLinearGroup>,
      &M::m_structDetViewDimRequestLinearGroup, true},
     {L"DetObjQualifierSetGroup", descriptionOf<StructDetObjQualifierSetGroup>, &M::m_structDetObjQualifierSetGroup,
@@ -51,8 +54,10 @@ const DetailTable detailTables[M::kTableTypes] = {
     {L"DetailProcessDefinition", descriptionOf<StructDetailProcessDefinition>, &M::m_structDetailProcessDefinition,
      true},
     {L"DetailProcessStep", descriptionOf<StructDetailProcessStep>, &M::m_structDetailProcessStep, true},
-    {L"DetailFilenameSelector", descriptionOf<StructDetailFilenameSelector>, &M::m_structDetailFilenameSelector, true},
-    {L"DetailProcessSelection", descriptionOf<StructDetailProcessSelection>, &M::m_structDetailProcessSelection, true},
+    {L"DetailFilenameSelector", descriptionOf<StructDetailFilenameSelector>, &M::m_structDetailFilenameSelector,
+     true},
+    {L"DetailProcessSelection", descriptionOf<StructDetailProcessSelection>, &M::m_structDetailProcessSelection,
+     true},
     {L"DetailProcessSort", descriptionOf<StructDetailProcessSort>, &M::m_structDetailProcessSort, true},
     {L"DetailStyleMapNew", descriptionOf<StructDetailStyleMap>, &M::m_structDetailStyleMap, true},
     {L"DetailStyleMapItems", descriptionOf<StructDetailStyleMapItem>, nullptr, false},
@@ -63,14 +68,15 @@ const DetailTable detailTables[M::kTableTypes] = {
     {L"DetProcessesSuiteDefinition", descriptionOf<StructDetProcessesSuiteDefinition>,
      &M::m_structDetProcessesSuiteDefinition, true},
     {L"DetProcessesSuiteItems", descriptionOf<StructDetProcessesSuiteItem>, nullptr, false},
-    {L"NumberingPrefixProfile", descriptionOf<StructNumberingPrefixProfile>, &M::m_structNumberingPrefixProfile, true},
+    {L"NumberingPrefixProfile", descriptionOf<StructNumberingPrefixProfile>, &M::m_structNumberingPrefixProfile,
+     true},
     {L"ProfileShapeRunName", descriptionOf<StructProfileShapeRunName>, &M::m_structProfileShapeRunName, true},
     {L"DetObjQualifierSetItem", descriptionOf<StructDetObjQualifierSetItem>, nullptr, false},
     {L"DetailProcessScalesItem", descriptionOf<StructDetProcessScalesItem>, nullptr, false},
 };
 
-// Types 42 to 47 have no row. Type 12 declares four columns per item and names three; types 30, 37 and 38 name columns
-// and declare none, so that none is ever added.
+// Types 42 to 47 have no row. Type 12 declares four columns per item and names three; types 30, 37 and 38 name
+// columns and declare none, so that none is ever added.
 const wchar_t* const templates[42][itemColumnTemplates] = {
     {L"Request%i INT", L"", L"", L"", L""},
     {L"", L"", L"", L"", L""},
@@ -142,8 +148,8 @@ const wchar_t* itemColumnTemplate(int type, int column)
 
 // Fixed columns and columns per item. The fixed count is only used for tables with item columns.
 const int KorOdbcMan::m_numberOfColumns[kTableTypes][2] = {
-    {16, 1}, {0, 0}, {0, 0}, {0, 0}, {4, 5}, {0, 0}, {0, 0}, {5, 2}, {0, 0}, {0, 0}, {4, 1}, {9, 3},
+    {16, 1}, {0, 0},  {0, 0}, {0, 0}, {4, 5}, {0, 0}, {0, 0}, {5, 2}, {0, 0}, {0, 0}, {4, 1}, {9, 3},
     {7, 4},  {14, 1}, {0, 0}, {0, 0}, {5, 3}, {0, 0}, {8, 0}, {7, 0}, {3, 0}, {3, 0}, {3, 0}, {1, 0},
-    {5, 1},  {0, 0}, {1, 0}, {1, 0}, {3, 0}, {0, 0}, {0, 0}, {0, 0}, {8, 1}, {0, 0}, {0, 0}, {0, 0},
-    {0, 0},  {0, 0}, {0, 0}, {4, 1}, {4, 2}, {0, 0}, {0, 0}, {0, 0}, {3, 0}, {3, 0}, {0, 0}, {0, 0},
+    {5, 1},  {0, 0},  {1, 0}, {1, 0}, {3, 0}, {0, 0}, {0, 0}, {0, 0}, {8, 1}, {0, 0}, {0, 0}, {0, 0},
+    {0, 0},  {0, 0},  {0, 0}, {4, 1}, {4, 2}, {0, 0}, {0, 0}, {0, 0}, {3, 0}, {3, 0}, {0, 0}, {0, 0},
 };

@@ -1,9 +1,9 @@
 #include "edit/KorOdbcMan.h"
 
-#include "DetailTables.h"
 #include "addins/AddInManagerInterface.h"
-#include "repository/KorDSNManager.h"
+#include "DetailTables.h"
 #include "repository/KorDatabaseAccess.h"
+#include "repository/KorDSNManager.h"
 #include "roots/KorAssert.h"
 
 using namespace korodbc;

@@ -1,10 +1,10 @@
-#include "DetailTables.h"
 #include "addins/AddInManagerInterface.h"
+#include "DetailTables.h"
 #include "edit/KorOdbcMan.h"
 #include "maintenance/KorOdbcGUI.h"
-#include "repository/KRRepositoryProxyMan.h"
-#include "repository/KorDSNManager.h"
 #include "repository/KorDatabaseAccess.h"
+#include "repository/KorDSNManager.h"
+#include "repository/KRRepositoryProxyMan.h"
 #include "roots/KorAssert.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 
@@ -107,7 +107,8 @@ bool modifiedAtAnyDepth(int slot, int type)
     return false;
 }
 
-/// Closes a table at a depth in every database where `concerns` says so. `finish` does what the transition is about.
+/// Closes a table at a depth in every database where `concerns` says so. `finish` does what the transition is
+/// about.
 template <class Concerns, class Finish>
 int closeEverywhere(Man::eTableType type, int depth, Concerns concerns, Finish finish)
 {
@@ -215,7 +216,8 @@ int KorOdbcMan::backupTable(eTableType type, eCopyDepth depth)
     KorDatabaseBatch batch;
     const int copied = KorDatabaseAccess::copyTable(m_currentDSN, KorDatabaseAccess::getTableName(name),
                                                     KorDatabaseAccess::getTableName(copyName(name, depth)), false);
-    // the copy counts as taken also when copying failed: OK then drops what is there, Cancel restores what it finds
+    // the copy counts as taken also when copying failed: OK then drops what is there, Cancel restores what it
+    // finds
     change(backup, slot, type, depth, true);
     return batch.end(copied);
 }
@@ -261,7 +263,8 @@ int KorOdbcMan::dropCopyOfTable(eTableType type, eCopyDepth depth)
     }
     KorDatabaseBatch batch;
     const KorString copy = KorDatabaseAccess::getTableName(copyName(name, depth));
-    const int result = KorDatabaseAccess::doSQLStatement(m_currentDSN, KorString::format(L"DROP TABLE [%s]", copy));
+    const int result =
+        KorDatabaseAccess::doSQLStatement(m_currentDSN, KorString::format(L"DROP TABLE [%s]", copy));
     KorDatabaseAccess::resetCachedTable(m_currentDSN, copy);
     change(backup, slot, type, depth, false);
     return batch.end(result);
@@ -270,7 +273,8 @@ int KorOdbcMan::dropCopyOfTable(eTableType type, eCopyDepth depth)
 int KorOdbcMan::setStatusOnOK(eTableType type, eCopyDepth depth)
 {
     return closeEverywhere(
-        type, depth, [=](int slot) { return openAt(slot, type, depth); }, [=] { return dropCopyOfTable(type, depth); });
+        type, depth, [=](int slot) { return openAt(slot, type, depth); },
+        [=] { return dropCopyOfTable(type, depth); });
 }
 
 int KorOdbcMan::setStatusOnCancel(eTableType type, eCopyDepth depth)

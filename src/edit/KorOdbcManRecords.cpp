@@ -1,11 +1,11 @@
 #include "DetailTables.h"
-#include "ItemStore.h"
 #include "edit/KorOdbcMan.h"
+#include "ItemStore.h"
 #include "lookup/UserTableRows.h"
 #include "maintenance/KorOdbcGUI.h"
 #include "project/KorODBCUserProfile.h"
-#include "repository/KorDSNManager.h"
 #include "repository/KorDatabaseAccess.h"
+#include "repository/KorDSNManager.h"
 #include "roots/KorAssert.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 
@@ -17,7 +17,8 @@ using Man = KorOdbcMan;
 
 bool transferInProgress()
 {
-    return KorODBCDetailStyleExports::isExportInProgress() != 0 || KorODBCDetailStyleExports::isImportInProgress() != 0;
+    return KorODBCDetailStyleExports::isExportInProgress() != 0 ||
+           KorODBCDetailStyleExports::isImportInProgress() != 0;
 }
 
 /// Physical name of a type's table; false for an invalid type.
@@ -95,8 +96,8 @@ int storeRecord(Man::eTableType type, const KorString& table, Man::eCopyDepth de
         if (description.numbered.exists())
             Man::setColumnsForNewItems(type, static_cast<int>(count));
     }
-    int result =
-        KorDatabaseAccess::setRecord(Man::m_currentDSN, table, description, currentKey(type), current.currentRecord);
+    int result = KorDatabaseAccess::setRecord(Man::m_currentDSN, table, description, currentKey(type),
+                                              current.currentRecord);
     if (result == 1)
         result = storeItems(type, description.keyOf(current.currentRecord), depth);
     Man::m_bAppending = false;
@@ -106,16 +107,18 @@ int storeRecord(Man::eTableType type, const KorString& table, Man::eCopyDepth de
 
 } // namespace
 
-int KorOdbcMan::setTableColumnValue(eTableType type, const KorOdbcKey& key, int column, const KorCellData& value, int)
+int KorOdbcMan::setTableColumnValue(eTableType type, const KorOdbcKey& key, int column, const KorCellData& value,
+                                    int)
 {
     KorString table;
     if (!physicalName(type, table))
         return -2;
-    return KorDatabaseAccess::setTableColumnValue(m_currentDSN, table, L"Key", KorString::format(L"%d", key.getKey()),
-                                                  column, value);
+    return KorDatabaseAccess::setTableColumnValue(m_currentDSN, table, L"Key",
+                                                  KorString::format(L"%d", key.getKey()), column, value);
 }
 
-int KorOdbcMan::setTableColumnValue(eTableType type, const KorString& key, int column, const KorCellData& value, int)
+int KorOdbcMan::setTableColumnValue(eTableType type, const KorString& key, int column, const KorCellData& value,
+                                    int)
 {
     KorString table;
     if (!physicalName(type, table))
@@ -141,8 +144,8 @@ int KorOdbcMan::setAttribute(eTableType type, const KorOdbcKey& key, int column,
     return writeAttribute(type, key, column, KorCellData(value), 1, depth, true);
 }
 
-int KorOdbcMan::setAttribute(eTableType type, const KorOdbcKey& key, int column, void*& value, KorItemType& itemType,
-                             int flag, eCopyDepth depth)
+int KorOdbcMan::setAttribute(eTableType type, const KorOdbcKey& key, int column, void*& value,
+                             KorItemType& itemType, int flag, eCopyDepth depth)
 {
     return writeAttribute(type, key, column, cellOf(value, itemType), flag, depth, false);
 }
@@ -163,8 +166,8 @@ int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, 
     return writeAttribute(type, key, column, KorCellData(value), 1, depth, true);
 }
 
-int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, void*& value, KorItemType& itemType,
-                             int flag, eCopyDepth depth)
+int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, void*& value,
+                             KorItemType& itemType, int flag, eCopyDepth depth)
 {
     return writeAttribute(type, key, column, cellOf(value, itemType), flag, depth, false);
 }
@@ -268,13 +271,11 @@ void KorOdbcMan::resetTable(eTableType type)
     }
     const KorDSNRequest request(m_currentDSN, m_currentAddIn);
     // tables that are read together are reset together
-    static const int groups[][2] = {{kDetViewRequest, kDetViewRequestCategories},
-                                    {kDetObjReprMap, kDetObjReprMapItems},
-                                    {kDetViewDimStrategy, kDetViewDimStrategyItems},
-                                    {kDetailStyleMap, kDetailStyleMapItems},
-                                    {kDetObjQualifierSet, kDetObjQualifierSetItem},
-                                    {kDetailProcessScales, kDetailProcessScalesItem},
-                                    {kDetProcessesSuiteDefinition, kDetProcessesSuiteItems}};
+    static const int groups[][2] = {
+        {kDetViewRequest, kDetViewRequestCategories},           {kDetObjReprMap, kDetObjReprMapItems},
+        {kDetViewDimStrategy, kDetViewDimStrategyItems},        {kDetailStyleMap, kDetailStyleMapItems},
+        {kDetObjQualifierSet, kDetObjQualifierSetItem},         {kDetailProcessScales, kDetailProcessScalesItem},
+        {kDetProcessesSuiteDefinition, kDetProcessesSuiteItems}};
     RecordAccess::resetCache(detailTable(type).description());
     for (const auto& [owner, items] : groups) {
         if (type == owner)
@@ -290,7 +291,8 @@ void KorOdbcMan::resetTable(eTableType type)
 
 void KorOdbcMan::checkItems(eTableType type)
 {
-    if (type != kDetailStyle && type != kDetObjReprMap && type != kDetViewDimStrategy && type != kDetViewDimRequestLinear)
+    if (type != kDetailStyle && type != kDetObjReprMap && type != kDetViewDimStrategy &&
+        type != kDetViewDimRequestLinear)
         return;
     const KorDSNRequest request(m_currentDSN, m_currentAddIn);
     const DetailTable& table = detailTable(type);

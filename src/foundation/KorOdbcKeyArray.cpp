@@ -38,10 +38,7 @@ long KorOdbcKeyArray::length() const { return m_pItems == nullptr ? 0 : m_pItems
 
 long KorOdbcKeyArray::physicalLength() const { return m_pItems == nullptr ? 0 : m_pItems->physicalLength(); }
 
-long KorOdbcKeyArray::append(const KorOdbcKey& key)
-{
-    return m_pItems == nullptr ? -1 : m_pItems->append(key);
-}
+long KorOdbcKeyArray::append(const KorOdbcKey& key) { return m_pItems == nullptr ? -1 : m_pItems->append(key); }
 
 void KorOdbcKeyArray::setAt(long index, const KorOdbcKey& key)
 {

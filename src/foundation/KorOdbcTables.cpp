@@ -38,32 +38,22 @@ void kor_odbc_resetAllTables() { KRRepositoryProxyMan::resetTableCache(0); }
 
 void kor_odbc_resetAutoConnectionTables()
 {
-    resetCaches<StructAutoConnectionCategoriesMarshal,
-                StructAutoConnectionCategoriesItemsMarshal,
-                StructAutoConnectionCategoriesItemsDescMarshal,
-                StructAutoConnectionConfigMarshal,
-                StructAutoFilteringConfigMarshal,
-                StructAutoConnectionInputObjectCondItemsMarshal,
-                StructAutoConnectionInputObjectCondSetMarshal,
-                StructAutoConnectionInputObjectsMarshal,
-                StructAutoConnectionInputSetMarshal,
-                StructAutoConnectionModelRolesMarshal,
-                StructAutoConnectionModelRolesItemsMarshal,
-                StructAutoConnectionObjectsOrderForJointsMarshal,
-                StructAutoConnectionRuleSettingsGeneralMarshal,
-                StructAutoConnectionRuleSettingsProfilesMarshal,
+    resetCaches<StructAutoConnectionCategoriesMarshal, StructAutoConnectionCategoriesItemsMarshal,
+                StructAutoConnectionCategoriesItemsDescMarshal, StructAutoConnectionConfigMarshal,
+                StructAutoFilteringConfigMarshal, StructAutoConnectionInputObjectCondItemsMarshal,
+                StructAutoConnectionInputObjectCondSetMarshal, StructAutoConnectionInputObjectsMarshal,
+                StructAutoConnectionInputSetMarshal, StructAutoConnectionModelRolesMarshal,
+                StructAutoConnectionModelRolesItemsMarshal, StructAutoConnectionObjectsOrderForJointsMarshal,
+                StructAutoConnectionRuleSettingsGeneralMarshal, StructAutoConnectionRuleSettingsProfilesMarshal,
                 StructAutoConnectionRuleSettingsCategoriesMarshal,
-                StructAutoConnectionRuleSettingsConfigurationsMarshal,
-                StructAutoConnectionProfilesMarshal>();
+                StructAutoConnectionRuleSettingsConfigurationsMarshal, StructAutoConnectionProfilesMarshal>();
 }
 
 void kor_odbc_resetNecessaryViewsTables() { resetCaches<StructNecessaryViewsConfigurationMarshal>(); }
 
 void kor_odbc_resetBOMTables()
 {
-    resetCaches<StructModelExtractMarshal,
-                StructReportTypeMarshal,
-                StructReportTemplateMarshal,
+    resetCaches<StructModelExtractMarshal, StructReportTypeMarshal, StructReportTemplateMarshal,
                 StructXMLDataMarshal>();
 }
 
@@ -71,8 +61,6 @@ void kor_odbc_freeDSTVNamesTable() { resetCaches<StructDSTVNamesMarshal>(); }
 
 void kor_odbc_DSTVstatic_freeTables()
 {
-    resetCaches<StructDSTVStaticInB01Marshal,
-                StructDSTVStaticInB02Marshal,
-                StructDSTVStaticInB03Marshal,
+    resetCaches<StructDSTVStaticInB01Marshal, StructDSTVStaticInB02Marshal, StructDSTVStaticInB03Marshal,
                 StructDSTVStaticInB04Marshal>();
 }

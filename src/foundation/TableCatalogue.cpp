@@ -121,7 +121,4 @@ constexpr std::array<const wchar_t*, numberOfIds> namesById = [] {
 
 } // namespace
 
-KorString korodbc::tableNameOfId(unsigned id)
-{
-    return id < numberOfIds ? KorString(namesById[id]) : KorString();
-}
+KorString korodbc::tableNameOfId(unsigned id) { return id < numberOfIds ? KorString(namesById[id]) : KorString(); }

@@ -15,8 +15,7 @@ int unknownKind(int& kind)
 
 } // namespace
 
-int korodbc::appendUserTableRow(const KorString& table, int& kind, KorString& textKey, int& intKey,
-                                bool keepKey)
+int korodbc::appendUserTableRow(const KorString& table, int& kind, KorString& textKey, int& intKey, bool keepKey)
 {
     if (kind != kTextKey && kind != kIntKey)
         return unknownKind(kind);
@@ -39,14 +38,13 @@ int korodbc::appendUserTableRow(const KorString& table, int& kind, KorString& te
     }
 }
 
-int korodbc::setUserTableCell(const KorString& table, const KorString& key, int column,
-                              const KorCellData& value)
+int korodbc::setUserTableCell(const KorString& table, const KorString& key, int column, const KorCellData& value)
 {
     const ResolvedTable resolved = resolveTable(table);
     KorArray<KorColumn> columns;
     KorDatabaseAccess::getTableStructure(resolved.dsn, resolved.name, columns);
     if (columns.isEmpty())
         return 0;
-    return KorDatabaseAccess::setTableColumnValue(
-        resolved.dsn, resolved.name, columns[0].getName(), key, column, value);
+    return KorDatabaseAccess::setTableColumnValue(resolved.dsn, resolved.name, columns[0].getName(), key, column,
+                                                  value);
 }

@@ -43,8 +43,8 @@ int KorOdbcGUI::backupTable(const KorString& table, const KorString& copy)
 
 int KorOdbcGUI::backupTable(const KorString& table, const KorString& copy, eDSN dsn)
 {
-    return KorDatabaseAccess::copyTable(
-        dsn, KorDatabaseAccess::getTableName(table), KorDatabaseAccess::getTableName(copy), false);
+    return KorDatabaseAccess::copyTable(dsn, KorDatabaseAccess::getTableName(table),
+                                        KorDatabaseAccess::getTableName(copy), false);
 }
 
 int KorOdbcGUI::restoreTable(const KorString& table, const KorString& copy)
@@ -82,16 +82,12 @@ int KorOdbcGUI::restoreTableStructure(const KorString& table, const KorString& c
     const ResolvedTable resolved = resolveTable(table);
     if (resolved.dsn == KorDSNDefinitions::kUnresolved)
         return 0;
-    return dropSurplusColumns(resolved.dsn,
-                              resolved.name,
-                              resolveTable(copy).name,
+    return dropSurplusColumns(resolved.dsn, resolved.name, resolveTable(copy).name,
                               [&](const KorString& column) { dropColumn(table, column); });
 }
 
 int KorOdbcGUI::restoreTableStructure(const KorString& table, const KorString& copy, eDSN dsn)
 {
-    return dropSurplusColumns(dsn,
-                              KorDatabaseAccess::getTableName(table),
-                              KorDatabaseAccess::getTableName(copy),
+    return dropSurplusColumns(dsn, KorDatabaseAccess::getTableName(table), KorDatabaseAccess::getTableName(copy),
                               [&](const KorString& column) { dropColumn(table, column, dsn); });
 }

@@ -15,8 +15,7 @@ int drop(eDSN dsn, const KorString& table)
 
 int dropColumnOf(eDSN dsn, const KorString& table, const KorString& column)
 {
-    const int result =
-        KorDatabaseAccess::doSQLStatement(dsn, L"ALTER TABLE " + table + L" DROP COLUMN " + column);
+    const int result = KorDatabaseAccess::doSQLStatement(dsn, L"ALTER TABLE " + table + L" DROP COLUMN " + column);
     KorDatabaseAccess::resetCachedTable(dsn, table);
     return result;
 }

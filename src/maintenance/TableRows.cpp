@@ -36,6 +36,5 @@ int KorOdbcGUI::updateTableInformation(const KorString& table, const KorString& 
 {
     const ResolvedTable resolved = resolveTable(table);
     return KorDatabaseAccess::doSQLStatement(
-        resolved.dsn,
-        KorString::format(L"UPDATE [%s] SET %s WHERE %s", resolved.name, assignments, condition));
+        resolved.dsn, KorString::format(L"UPDATE [%s] SET %s WHERE %s", resolved.name, assignments, condition));
 }

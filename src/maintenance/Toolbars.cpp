@@ -16,14 +16,14 @@ int KorOdbcGUI::getToolbarInformation(const KorOdbcKey& key, StructToolbarsTable
 int KorOdbcGUI::putToolbarInformation(const StructToolbarsTable& toolbar)
 {
     const KorString key = KorString::format(L"%d", toolbar.key);
-    const KorCellData values[] = {
-        toolbar.runName, toolbar.toolTip, toolbar.parent, toolbar.position, toolbar.visible, toolbar.docking};
+    const KorCellData values[] = {toolbar.runName,  toolbar.toolTip, toolbar.parent,
+                                  toolbar.position, toolbar.visible, toolbar.docking};
     KorDatabaseBatch batch;
     int result = 0;
     int column = 0;
     for (const KorCellData& value : values)
-        result = KorDatabaseAccess::setTableColumnValue(
-            KorDSNDefinitions::kToolbars, resolveTable(toolbars).name, L"Key", key, ++column, value);
+        result = KorDatabaseAccess::setTableColumnValue(KorDSNDefinitions::kToolbars, resolveTable(toolbars).name,
+                                                        L"Key", key, ++column, value);
     return batch.end(result);
 }
 
@@ -31,8 +31,8 @@ int KorOdbcGUI::reopenMenu()
 {
     KorDatabaseBatch batch;
     deleteTableInformation(toolbars);
-    const int result = KorDatabaseAccess::doSQLStatement(
-        resolveTable(toolbars).dsn, L"INSERT INTO [Toolbars] SELECT * FROM ToolbarsDefault");
+    const int result = KorDatabaseAccess::doSQLStatement(resolveTable(toolbars).dsn,
+                                                         L"INSERT INTO [Toolbars] SELECT * FROM ToolbarsDefault");
     StructToolbarsTableMarshal::resetTableCache(0);
     return batch.end(result);
 }

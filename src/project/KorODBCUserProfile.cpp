@@ -41,8 +41,7 @@ void KorODBCUserProfile::resetOwnerText()
         KorDatabaseAccess::doSQLStatement(
             KorDSNDefinitions::kConfiguration,
             KorString::format(L"INSERT INTO Authors (CompanyText,CompanyName) VALUES ('%s','%s')",
-                              quoted(ownerKey),
-                              quoted(defaultOr(defaultOwnerText, L"-")))) == 1)
+                              quoted(ownerKey), quoted(defaultOr(defaultOwnerText, L"-")))) == 1)
         StructAuthorMarshal::resetTableCache(0);
     m_charOwnerText = ownerKey;
 }

@@ -33,7 +33,8 @@ private:
 
 bool transferInProgress()
 {
-    return KorODBCDetailStyleExports::isExportInProgress() != 0 || KorODBCDetailStyleExports::isImportInProgress() != 0;
+    return KorODBCDetailStyleExports::isExportInProgress() != 0 ||
+           KorODBCDetailStyleExports::isImportInProgress() != 0;
 }
 
 DeepCopyGraph::DeepCopyGraph(std::vector<CopyTable> tables, KorTransferKeyMap& keys) : m_keys(keys)
@@ -102,8 +103,8 @@ long DeepCopyGraph::append(const CopyTable& table, const void* record, long key)
     return position;
 }
 
-/// Calls `act(reference field's value, target table, index in a list of references or -1)` for each reference that the
-/// copy follows, in the order of the columns, items last; stops when it returns false.
+/// Calls `act(reference field's value, target table, index in a list of references or -1)` for each reference that
+/// the copy follows, in the order of the columns, items last; stops when it returns false.
 template <class Act>
 bool DeepCopyGraph::forEachReference(const RecordDescription& type, void* record, Act act)
 {
@@ -173,7 +174,8 @@ bool DeepCopyGraph::nameRow(const Node& own, void* record)
         return true;
     KorString name = column->text(record);
     if (KorDetailTableDependencies::pGetNameForRowFn != nullptr) {
-        if (KorDetailTableDependencies::pGetNameForRowFn(own.table.type, KorDetailTableDependencies::mainType, name) == -1)
+        if (KorDetailTableDependencies::pGetNameForRowFn(own.table.type, KorDetailTableDependencies::mainType,
+                                                         name) == -1)
             return false;
     } else {
         KorDetailTableDependencies::GetDefaultNameForRow(own.table.type, name);

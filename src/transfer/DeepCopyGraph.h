@@ -18,7 +18,7 @@ struct CopyTable {
     KorOdbcMan::eTableType type;
     const RecordDescription& (*description)();
     KorString identity; // name in the transfer key map
-    void* rows;              // KorArray of the record type: the collected rows
+    void* rows;         // KorArray of the record type: the collected rows
     Naming naming = Naming::BeforeReferences;
     bool reusedByName = false; // a row of the same name in the target is taken instead
     bool keepsKey = false;     // the row keeps its key where it is free
@@ -35,7 +35,8 @@ class DeepCopyGraph {
 public:
     /// What a table does beyond the general rules; any of them may be empty.
     struct Hooks {
-        /// After the references of a row were collected and before the row is appended to its list; false: failure.
+        /// After the references of a row were collected and before the row is appended to its list; false:
+        /// failure.
         bool (*referencesCollected)(void* record, long key) = nullptr;
         /// After the row was appended to its list; false: failure.
         bool (*collected)(void* record, long key) = nullptr;

@@ -148,8 +148,9 @@ void Copy::ProgressBar(Man::eTableType type, int writing)
     label = KorString::format(L"%-40s", label);
     int percentage = 1;
     if (writing != 0) {
-        percentage = m_NrRowsToWrite == 0 ? 100
-                                          : static_cast<int>(static_cast<long long>(m_CurrRowsToWrite) * 100 / m_NrRowsToWrite);
+        percentage = m_NrRowsToWrite == 0
+                         ? 100
+                         : static_cast<int>(static_cast<long long>(m_CurrRowsToWrite) * 100 / m_NrRowsToWrite);
         ++m_CurrRowsToWrite;
     }
     if (pUpdateProgressBar == nullptr) {

@@ -1,7 +1,7 @@
 #include "transfer/KorODBCDetailStyleExports.h"
 
-#include "repository/KorDSNManager.h"
 #include "repository/KorDatabaseAccess.h"
+#include "repository/KorDSNManager.h"
 #include "roots/KorAssert.h"
 #include "roots/KorProgressCtrl.h"
 #include "roots/KorPromptsProxy.h"
@@ -114,7 +114,8 @@ const struct {
 
 } // namespace
 
-int Exports::exportDetail(eType type, const KorOdbcKey& key, eDSN sourceDsn, eIndex sourceIndex, const KorString& file)
+int Exports::exportDetail(eType type, const KorOdbcKey& key, eDSN sourceDsn, eIndex sourceIndex,
+                          const KorString& file)
 {
     // the early failures leave the export marked as in progress
     m_pType = type;
@@ -206,8 +207,9 @@ void Exports::GetErrorMessage(KorString& out, int standard)
 
 int Exports::isDatabaseOlderThan5_1(eDSN dsn)
 {
-    for (const wchar_t* table : {L"DetObjAnnotationGroup", L"DetObjQualifierSetGroup", L"DetViewDimRequestLinearGroup",
-                                 L"DetViewDimStrategyNew", L"DetViewDimStrategyItems"})
+    for (const wchar_t* table :
+         {L"DetObjAnnotationGroup", L"DetObjQualifierSetGroup", L"DetViewDimRequestLinearGroup",
+          L"DetViewDimStrategyNew", L"DetViewDimStrategyItems"})
         if (KorDatabaseAccess::doesTableExists(dsn, table) != 1)
             return 1;
     return 0;
@@ -279,9 +281,10 @@ int Exports::setStatusOnOK()
 {
     KorDatabaseBatch batch;
     int result = 1;
-    for (const int type : {15, 0,  10, 11, 23, 24, 9, 26, 16, 28, 25, 4,  1,  14, 13, 27,
-                           29, 7,  8,  2,  3,  22, 5, 30, 6,  32, 33, 41, 34, 40, 39, 37}) {
-        const int confirmed = KorOdbcMan::setStatusOnOK(static_cast<KorOdbcMan::eTableType>(type), KorOdbcMan::kFirstCopy);
+    for (const int type : {15, 0, 10, 11, 23, 24, 9, 26, 16, 28, 25, 4,  1,  14, 13, 27,
+                           29, 7, 8,  2,  3,  22, 5, 30, 6,  32, 33, 41, 34, 40, 39, 37}) {
+        const int confirmed =
+            KorOdbcMan::setStatusOnOK(static_cast<KorOdbcMan::eTableType>(type), KorOdbcMan::kFirstCopy);
         if (result == 1)
             result = confirmed;
     }

@@ -39,7 +39,8 @@ bool saveCategories(long collectedRequest, long newKey)
 {
     DeepCopyGraph& graph = styleGraph();
     const CopyTable& categories = *graph.table(Man::kDetViewRequestCategories);
-    const KorArray<StructDetViewRequestCategory> entries = Copy::m_DetViewRequest.getAt(collectedRequest).categories;
+    const KorArray<StructDetViewRequestCategory> entries =
+        Copy::m_DetViewRequest.getAt(collectedRequest).categories;
     for (const StructDetViewRequestCategory& entry : entries) {
         const long position = graph.find(categories, entry.key);
         if (position < 0)
@@ -61,8 +62,8 @@ void saveMastersOfStyle(long index, long)
     }
 }
 
-/// While importing, a qualifier set of the target that has the same name and equals the collected one in every field
-/// stands for it.
+/// While importing, a qualifier set of the target that has the same name and equals the collected one in every
+/// field stands for it.
 long existingQualifierSet(const void* record)
 {
     if (KorODBCDetailStyleExports::isImportInProgress() == 0)
@@ -126,7 +127,8 @@ long saveMaster(StructDetailMaster& master, long index)
     if (StructDetailStyleMarshal::getStructByKey(master.detailStyle, style) == 1)
         master.runName = style.runName;
     StructDetailMaster taken;
-    while (StructDetailMasterMarshal::getByBaseCategoryAndSubCategory(master.baseCategory, master.subCategory, taken) == 1)
+    while (StructDetailMasterMarshal::getByBaseCategoryAndSubCategory(master.baseCategory, master.subCategory,
+                                                                      taken) == 1)
         ++master.subCategory;
     return graph.write(masters, &master, index, sourceKey, 0);
 }
@@ -136,13 +138,14 @@ DeepCopyGraph& styleGraph()
     static DeepCopyGraph graph = [] {
         std::vector<CopyTable> tables = {
             {Man::kDetailStyle, descriptionOf<StructDetailStyle>, L"StructDetailStyle", &Copy::m_DetStyleCopy},
-            {Man::kDetViewArrangeStrategy, descriptionOf<StructDetViewArrangeStrategy>, L"StructDetViewArrangeStrategy",
-             &Copy::m_DetViewArrangeStrategyCopy},
-            {Man::kDetViewRequest, descriptionOf<StructDetViewRequest>, L"StructDetViewRequest", &Copy::m_DetViewRequest},
+            {Man::kDetViewArrangeStrategy, descriptionOf<StructDetViewArrangeStrategy>,
+             L"StructDetViewArrangeStrategy", &Copy::m_DetViewArrangeStrategyCopy},
+            {Man::kDetViewRequest, descriptionOf<StructDetViewRequest>, L"StructDetViewRequest",
+             &Copy::m_DetViewRequest},
             {Man::kDetViewRequestCategories, descriptionOf<StructDetViewRequestCategory>,
              L"StructDetViewRequestCategory", &Copy::m_DetViewRequestCategory, Naming::None},
-            {Man::kDetObjReprMap, descriptionOf<StructDetObjReprMap>, L"StructDetObjReprMap", &Copy::m_DetObjReprMap,
-             Naming::AfterReferences},
+            {Man::kDetObjReprMap, descriptionOf<StructDetObjReprMap>, L"StructDetObjReprMap",
+             &Copy::m_DetObjReprMap, Naming::AfterReferences},
             {Man::kDetViewSystemAndBox, descriptionOf<StructDetViewSystemAndBox>, L"StructDetViewSystemAndBox",
              &Copy::m_DetViewSystemAndBox},
             {Man::kDetObjAppearance, descriptionOf<StructDetObjAppearance>, L"StructDetObjAppearance",
@@ -170,8 +173,8 @@ DeepCopyGraph& styleGraph()
             {Man::kLinetypes, descriptionOf<StructLinetypes>, L"StructLineType", &Copy::m_LineType, Naming::None},
             {Man::kDetBaseCategories, descriptionOf<StructDetBaseCategory>, L"StructDetBaseCategory",
              &Copy::m_DetBaseCategory, Naming::None},
-            {Man::kDetObjAnnotationGroup, descriptionOf<StructDetObjAnnotationGroup>, L"StructDetObjAnnotationGroup",
-             &Copy::m_DetObjAnnotationGroup, Naming::None},
+            {Man::kDetObjAnnotationGroup, descriptionOf<StructDetObjAnnotationGroup>,
+             L"StructDetObjAnnotationGroup", &Copy::m_DetObjAnnotationGroup, Naming::None},
             {Man::kDetViewDimRequestLinearGroup, descriptionOf<StructDetViewDimRequestLinearGroup>,
              L"StructDetViewDimRequestLinearGroup", &Copy::m_DetViewDimRequestLinearGroup, Naming::None},
             {Man::kDetObjQualifierSetGroup, descriptionOf<StructDetObjQualifierSetGroup>,
@@ -210,7 +213,8 @@ DeepCopyGraph& styleGraph()
         }
         DeepCopyGraph made(std::move(tables), Copy::m_writeTransferKeyMap);
         made.setOverride(Man::kDetObjQualifierSet, Man::kDetObjQualifierSetGroup, &Copy::detQualifierSetGroup);
-        made.setOverride(Man::kDetViewDimRequestLinear, Man::kDetViewDimRequestLinearGroup, &Copy::detDimStrategyGroup);
+        made.setOverride(Man::kDetViewDimRequestLinear, Man::kDetViewDimRequestLinearGroup,
+                         &Copy::detDimStrategyGroup);
         made.setOverride(Man::kDetObjAnnotationStrategy, Man::kDetObjAnnotationGroup, &Copy::detAnnotationGroup);
         made.setOverride(Man::kDetailMaster, Man::kDetBaseCategories, &Copy::detBaseCategory);
         made.setHooks(Man::kDetViewRequest, {.referencesCollected = collectCategories});

@@ -1,8 +1,7 @@
-#include "support/CrashCycle.h"
-
 #include "edit/KorTableEdit.h"
 #include "repository/DetailDatabase.h"
 #include "repository/Manifest.h"
+#include "support/CrashCycle.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 
 using namespace crash;
@@ -99,8 +98,8 @@ void exportStyle()
 
 void importStyle()
 {
-    CRASH_REQUIRE(Exports::importDetail(Exports::kDetailStyle, KorOdbcKey(101), inAddin, KorDSNDefinitions::kFirstAddin,
-                                        inDetails, KorDSNDefinitions::kBase) == 1);
+    CRASH_REQUIRE(Exports::importDetail(Exports::kDetailStyle, KorOdbcKey(101), inAddin,
+                                        KorDSNDefinitions::kFirstAddin, inDetails, KorDSNDefinitions::kBase) == 1);
 }
 
 const Operation operations[] = {
@@ -150,7 +149,8 @@ const Operation operations[] = {
     {"dialog over several tables, left open", nullptr, [] { dialog(); }, Operation::Nothing},
     {"dialog over several tables, at depth 3", nullptr, [] { dialog(Man::kFourthCopy); }, Operation::Nothing},
     {"dialog over several tables, OK", nullptr, [] { CRASH_REQUIRE(dialog().ok() == 1); }, Operation::Something},
-    {"dialog over several tables, Cancel", nullptr, [] { CRASH_REQUIRE(dialog().cancel() == 1); }, Operation::Nothing},
+    {"dialog over several tables, Cancel", nullptr, [] { CRASH_REQUIRE(dialog().cancel() == 1); },
+     Operation::Nothing},
     {"dialog over several tables, Update, then another edit", nullptr,
      [] {
          KorTableEdit tables = dialog();
@@ -158,10 +158,10 @@ const Operation operations[] = {
          styleTitle(L"after the update", Man::kFirstCopy);
      },
      Operation::Something},
-    {"all tables of a transfer, OK", [] { edit(Man::kFirstCopy); }, [] { CRASH_REQUIRE(Exports::setStatusOnOK() == 1); },
-     Operation::Something},
-    {"edit in two databases, OK", editTwoDatabases,
+    {"all tables of a transfer, OK", [] { edit(Man::kFirstCopy); },
      [] { CRASH_REQUIRE(Exports::setStatusOnOK() == 1); }, Operation::Something},
+    {"edit in two databases, OK", editTwoDatabases, [] { CRASH_REQUIRE(Exports::setStatusOnOK() == 1); },
+     Operation::Something},
     {"export into a new file", nullptr, exportStyle, Operation::Something},
     {"export into a file with a style", exportStyle, exportStyle, Operation::Something},
     {"import", nullptr, importStyle, Operation::Something},
@@ -177,7 +177,9 @@ protected:
         const struct {
             eDSN dsn;
             const char* file;
-        } sources[] = {{inDetails, "details.db"}, {inAddin, "addin.db"}, {KorDSNDefinitions::kConfiguration, "configuration.db"}};
+        } sources[] = {{inDetails, "details.db"},
+                       {inAddin, "addin.db"},
+                       {KorDSNDefinitions::kConfiguration, "configuration.db"}};
         std::string error;
         for (const auto& [dsn, file] : sources) {
             manifest.connections[dsn] = std::string("sqlite:") + file;
@@ -191,14 +193,15 @@ protected:
             }
         }
         ASSERT_TRUE(manifest.save(base(), error)) << error;
-        ASSERT_EQ(inChild(0, [] {
-                      start(base());
-                      details::fillConfiguration();
-                      details::fillStyle(inDetails, details::awkward);
-                      details::fillStyle(inAddin, "add-in", 100);
-                      details::put(inAddin, StructDetViewArrangeStrategy{1, L"first", 0, 1, 2, 0, L"x"});
-                      korodbc::host::closeRepository();
-                  }),
+        ASSERT_EQ(inChild(0,
+                          [] {
+                              start(base());
+                              details::fillConfiguration();
+                              details::fillStyle(inDetails, details::awkward);
+                              details::fillStyle(inAddin, "add-in", 100);
+                              details::put(inAddin, StructDetViewArrangeStrategy{1, L"first", 0, 1, 2, 0, L"x"});
+                              korodbc::host::closeRepository();
+                          }),
                   End::Done);
     }
     static void TearDownTestSuite() { fs::remove_all(scratch()); }
@@ -211,28 +214,30 @@ protected:
     static End run(const Operation& operation, long killAt, bool prepareOnly = false, long* calls = nullptr)
     {
         copyFolder(base(), work());
-        return inChild(killAt,
-                       [&] {
-                           repository = work();
-                           start(work());
-                           if (operation.prepare != nullptr)
-                               operation.prepare();
-                           faults::plan.armed = true;
-                           if (!prepareOnly)
-                               operation.act();
-                       },
-                       calls);
+        return inChild(
+            killAt,
+            [&] {
+                repository = work();
+                start(work());
+                if (operation.prepare != nullptr)
+                    operation.prepare();
+                faults::plan.armed = true;
+                if (!prepareOnly)
+                    operation.act();
+            },
+            calls);
     }
     /// The next start of the application, in `work`.
     static End recover(long killAt = 0, long* calls = nullptr)
     {
-        return inChild(killAt,
-                       [] {
-                           faults::plan.armed = true;
-                           start(work());
-                           korodbc::host::closeRepository();
-                       },
-                       calls);
+        return inChild(
+            killAt,
+            [] {
+                faults::plan.armed = true;
+                start(work());
+                korodbc::host::closeRepository();
+            },
+            calls);
     }
     /// Before or after, file by file: false and a report when it is neither. In `isAfter` a file never goes back.
     static bool isBeforeOrAfter(const State& found, const State& before, const State& after,
@@ -260,8 +265,10 @@ TEST_P(KilledProcessTest, LeavesBeforeOrAfter)
 {
     const Operation& operation = GetParam();
     copyFolder(base(), work());
-    ASSERT_EQ(inChild(0, [] { CRASH_REQUIRE(Exports::CreateDbFile(details::text((work() / "empty.db").string())) == 1); }),
-              End::Done);
+    ASSERT_EQ(
+        inChild(0,
+                [] { CRASH_REQUIRE(Exports::CreateDbFile(details::text((work() / "empty.db").string())) == 1); }),
+        End::Done);
     m_emptyDetails = dump(work() / "empty.db");
 
     ASSERT_EQ(run(operation, 0, true), End::Done);
@@ -304,8 +311,8 @@ TEST_P(KilledProcessTest, LeavesBeforeOrAfter)
         for (const long m : sampled(recoveryCalls, 45)) {
             ++cycles;
             copyFolder(killed(), work());
-            const std::string where = "killed at call " + std::to_string(n) + ", recovery at call " + std::to_string(m) +
-                                      " of " + std::to_string(recoveryCalls);
+            const std::string where = "killed at call " + std::to_string(n) + ", recovery at call " +
+                                      std::to_string(m) + " of " + std::to_string(recoveryCalls);
             ASSERT_EQ(recover(m), End::Died) << where;
             ASSERT_EQ(recover(), End::Done) << where;
             const State found = state(work());

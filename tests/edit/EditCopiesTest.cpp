@@ -1,7 +1,6 @@
-#include "support/DetailFixture.h"
-
 #include "addins/AddInManager.h"
 #include "edit/KorTableEdit.h"
+#include "support/DetailFixture.h"
 
 #include <functional>
 
@@ -46,11 +45,21 @@ TEST_F(EditCopiesTest, Transitions)
 {
     using M = KorOdbcMan;
     const auto t = M::kDetailStyle;
-    const auto edit = [](const char* value, int d) { return Step([=] { setTitle(value, d); return 1; }); };
+    const auto edit = [](const char* value, int d) {
+        return Step([=] {
+            setTitle(value, d);
+            return 1;
+        });
+    };
     const auto ok = [&](int d) { return Step([=] { return M::setStatusOnOK(t, depth(d)); }); };
     const auto cancel = [&](int d) { return Step([=] { return M::setStatusOnCancel(t, depth(d)); }); };
     const auto update = [&](int d) { return Step([=] { return M::setStatusOnUpdate(t, depth(d)); }); };
-    const auto mark = [&](M::eStatus s, int d) { return Step([=] { M::setStatus(t, s, depth(d)); return 1; }); };
+    const auto mark = [&](M::eStatus s, int d) {
+        return Step([=] {
+            M::setStatus(t, s, depth(d));
+            return 1;
+        });
+    };
     const auto take = [&](int d) { return Step([=] { return M::backupTable(t, depth(d)); }); };
     const std::string copy = "DetailStyle_VELCopy", second = "DetailStyle_VELSecondCopy";
     const auto restored = [](const std::string& from) {
@@ -73,7 +82,11 @@ TEST_F(EditCopiesTest, Transitions)
         {{edit("a", 0), edit("b", 1), ok(1)}, "b", "0", "0", {"DROP TABLE [" + second + "]"}},
         {{edit("a", 0), edit("b", 1), ok(1), cancel(0)}, "T %s", "", "", restored(copy)},
         {{edit("a", 0), edit("b", 1), cancel(0)}, "T %s", "1", "1", restored(copy)},
-        {{edit("a", 0), edit("b", 3), update(3), edit("c", 3), cancel(3)}, "b", "0", "0", restored("DetailStyle_VELFourthCopy")},
+        {{edit("a", 0), edit("b", 3), update(3), edit("c", 3), cancel(3)},
+         "b",
+         "0",
+         "0",
+         restored("DetailStyle_VELFourthCopy")},
         {{edit("a", 0), update(0)}, "a", "0", "", {"DROP TABLE [" + copy + "]"}},
         {{edit("a", 0), update(0), edit("b", 0), cancel(0)}, "a", "", "", restored(copy)},
         {{edit("a", 0), update(0), cancel(0)}, "a", "", "", restored(copy)},
@@ -122,7 +135,7 @@ TEST_F(EditCopiesTest, AddedColumnsGoWithTheEdit)
     EXPECT_EQ(Man::setStatusOnCancel(Man::kDetailStyle, depth(0)), 1);
     const Texts seen = statements.take();
     EXPECT_EQ(Texts(seen.begin(), seen.begin() + 2), (Texts{"ALTER TABLE DetailStyle DROP COLUMN Request10",
-                                                           "ALTER TABLE DetailStyle DROP COLUMN Request9"}));
+                                                            "ALTER TABLE DetailStyle DROP COLUMN Request9"}));
     EXPECT_EQ(columns(details, "DetailStyle"), columnsBefore);
     EXPECT_EQ(rows(details, "DetailStyle"), before);
 }
@@ -248,8 +261,9 @@ TEST_F(EditCopiesTest, CountryAddIns)
     Man::registerCountryAddinReactor();
     {
         const KorDSNRequest request(country, firstAddin);
-        sql(country, {"CREATE TABLE Linetypes_VELCopy AS SELECT 5 AS Key, 'old' AS RunName, 'x' AS OwnerText",
-                      "CREATE TABLE Linetypes_VELFourthCopy AS SELECT 6 AS Key, 'newer' AS RunName, 'x' AS OwnerText"});
+        sql(country,
+            {"CREATE TABLE Linetypes_VELCopy AS SELECT 5 AS Key, 'old' AS RunName, 'x' AS OwnerText",
+             "CREATE TABLE Linetypes_VELFourthCopy AS SELECT 6 AS Key, 'newer' AS RunName, 'x' AS OwnerText"});
     }
     Man::reloadInfoForAllManagers(0);
     EXPECT_TRUE(manager->load(KorAddInId(L"no")));

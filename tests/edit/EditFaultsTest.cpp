@@ -1,7 +1,6 @@
+#include "repository/Manifest.h"
 #include "support/CrashCycle.h"
 #include "support/RepositoryFolder.h"
-
-#include "repository/Manifest.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 
 #include <functional>
@@ -59,7 +58,9 @@ struct Operation {
 std::vector<Operation> operations()
 {
     using M = KorOdbcMan;
-    const auto title = [] { return M::setAttribute(M::kDetailStyle, KorOdbcKey(1), 5, text(awkward), 1, M::kFirstCopy) == 1; };
+    const auto title = [] {
+        return M::setAttribute(M::kDetailStyle, KorOdbcKey(1), 5, text(awkward), 1, M::kFirstCopy) == 1;
+    };
     return {
         {"attribute", nullptr, title, true},
         {"new style with more requests than columns",
@@ -68,17 +69,20 @@ std::vector<Operation> operations()
              M::m_structDetailStyle.requests = list<int>({1, 2, 1, 2, 1, 2, 1, 2, 1, 2});
          },
          [] { return M::appendNewRecord(M::kDetailStyle, 0, M::kFirstCopy) > 0; }, true},
-        {"record with items in a table", [] { StructDetViewDimStrategyMarshal::getStructByKey(1, M::m_structDetViewDimStrategy); },
+        {"record with items in a table",
+         [] { StructDetViewDimStrategyMarshal::getStructByKey(1, M::m_structDetViewDimStrategy); },
          [] { return M::storeCurrentRecord(M::kDetViewDimStrategy, M::kFirstCopy) == 1; }, true},
-        {"deletion", nullptr, [] { return M::deleteRecord(M::kDetViewRequest, KorOdbcKey(2), M::kFirstCopy) == 1; }, true},
+        {"deletion", nullptr,
+         [] { return M::deleteRecord(M::kDetViewRequest, KorOdbcKey(2), M::kFirstCopy) == 1; }, true},
         {"OK", title, [] { return M::setStatusOnOK(M::kDetailStyle, M::kFirstCopy) == 1; }, false},
         {"Cancel", title, [] { return M::setStatusOnCancel(M::kDetailStyle, M::kFirstCopy) == 1; }, false},
         {"Update", title, [] { return M::setStatusOnUpdate(M::kDetailStyle, M::kFirstCopy) == 1; }, false},
         {"import", nullptr,
          [] {
-             return KorODBCDetailStyleExports::importDetail(KorODBCDetailStyleExports::kDetailStyle, KorOdbcKey(101),
-                                                            KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin,
-                                                            KorDSNDefinitions::kDetails, KorDSNDefinitions::kBase) == 1;
+             return KorODBCDetailStyleExports::importDetail(
+                        KorODBCDetailStyleExports::kDetailStyle, KorOdbcKey(101), KorDSNDefinitions::kAddin,
+                        KorDSNDefinitions::kFirstAddin, KorDSNDefinitions::kDetails,
+                        KorDSNDefinitions::kBase) == 1;
          },
          false},
     };
@@ -87,7 +91,9 @@ std::vector<Operation> operations()
 void cancelAll()
 {
     for (int type = 0; type < KorOdbcMan::kTableTypes; ++type)
-        EXPECT_EQ(KorOdbcMan::setStatusOnCancel(static_cast<KorOdbcMan::eTableType>(type), KorOdbcMan::kFirstCopy), 1) << type;
+        EXPECT_EQ(KorOdbcMan::setStatusOnCancel(static_cast<KorOdbcMan::eTableType>(type), KorOdbcMan::kFirstCopy),
+                  1)
+            << type;
 }
 
 /// The disk is full, or fails, from the n-th write on: the operation says so, nothing of it is left, and it can be
@@ -119,7 +125,8 @@ TEST_F(EditFaultsTest, FailingDisk)
             }
             if (operation.cancels || std::string(operation.name) == "Update")
                 cancelAll();
-            KorDatabaseAccess::doSQLStatement(KorDSNDefinitions::kDetails, L"UPDATE DetailStyle SET TitleFormat = 'T %s'");
+            KorDatabaseAccess::doSQLStatement(KorDSNDefinitions::kDetails,
+                                              L"UPDATE DetailStyle SET TitleFormat = 'T %s'");
         }
     }
 }
@@ -144,7 +151,8 @@ TEST_F(EditFaultsTest, LockedByAnotherProcess)
         cancelAll();
     }
     // start-up, too: the copies that it could not bring back are brought back by the next call
-    KorDatabaseAccess::doSQLStatement(KorDSNDefinitions::kDetails, L"CREATE TABLE Linetypes_VELCopy AS SELECT * FROM Linetypes WHERE [Key] = 2");
+    KorDatabaseAccess::doSQLStatement(
+        KorDSNDefinitions::kDetails, L"CREATE TABLE Linetypes_VELCopy AS SELECT * FROM Linetypes WHERE [Key] = 2");
     Man::m_bInitializeTables = true;
     sqlite3* other = nullptr;
     ASSERT_EQ(sqlite3_open((m_folder->path() / "details.db").c_str(), &other), SQLITE_OK);

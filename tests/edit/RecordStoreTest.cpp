@@ -1,7 +1,6 @@
 #include "DetailTypes.h"
-#include "support/DetailFixture.h"
-
 #include "project/KorODBCUserProfile.h"
+#include "support/DetailFixture.h"
 
 using namespace details;
 
@@ -46,9 +45,9 @@ TEST_F(RecordStoreTest, NamesKeysAndColumnsOfEveryType)
     EXPECT_EQ(Man::getNumberOfColumns(Man::kDetailStyle, count), 0);
     EXPECT_EQ(count, -1);
     Man::reloadInfoForAllManagers(7);
-    for (const int counter : {Man::m_DSMReloadInfo, Man::m_DSMNewReloadInfo, Man::m_DPMReloadInfo,
-                              Man::m_AnnotationManagerReloadInfo, Man::m_ProcessesSuiteReloadInfo,
-                              Man::m_QuickDocManagerReloadInfo, Man::m_DSMResetDetViewRequestCache})
+    for (const int counter :
+         {Man::m_DSMReloadInfo, Man::m_DSMNewReloadInfo, Man::m_DPMReloadInfo, Man::m_AnnotationManagerReloadInfo,
+          Man::m_ProcessesSuiteReloadInfo, Man::m_QuickDocManagerReloadInfo, Man::m_DSMResetDetViewRequestCache})
         EXPECT_EQ(counter, 7);
 }
 
@@ -95,7 +94,8 @@ TEST_F(RecordStoreTest, StatementsPerRecord)
             EXPECT_EQ(second, textKey ? 1 : first + 1);
             EXPECT_EQ(executed(statements, "INSERT INTO " + row), 1);
             EXPECT_EQ(executed(statements, "UPDATE"), 0);
-            EXPECT_EQ(executed(statements, "INSERT INTO " + itemTable) + executed(statements, "INSERT INTO [" + itemTable),
+            EXPECT_EQ(executed(statements, "INSERT INTO " + itemTable) +
+                          executed(statements, "INSERT INTO [" + itemTable),
                       items);
             EXPECT_EQ(executed(statements, "DELETE FROM [" + itemTable + "] "), items > 0 ? 1 : 0);
             EXPECT_EQ(executed(statements, "COMMIT"), 1);
@@ -133,14 +133,15 @@ TEST_F(RecordStoreTest, ColumnsInTheOrderOfWriting)
     for (const std::string& sql : statements.take())
         if (sql.starts_with("INSERT INTO [") && sql.find("] ([Key]") != std::string::npos)
             inserts.push_back(sql.substr(0, sql.find(')')));
-    EXPECT_EQ(inserts,
-              (Texts{"INSERT INTO [DetailStyle] ([Key], [RunName], [ViewArrangeStrategy], [DetailOrientation], "
-                     "[ObjectSelectionStrategy], [TitleFormat], [TitlePosition], [CutViewTitleFormat], "
-                     "[CutViewTitlePosition], [ScaleFormat], [DateFormat], [FrameAppearance], [NumberRequests], "
-                     "[ObjectPosition], [AutomaticClipping], [OwnerText], [Request1], [Request2]",
-                     "INSERT INTO [DetArrangerStrategy] ([Key], [RunName], [TerminateOnFirstFit], [ArrangeGlobally], "
-                     "[ArrangeInCenter], [LengthItems], [OwnerText], [SearchArea1], [SearchDirection1], [MinDistance1], "
-                     "[MaxDistance1], [SearchArea2], [SearchDirection2], [MinDistance2], [MaxDistance2]"}));
+    EXPECT_EQ(
+        inserts,
+        (Texts{"INSERT INTO [DetailStyle] ([Key], [RunName], [ViewArrangeStrategy], [DetailOrientation], "
+               "[ObjectSelectionStrategy], [TitleFormat], [TitlePosition], [CutViewTitleFormat], "
+               "[CutViewTitlePosition], [ScaleFormat], [DateFormat], [FrameAppearance], [NumberRequests], "
+               "[ObjectPosition], [AutomaticClipping], [OwnerText], [Request1], [Request2]",
+               "INSERT INTO [DetArrangerStrategy] ([Key], [RunName], [TerminateOnFirstFit], [ArrangeGlobally], "
+               "[ArrangeInCenter], [LengthItems], [OwnerText], [SearchArea1], [SearchDirection1], [MinDistance1], "
+               "[MaxDistance1], [SearchArea2], [SearchDirection2], [MinDistance2], [MaxDistance2]"}));
 }
 
 /// The statements with which items are stored in tables of their own.
@@ -148,16 +149,19 @@ TEST_F(RecordStoreTest, ItemStatements)
 {
     const std::string name = awkward, quoted = "O''Träger [x] 100%d \"梁\" 🏗)";
     put(details, StructDetailStyleMap{1, L"map", L"", 0, list<StructDetailStyleMapItem>({})});
-    put(details, StructDetProcessesSuiteDefinition{1, L"suite", L"", L"", 0, list<StructDetProcessesSuiteItem>({})});
+    put(details,
+        StructDetProcessesSuiteDefinition{1, L"suite", L"", L"", 0, list<StructDetProcessesSuiteItem>({})});
     put(details, StructDetProcessScales{1, L"scales", L"", 0, list<StructDetProcessScalesItem>({})});
-    Man::m_structDetObjReprMap = {1, L"m", L"o", 0,
-                                  list<StructDetObjReprMapItem>({{9, 9, 501, text(name), 1, 2, 3, 4, 5, -1, 1.5, 1},
-                                                                 {9, 9, 0, L"", 2, -1, -1, 4, 5, 6, -0.25, 0}})};
-    Man::m_structDetViewDimStrategy = {1, L"d", 0, L"o", 0,
-                                       list<StructDetViewDimStrategyItem>({{9, 9, text(name), L"it's", 1, 2, 3, 4, 5, 6}})};
-    Man::m_structDetailStyleMap = {1, L"s", L"o", 0, list<StructDetailStyleMapItem>({{9, 9, text(name), 1, 2, 3}})};
-    Man::m_structDetProcessesSuiteDefinition = {1, L"p", L"", L"o", 0,
-                                                list<StructDetProcessesSuiteItem>({{9, 9, 1, 2, text(name)}})};
+    Man::m_structDetObjReprMap = {
+        1, L"m", L"o", 0,
+        list<StructDetObjReprMapItem>(
+            {{9, 9, 501, text(name), 1, 2, 3, 4, 5, -1, 1.5, 1}, {9, 9, 0, L"", 2, -1, -1, 4, 5, 6, -0.25, 0}})};
+    Man::m_structDetViewDimStrategy = {
+        1, L"d", 0, L"o", 0, list<StructDetViewDimStrategyItem>({{9, 9, text(name), L"it's", 1, 2, 3, 4, 5, 6}})};
+    Man::m_structDetailStyleMap = {1, L"s", L"o", 0,
+                                   list<StructDetailStyleMapItem>({{9, 9, text(name), 1, 2, 3}})};
+    Man::m_structDetProcessesSuiteDefinition = {
+        1, L"p", L"", L"o", 0, list<StructDetProcessesSuiteItem>({{9, 9, 1, 2, text(name)}})};
     StructDetObjQualifierSetMarshal::getStructByKey(1, Man::m_structDetObjQualifierSet);
     Man::m_structDetProcessScales = {1, L"c", L"o", 0, list<StructDetProcessScalesItem>({})};
     const struct {
@@ -167,26 +171,37 @@ TEST_F(RecordStoreTest, ItemStatements)
         {Man::kDetObjReprMap,
          {"DELETE FROM [DetObjReprMapItems]  WHERE [DetObjReprMapItems].[Key]=1",
           "INSERT INTO DetObjReprMapItems ([Key], [Order], [Description], [OwnerText], [ObjQualifier], "
-          "[GeometricRestrictions], [DepthPosition], [Appearance], [AnnotationStrategy], [LineType], [SimplifiedGap], "
-          "[CompassMark])  VALUES  ( 1, 0, 501, '" + quoted + "', 1, 2, 3, 4, 5, -1, 1.500000, 1) ",
+          "[GeometricRestrictions], [DepthPosition], [Appearance], [AnnotationStrategy], [LineType], "
+          "[SimplifiedGap], "
+          "[CompassMark])  VALUES  ( 1, 0, 501, '" +
+              quoted + "', 1, 2, 3, 4, 5, -1, 1.500000, 1) ",
           "INSERT INTO DetObjReprMapItems ([Key], [Order], [Description], [OwnerText], [ObjQualifier], "
-          "[GeometricRestrictions], [DepthPosition], [Appearance], [AnnotationStrategy], [LineType], [SimplifiedGap], "
+          "[GeometricRestrictions], [DepthPosition], [Appearance], [AnnotationStrategy], [LineType], "
+          "[SimplifiedGap], "
           "[CompassMark])  VALUES  ( 1, 1, 0, '', 2, -1, -1, 4, 5, 6, -0.250000, 0) "}},
         {Man::kDetViewDimStrategy,
          {"DELETE FROM [DetViewDimStrategyItems]  WHERE [DetViewDimStrategyItems].[Key]=1",
-          "INSERT INTO DetViewDimStrategyItems ([Key], [Order], [Description], [OwnerText], [Type], [RequestLinear], "
-          "[GroupEqualDistances], [BrokenRunningDimension], [RunningDimensionTextAlignment], [HideDimensionPoint])  "
-          "VALUES  ( 1, 0, '" + quoted + "', 'it''s', 1, 2, 3, 4, 5, 6) "}},
+          "INSERT INTO DetViewDimStrategyItems ([Key], [Order], [Description], [OwnerText], [Type], "
+          "[RequestLinear], "
+          "[GroupEqualDistances], [BrokenRunningDimension], [RunningDimensionTextAlignment], "
+          "[HideDimensionPoint])  "
+          "VALUES  ( 1, 0, '" +
+              quoted + "', 'it''s', 1, 2, 3, 4, 5, 6) "}},
         {Man::kDetailStyleMap,
          {"DELETE FROM [DetailStyleMapItems]  WHERE [DetailStyleMapItems].[Key]=1",
           "INSERT INTO DetailStyleMapItems ([Key], [Order], [Script], [ObjQualifierSet], [DetailStyle], "
-          "[DetailStyleOverrides])  VALUES  ( 1, 0, '" + quoted + "', 1, 2, 3) "}},
+          "[DetailStyleOverrides])  VALUES  ( 1, 0, '" +
+              quoted + "', 1, 2, 3) "}},
         {Man::kDetProcessesSuiteDefinition,
          {"DELETE FROM [DetProcessesSuiteItems]  WHERE [DetProcessesSuiteItems].[Key]=1",
-          "INSERT INTO DetProcessesSuiteItems ([Key], [Order], [Process], [ObjectSelection], [OwnerText])  VALUES  "
-          "( 1, 0, 1, 2, '" + quoted + "') "}},
-        {Man::kDetObjQualifierSet, {"DELETE FROM [DetObjQualifierSetItem]  WHERE [DetObjQualifierSetItem].IdDetObjQualifierSet=1"}},
-        {Man::kDetailProcessScales, {"DELETE FROM [DetailProcessScalesItem]  WHERE [DetailProcessScalesItem].DetProcScaleId=1"}},
+          "INSERT INTO DetProcessesSuiteItems ([Key], [Order], [Process], [ObjectSelection], [OwnerText])  VALUES "
+          " "
+          "( 1, 0, 1, 2, '" +
+              quoted + "') "}},
+        {Man::kDetObjQualifierSet,
+         {"DELETE FROM [DetObjQualifierSetItem]  WHERE [DetObjQualifierSetItem].IdDetObjQualifierSet=1"}},
+        {Man::kDetailProcessScales,
+         {"DELETE FROM [DetailProcessScalesItem]  WHERE [DetailProcessScalesItem].DetProcScaleId=1"}},
     };
     for (const auto& [t, expected] : cases) {
         StatementRecorder statements;
@@ -225,25 +240,45 @@ TEST_F(RecordStoreTest, ItemColumns)
         int result;
         Statements statements;
     } cases[] = {
-        {Man::kDetailStyle, 16 + 3, 5, 1,
+        {Man::kDetailStyle,
+         16 + 3,
+         5,
+         1,
          {"ALTER TABLE DetailStyle ADD Request4 INT", "ALTER TABLE DetailStyle ADD Request5 INT"}},
         {Man::kDetailStyle, 16 + 3, 3, 1, {}},
         {Man::kDetailStyle, 16 + 3, 0, 1, {}},
-        {Man::kDetArrangerControl, 9 + 3, 2, 1,
-         {"ALTER TABLE DetArrangerControl ADD Angle2 FLOAT", "ALTER TABLE DetArrangerControl ADD PreferredDistance2 FLOAT",
+        {Man::kDetArrangerControl,
+         9 + 3,
+         2,
+         1,
+         {"ALTER TABLE DetArrangerControl ADD Angle2 FLOAT",
+          "ALTER TABLE DetArrangerControl ADD PreferredDistance2 FLOAT",
           "ALTER TABLE DetArrangerControl ADD MaxDistance2 FLOAT"}},
         // eight columns count as two items though an item adds three
         {Man::kDetArrangerStrategy, 7 + 8, 2, 1, {}},
-        {Man::kDetArrangerStrategy, 7 + 8, 3, 1,
-         {"ALTER TABLE DetArrangerStrategy ADD SearchArea3 INT", "ALTER TABLE DetArrangerStrategy ADD MinDistance3 FLOAT",
+        {Man::kDetArrangerStrategy,
+         7 + 8,
+         3,
+         1,
+         {"ALTER TABLE DetArrangerStrategy ADD SearchArea3 INT",
+          "ALTER TABLE DetArrangerStrategy ADD MinDistance3 FLOAT",
           "ALTER TABLE DetArrangerStrategy ADD MaxDistance3 FLOAT"}},
         {Man::kDetViewDimRequestLinear, 14 + 1, 2, 1, {"ALTER TABLE DetViewDimRequestLinear ADD Point2 INT"}},
-        {Man::kDetObjQualifierSet, 5, 1, 1,
-         {"ALTER TABLE DetObjQualifierSet ADD ObjectQualifier1 INT", "ALTER TABLE DetObjQualifierSet ADD ModelRole1 VARCHAR(255)",
+        {Man::kDetObjQualifierSet,
+         5,
+         1,
+         1,
+         {"ALTER TABLE DetObjQualifierSet ADD ObjectQualifier1 INT",
+          "ALTER TABLE DetObjQualifierSet ADD ModelRole1 VARCHAR(255)",
           "ALTER TABLE DetObjQualifierSet ADD Filter1 VARCHAR(64)"}},
-        {Man::kDetObjReprMap, 4, 1, 1,
-         {"ALTER TABLE DetObjReprMapsNew ADD ObjQualifier1 INT", "ALTER TABLE DetObjReprMapsNew ADD Appearance1 INT",
-          "ALTER TABLE DetObjReprMapsNew ADD AnnotationStrategy1 INT", "ALTER TABLE DetObjReprMapsNew ADD LineType1 INT",
+        {Man::kDetObjReprMap,
+         4,
+         1,
+         1,
+         {"ALTER TABLE DetObjReprMapsNew ADD ObjQualifier1 INT",
+          "ALTER TABLE DetObjReprMapsNew ADD Appearance1 INT",
+          "ALTER TABLE DetObjReprMapsNew ADD AnnotationStrategy1 INT",
+          "ALTER TABLE DetObjReprMapsNew ADD LineType1 INT",
           "ALTER TABLE DetObjReprMapsNew ADD SimplifiedGap1 FLOAT"}},
         {Man::kDetManualAnnotationType, 5, 9, 1, {}}, // declares a column and names none
         {Man::kDetHatchSettings, 8, 9, 1, {}},        // names a column and declares none
@@ -275,13 +310,11 @@ TEST_F(RecordStoreTest, KeysAndOwnersOfNewRecords)
         int key;
         const char* owner;
     } cases[] = {
-        {details, base, 0, 1, 40, 3, "OFFICE"},          // the base chooses its keys itself
-        {details, base, 1, 1, 40, 40, "theirs"},         // except in a transfer
-        {details, base, 1, 1, 1, 41, "theirs"},          // where the key is taken, too
-        {details, base, 0, 0, 7, 42, "OFFICE"},
-        {addin, firstAddin, 0, 1, 40, 40, "OFFICE"},
-        {addin, firstAddin, 0, 1, 101, 103, "OFFICE"},
-        {addin, firstAddin, 0, 0, 50, 104, "OFFICE"},
+        {details, base, 0, 1, 40, 3, "OFFICE"},  // the base chooses its keys itself
+        {details, base, 1, 1, 40, 40, "theirs"}, // except in a transfer
+        {details, base, 1, 1, 1, 41, "theirs"},  // where the key is taken, too
+        {details, base, 0, 0, 7, 42, "OFFICE"},        {addin, firstAddin, 0, 1, 40, 40, "OFFICE"},
+        {addin, firstAddin, 0, 1, 101, 103, "OFFICE"}, {addin, firstAddin, 0, 0, 50, 104, "OFFICE"},
         {addin, firstAddin, 0, 2, 50, 105, "OFFICE"},
     };
     for (const auto& [dsn, index, exporting, keepKey, wanted, key, owner] : cases) {
@@ -323,9 +356,11 @@ TEST_F(RecordStoreTest, AttributesOfEveryKind)
     for (const eDSN dsn : {details, addin}) {
         current(dsn, dsn == details ? base : firstAddin);
         put(dsn, StructDetObjQualifierFilter{L"it's", L"n", L"s", L"o"});
-        EXPECT_EQ(Man::setAttribute(Man::kDetObjQualifierFilter, KorString(L"it's"), 2, text(awkward), 1, depth(0)), 1);
+        EXPECT_EQ(
+            Man::setAttribute(Man::kDetObjQualifierFilter, KorString(L"it's"), 2, text(awkward), 1, depth(0)), 1);
         KorCellData value;
-        KorDatabaseAccess::getTableColumnValue(dsn, L"DetObjQualifierFilter", L"Key", KorCellData(L"it's"), 2, value);
+        KorDatabaseAccess::getTableColumnValue(dsn, L"DetObjQualifierFilter", L"Key", KorCellData(L"it's"), 2,
+                                               value);
         EXPECT_EQ(value.getStringW().toUtf8(), awkward);
     }
     current(details, base);
@@ -408,7 +443,9 @@ TEST_F(RecordStoreTest, ItemsThatReferToNothing)
     EXPECT_EQ(Man::m_structDetObjReprMap.items[0].geometricRestrictions, 9);
 
     put(details, StructDetRequestType{1, L"chain"});
-    const auto request = [](int kind, int linear) { return StructDetViewDimStrategyItem{1, 0, L"", L"", kind, linear, 0, 0, 0, 0}; };
+    const auto request = [](int kind, int linear) {
+        return StructDetViewDimStrategyItem{1, 0, L"", L"", kind, linear, 0, 0, 0, 0};
+    };
     Man::m_structDetViewDimStrategy.items =
         list<StructDetViewDimStrategyItem>({request(1, 1), request(2, 1), request(1, 9), request(1, 2)});
     Man::checkItems(Man::kDetViewDimStrategy);
@@ -422,9 +459,12 @@ TEST_F(RecordStoreTest, ItemsThatReferToNothing)
 
 TEST_F(RecordStoreTest, Ownership)
 {
-    const auto isOneOf = [](int t, std::initializer_list<int> list) { return std::find(list.begin(), list.end(), t) != list.end(); };
+    const auto isOneOf = [](int t, std::initializer_list<int> list) {
+        return std::find(list.begin(), list.end(), t) != list.end();
+    };
     for (const char* user : {"OFFICE", "VEL", "PC-VEL", "vel"}) {
-        sql(configuration, {"UPDATE Default_STR SET Value = '" + std::string(user) + "' WHERE [Key] = 'ODBC_OwnerKey'"});
+        sql(configuration,
+            {"UPDATE Default_STR SET Value = '" + std::string(user) + "' WHERE [Key] = 'ODBC_OwnerKey'"});
         const bool isSystem = std::string(user) == "VEL" || std::string(user) == "PC-VEL";
         EXPECT_EQ(Man::isCurrentOwnerVEL(), isSystem) << user;
         EXPECT_EQ(KorODBCUserProfile::m_charOwnerText.toUtf8(), user);
@@ -440,7 +480,8 @@ TEST_F(RecordStoreTest, Ownership)
                 if (byOwner)
                     known.description().ownerColumn()->text(known.record) = text(owner);
                 const bool ownedBySystem = std::string(owner) != "OFFICE";
-                EXPECT_EQ(Man::getAttributeStatus(type(t)), byOwner ? !ownedBySystem || isSystem : t == 24) << t << owner;
+                EXPECT_EQ(Man::getAttributeStatus(type(t)), byOwner ? !ownedBySystem || isSystem : t == 24)
+                    << t << owner;
             }
             EXPECT_EQ(assertions.take().size(), byOwner || t == 24 ? 0u : 3u) << t;
         }

@@ -11,10 +11,7 @@ namespace {
 
 class KorODBCMainTest : public RepositoryTest {
 protected:
-    static std::string prompt()
-    {
-        return KorPromptsProxy::getInstance()->getPrompt(L"Test", 1, L"none").toUtf8();
-    }
+    static std::string prompt() { return KorPromptsProxy::getInstance()->getPrompt(L"Test", 1, L"none").toUtf8(); }
     /// Changes the prompt in the database, not in what was read of it.
     static void setPrompt(const std::string& text)
     {
@@ -71,8 +68,7 @@ TEST(KorODBCMainDeathTest, UnloadingSetsTheShutDownFlag)
             witness.armed = true;
             std::exit(0);
         },
-        testing::ExitedWithCode(42),
-        "");
+        testing::ExitedWithCode(42), "");
 }
 
 } // namespace

@@ -13,9 +13,8 @@ class KorOdbcTablesTest : public RepositoryTest {};
 
 TEST_F(KorOdbcTablesTest, NamesTableWithItsDataSource)
 {
-    sql(configuration,
-        {"INSERT INTO TableAliases VALUES (1, 'Sections', 'ProfileMasterTable')",
-         "CREATE TABLE [it's 100% [x 🔩] (Key INTEGER PRIMARY KEY)"});
+    sql(configuration, {"INSERT INTO TableAliases VALUES (1, 'Sections', 'ProfileMasterTable')",
+                        "CREATE TABLE [it's 100% [x 🔩] (Key INTEGER PRIMARY KEY)"});
     struct Case {
         const wchar_t* name;
         int result;
@@ -71,41 +70,20 @@ TEST(KorOdbcTablesResetTest, ShowsWhatAnotherProcessWrote)
         const char* insert;
     };
     for (const Case& one : {
-             Case{"all",
-                  kor_odbc_resetAllTables,
-                  records<StructDevelopersID>,
-                  KorDSNDefinitions::kConfiguration,
-                  "configuration.db",
-                  "INSERT INTO DevelopersIDs(Key) VALUES (1)"},
-             {"auto connection",
-              kor_odbc_resetAutoConnectionTables,
-              records<StructAutoConnectionCategories>,
-              KorDSNDefinitions::kConfiguration,
-              "configuration.db",
+             Case{"all", kor_odbc_resetAllTables, records<StructDevelopersID>, KorDSNDefinitions::kConfiguration,
+                  "configuration.db", "INSERT INTO DevelopersIDs(Key) VALUES (1)"},
+             {"auto connection", kor_odbc_resetAutoConnectionTables, records<StructAutoConnectionCategories>,
+              KorDSNDefinitions::kConfiguration, "configuration.db",
               "INSERT INTO AutoConnectionCategories(Key) VALUES (1)"},
-             {"necessary views",
-              kor_odbc_resetNecessaryViewsTables,
-              records<StructNecessaryViewsConfiguration>,
-              KorDSNDefinitions::kDetails,
-              "details.db",
+             {"necessary views", kor_odbc_resetNecessaryViewsTables, records<StructNecessaryViewsConfiguration>,
+              KorDSNDefinitions::kDetails, "details.db",
               "INSERT INTO NecessaryViewsConfiguration(Key) VALUES (1)"},
-             {"bill of material",
-              kor_odbc_resetBOMTables,
-              records<StructReportType>,
-              KorDSNDefinitions::kProjectAdvance,
-              "projectadvance.db",
-              "INSERT INTO ReportTypes(Key) VALUES (1)"},
-             {"names",
-              kor_odbc_freeDSTVNamesTable,
-              records<StructDSTVNames>,
-              KorDSNDefinitions::kConfiguration,
-              "configuration.db",
-              "INSERT INTO DSTVNames(Key) VALUES (1)"},
-             {"static analysis",
-              kor_odbc_DSTVstatic_freeTables,
-              records<StructDSTVStaticInB04>,
-              KorDSNDefinitions::kConfiguration,
-              "configuration.db",
+             {"bill of material", kor_odbc_resetBOMTables, records<StructReportType>,
+              KorDSNDefinitions::kProjectAdvance, "projectadvance.db", "INSERT INTO ReportTypes(Key) VALUES (1)"},
+             {"names", kor_odbc_freeDSTVNamesTable, records<StructDSTVNames>, KorDSNDefinitions::kConfiguration,
+              "configuration.db", "INSERT INTO DSTVNames(Key) VALUES (1)"},
+             {"static analysis", kor_odbc_DSTVstatic_freeTables, records<StructDSTVStaticInB04>,
+              KorDSNDefinitions::kConfiguration, "configuration.db",
               "INSERT INTO DSTV_Static_In_B04(Key) VALUES (1)"},
          }) {
         SCOPED_TRACE(one.what);

@@ -11,12 +11,11 @@ protected:
     void SetUp() override
     {
         RepositoryTest::SetUp();
-        sql(configuration,
-            {"CREATE TABLE ByText (Id TEXT PRIMARY KEY NOT NULL, Name TEXT, Size INTEGER)",
-             "INSERT INTO ByText VALUES ('old', 'x', 1)",
-             "CREATE TABLE ByNumber (Id INTEGER PRIMARY KEY, Name TEXT, Size INTEGER)",
-             "INSERT INTO ByNumber VALUES (7, 'x', 1)",
-             "INSERT INTO TableAliases VALUES (1, 'Alias', 'ByNumber')"});
+        sql(configuration, {"CREATE TABLE ByText (Id TEXT PRIMARY KEY NOT NULL, Name TEXT, Size INTEGER)",
+                            "INSERT INTO ByText VALUES ('old', 'x', 1)",
+                            "CREATE TABLE ByNumber (Id INTEGER PRIMARY KEY, Name TEXT, Size INTEGER)",
+                            "INSERT INTO ByNumber VALUES (7, 'x', 1)",
+                            "INSERT INTO TableAliases VALUES (1, 'Alias', 'ByNumber')"});
     }
 };
 
@@ -48,8 +47,7 @@ TEST_F(UserTableRowsTest, AppendsRows)
         SetUp();
         int kind = one.kind, number = one.number;
         KorString text(one.text);
-        EXPECT_EQ(appendUserTableRow(KorString::fromUtf8(one.table), kind, text, number, one.keepKey),
-                  one.result);
+        EXPECT_EQ(appendUserTableRow(KorString::fromUtf8(one.table), kind, text, number, one.keepKey), one.result);
         EXPECT_EQ(kind, one.newKind);
         EXPECT_EQ(text, KorString(one.newText));
         EXPECT_EQ(number, one.newNumber);

@@ -11,11 +11,9 @@ protected:
     void SetUp() override
     {
         RepositoryTest::SetUp();
-        sql(configuration,
-            {"INSERT INTO TableAliases VALUES (1, 'MyPlates', 'Plates'), (2, 'Loop', 'Loop')"});
-        sql(details,
-            {"CREATE TABLE Plates (Key INTEGER PRIMARY KEY, Name TEXT, Width INTEGER)",
-             "INSERT INTO Plates VALUES (1, 'it''s', 10), (2, 'ä[b]%d', 20), (3, '板🔩', 30)"});
+        sql(configuration, {"INSERT INTO TableAliases VALUES (1, 'MyPlates', 'Plates'), (2, 'Loop', 'Loop')"});
+        sql(details, {"CREATE TABLE Plates (Key INTEGER PRIMARY KEY, Name TEXT, Width INTEGER)",
+                      "INSERT INTO Plates VALUES (1, 'it''s', 10), (2, 'ä[b]%d', 20), (3, '板🔩', 30)"});
     }
     static const Texts plates;
 };
@@ -120,8 +118,7 @@ TEST_F(TableMaintenanceTest, StatementsAndResults)
 TEST_F(TableMaintenanceTest, OperationsGoToTheGivenDataSource)
 {
     sql(configuration,
-        {"CREATE TABLE Plates (Key INTEGER PRIMARY KEY, Name TEXT)",
-         "INSERT INTO Plates VALUES (7, 'other')"});
+        {"CREATE TABLE Plates (Key INTEGER PRIMARY KEY, Name TEXT)", "INSERT INTO Plates VALUES (7, 'other')"});
     StatementRecorder statements;
     KorOdbcGUI::deleteTableInformation(L"Plates", configuration);
     EXPECT_EQ(statements.events().at(0).dsn, configuration);
@@ -139,22 +136,17 @@ TEST_F(TableMaintenanceTest, BackupAndRestore)
     for (const bool inSource : {false, true}) {
         SCOPED_TRACE(inSource);
         const KorString table(L"MyPlates"), copy(L"Plates_Copy");
-        EXPECT_EQ(inSource ? KorOdbcGUI::backupTable(table, copy, details)
-                           : KorOdbcGUI::backupTable(table, copy),
+        EXPECT_EQ(inSource ? KorOdbcGUI::backupTable(table, copy, details) : KorOdbcGUI::backupTable(table, copy),
                   1);
         EXPECT_EQ(rows(details, "Plates_Copy"), plates);
-        sql(details,
-            {"DELETE FROM Plates WHERE Key > 1",
-             "UPDATE Plates SET Name = 'edited'",
-             "INSERT INTO Plates VALUES (9, 'new', 0)"});
+        sql(details, {"DELETE FROM Plates WHERE Key > 1", "UPDATE Plates SET Name = 'edited'",
+                      "INSERT INTO Plates VALUES (9, 'new', 0)"});
 
         StatementRecorder statements;
-        EXPECT_EQ(inSource ? KorOdbcGUI::restoreTable(table, copy, details)
-                           : KorOdbcGUI::restoreTable(table, copy),
-                  1);
+        EXPECT_EQ(
+            inSource ? KorOdbcGUI::restoreTable(table, copy, details) : KorOdbcGUI::restoreTable(table, copy), 1);
         EXPECT_EQ(statements.take(),
-                  (Texts{"DELETE FROM [Plates] ",
-                         "INSERT INTO [Plates] SELECT * FROM  [Plates_Copy]",
+                  (Texts{"DELETE FROM [Plates] ", "INSERT INTO [Plates] SELECT * FROM  [Plates_Copy]",
                          "DROP TABLE [Plates_Copy]"}));
         EXPECT_EQ(rows(details, "Plates"), plates);
         EXPECT_FALSE(exists(details, "Plates_Copy"));
@@ -197,9 +189,8 @@ TEST_F(TableMaintenanceTest, RestoringFromACopyWithOtherColumns)
 TEST_F(TableMaintenanceTest, FailedInsertKeepsTheCopy)
 {
     // as many columns, but a row that the table refuses
-    sql(details,
-        {"CREATE TABLE Plates_Copy (Key TEXT, Name TEXT, Width INTEGER)",
-         "INSERT INTO Plates_Copy VALUES ('no number', 'x', 1)"});
+    sql(details, {"CREATE TABLE Plates_Copy (Key TEXT, Name TEXT, Width INTEGER)",
+                  "INSERT INTO Plates_Copy VALUES ('no number', 'x', 1)"});
     EXPECT_EQ(KorOdbcGUI::restoreTable(L"Plates", L"Plates_Copy", details), 0);
     EXPECT_EQ(rows(details, "Plates_Copy"), Texts{"no number|x|1"});
     sql(details, {"UPDATE Plates_Copy SET Key = 5"});
@@ -248,16 +239,14 @@ TEST_F(TableMaintenanceTest, SurplusColumnsGoFromTheEnd)
 
 TEST_F(TableMaintenanceTest, TwelveColumnsBackToTen)
 {
-    sql(details,
-        {"CREATE TABLE Wide (Key INTEGER PRIMARY KEY, C2, C3, C4, C5, C6, C7, C8, C9, C10)",
-         "INSERT INTO Wide(Key, C10) VALUES (1, 'x')"});
+    sql(details, {"CREATE TABLE Wide (Key INTEGER PRIMARY KEY, C2, C3, C4, C5, C6, C7, C8, C9, C10)",
+                  "INSERT INTO Wide(Key, C10) VALUES (1, 'x')"});
     EXPECT_EQ(KorOdbcGUI::backupTable(L"Wide", L"Wide_Copy"), 1);
     EXPECT_EQ(KorOdbcGUI::setNewColumns(L"Wide", korTexts({"C11 TEXT", "C12 TEXT"})), 1);
     sql(details, {"UPDATE Wide SET C11 = 'y', C10 = 'z'"});
     StatementRecorder statements;
     EXPECT_EQ(KorOdbcGUI::restoreTableStructure(L"Wide", L"Wide_Copy"), 1);
-    EXPECT_EQ(statements.take(),
-              (Texts{"ALTER TABLE Wide DROP COLUMN C12", "ALTER TABLE Wide DROP COLUMN C11"}));
+    EXPECT_EQ(statements.take(), (Texts{"ALTER TABLE Wide DROP COLUMN C12", "ALTER TABLE Wide DROP COLUMN C11"}));
     EXPECT_EQ(KorOdbcGUI::restoreTable(L"Wide", L"Wide_Copy", details), 1);
     EXPECT_EQ(rows(details, "Wide"), Texts{"1|||||||||x"});
 }
@@ -267,9 +256,8 @@ TEST_F(TableMaintenanceTest, NamesAreNamesAndNothingElse)
     for (const std::string name : {"it's 100% %s", "Träger 板", "🔩", "a [b", "x; --"}) {
         SCOPED_TRACE(name);
         const KorString table = KorString::fromUtf8(name), copy = table + L"_VELCopy";
-        sql(details,
-            {"CREATE TABLE [" + name + "] (Key INTEGER PRIMARY KEY, Name TEXT)",
-             "INSERT INTO [" + name + "] VALUES (1, 'a')"});
+        sql(details, {"CREATE TABLE [" + name + "] (Key INTEGER PRIMARY KEY, Name TEXT)",
+                      "INSERT INTO [" + name + "] VALUES (1, 'a')"});
         EXPECT_EQ(KorOdbcGUI::backupTable(table, copy), 1);
         EXPECT_EQ(KorOdbcGUI::updateTableInformation(table, L"[Name]='b'", L"[Key]=1"), 1);
         EXPECT_EQ(rows(details, name), Texts{"1|b"});
@@ -317,8 +305,8 @@ TEST_F(TableMaintenanceTest, RecordsFollowTheirTable)
     EXPECT_EQ(KorOdbcGUI::backupTable(L"Authors", copy), 1);
     KorCellData name;
     const auto companyName = [&] {
-        return KorDatabaseAccess::getTableColumnValue(
-                   configuration, L"Authors", L"CompanyText", L"ACME", 1, name) == 1
+        return KorDatabaseAccess::getTableColumnValue(configuration, L"Authors", L"CompanyText", L"ACME", 1,
+                                                      name) == 1
                    ? name.getStringW().toUtf8()
                    : "none";
     };

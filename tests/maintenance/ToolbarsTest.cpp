@@ -49,8 +49,7 @@ TEST_F(ToolbarsTest, WritesInTheToolbarSourceWhateverIsCurrent)
     toolbar.key = 2;
     toolbar.runName = L"Edit 2";
     toolbar.docking = 4;
-    sql(configuration,
-        {"CREATE TABLE Toolbars (Key, A, B, C, D, E, F)", "INSERT INTO Toolbars(Key) VALUES (2)"});
+    sql(configuration, {"CREATE TABLE Toolbars (Key, A, B, C, D, E, F)", "INSERT INTO Toolbars(Key) VALUES (2)"});
     const KorDSNRequest request(configuration, KorDSNDefinitions::kBase);
     EXPECT_EQ(KorOdbcGUI::putToolbarInformation(toolbar), 1);
     EXPECT_EQ(rows(configuration, "Toolbars"), Texts{"2||||||"});

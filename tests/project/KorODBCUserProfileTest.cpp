@@ -68,8 +68,7 @@ TEST_F(KorODBCUserProfileTest, OwnerIsEnteredOnce)
 TEST_F(KorODBCUserProfileTest, KnownOwnerCostsNoStatement)
 {
     sql(configuration,
-        {"INSERT INTO Default_STR VALUES ('ODBC_OwnerKey','ACME')",
-         "INSERT INTO Authors VALUES ('ACME','Acme')"});
+        {"INSERT INTO Default_STR VALUES ('ODBC_OwnerKey','ACME')", "INSERT INTO Authors VALUES ('ACME','Acme')"});
     const KorDSNRequest request(details, KorDSNDefinitions::kBase); // another database is current
     KorODBCUserProfile::resetOwnerText();
     StatementRecorder statements(true);

@@ -123,14 +123,12 @@ TEST(KorRegExWrapperTest, MatchesAndSearches)
     EXPECT_EQ(position * 10 + length, 22);
     ASSERT_TRUE(expression.search(L"\U0001F529 \u00E41 \u94A2 b2", 3, position, length));
     EXPECT_EQ(position * 10 + length, 72);
-    EXPECT_FALSE(expression.search(L"b2", 1, position, length) ||
-                 expression.search(L"b2", 9, position, length));
+    EXPECT_FALSE(expression.search(L"b2", 1, position, length) || expression.search(L"b2", 9, position, length));
     EXPECT_EQ(position, 7);
     EXPECT_TRUE(KorRegExWrapper(L"HEA\u00C4", false).match(L"hea\u00E4"));
 
     // A backtracking engine would not come back from this one.
-    EXPECT_FALSE(
-        KorRegExWrapper(L"(a+)+$").match(KorString(std::wstring_view(std::wstring(5000, L'a') + L'b'))));
+    EXPECT_FALSE(KorRegExWrapper(L"(a+)+$").match(KorString(std::wstring_view(std::wstring(5000, L'a') + L'b'))));
 }
 
 TEST(KorLogfileTest, OpensWithTheFirstLine)

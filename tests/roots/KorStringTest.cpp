@@ -86,8 +86,8 @@ TEST(KorStringTest, DecodesUtf8)
     for (const Case& one : faulty)
         EXPECT_EQ(KorString::fromUtf8(one.utf8), std::wstring_view(one.wide));
 
-    const wchar_t noCodePoints[] = {
-        L'x', static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0x110000), static_cast<wchar_t>(-1), L'y'};
+    const wchar_t noCodePoints[] = {L'x', static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0x110000),
+                                    static_cast<wchar_t>(-1), L'y'};
     std::string text = "<";
     KorString(std::wstring_view(noCodePoints, 5)).appendUtf8To(text);
     EXPECT_EQ(text, "<x\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBDy");
@@ -133,8 +133,7 @@ TEST(KorStringTest, ComparesWithoutCase)
         const KorString left(one.left);
         const KorString right(one.right);
         EXPECT_EQ(left.compareNoCase(right), one.order) << left.toUtf8() << ' ' << right.toUtf8();
-        EXPECT_EQ(KorString::strCompareNoCase(right, left), -one.order)
-            << left.toUtf8() << ' ' << right.toUtf8();
+        EXPECT_EQ(KorString::strCompareNoCase(right, left), -one.order) << left.toUtf8() << ' ' << right.toUtf8();
         EXPECT_EQ(left.foldedCase() == right.foldedCase(), one.order == 0) << left.toUtf8();
     }
     EXPECT_LT(KorString(L"B").compare(L"a"), 0);
@@ -192,8 +191,7 @@ template <class Value>
 void expectLikePrintf(const char* pattern, Value value)
 {
     std::string expected(5000, '\0');
-    expected.resize(
-        static_cast<std::size_t>(std::snprintf(expected.data(), expected.size(), pattern, value)));
+    expected.resize(static_cast<std::size_t>(std::snprintf(expected.data(), expected.size(), pattern, value)));
     EXPECT_EQ(KorString::format(KorString::fromUtf8(pattern), value).toUtf8(), expected) << pattern;
 }
 
@@ -211,26 +209,13 @@ TEST(KorStringFormatTest, WritesNumbersLikeC)
             expectLikePrintf((start + "u>").c_str(), static_cast<int>(value));
             expectLikePrintf((start + "u>").c_str(), static_cast<unsigned>(value));
         }
-        const double limits[] = {0.0,
-                                 -0.0,
-                                 0.5,
-                                 1.5,
-                                 2.5,
-                                 0.0005,
-                                 -0.0000001,
-                                 1e15,
-                                 123456.789,
-                                 1e308,
-                                 -5e-324,
-                                 HUGE_VAL,
-                                 -HUGE_VAL,
-                                 std::nan("")};
+        const double limits[] = {0.0,  -0.0,       0.5,   1.5,     2.5,      0.0005,    -0.0000001,
+                                 1e15, 123456.789, 1e308, -5e-324, HUGE_VAL, -HUGE_VAL, std::nan("")};
         for (double value : limits)
             expectLikePrintf((start + "f>").c_str(), value);
         for (int i = 0; i < 200; ++i) {
             const auto digits = static_cast<double>(static_cast<long>(random() % 2000000) - 1000000);
-            expectLikePrintf((start + "lf>").c_str(),
-                             std::ldexp(digits, static_cast<int>(random() % 80) - 40));
+            expectLikePrintf((start + "lf>").c_str(), std::ldexp(digits, static_cast<int>(random() % 80) - 40));
         }
     }
     expectLikePrintf("%.400f", 1e-300);
@@ -247,8 +232,7 @@ TEST(KorStringFormatTest, WritesTextsAndMismatches)
     EXPECT_EQ(KorString::format(L"%s-%s", wide, 5), std::wstring_view(wide + L"-5"));
     EXPECT_EQ(KorString::format(L"%c%c%3c%-3c|", L'\u94A2', 'b', L"cd", 100), L"\u94A2b  cd  |");
     EXPECT_EQ(KorString::format(L"%d|%d|%d", L"12 OR 1=1", L"x", 3.9), L"12|0|3");
-    EXPECT_EQ(KorString::format(L"%f|%s|%d|%u", 2, 0.25, true, 4294967295U),
-              L"2.000000|0.250000|1|4294967295");
+    EXPECT_EQ(KorString::format(L"%f|%s|%d|%u", 2, 0.25, true, 4294967295U), L"2.000000|0.250000|1|4294967295");
     EXPECT_EQ(KorString::format(L"<%d><%s><%5f>", 1), L"<1><><>");
     EXPECT_EQ(KorString::format(L"100% ok %q %5", 1, 2), L"100% ok %q %5");
     EXPECT_EQ(KorString::format(L"%-"), L"%-");

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "edit/KorOdbcMan.h"
+#include "EmbeddedHost.h"
 #include "support/DetailRecords.h"
 #include "support/FaultVfs.h"
-
-#include "EmbeddedHost.h"
-#include "edit/KorOdbcMan.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -145,7 +144,8 @@ inline std::string difference(const std::string& expected, const std::string& fo
     const auto lineFrom = [](const std::string& text, std::size_t from) {
         return from >= text.size() ? "(end)" : text.substr(from, text.find('\n', from) - from);
     };
-    return lineFrom(expected, table) + "\n  expected " + lineFrom(expected, line) + "\n  found    " + lineFrom(found, line);
+    return lineFrom(expected, table) + "\n  expected " + lineFrom(expected, line) + "\n  found    " +
+           lineFrom(found, line);
 }
 
 inline void copyFolder(const fs::path& from, const fs::path& to)

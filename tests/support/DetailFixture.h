@@ -1,14 +1,13 @@
 #pragma once
 
+#include "edit/KorOdbcMan.h"
 #include "support/DetailRecords.h"
 #include "support/RepositoryFixture.h"
-
-#include "edit/KorOdbcMan.h"
 #include "transfer/KorDetailTableDependencies.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 
-/// A repository in memory with one complete detail style in the base details (keys from 1) and one in the add-in (keys
-/// from 101); two country add-ins, empty.
+/// A repository in memory with one complete detail style in the base details (keys from 1) and one in the add-in
+/// (keys from 101); two country add-ins, empty.
 class DetailTest : public RepositoryTest {
 protected:
     using Man = KorOdbcMan;
@@ -52,7 +51,8 @@ protected:
     static std::string cell(eDSN dsn, const std::string& table, int key, int column)
     {
         KorCellData value;
-        return KorDatabaseAccess::getTableColumnValue(dsn, details::text(table), L"Key", KorCellData(key), column, value) == 1
+        return KorDatabaseAccess::getTableColumnValue(dsn, details::text(table), L"Key", KorCellData(key), column,
+                                                      value) == 1
                    ? value.getStringW().toUtf8()
                    : "(none)";
     }

@@ -8,12 +8,11 @@
 #include "records/detail/DetailProcessRecords.h"
 #include "records/detail/DetailStyleRecords.h"
 #include "records/detail/DetailViewRecords.h"
-#include "repository/KorDSNManager.h"
 #include "repository/KorDatabaseAccess.h"
+#include "repository/KorDSNManager.h"
 #include "repository/RecordAccess.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
@@ -61,9 +60,10 @@ inline void insert(eDSN dsn, const RecordDescription& type, const void* record)
         add(std::string(column.name), column, record);
     for (long i = 0; type.numbered.exists() && i < type.numbered.list.length(record); ++i)
         for (const ColumnDescription& column : type.numbered.columns)
-            add(KorString::format(text(std::string(column.name)).c_str(), static_cast<int>(i) + 1).toUtf8(), column,
-                type.numbered.list.at(record, i));
-    const std::string sql = "INSERT INTO [" + std::string(type.table) + "] (" + names + ") VALUES (" + values + ")";
+            add(KorString::format(text(std::string(column.name)).c_str(), static_cast<int>(i) + 1).toUtf8(),
+                column, type.numbered.list.at(record, i));
+    const std::string sql =
+        "INSERT INTO [" + std::string(type.table) + "] (" + names + ") VALUES (" + values + ")";
     EXPECT_EQ(KorDatabaseAccess::doSQLStatement(dsn, text(sql)), 1) << sql;
 }
 
@@ -97,8 +97,8 @@ inline void fillConfiguration()
     put(dsn, StructAuthor{L"OFFICE", L"Steel detailing office"});
 }
 
-/// One detail style that reaches every table a style can reach, twice where it can, and shares components; names end
-/// in `suffix`, keys start behind `base`. Style `base` + 2 has no master.
+/// One detail style that reaches every table a style can reach, twice where it can, and shares components; names
+/// end in `suffix`, keys start behind `base`. Style `base` + 2 has no master.
 inline void fillStyle(eDSN dsn, const std::string& suffix, int base = 0)
 {
     const int a = base + 1, b = base + 2;
@@ -120,9 +120,10 @@ inline void fillStyle(eDSN dsn, const std::string& suffix, int base = 0)
     put(dsn, StructDetObjAnnotationStrategy{a, name("annotate"), a, a, a, a, 1, L"TEXT", 3.5, owner});
     put(dsn, StructDetObjQualifierSetGroup{a, name("sets"), 12});
     for (const int key : {a, b})
-        put(dsn, StructDetObjQualifierSet{key, name(key == a ? "beams" : "plates"), a, owner, 0,
-                                          list<StructDetObjQualifierSetItem>({{-1, -1, 0, key - base, name("role"), L"F'1"},
-                                                                              {-1, -1, 0, 9, KorString(), KorString()}})});
+        put(dsn, StructDetObjQualifierSet{
+                     key, name(key == a ? "beams" : "plates"), a, owner, 0,
+                     list<StructDetObjQualifierSetItem>({{-1, -1, 0, key - base, name("role"), L"F'1"},
+                                                         {-1, -1, 0, 9, KorString(), KorString()}})});
     put(dsn, StructDetObjReprMap{a, name("map"), owner, 0,
                                  list<StructDetObjReprMapItem>({{-1, 0, 501, owner, a, 1, 2, a, a, a, 1.5, 1},
                                                                 {-1, 0, 502, owner, b, 2, 3, b, a, -1, 0, 0}})});
@@ -130,18 +131,20 @@ inline void fillStyle(eDSN dsn, const std::string& suffix, int base = 0)
         put(dsn, StructDetViewDimPointSelection{key, name(key == a ? "ends" : "holes"), 2, key, 1, 0, owner});
     put(dsn, StructDetViewDimRequestLinearGroup{a, name("chains"), 13});
     for (const int key : {a, b})
-        put(dsn, StructDetViewDimRequestLinear{key, name(key == a ? "chain" : "total"), 1, 0, 1, 0, 1, 0, L"L=%d", 1, a,
-                                               key, owner, 0, key == a ? list<int>({a, b}) : list<int>({b})});
-    put(dsn, StructDetViewDimStrategy{a, name("dimensions"), 1, owner, 0,
-                                      list<StructDetViewDimStrategyItem>({{-1, 0, name("first"), owner, 1, a, 1, 0, 2, 0},
-                                                                          {-1, 0, L"it's", owner, 2, b, 0, 1, 0, 1}})});
+        put(dsn,
+            StructDetViewDimRequestLinear{key, name(key == a ? "chain" : "total"), 1, 0, 1, 0, 1, 0, L"L=%d", 1, a,
+                                          key, owner, 0, key == a ? list<int>({a, b}) : list<int>({b})});
+    put(dsn, StructDetViewDimStrategy{
+                 a, name("dimensions"), 1, owner, 0,
+                 list<StructDetViewDimStrategyItem>({{-1, 0, name("first"), owner, 1, a, 1, 0, 2, 0},
+                                                     {-1, 0, L"it's", owner, 2, b, 0, 1, 0, 1}})});
     for (const int key : {a, b})
-        put(dsn, StructDetViewSystemAndBox{key, name(key == a ? "front" : "top"), 1, 2, key - base, 1, 0, 90, 10.5, 20,
-                                           owner});
+        put(dsn, StructDetViewSystemAndBox{key, name(key == a ? "front" : "top"), 1, 2, key - base, 1, 0, 90, 10.5,
+                                           20, owner});
     put(dsn, StructDetViewLengthClip{a, name("clip"), 1, 0, 1, 1500, 8, owner});
     for (const int key : {a, b})
-        put(dsn, StructDetViewRequest{key, name(key == a ? "front view" : "top view"), key, a, a, a, 0, 1, L"%N", 0.5, 0,
-                                      owner, KorArray<StructDetViewRequestCategory>()});
+        put(dsn, StructDetViewRequest{key, name(key == a ? "front view" : "top view"), key, a, a, a, 0, 1, L"%N",
+                                      0.5, 0, owner, KorArray<StructDetViewRequestCategory>()});
     put(dsn, StructDetBaseCategory{a, name("beam styles"), 1, owner});
     put(dsn, StructDetBaseCategory{b, name("views"), 2, owner});
     put(dsn, StructDetViewRequestCategory{a, b, a, 0});
@@ -149,7 +152,8 @@ inline void fillStyle(eDSN dsn, const std::string& suffix, int base = 0)
     put(dsn, StructDetViewArrangeStrategy{a, name("arrange"), 1, 10, 12.5, 1, owner});
     put(dsn, StructDetailStyle{a, name("style"), a, 1, 2, L"T %s", 1, L"C", 2, L"1:%d", L"%Y", 1, 3, 1, owner, 0,
                                list<int>({a, b})});
-    put(dsn, StructDetailStyle{b, name("no master"), a, 0, 0, L"", 0, L"", 0, L"", L"", 0, 0, 0, owner, 0, list<int>({a})});
+    put(dsn, StructDetailStyle{b, name("no master"), a, 0, 0, L"", 0, L"", 0, L"", L"", 0, 0, 0, owner, 0,
+                               list<int>({a})});
     put(dsn, StructDetailMaster{a, name("style"), a, a, 1, owner});
 }
 

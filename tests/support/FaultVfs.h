@@ -1,9 +1,8 @@
 #pragma once
 
-#include <sqlite3.h>
-
 #include <csignal>
 #include <cstring>
+#include <sqlite3.h>
 #include <unistd.h>
 
 /// A file system between SQLite and the real one, for every database opened while it is installed. It counts the
@@ -11,9 +10,9 @@
 namespace faults {
 
 struct Plan {
-    long calls = 0;     // that change files, since the plan was set
-    long killAt = 0;    // the process dies at this call, which is torn when its number is even; 0: never
-    long failFrom = 0;  // calls fail from this one on; 0: none
+    long calls = 0;    // that change files, since the plan was set
+    long killAt = 0;   // the process dies at this call, which is torn when its number is even; 0: never
+    long failFrom = 0; // calls fail from this one on; 0: none
     int failure = SQLITE_OK;
     bool armed = false;
 };
@@ -71,7 +70,9 @@ inline int erase(sqlite3_vfs*, const char* name, int syncFolder)
 inline const sqlite3_io_methods methods = {
     2,
     [](sqlite3_file* f) { return under(f)->pMethods->xClose(under(f)); },
-    [](sqlite3_file* f, void* to, int n, sqlite3_int64 at) { return under(f)->pMethods->xRead(under(f), to, n, at); },
+    [](sqlite3_file* f, void* to, int n, sqlite3_int64 at) {
+        return under(f)->pMethods->xRead(under(f), to, n, at);
+    },
     write,
     truncate,
     sync,

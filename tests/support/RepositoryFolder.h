@@ -21,8 +21,8 @@ public:
         const std::filesystem::path catalogue = m_folder.string() + "-catalogue";
         std::filesystem::create_directories(catalogue);
         std::string error;
-        EXPECT_TRUE(korodbc::host::buildRepository(
-            m_folder, catalogue, {{"no", "Norway", "sqlite:norway.db"}}, {}, error))
+        EXPECT_TRUE(
+            korodbc::host::buildRepository(m_folder, catalogue, {{"no", "Norway", "sqlite:norway.db"}}, {}, error))
             << error;
         std::filesystem::remove(catalogue);
         EXPECT_TRUE(korodbc::host::openRepository(m_folder, error)) << error;
@@ -42,8 +42,7 @@ public:
     void executeOutside(const std::string& database, const std::string& statements) const
     {
         sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open_v2((m_folder / database).c_str(), &db, SQLITE_OPEN_READWRITE, nullptr),
-                  SQLITE_OK);
+        ASSERT_EQ(sqlite3_open_v2((m_folder / database).c_str(), &db, SQLITE_OPEN_READWRITE, nullptr), SQLITE_OK);
         char* message = nullptr;
         EXPECT_EQ(sqlite3_exec(db, statements.c_str(), nullptr, nullptr, &message), SQLITE_OK)
             << (message != nullptr ? message : "");

@@ -28,8 +28,7 @@ void sql(const fs::path& file, const std::string& statements)
 {
     sqlite3* db = nullptr;
     ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(db, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(db);
+    EXPECT_EQ(sqlite3_exec(db, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(db);
     sqlite3_close(db);
 }
 
@@ -48,8 +47,8 @@ void damageTable(const fs::path& file, const std::string& table)
     sqlite3* db = nullptr;
     ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
     sqlite3_stmt* page = nullptr;
-    sqlite3_prepare_v2(
-        db, ("SELECT rootpage FROM sqlite_master WHERE name = '" + table + "'").c_str(), -1, &page, nullptr);
+    sqlite3_prepare_v2(db, ("SELECT rootpage FROM sqlite_master WHERE name = '" + table + "'").c_str(), -1, &page,
+                       nullptr);
     ASSERT_EQ(sqlite3_step(page), SQLITE_ROW);
     const auto at = static_cast<std::size_t>(sqlite3_column_int(page, 0) - 1) * 4096;
     sqlite3_finalize(page);
@@ -140,8 +139,7 @@ protected:
 
 TEST_F(CommandLine, BadInputIsRefusedInOneLineAndChangesNothing)
 {
-    write(m_folder / "text.db",
-          "Key,RunName\n1,a text file that is long enough to be taken for something else\n");
+    write(m_folder / "text.db", "Key,RunName\n1,a text file that is long enough to be taken for something else\n");
     write(m_folder / "empty.db", "");
     for (const char* file : {"old.db", "partial.db", "damaged.db", "nostyle.db", "dangling.db"})
         fs::copy_file(m_folder / "one.db", m_folder / file);
@@ -192,8 +190,7 @@ TEST_F(CommandLine, BadInputIsRefusedInOneLineAndChangesNothing)
         {"import-style partial.db", 1, "DetHatchSettings is missing"},
         {"import-style damaged.db", 1, "damaged.db is damaged"},
         {"import-style nostyle.db", 4, "holds no detail style"},
-        {"import-style dangling.db",
-         1,
+        {"import-style dangling.db", 1,
          "was not imported: Failed to load dependencies for detail style with key 1"},
         {"import-style two.db", 2, "2 styles.*--style: \"Beam, single part\""},
         {"import-style two.db --style Nothing", 4, "no detail style \"Nothing\""},
@@ -238,47 +235,26 @@ TEST_F(CommandLine, ABadRepositoryIsRefusedInOneLineAndStaysAsItIs)
         {withManifest("version = 1\nsources = 3\n"), "styles", 3, "line 2.*\"sources\" is not understood"},
         {withManifest("version = 1\nbusy-milliseconds = \"long\"\n"), "styles", 3, "line 2.*busy"},
         {withManifest("version = 2\n"), "styles", 3, "version"},
-        {withManifest("version = 1\n[sources]\nDetials = \"sqlite:details.db\"\n"),
-         "styles",
-         3,
+        {withManifest("version = 1\n[sources]\nDetials = \"sqlite:details.db\"\n"), "styles", 3,
          "line 3.*Detials"},
-        {withManifest("version = 1\n[sources]\nDetails = \"details.db\"\n"),
-         "styles",
-         3,
+        {withManifest("version = 1\n[sources]\nDetails = \"details.db\"\n"), "styles", 3,
          "\"sqlite:\" and a file name"},
-        {withManifest("version = 1\n[[country-addin]]\nid = \"no\"\n"),
-         "styles",
-         3,
+        {withManifest("version = 1\n[[country-addin]]\nid = \"no\"\n"), "styles", 3,
          "needs an id and a connection"},
         {[&] { fs::remove(details); }, "styles", 3, "details.db: the file is missing; put a good copy"},
         {[&] { write(details, std::string(5000, 'x')); }, "styles", 3, "details.db: file is not a database"},
         {[&] { write(details, std::string(5000, 'x')); }, "recover", 3, "details.db: file is not a database"},
-        {[&] { sql(details, "DROP TABLE DetObjAnnotationGroup"); },
-         "export-style 1 new.db",
-         1,
+        {[&] { sql(details, "DROP TABLE DetObjAnnotationGroup"); }, "export-style 1 new.db", 1,
          "Source database is older than version 5.1!"},
         {[&] { sql(details, "DROP TABLE DetObjAnnotationGroup"); }, "import-style one.db", 1, "version 5.1"},
-        {[&] { sql(details, "DELETE FROM DetailMasterTable"); },
-         "export-style 1 new.db",
-         1,
+        {[&] { sql(details, "DELETE FROM DetailMasterTable"); }, "export-style 1 new.db", 1,
          "Failed to load dependencies"},
-        {[&] { damage(details); },
-         "styles",
-         3,
-         "details.db: database disk image is malformed; put a good copy"},
+        {[&] { damage(details); }, "styles", 3, "details.db: database disk image is malformed; put a good copy"},
         {[&] { damage(details); }, "recover", 3, "details.db: database disk image is malformed"},
-        {[&] { damageTable(details, "DetObjReprMapItems"); },
-         "export-style 1 new.db",
-         1,
-         "details.db is damaged"},
-        {[&] { damageTable(details, "DetailStyle"); },
-         "edit DetailStyle 1 TitleFormat x",
-         1,
+        {[&] { damageTable(details, "DetObjReprMapItems"); }, "export-style 1 new.db", 1, "details.db is damaged"},
+        {[&] { damageTable(details, "DetailStyle"); }, "edit DetailStyle 1 TitleFormat x", 1,
          "DetailStyle cannot be read: .*malformed"},
-        {[&] { damageTable(details, "DetObjReprMapItems"); },
-         "import-style one.db",
-         1,
-         "details.db is damaged"},
+        {[&] { damageTable(details, "DetObjReprMapItems"); }, "import-style one.db", 1, "details.db is damaged"},
     };
     for (const auto& entry : cases) {
         SetUp();
@@ -305,8 +281,7 @@ TEST_F(CommandLine, PrintsWhatIsAskedFor)
         {"sources", "\\n 1  Details +0 +[0-9]+  sqlite:details.db +ok\\n"},
         {"sources", "CountryAddin Norway"},
         {"tables Details", "\\nDetails  DetailStyle +19  StructDetailStyle\\n"},
-        {"show detailstyle 'Plate, single part'",
-         "\\nRequest1 +[0-9]+ +-> DetViewRequest \"Plate, front\"\\n"},
+        {"show detailstyle 'Plate, single part'", "\\nRequest1 +[0-9]+ +-> DetViewRequest \"Plate, front\"\\n"},
         {"show DetObjReprMapsNew 1 --items --csv", "^Key,Order,Description,.*\\n1,0,"},
         {"show DetObjReprMapsNew 1 --json",
          "^\\{\"Key\": 1, .*\"items\": \\[\\{\"Key\": 1, \"Order\": 0, .*\\}\\]\\}\\n$"},
@@ -376,8 +351,7 @@ TEST_F(CommandLine, AStyleTravelsWhole)
         EXPECT_NE(out.find("\"" + name + "\", key 1; " + rows[1].str()), std::string::npos) << out;
         EXPECT_EQ(shape(output(std::string("tree 1 --source ") + into)), shape(tree)) << into;
     }
-    EXPECT_NE(output("import-style \"it's.db\"").find("\"Copy of " + name + "\", key 20;"),
-              std::string::npos);
+    EXPECT_NE(output("import-style \"it's.db\"").find("\"Copy of " + name + "\", key 20;"), std::string::npos);
     EXPECT_EQ(contents(m_folder / "it's.db"), exported) << "an import leaves the file as it is";
     output("export-style 1 back.db --source Addin");
     output("import-style back.db --into no");
@@ -388,23 +362,18 @@ TEST_F(CommandLine, TheTraceNamesSourceOriginAndResult)
 {
     const Outcome traced = run("--trace edit DetailStyle 1 TitleFormat x");
     EXPECT_EQ(traced.code, 0);
-    EXPECT_TRUE(matches(traced.err,
-                        "\\ntrace  Details +host +ok +UPDATE \\[DetailStyle\\] SET \\[TitleFormat\\] = 'x'"));
     EXPECT_TRUE(
-        matches(traced.err, "\\ntrace  Details +library +ok +DROP TABLE \\[DetailStyle_VELCopy\\]\\n"));
+        matches(traced.err, "\\ntrace  Details +host +ok +UPDATE \\[DetailStyle\\] SET \\[TitleFormat\\] = 'x'"));
+    EXPECT_TRUE(matches(traced.err, "\\ntrace  Details +library +ok +DROP TABLE \\[DetailStyle_VELCopy\\]\\n"));
     EXPECT_FALSE(matches(traced.err, "FAILED"));
 }
 
 TEST_F(CommandLine, TheDemonstrationComesOutAsItSays)
 {
     const std::string out = output("demo shown");
-    for (const char* line : {"\\n6\\. ",
-                             "74 rows, went into",
-                             "Addin: 74 rows under new keys",
-                             "\"Copy of Beam, single part\", key 20",
-                             "%Quantity%x\", as before",
-                             "Copy DetailStyle_VELCopy \\(Details\\)",
-                             "Brought back: DetailStyle"})
+    for (const char* line : {"\\n6\\. ", "74 rows, went into", "Addin: 74 rows under new keys",
+                             "\"Copy of Beam, single part\", key 20", "%Quantity%x\", as before",
+                             "Copy DetailStyle_VELCopy \\(Details\\)", "Brought back: DetailStyle"})
         EXPECT_TRUE(matches(out, line)) << line << "\n" << out;
     EXPECT_TRUE(matches(output("-r shown/repository status"), "No edit is open"));
 }

@@ -1,6 +1,5 @@
-#include "support/DetailFixture.h"
-
 #include "roots/ProgressSink.h"
+#include "support/DetailFixture.h"
 
 #include <memory>
 
@@ -41,16 +40,29 @@ protected:
     static std::string lengths()
     {
         std::string text;
-        for (const long length : {
-                 D::m_DetStyleCopy.length(), D::m_DetViewArrangeStrategyCopy.length(), D::m_DetViewRequest.length(),
-                 D::m_DetViewRequestCategory.length(), D::m_DetObjReprMap.length(), D::m_DetViewSystemAndBox.length(),
-                 D::m_DetObjAppearance.length(), D::m_DetViewDimStrategy.length(), D::m_DetViewLengthClip.length(),
-                 D::m_DetObjAnnotationStrategy.length(), D::m_DetAnnotationType.length(), D::m_DetArrangerControl.length(),
-                 D::m_DetArrangerStrategy.length(), D::m_DetViewDimRequestLinear.length(),
-                 D::m_DetViewDimPointSelection.length(), D::m_DetMasterCopy.length(), D::m_DetObjQualifierSet.length(),
-                 D::m_LineType.length(), D::m_DetBaseCategory.length(), D::m_DetObjAnnotationGroup.length(),
-                 D::m_DetViewDimRequestLinearGroup.length(), D::m_DetObjQualifierSetGroup.length(),
-                 D::m_DetHatchSettings.length()})
+        for (const long length : {D::m_DetStyleCopy.length(),
+                                  D::m_DetViewArrangeStrategyCopy.length(),
+                                  D::m_DetViewRequest.length(),
+                                  D::m_DetViewRequestCategory.length(),
+                                  D::m_DetObjReprMap.length(),
+                                  D::m_DetViewSystemAndBox.length(),
+                                  D::m_DetObjAppearance.length(),
+                                  D::m_DetViewDimStrategy.length(),
+                                  D::m_DetViewLengthClip.length(),
+                                  D::m_DetObjAnnotationStrategy.length(),
+                                  D::m_DetAnnotationType.length(),
+                                  D::m_DetArrangerControl.length(),
+                                  D::m_DetArrangerStrategy.length(),
+                                  D::m_DetViewDimRequestLinear.length(),
+                                  D::m_DetViewDimPointSelection.length(),
+                                  D::m_DetMasterCopy.length(),
+                                  D::m_DetObjQualifierSet.length(),
+                                  D::m_LineType.length(),
+                                  D::m_DetBaseCategory.length(),
+                                  D::m_DetObjAnnotationGroup.length(),
+                                  D::m_DetViewDimRequestLinearGroup.length(),
+                                  D::m_DetObjQualifierSetGroup.length(),
+                                  D::m_DetHatchSettings.length()})
             text += std::to_string(length) + " ";
         return text;
     }
@@ -163,8 +175,8 @@ TEST_F(DeepCopyTest, DefaultNames)
             std::string quoted;
             for (const char c : row)
                 quoted.append(c == '\'' ? 2 : 1, c);
-            sql(details, {"INSERT OR REPLACE INTO " + table.toUtf8() + " ([Key], RunName) VALUES (" + std::to_string(++key) +
-                          ", '" + quoted + "')"});
+            sql(details, {"INSERT OR REPLACE INTO " + table.toUtf8() + " ([Key], RunName) VALUES (" +
+                          std::to_string(++key) + ", '" + quoted + "')"});
         }
         KorString found = text(name);
         EXPECT_EQ(D::GetDefaultNameForRow(type(t), found), unique == nullptr ? 0 : 1) << name;
@@ -186,7 +198,7 @@ TEST_F(DeepCopyTest, CopyInPlace)
     ASSERT_EQ(StructDetailMasterMarshal::getStructByKey(2, master), 1);
     const std::string style = std::string("style ") + awkward;
     EXPECT_EQ(master.runName.toUtf8(), "Copy of " + style); // the style's new name
-    EXPECT_EQ(master.subCategory, 2);                        // the first free one
+    EXPECT_EQ(master.subCategory, 2);                       // the first free one
     EXPECT_EQ(master.baseCategory, 1);
     EXPECT_EQ(master.ownerText.toUtf8(), "OFFICE");
     EXPECT_EQ(cell(details, "DetailStyle", 3, 14), "OFFICE");
@@ -194,11 +206,24 @@ TEST_F(DeepCopyTest, CopyInPlace)
     const struct {
         const char* table;
         std::size_t rows;
-    } cases[] = {{"DetailStyle", 3}, {"DetViewArrangeStrategy", 2}, {"DetViewRequest", 4}, {"DetViewRequestCategories", 4},
-                 {"DetObjReprMapsNew", 2}, {"DetObjReprMapItems", 4}, {"DetViewDimStrategyItems", 4}, {"DetObjQualifierSet", 4},
-                 {"DetObjQualifierSetItem", 8}, {"DetViewDimRequestLinear", 4}, {"DetObjAnnotationStrategy", 2},
-                 {"DetHatchSettings", 2}, {"Linetypes", 2}, {"DetBaseCategories", 2}, {"DetObjAnnotationGroup", 1},
-                 {"DetViewDimRequestLinearGroup", 1}, {"DetObjQualifierSetGroup", 1}, {"DetailMasterTable", 2}};
+    } cases[] = {{"DetailStyle", 3},
+                 {"DetViewArrangeStrategy", 2},
+                 {"DetViewRequest", 4},
+                 {"DetViewRequestCategories", 4},
+                 {"DetObjReprMapsNew", 2},
+                 {"DetObjReprMapItems", 4},
+                 {"DetViewDimStrategyItems", 4},
+                 {"DetObjQualifierSet", 4},
+                 {"DetObjQualifierSetItem", 8},
+                 {"DetViewDimRequestLinear", 4},
+                 {"DetObjAnnotationStrategy", 2},
+                 {"DetHatchSettings", 2},
+                 {"Linetypes", 2},
+                 {"DetBaseCategories", 2},
+                 {"DetObjAnnotationGroup", 1},
+                 {"DetViewDimRequestLinearGroup", 1},
+                 {"DetObjQualifierSetGroup", 1},
+                 {"DetailMasterTable", 2}};
     for (const auto& [table, count] : cases)
         EXPECT_EQ(rows(details, table).size(), count) << table;
     // what was newly written, and not what was reused
@@ -271,7 +296,10 @@ TEST_F(DeepCopyTest, Progress)
     struct Sink : korodbc::host::ProgressSink {
         Texts seen;
         void title(const KorString& t) override { seen.push_back(t.toUtf8()); }
-        void percentage(int p, int flag) override { seen.push_back(std::to_string(p) + "/" + std::to_string(flag)); }
+        void percentage(int p, int flag) override
+        {
+            seen.push_back(std::to_string(p) + "/" + std::to_string(flag));
+        }
         void reset() override { seen.push_back("reset"); }
     };
     const auto sink = std::make_shared<Sink>();
@@ -299,7 +327,8 @@ TEST_F(DeepCopyTest, Progress)
     EXPECT_TRUE(sink->seen.empty());
     EXPECT_EQ(steps.at(0), std::make_pair(0, std::string("31")));
     EXPECT_EQ(steps.at(1), std::make_pair(1, label("Writing DetViewArrangeStrategy")));
-    EXPECT_EQ(steps.back(), std::make_pair(static_cast<int>(steps.size()) - 1, label("Writing DetailMasterTable")));
+    EXPECT_EQ(steps.back(),
+              std::make_pair(static_cast<int>(steps.size()) - 1, label("Writing DetailMasterTable")));
 }
 
 } // namespace

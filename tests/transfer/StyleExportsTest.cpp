@@ -28,7 +28,8 @@ protected:
     KorString file(const char* name = "it's [a] 100% 梁.db") const { return text((m_folder / name).string()); }
     int exportStyle(long key = 1, eDSN source = details) const
     {
-        return E::exportDetail(E::kDetailStyle, KorOdbcKey(key), source, source == addin ? firstAddin : base, file());
+        return E::exportDetail(E::kDetailStyle, KorOdbcKey(key), source, source == addin ? firstAddin : base,
+                               file());
     }
     static int importStyle(long key = 101)
     {
@@ -219,16 +220,32 @@ TEST_F(StyleExportsTest, TargetsFilesAndTableIds)
     const struct {
         const wchar_t* name;
         int id;
-    } cases[] = {{L"StructDetailMaster", 108}, {L"StructDetailStyle", 106}, {L"StructDetAnnotationType", 101},
-                 {L"StructDetArrangerControl", 109}, {L"StructDetBaseCategory", 99}, {L"StructDetObjAnnotationStrategy", 47},
-                 {L"StructDetObjAnnotationGroup", 194}, {L"StructDetObjQualifierSet", 42},
-                 {L"StructDetObjQualifierSetGroup", 192}, {L"StructDetObjReprMap", 48}, {L"StructDetViewArrangeStrategy", 54},
-                 {L"StructDetViewDimPointSelection", 52}, {L"StructDetViewDimRequestLinear", 56},
-                 {L"StructDetViewDimRequestLinearGroup", 195}, {L"StructDetViewDimStrategy", 57},
-                 {L"StructDetViewLengthClip", 55}, {L"StructDetViewRequest", 53}, {L"StructDetViewRequestCategory", 100},
-                 {L"StructLineType", 172}, {L"StructDetViewSystemAndBox", 51}, {L"StructLinetypes", -1},
-                 {L"StructDetObjAppearance", -1}, {L"StructDetHatchSettings", -1}, {L"StructDetArrangerStrategy", -1},
-                 {L"structdetailstyle", -1}, {L"", -1}};
+    } cases[] = {{L"StructDetailMaster", 108},
+                 {L"StructDetailStyle", 106},
+                 {L"StructDetAnnotationType", 101},
+                 {L"StructDetArrangerControl", 109},
+                 {L"StructDetBaseCategory", 99},
+                 {L"StructDetObjAnnotationStrategy", 47},
+                 {L"StructDetObjAnnotationGroup", 194},
+                 {L"StructDetObjQualifierSet", 42},
+                 {L"StructDetObjQualifierSetGroup", 192},
+                 {L"StructDetObjReprMap", 48},
+                 {L"StructDetViewArrangeStrategy", 54},
+                 {L"StructDetViewDimPointSelection", 52},
+                 {L"StructDetViewDimRequestLinear", 56},
+                 {L"StructDetViewDimRequestLinearGroup", 195},
+                 {L"StructDetViewDimStrategy", 57},
+                 {L"StructDetViewLengthClip", 55},
+                 {L"StructDetViewRequest", 53},
+                 {L"StructDetViewRequestCategory", 100},
+                 {L"StructLineType", 172},
+                 {L"StructDetViewSystemAndBox", 51},
+                 {L"StructLinetypes", -1},
+                 {L"StructDetObjAppearance", -1},
+                 {L"StructDetHatchSettings", -1},
+                 {L"StructDetArrangerStrategy", -1},
+                 {L"structdetailstyle", -1},
+                 {L"", -1}};
     for (const auto& [name, id] : cases) {
         KorString record(name);
         EXPECT_EQ(E::getTableIndex(record), id) << record.toUtf8();
@@ -238,8 +255,8 @@ TEST_F(StyleExportsTest, TargetsFilesAndTableIds)
 TEST_F(StyleExportsTest, AllTablesAreConfirmedTogether)
 {
     Texts expected;
-    for (const int t : {15, 0,  10, 11, 23, 24, 9, 26, 16, 28, 25, 4,  1,  14, 13, 27,
-                        29, 7,  8,  2,  3,  22, 5, 30, 6,  32, 33, 41, 34, 40, 39, 37}) {
+    for (const int t : {15, 0, 10, 11, 23, 24, 9, 26, 16, 28, 25, 4,  1,  14, 13, 27,
+                        29, 7, 8,  2,  3,  22, 5, 30, 6,  32, 33, 41, 34, 40, 39, 37}) {
         KorString name;
         M::getTableName(type(t), name);
         expected.push_back("DROP TABLE [" + name.toUtf8() + "_VELCopy]");

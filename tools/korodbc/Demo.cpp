@@ -33,10 +33,9 @@ std::vector<korodbc::host::CountryAddIn> countryAddIns(const std::vector<std::st
                    c == '_';
         });
         if (equals == std::string::npos || equals + 1 == text.size() || !plain)
-            throw Failure{kUsage,
-                          "country add-in " + quote(text) +
-                              " is not understood; write --country ID=NAME, as in "
-                              "--country no=Norway, the id of letters and digits"};
+            throw Failure{kUsage, "country add-in " + quote(text) +
+                                      " is not understood; write --country ID=NAME, as in "
+                                      "--country no=Norway, the id of letters and digits"};
         for (const auto& known : addIns)
             if (sameName(known.id, id))
                 throw Failure{kUsage, "the country add-in id " + quote(id) + " is used twice"};
@@ -50,9 +49,7 @@ void build(const InitOptions& options)
     ProgressBar bar;
     std::string error;
     const bool made = korodbc::host::buildRepository(
-        options.folder,
-        catalogueFolder(options.catalogue),
-        countryAddIns(options.countries),
+        options.folder, catalogueFolder(options.catalogue), countryAddIns(options.countries),
         [&](const std::string& what, int done, int total) { bar.show("Making " + what, done * 100 / total); },
         error);
     bar.clear();
@@ -61,8 +58,7 @@ void build(const InitOptions& options)
     // a catalogue can have many errors; the first says where to start
     const std::size_t end = error.find('\n');
     const auto more = std::count(error.begin(), error.end(), '\n');
-    throw Failure{kFailed,
-                  error.substr(0, end) + (more > 0 ? " (and " + counted(more, "more error") + ")" : "")};
+    throw Failure{kFailed, error.substr(0, end) + (more > 0 ? " (and " + counted(more, "more error") + ")" : "")};
 }
 
 } // namespace
@@ -83,8 +79,7 @@ void runInit(const InitOptions& options)
 {
     build(options);
     std::printf("Made a repository in %s. Look at it with: korodbc --repository %s styles\n",
-                options.folder.c_str(),
-                options.folder.c_str());
+                options.folder.c_str(), options.folder.c_str());
 }
 
 void runDemo(const GlobalOptions& given, const std::string& folder, const std::string& catalogue)
@@ -120,25 +115,20 @@ void runDemo(const GlobalOptions& given, const std::string& folder, const std::s
 
         step("Detail style " + quote(style) + " is exported");
         const Exported exported = exportStyle(style, details, file);
-        say("   The style and everything that it refers to, " + counted(exported.rows, "row") +
-            ", went into " + file + ".");
+        say("   The style and everything that it refers to, " + counted(exported.rows, "row") + ", went into " +
+            file + ".");
 
         step("It is imported into the add-in database, and once more into the one that it came from");
         for (const char* into : {"Addin", "Details"}) {
             const Imported imported = importStyle({file, "", into});
             say("   " + std::string(into) + ": " + counted(imported.rows, "row") +
-                " under new keys; the style is " + quote(imported.name) + ", key " +
-                std::to_string(imported.key) + ".");
+                " under new keys; the style is " + quote(imported.name) + ", key " + std::to_string(imported.key) +
+                ".");
         }
 
         step("The style's title is edited under a copy, and the dialog is cancelled");
-        EditOptions change{"DetailStyle",
-                           key,
-                           "TitleFormat",
-                           "O'Brien's beam – 100 % größer",
-                           "Details",
-                           0,
-                           Closing::Cancel};
+        EditOptions change{"DetailStyle", key, "TitleFormat",  "O'Brien's beam – 100 % größer",
+                           "Details",     0,   Closing::Cancel};
         const Edited cancelled = edit(change);
         say("   Written: " + quote(change.value) + ". After Cancel the title is " + quote(cancelled.after) +
             (cancelled.after == cancelled.before ? ", as before." : ", WHICH IS NOT WHAT IT WAS."));

@@ -13,10 +13,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* tablesOf5_1[] = {"DetObjAnnotationGroup",
-                                       "DetObjQualifierSetGroup",
-                                       "DetViewDimRequestLinearGroup",
-                                       "DetViewDimStrategyNew",
+constexpr const char* tablesOf5_1[] = {"DetObjAnnotationGroup", "DetObjQualifierSetGroup",
+                                       "DetViewDimRequestLinearGroup", "DetViewDimStrategyNew",
                                        "DetViewDimStrategyItems"};
 
 std::unique_ptr<korodbc::host::Connection> openSound(const std::string& file)
@@ -54,15 +52,13 @@ void checkDatabase(const std::string& file)
     const auto database = openSound(file);
     for (const char* table : tablesOf5_1)
         if (database->table(KorString::fromUtf8(table)) == nullptr)
-            throw Failure{kFailed,
-                          file + " is older than version 5.1: table " + table +
-                              " is missing; use a file exported by version 5.1 or later"};
+            throw Failure{kFailed, file + " is older than version 5.1: table " + table +
+                                       " is missing; use a file exported by version 5.1 or later"};
     for (const auto describe : records::all())
         if (records::isDetailTable(describe()) &&
             database->table(KorString::fromUtf8(describe().table)) == nullptr)
-            throw Failure{kFailed,
-                          file + " is no complete detail database: table " + std::string(describe().table) +
-                              " is missing; export the style again"};
+            throw Failure{kFailed, file + " is no complete detail database: table " +
+                                       std::string(describe().table) + " is missing; export the style again"};
 }
 
 } // namespace
@@ -77,8 +73,7 @@ void checkImportFile(const std::string& file)
 {
     std::error_code code;
     if (!fs::exists(file, code))
-        throw Failure{kFailed,
-                      "there is no file " + file + "; make one with: korodbc export-style STYLE " + file};
+        throw Failure{kFailed, "there is no file " + file + "; make one with: korodbc export-style STYLE " + file};
     checkDatabase(file);
 }
 

@@ -24,9 +24,8 @@ KorOdbcMan::eTableType tableTypeNamed(const std::string& name)
         names.push_back(table.toUtf8());
     }
     findTable(name, ""); // a table that does not exist at all is told as such
-    throw Failure{kUsage,
-                  "table " + quote(name) + " is no detail table, only those are edited under copies" +
-                      nearest(name, names)};
+    throw Failure{kUsage, "table " + quote(name) + " is no detail table, only those are edited under copies" +
+                              nearest(name, names)};
 }
 
 template <class T>
@@ -34,9 +33,8 @@ std::optional<T> numberIn(const std::string& text)
 {
     T value{};
     const auto end = std::from_chars(text.data(), text.data() + text.size(), value);
-    return end.ec == std::errc() && end.ptr == text.data() + text.size() && !text.empty()
-               ? std::optional<T>(value)
-               : std::nullopt;
+    return end.ec == std::errc() && end.ptr == text.data() + text.size() && !text.empty() ? std::optional<T>(value)
+                                                                                          : std::nullopt;
 }
 
 /// The cell that an edit writes.
@@ -65,15 +63,13 @@ Cell cellNamed(const RecordDescription& type, const StoredTable& table, const st
             if (sameName(numberedName(column, item), cell.name))
                 cell.column = &column;
     if (cell.index < 0 || cell.column == nullptr)
-        throw Failure{kNotFound,
-                      "table " + table.name + " has no column " + quote(wanted) + nearest(wanted, names) +
-                          "; list them with: korodbc show " + table.name};
+        throw Failure{kNotFound, "table " + table.name + " has no column " + quote(wanted) +
+                                     nearest(wanted, names) + "; list them with: korodbc show " + table.name};
     if (cell.column->role == ColumnRole::Key)
         throw Failure{kUsage, "the key of a row stays as it is; name another column"};
     if (cell.column->role == ColumnRole::ItemCount)
-        throw Failure{kUsage,
-                      "column " + cell.name +
-                          " counts the items of the row and follows them; name another column"};
+        throw Failure{kUsage, "column " + cell.name +
+                                  " counts the items of the row and follows them; name another column"};
     return cell;
 }
 
@@ -90,16 +86,16 @@ void checkValue(const Cell& cell, const std::string& value)
             const RecordDescription& target = column.target();
             const AnyRecord record(target);
             if (RecordAccess::readByKey(target, long{*number}, record.get()) != 1)
-                throw Failure{kNotFound,
-                              "there is no row with the key " + value + " in " + std::string(target.table) +
-                                  ", which column " + cell.name +
-                                  " refers to; list them with: korodbc show " + std::string(target.table)};
+                throw Failure{kNotFound, "there is no row with the key " + value + " in " +
+                                             std::string(target.table) + ", which column " + cell.name +
+                                             " refers to; list them with: korodbc show " +
+                                             std::string(target.table)};
         }
     } else if (column.kind == FieldKind::Real) {
         const auto number = numberIn<double>(value);
         if (!number || !std::isfinite(*number))
-            throw Failure{
-                kUsage, quote(value) + " is no number; column " + cell.name + " takes numbers such as 12.5"};
+            throw Failure{kUsage,
+                          quote(value) + " is no number; column " + cell.name + " takes numbers such as 12.5"};
     } else if (KorString::fromUtf8(value).toUtf8() != value) {
         throw Failure{kUsage, "the value is no valid UTF-8 text"};
     }
@@ -125,12 +121,9 @@ std::string stored(const StoredTable& table, const RecordDescription& type, cons
                    const Cell& cell)
 {
     KorCellData data;
-    if (KorDatabaseAccess::getTableColumnValue(table.source.dsn,
-                                               KorString::fromUtf8(table.name),
+    if (KorDatabaseAccess::getTableColumnValue(table.source.dsn, KorString::fromUtf8(table.name),
                                                KorString::fromUtf8(type.keyColumn().name),
-                                               KorCellData(KorString::fromUtf8(key)),
-                                               cell.index,
-                                               data) != 1)
+                                               KorCellData(KorString::fromUtf8(key)), cell.index, data) != 1)
         throw Failure{kFailed, "table " + table.name + " cannot be read" + because()};
     return data.getStringW().toUtf8();
 }
@@ -184,22 +177,19 @@ Edited edit(const EditOptions& options)
     const KorOdbcMan::eTableType tableType = tableTypeNamed(options.table);
     const StoredTable table = findTable(options.table, options.source);
     if (table.type == nullptr || table.type->itemOwner >= 0 || table.type->key < 0)
-        throw Failure{kUsage,
-                      "the rows of " + table.name +
-                          " are items of another table's rows and have no key of their "
-                          "own; edit the table that they belong to"};
+        throw Failure{kUsage, "the rows of " + table.name +
+                                  " are items of another table's rows and have no key of their "
+                                  "own; edit the table that they belong to"};
     const RecordDescription& type = *table.type;
     if (!type.hasTextKey() && !numberIn<int>(options.key))
-        throw Failure{kUsage,
-                      "the key " + quote(options.key) + " is no number; list the keys with: korodbc show " +
-                          table.name};
+        throw Failure{kUsage, "the key " + quote(options.key) +
+                                  " is no number; list the keys with: korodbc show " + table.name};
     const CurrentDatabase current(table.source);
     requireReadable(type);
     AnyRecord record(type);
     if (RecordAccess::readByKey(type, KorString::fromUtf8(options.key), record.get()) != 1)
-        throw Failure{kNotFound,
-                      "table " + table.name + " (" + table.source.name + ") has no row with the key " +
-                          options.key + "; list them with: korodbc show " + table.name};
+        throw Failure{kNotFound, "table " + table.name + " (" + table.source.name + ") has no row with the key " +
+                                     options.key + "; list them with: korodbc show " + table.name};
     const Cell cell = cellNamed(type, table, options.column);
     checkValue(cell, options.value);
 
@@ -211,20 +201,17 @@ Edited edit(const EditOptions& options)
     const auto depth = static_cast<KorOdbcMan::eCopyDepth>(options.depth);
     KorTableEdit dialog({tableType}, depth);
     const int written =
-        type.hasTextKey()
-            ? write(tableType, KorString::fromUtf8(options.key), cell, options.value, depth)
-            : write(tableType, KorOdbcKey(*numberIn<int>(options.key)), cell, options.value, depth);
+        type.hasTextKey() ? write(tableType, KorString::fromUtf8(options.key), cell, options.value, depth)
+                          : write(tableType, KorOdbcKey(*numberIn<int>(options.key)), cell, options.value, depth);
     if (written != 1) {
         const std::string error = "the value was not written" + because();
         const bool restored = copiesLeftBehind().empty() || dialog.cancel() == 1;
         throw Failure{kFailed,
-                      error +
-                          (restored ? "; the table is as it was" : "; the next start brings the table back")};
+                      error + (restored ? "; the table is as it was" : "; the next start brings the table back")};
     }
     if (close(dialog, options.closing) != 1)
-        throw Failure{kFailed,
-                      "the edit was written but not closed" + because() +
-                          "; the next start brings the table back"};
+        throw Failure{kFailed, "the edit was written but not closed" + because() +
+                                   "; the next start brings the table back"};
     edited.after = stored(table, type, options.key, cell);
     return edited;
 }
@@ -233,14 +220,9 @@ void runEdit(const GlobalOptions& global, const EditOptions& options)
 {
     const StartedSession session(global);
     const Edited edited = edit(options);
-    std::printf("%s %s%s in %s: %s was %s, written %s.\n",
-                options.table.c_str(),
-                options.key.c_str(),
-                edited.record.empty() ? "" : (" " + quote(edited.record)).c_str(),
-                edited.source.c_str(),
-                edited.column.c_str(),
-                quote(edited.before).c_str(),
-                quote(options.value).c_str());
+    std::printf("%s %s%s in %s: %s was %s, written %s.\n", options.table.c_str(), options.key.c_str(),
+                edited.record.empty() ? "" : (" " + quote(edited.record)).c_str(), edited.source.c_str(),
+                edited.column.c_str(), quote(edited.before).c_str(), quote(options.value).c_str());
     switch (options.closing) {
     case Closing::Ok:
         std::printf("Closed with OK: the value is now %s, the copy is gone.\n", quote(edited.after).c_str());
@@ -257,8 +239,7 @@ void runEdit(const GlobalOptions& global, const EditOptions& options)
         std::printf("Left open: the value is %s for now, and copy %s keeps the state before.\n"
                     "See it with \"korodbc status\"; the next command, or \"korodbc recover\", brings the "
                     "table back.\n",
-                    quote(edited.after).c_str(),
-                    copies.empty() ? "none" : copyPlace(copies.front()).c_str());
+                    quote(edited.after).c_str(), copies.empty() ? "none" : copyPlace(copies.front()).c_str());
         break;
     }
     }
@@ -286,8 +267,7 @@ void runStatus(const GlobalOptions& global)
         }
     }
     const char* const where = usable == all ? "" : " in the others";
-    std::printf(
-        "Repository %s: %d of %d data sources can be used.\n", global.repository.c_str(), usable, all);
+    std::printf("Repository %s: %d of %d data sources can be used.\n", global.repository.c_str(), usable, all);
     const std::vector<LeftBehind> copies = copiesLeftBehind();
     if (copies.empty())
         std::printf("No edit is open%s: no table has a copy.\n", where);

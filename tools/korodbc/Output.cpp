@@ -23,25 +23,15 @@ constexpr Range wideCharacters[] = {
     {0xFFE0, 0xFFE6}, {0x1F300, 0x1F64F}, {0x1F680, 0x1F6FF}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD},
 };
 constexpr Range combiningMarks[] = {
-    {0x0300, 0x036F},
-    {0x0483, 0x0489},
-    {0x0591, 0x05BD},
-    {0x064B, 0x065F},
-    {0x1AB0, 0x1AFF},
-    {0x1DC0, 0x1DFF},
-    {0x200B, 0x200F},
-    {0x20D0, 0x20FF},
-    {0xFE00, 0xFE0F},
-    {0xFE20, 0xFE2F},
-    {0x1F3FB, 0x1F3FF},
+    {0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x064B, 0x065F}, {0x1AB0, 0x1AFF},   {0x1DC0, 0x1DFF},
+    {0x200B, 0x200F}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}, {0x1F3FB, 0x1F3FF},
 };
 
 template <std::size_t N>
 bool isIn(const Range (&ranges)[N], char32_t character)
 {
-    return std::any_of(std::begin(ranges), std::end(ranges), [=](const Range& range) {
-        return character >= range.first && character <= range.last;
-    });
+    return std::any_of(std::begin(ranges), std::end(ranges),
+                       [=](const Range& range) { return character >= range.first && character <= range.last; });
 }
 
 int widthOf(char32_t character)
@@ -193,8 +183,7 @@ std::string jsonRow(const Sheet& sheet, const std::vector<std::string>& row)
     return json;
 }
 
-ProgressBar::ProgressBar()
-    : m_terminal(isatty(STDERR_FILENO) != 0), m_next(secondsNow() + (m_terminal ? 0.1 : 1))
+ProgressBar::ProgressBar() : m_terminal(isatty(STDERR_FILENO) != 0), m_next(secondsNow() + (m_terminal ? 0.1 : 1))
 {
 }
 
@@ -224,7 +213,4 @@ void ProgressBar::clear()
     m_shown = false;
 }
 
-std::shared_ptr<korodbc::host::ProgressSink> transferProgress()
-{
-    return std::make_shared<TransferProgress>();
-}
+std::shared_ptr<korodbc::host::ProgressSink> transferProgress() { return std::make_shared<TransferProgress>(); }

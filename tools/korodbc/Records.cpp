@@ -47,18 +47,17 @@ StoredTable findTable(const std::string& wanted, const std::string& sourceName)
     }
     std::sort(known.begin(), known.end());
     known.erase(std::unique(known.begin(), known.end()), known.end());
-    throw Failure{kNotFound,
-                  "there is no table " + quote(wanted) +
-                      (sourceName.empty() ? "" : " in data source " + sources.front().name) +
-                      nearest(wanted, known) + "; list them with: korodbc tables"};
+    throw Failure{kNotFound, "there is no table " + quote(wanted) +
+                                 (sourceName.empty() ? "" : " in data source " + sources.front().name) +
+                                 nearest(wanted, known) + "; list them with: korodbc tables"};
 }
 
 long numberOfRows(const StoredTable& table)
 {
     const KorDSNRequest request(table.source.dsn, table.source.index);
     KorArray<KorCellData> cells;
-    return KorDatabaseAccess::getColumnValues(
-               table.source.dsn, KorString::fromUtf8(table.name), {}, {}, 0, cells) == 1
+    return KorDatabaseAccess::getColumnValues(table.source.dsn, KorString::fromUtf8(table.name), {}, {}, 0,
+                                              cells) == 1
                ? cells.length()
                : -1;
 }

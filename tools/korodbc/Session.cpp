@@ -26,12 +26,8 @@ void traceEvent(const StatementEvent& event)
     if (event.index != KorDSNDefinitions::kBase)
         place += "/" + std::to_string(event.index);
     const bool ofLibrary = event.origin == StatementEvent::Origin::Library;
-    std::fprintf(stderr,
-                 "trace  %-16s  %-7s  %-6s  %s%s\n",
-                 place.c_str(),
-                 ofLibrary ? "library" : "host",
-                 event.result == 1 ? "ok" : "FAILED",
-                 singleLine(event.sql.toUtf8()).c_str(),
+    std::fprintf(stderr, "trace  %-16s  %-7s  %-6s  %s%s\n", place.c_str(), ofLibrary ? "library" : "host",
+                 event.result == 1 ? "ok" : "FAILED", singleLine(event.sql.toUtf8()).c_str(),
                  event.error.isEmpty() ? "" : (" -- " + singleLine(event.error.toUtf8())).c_str());
 }
 
@@ -78,22 +74,17 @@ std::vector<Source> allSources()
     std::vector<Source> sources;
     for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
         if (dsn != KorDSNDefinitions::kCountryAddin)
-            add(sources,
-                static_cast<eDSN>(dsn),
+            add(sources, static_cast<eDSN>(dsn),
                 dsn == KorDSNDefinitions::kAddin ? KorDSNDefinitions::kFirstAddin : KorDSNDefinitions::kBase,
-                KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8(),
-                {});
+                KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8(), {});
     AddInManagerInterface* manager = AddInManagerInterface::getInstance();
     KorArray<KorAddInId> ids;
     manager->getInstalledCountryAddInIds(ids);
     for (int position = 0; position < ids.length(); ++position) {
         const KorAddIn* addIn = manager->getAddIn(ids[position]);
         const std::string id = ids[position].getText().toUtf8();
-        add(sources,
-            KorDSNDefinitions::kCountryAddin,
-            KorDSNManager::getAddInIdx(position),
-            "CountryAddin " + (addIn == nullptr ? id : addIn->getName().toUtf8()),
-            id);
+        add(sources, KorDSNDefinitions::kCountryAddin, KorDSNManager::getAddInIdx(position),
+            "CountryAddin " + (addIn == nullptr ? id : addIn->getName().toUtf8()), id);
     }
     return sources;
 }
@@ -162,9 +153,8 @@ void Session::recover()
     if (initialized != 1 || !after.empty()) {
         const std::string table =
             after.empty() ? "" : " of " + after.front().table + " (" + after.front().source.name + ")";
-        throw Failure{kNoRepository,
-                      "the copy" + table + " that an unfinished edit left cannot be brought back" +
-                          because() + "; make the database writable and run: korodbc recover"};
+        throw Failure{kNoRepository, "the copy" + table + " that an unfinished edit left cannot be brought back" +
+                                         because() + "; make the database writable and run: korodbc recover"};
     }
     m_broughtBack = before;
 }
@@ -181,18 +171,17 @@ Source sourceNamed(const std::string& name)
     std::vector<std::string> names;
     for (const Source& source : allSources()) {
         names.push_back(source.name);
-        const bool isIt = sameName(source.name, name) ||
-                          (!source.id.empty() &&
-                           (sameName(source.id, name) || sameName(source.name, "CountryAddin " + name)));
+        const bool isIt =
+            sameName(source.name, name) ||
+            (!source.id.empty() && (sameName(source.id, name) || sameName(source.name, "CountryAddin " + name)));
         if (!isIt)
             continue;
         if (!canBeUsed(source))
             throw Failure{kNoRepository, lastError() + remedy(lastError())};
         return source;
     }
-    throw Failure{kNotFound,
-                  "there is no data source " + quote(name) + nearest(name, names) +
-                      "; list them with: korodbc sources"};
+    throw Failure{kNotFound, "there is no data source " + quote(name) + nearest(name, names) +
+                                 "; list them with: korodbc sources"};
 }
 
 std::vector<LeftBehind> copiesLeftBehind()
@@ -245,13 +234,11 @@ std::string nearest(const std::string& wanted, const std::vector<std::string>& n
         if (distance <= 2 + static_cast<std::size_t>(folded.length()) / 5)
             near.emplace_back(distance, name);
     }
-    std::stable_sort(
-        near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::stable_sort(near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     std::string text;
     // an exact or very near name needs no others beside it
     for (std::size_t i = 0;
-         i < near.size() && i < 3 && near[i].first <= near[0].first + (near[0].first > 1 ? 1 : 0);
-         ++i)
+         i < near.size() && i < 3 && near[i].first <= near[0].first + (near[0].first > 1 ? 1 : 0); ++i)
         text += (i == 0 ? " (did you mean " : " or ") + quote(near[i].second);
     return text.empty() ? text : text + "?)";
 }

@@ -8,10 +8,7 @@
 
 namespace {
 
-const char* referenceMark(const ColumnDescription& column)
-{
-    return column.link == LinkKind::None ? "" : "-> ";
-}
+const char* referenceMark(const ColumnDescription& column) { return column.link == LinkKind::None ? "" : "-> "; }
 
 /// One record, a line per column; references with the name of the row that they refer to.
 void printRecord(const RecordDescription& type, const void* record)
@@ -19,12 +16,11 @@ void printRecord(const RecordDescription& type, const void* record)
     Sheet sheet{{{"Column", false}, {"Value", false}, {"Refers to", false}}, {}};
     const auto add = [&](const std::string& name, const ColumnDescription& column, const void* element) {
         std::string target;
-        if (column.link != LinkKind::None && column.kind == FieldKind::Integer &&
-            column.integer(element) != -1) {
+        if (column.link != LinkKind::None && column.kind == FieldKind::Integer && column.integer(element) != -1) {
             const RecordDescription& other = column.target();
             const std::string runName = runNameOf(other, column.integer(element));
-            target = referenceMark(column) + std::string(other.table) +
-                     (runName.empty() ? "" : " " + quote(runName));
+            target =
+                referenceMark(column) + std::string(other.table) + (runName.empty() ? "" : " " + quote(runName));
         }
         sheet.rows.push_back({name, cellText(column, element), target});
     };
@@ -66,10 +62,9 @@ void printJson(const std::vector<std::string>& objects, bool single)
 [[noreturn]] void noSuchRecord(const ShowOptions& options, const StoredTable& table,
                                const std::vector<std::string>& names)
 {
-    throw Failure{kNotFound,
-                  "table " + table.name + " (" + table.source.name + ") has no row with the key or name " +
-                      quote(options.record) + nearest(options.record, names) +
-                      "; list them with: korodbc show " + table.name};
+    throw Failure{kNotFound, "table " + table.name + " (" + table.source.name +
+                                 ") has no row with the key or name " + quote(options.record) +
+                                 nearest(options.record, names) + "; list them with: korodbc show " + table.name};
 }
 
 void showDescribed(const ShowOptions& options, const StoredTable& table)
@@ -102,9 +97,8 @@ void showDescribed(const ShowOptions& options, const StoredTable& table)
         return;
     }
     if (options.items && !type.items.exists())
-        throw Failure{kUsage,
-                      "the rows of table " + table.name +
-                          " have no items in a table of their own; leave out --items"};
+        throw Failure{kUsage, "the rows of table " + table.name +
+                                  " have no items in a table of their own; leave out --items"};
     long widest = 0;
     Sheet items = type.items.exists() ? sheetOf(type.items.item(), 0) : Sheet();
     for (const void* record : shown) {
@@ -161,28 +155,20 @@ StartedSession::StartedSession(const GlobalOptions& options) : m_session(options
         if (tables.find(place) == std::string::npos)
             tables += (tables.empty() ? "" : ", ") + place;
     }
-    std::fprintf(stderr,
-                 "korodbc: note: an edit was left open; brought back to the state before it: %s\n",
+    std::fprintf(stderr, "korodbc: note: an edit was left open; brought back to the state before it: %s\n",
                  tables.c_str());
 }
 
 void runSources(const GlobalOptions& global)
 {
     const Session session(global, Session::Start::LookOnly);
-    Sheet sheet{{{"No", true},
-                 {"Source", false},
-                 {"Slot", true},
-                 {"Tables", true},
-                 {"Database", false},
-                 {"State", false}},
-                {}};
+    Sheet sheet{
+        {{"No", true}, {"Source", false}, {"Slot", true}, {"Tables", true}, {"Database", false}, {"State", false}},
+        {}};
     std::string error;
     for (const auto& state : korodbc::host::sources()) {
-        sheet.rows.push_back({std::to_string(state.dsn),
-                              state.name,
-                              std::to_string(state.index),
-                              state.usable ? std::to_string(state.tables) : "-",
-                              state.connection,
+        sheet.rows.push_back({std::to_string(state.dsn), state.name, std::to_string(state.index),
+                              state.usable ? std::to_string(state.tables) : "-", state.connection,
                               state.usable ? "ok" : "cannot be used"});
         if (!state.usable && error.empty())
             error = state.error;
@@ -202,9 +188,7 @@ void runTables(const GlobalOptions& global, const std::string& sourceName)
         for (const std::string& name : tableNames(source)) {
             const RecordDescription* type = records::ofTable(name);
             const long rows = numberOfRows({name, source, type});
-            sheet.rows.push_back({source.name,
-                                  name,
-                                  rows < 0 ? "unreadable" : std::to_string(rows),
+            sheet.rows.push_back({source.name, name, rows < 0 ? "unreadable" : std::to_string(rows),
                                   type == nullptr ? "-" : std::string(type->record)});
         }
     }

@@ -71,9 +71,8 @@ StructDetailStyle styleNamed(const std::string& style, const Source& source)
     requireReadable(descriptionOf<StructDetailStyle>());
     StructDetailStyle record;
     if (!readRecord(descriptionOf<StructDetailStyle>(), style, &record))
-        throw Failure{kNotFound,
-                      "there is no detail style " + quote(style) + " in " + source.name +
-                          nearest(style, styleNames()) + "; list them with: korodbc styles"};
+        throw Failure{kNotFound, "there is no detail style " + quote(style) + " in " + source.name +
+                                     nearest(style, styleNames()) + "; list them with: korodbc styles"};
     return record;
 }
 
@@ -85,22 +84,16 @@ void runStyles(const GlobalOptions& global, const std::string& sourceName)
     KorArray<StructDetailStyle> styles;
     if (StructDetailStyleMarshal::getTable(styles) != 1)
         throw Failure{kFailed, "data source " + source.name + " has no detail styles" + because()};
-    Sheet sheet{{{"Key", true},
-                 {"Style", false},
-                 {"Category", false},
-                 {"No", true},
-                 {"Views", true},
-                 {"Owner", false}},
-                {}};
+    Sheet sheet{
+        {{"Key", true}, {"Style", false}, {"Category", false}, {"No", true}, {"Views", true}, {"Owner", false}},
+        {}};
     for (const StructDetailStyle& style : styles) {
         StructDetailMaster master;
         const bool hasMaster = StructDetailMasterMarshal::getByStyleKey(style.key, master) == 1;
         sheet.rows.push_back(
-            {std::to_string(style.key),
-             style.runName.toUtf8(),
+            {std::to_string(style.key), style.runName.toUtf8(),
              hasMaster ? runNameOf(descriptionOf<StructDetBaseCategory>(), master.baseCategory) : "-",
-             hasMaster ? std::to_string(master.subCategory) : "-",
-             std::to_string(style.requests.length()),
+             hasMaster ? std::to_string(master.subCategory) : "-", std::to_string(style.requests.length()),
              style.ownerText.toUtf8()});
     }
     printText(sheet);
@@ -113,8 +106,8 @@ Exported exportStyle(const std::string& style, const Source& source, const std::
     const StructDetailStyle record = styleNamed(style, source);
     checkSound(source.file);
     const bool isNew = checkExportTarget(file);
-    const int exported = Exports::exportDetail(
-        Exports::kDetailStyle, KorOdbcKey(record.key), source.dsn, source.index, KorString::fromUtf8(file));
+    const int exported = Exports::exportDetail(Exports::kDetailStyle, KorOdbcKey(record.key), source.dsn,
+                                               source.index, KorString::fromUtf8(file));
     if (exported != 1) {
         Failure failure{kFailed, transferError("style " + quote(style) + " was not exported")};
         Exports::setExportInProgress(0);
@@ -131,10 +124,8 @@ void runExport(const GlobalOptions& global, const std::string& style, const std:
 {
     const StartedSession session(global);
     const Exported exported = exportStyle(style, sourceNamed(sourceName), file);
-    std::printf("Exported %s with everything that it refers to, %s, to %s.\n",
-                quote(exported.style).c_str(),
-                counted(exported.rows, "row").c_str(),
-                file.c_str());
+    std::printf("Exported %s with everything that it refers to, %s, to %s.\n", quote(exported.style).c_str(),
+                counted(exported.rows, "row").c_str(), file.c_str());
 }
 
 Imported importStyle(const ImportOptions& options)
@@ -142,10 +133,9 @@ Imported importStyle(const ImportOptions& options)
     const Source target = sourceNamed(options.into);
     if (target.dsn != KorDSNDefinitions::kDetails && target.dsn != KorDSNDefinitions::kAddin &&
         target.dsn != KorDSNDefinitions::kCountryAddin)
-        throw Failure{kUsage,
-                      "data source " + target.name +
-                          " holds no detail tables; import into Details, Addin or a "
-                          "country add-in"};
+        throw Failure{kUsage, "data source " + target.name +
+                                  " holds no detail tables; import into Details, Addin or a "
+                                  "country add-in"};
     checkSound(target.file);
     checkImportFile(options.file);
     // the file takes the place of a source that is not the target
@@ -162,15 +152,14 @@ Imported importStyle(const ImportOptions& options)
         const std::vector<std::string> names = styleNames();
         if (names.empty())
             throw Failure{kNotFound,
-                          options.file +
-                              " holds no detail style; export one into it with: korodbc export-style"};
+                          options.file + " holds no detail style; export one into it with: korodbc export-style"};
         if (options.style.empty() && names.size() > 1) {
             std::string list;
             for (std::size_t i = 0; i < names.size() && i < 10; ++i)
                 list += (i == 0 ? "" : ", ") + quote(names[i]);
-            throw Failure{kUsage,
-                          options.file + " holds " + std::to_string(names.size()) +
-                              " styles; name one with --style: " + list + (names.size() > 10 ? ", ..." : "")};
+            throw Failure{kUsage, options.file + " holds " + std::to_string(names.size()) +
+                                      " styles; name one with --style: " + list +
+                                      (names.size() > 10 ? ", ..." : "")};
         }
         StructDetailStyle style;
         const std::string wanted = options.style.empty() ? names.front() : options.style;
@@ -180,8 +169,8 @@ Imported importStyle(const ImportOptions& options)
         imported.key = style.key;
         imported.style = style.runName.toUtf8();
     }
-    const int result = Exports::importDetail(
-        Exports::kDetailStyle, KorOdbcKey(imported.key), dsn, index, target.dsn, target.index);
+    const int result = Exports::importDetail(Exports::kDetailStyle, KorOdbcKey(imported.key), dsn, index,
+                                             target.dsn, target.index);
     if (result != 1)
         throw Failure{kFailed, transferError("style " + quote(imported.style) + " was not imported")};
     // the style is the first one collected
@@ -199,10 +188,7 @@ void runImport(const GlobalOptions& global, const ImportOptions& options)
 {
     const StartedSession session(global);
     const Imported imported = importStyle(options);
-    std::printf("Imported %s into %s as %s, key %d; %s taken over.\n",
-                quote(imported.style).c_str(),
-                imported.into.c_str(),
-                quote(imported.name).c_str(),
-                imported.key,
+    std::printf("Imported %s into %s as %s, key %d; %s taken over.\n", quote(imported.style).c_str(),
+                imported.into.c_str(), quote(imported.name).c_str(), imported.key,
                 counted(imported.rows, "row").c_str());
 }

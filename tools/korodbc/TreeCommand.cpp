@@ -33,14 +33,12 @@ public:
     {
         printRow(root, "", "");
         std::printf("\n%s in %s; %s in more than one place.\n",
-                    counted(static_cast<long>(m_seen.size()), "row").c_str(),
-                    counted(tables(), "table").c_str(),
+                    counted(static_cast<long>(m_seen.size()), "row").c_str(), counted(tables(), "table").c_str(),
                     counted(static_cast<long>(m_shared.size()), "row").c_str());
         if (!m_missing.empty())
-            throw Failure{kFailed,
-                          counted(static_cast<long>(m_missing.size()), "row") +
-                              " that the style refers to are missing, the first is " + m_missing.front() +
-                              "; correct the reference with: korodbc edit"};
+            throw Failure{kFailed, counted(static_cast<long>(m_missing.size()), "row") +
+                                       " that the style refers to are missing, the first is " + m_missing.front() +
+                                       "; correct the reference with: korodbc edit"};
     }
 
 private:
@@ -72,10 +70,7 @@ private:
         const std::vector<Branch> branches = branchesOf(type, record.get());
         const std::string label =
             branch.label.empty() || runName.empty() ? branch.label + runName : branch.label + ": " + runName;
-        std::printf("%s%s  [%s]%s\n",
-                    lead.c_str(),
-                    singleLine(label).c_str(),
-                    name.c_str(),
+        std::printf("%s%s  [%s]%s\n", lead.c_str(), singleLine(label).c_str(), name.c_str(),
                     !again             ? ""
                     : branches.empty() ? "  (shared)"
                                        : "  (shared, see above)");
@@ -100,8 +95,7 @@ private:
                 add(numberedName(column, i + 1), column, type.numbered.list.at(record, i));
         for (long i = 0; type.items.exists() && i < type.items.list.length(record); ++i)
             for (const ColumnDescription& column : type.items.item().columns)
-                add("item " + std::to_string(i + 1) + " " + std::string(column.name),
-                    column,
+                add("item " + std::to_string(i + 1) + " " + std::string(column.name), column,
                     type.items.list.at(record, i));
         for (const auto& rows : childRows)
             if (&rows.parent() == &type)

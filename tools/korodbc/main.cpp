@@ -6,17 +6,16 @@
 
 namespace {
 
-constexpr const char* exitCodes =
-    "Exit codes:\n"
-    "  0  done\n"
-    "  1  the operation failed; nothing was changed unless the message says so\n"
-    "  2  wrong usage: options, or a value that does not fit its column\n"
-    "  3  the repository, or one of its databases, cannot be opened\n"
-    "  4  not found: data source, table, style, key, column\n\n"
-    "Example:\n"
-    "  korodbc init work\n"
-    "  korodbc -r work styles\n"
-    "\"korodbc COMMAND --help\" shows the options of a command and an example.";
+constexpr const char* exitCodes = "Exit codes:\n"
+                                  "  0  done\n"
+                                  "  1  the operation failed; nothing was changed unless the message says so\n"
+                                  "  2  wrong usage: options, or a value that does not fit its column\n"
+                                  "  3  the repository, or one of its databases, cannot be opened\n"
+                                  "  4  not found: data source, table, style, key, column\n\n"
+                                  "Example:\n"
+                                  "  korodbc init work\n"
+                                  "  korodbc -r work styles\n"
+                                  "\"korodbc COMMAND --help\" shows the options of a command and an example.";
 
 std::string oneLine(std::string text)
 {
@@ -47,8 +46,7 @@ public:
             ->envname("KORODBC_REPOSITORY")
             ->type_name("DIR")
             ->capture_default_str();
-        m_app.add_flag("--trace",
-                       m_global.trace,
+        m_app.add_flag("--trace", m_global.trace,
                        "Print every statement on stderr, with its data source, origin and result");
         addRepositoryCommands();
         addStyleCommands();
@@ -84,8 +82,7 @@ private:
         return commands.empty() ? std::string() : commands.front()->get_name() + " ";
     }
 
-    CLI::App* command(const char* name, const char* description, const char* example,
-                      std::function<void()> run)
+    CLI::App* command(const char* name, const char* description, const char* example, std::function<void()> run)
     {
         CLI::App* command = m_app.add_subcommand(name, description);
         command->footer(std::string("Example:\n  ") + example);
@@ -100,29 +97,22 @@ private:
 
     void addRepositoryCommands()
     {
-        CLI::App* init = command("init",
-                                 "Make a repository from the catalogue",
-                                 "korodbc init work --country no=Norway",
-                                 [this] { runInit(m_init); });
+        CLI::App* init = command("init", "Make a repository from the catalogue",
+                                 "korodbc init work --country no=Norway", [this] { runInit(m_init); });
         init->add_option("FOLDER", m_init.folder, "New or empty folder")->required()->type_name("");
-        init->add_option("--catalogue",
-                         m_init.catalogue,
+        init->add_option("--catalogue", m_init.catalogue,
                          "Folder of the catalogue (default: $KORODBC_CATALOGUE, else the shipped one)")
             ->type_name("DIR");
         init->add_option("--country", m_init.countries, "Install a country add-in; can be repeated")
             ->type_name("ID=NAME")
             ->expected(1)
             ->take_all();
-        command("sources", "List the data sources and their databases", "korodbc sources", [this] {
-            runSources(m_global);
-        });
-        CLI::App* tables = command("tables",
-                                   "List the tables, with their rows and record types",
-                                   "korodbc tables Details",
-                                   [this] { runTables(m_global, m_source); });
+        command("sources", "List the data sources and their databases", "korodbc sources",
+                [this] { runSources(m_global); });
+        CLI::App* tables = command("tables", "List the tables, with their rows and record types",
+                                   "korodbc tables Details", [this] { runTables(m_global, m_source); });
         tables->add_option("SOURCE", m_source, "Data source (default: all)")->type_name("");
-        CLI::App* show = command("show",
-                                 "Print a table, or one row of it",
+        CLI::App* show = command("show", "Print a table, or one row of it",
                                  "korodbc show DetObjReprMapsNew 1 --items\n  korodbc show Material --csv",
                                  [this] { showTable(); });
         show->add_option("TABLE", m_show.table, "Name of the table")->required()->type_name("");
@@ -136,29 +126,26 @@ private:
     void addStyleCommands()
     {
         const char* const source = "Data source of the style (default: Details)";
-        CLI::App* styles = command("styles", "List the detail styles", "korodbc styles", [this] {
-            runStyles(m_global, sourceOr("Details"));
-        });
+        CLI::App* styles = command("styles", "List the detail styles", "korodbc styles",
+                                   [this] { runStyles(m_global, sourceOr("Details")); });
         addSource(styles, source);
-        CLI::App* tree = command("tree",
-                                 "Print a detail style and everything that it reaches",
+        CLI::App* tree = command("tree", "Print a detail style and everything that it reaches",
                                  "korodbc tree \"Beam, single part\"",
                                  [this] { runTree(m_global, m_style, sourceOr("Details")); });
         tree->add_option("STYLE", m_style, "Name or key of the style")->required()->type_name("");
         addSource(tree, source);
-        CLI::App* exporting = command("export-style",
-                                      "Write a detail style, and everything that it refers to, into a file",
-                                      "korodbc export-style \"Beam, single part\" beam.db",
-                                      [this] { runExport(m_global, m_style, sourceOr("Details"), m_file); });
+        CLI::App* exporting =
+            command("export-style", "Write a detail style, and everything that it refers to, into a file",
+                    "korodbc export-style \"Beam, single part\" beam.db",
+                    [this] { runExport(m_global, m_style, sourceOr("Details"), m_file); });
         exporting->add_option("STYLE", m_style, "Name or key of the style")->required()->type_name("");
         exporting->add_option("FILE", m_file, "Detail database; made when it is missing")
             ->required()
             ->type_name("");
         addSource(exporting, source);
-        CLI::App* importing = command("import-style",
-                                      "Copy a detail style from a file into the repository, under new keys",
-                                      "korodbc import-style beam.db --into Addin",
-                                      [this] { runImport(m_global, m_import); });
+        CLI::App* importing =
+            command("import-style", "Copy a detail style from a file into the repository, under new keys",
+                    "korodbc import-style beam.db --into Addin", [this] { runImport(m_global, m_import); });
         importing->add_option("FILE", m_import.file, "Detail database, as export-style makes it")
             ->required()
             ->type_name("");
@@ -171,8 +158,7 @@ private:
 
     void addEditCommands()
     {
-        CLI::App* edit = command("edit",
-                                 "Change one value under a copy of its table, then close the edit",
+        CLI::App* edit = command("edit", "Change one value under a copy of its table, then close the edit",
                                  "korodbc edit DetailStyle 1 TitleFormat \"%PartMark%\" --depth 1 --cancel",
                                  [this] { editValue(); });
         edit->add_option("TABLE", m_edit.table, "Detail table")->required()->type_name("");
@@ -190,21 +176,17 @@ private:
             ->group("Closing, one of");
         edit->add_flag("--leave-open", m_leaveOpen, "Stop without closing: the next start recovers the table")
             ->group("Closing, one of");
-        command("status",
-                "Report data sources, edits left open and tables that differ; changes nothing",
-                "korodbc status",
-                [this] { runStatus(m_global); });
-        command("recover", "Bring back the tables of edits that were left open", "korodbc recover", [this] {
-            runRecover(m_global);
-        });
+        command("status", "Report data sources, edits left open and tables that differ; changes nothing",
+                "korodbc status", [this] { runStatus(m_global); });
+        command("recover", "Bring back the tables of edits that were left open", "korodbc recover",
+                [this] { runRecover(m_global); });
     }
 
     void addDemo()
     {
-        CLI::App* demo = command("demo",
-                                 "Show a style's travels in a new folder, step by step",
-                                 "korodbc demo /tmp/demo",
-                                 [this] { runDemo(m_global, m_file, m_init.catalogue); });
+        CLI::App* demo =
+            command("demo", "Show a style's travels in a new folder, step by step", "korodbc demo /tmp/demo",
+                    [this] { runDemo(m_global, m_file, m_init.catalogue); });
         m_file = "demo";
         demo->add_option("FOLDER", m_file, "New or empty folder (default: ./demo)")->type_name("");
         demo->add_option("--catalogue", m_init.catalogue, "Folder of the catalogue, as for init")
@@ -235,9 +217,8 @@ private:
         runEdit(m_global, m_edit);
     }
 
-    CLI::App m_app{
-        "Keeps the configuration databases of steel detailing: looks at tables, moves detail styles\n"
-        "between databases, edits them under copies.\n"};
+    CLI::App m_app{"Keeps the configuration databases of steel detailing: looks at tables, moves detail styles\n"
+                   "between databases, edits them under copies.\n"};
     std::function<void()> m_run;
     GlobalOptions m_global;
     InitOptions m_init;

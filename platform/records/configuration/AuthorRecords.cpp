@@ -37,7 +37,6 @@ const RecordDescription& descriptionOf<StructDevelopersID>()
 
 std::span<const DescriptionFunction> records::authorRecords()
 {
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructAuthor>,
-                                                   descriptionOf<StructDevelopersID>};
+    static constexpr DescriptionFunction list[] = {descriptionOf<StructAuthor>, descriptionOf<StructDevelopersID>};
     return list;
 }

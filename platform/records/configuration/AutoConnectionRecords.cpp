@@ -170,13 +170,12 @@ template <>
 const RecordDescription& descriptionOf<StructAutoConnectionModelRolesItems>()
 {
     using R = StructAutoConnectionModelRolesItems;
-    static constexpr auto list =
-        describe<R>("StructAutoConnectionModelRolesItems",
-                    "AutoConnectionModelRolesItems",
-                    inConfiguration,
-                    key<&R::key>("Key"),
-                    lookup<&R::modelRoles, StructAutoConnectionModelRoles>("ModelRoles"),
-                    column<&R::roleName>("RoleName"));
+    static constexpr auto list = describe<R>("StructAutoConnectionModelRolesItems",
+                                             "AutoConnectionModelRolesItems",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             lookup<&R::modelRoles, StructAutoConnectionModelRoles>("ModelRoles"),
+                                             column<&R::roleName>("RoleName"));
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;
@@ -318,25 +317,24 @@ const RecordDescription& descriptionOf<StructAutoConnectionGeomConditions>()
 
 std::span<const DescriptionFunction> records::autoConnectionRecords()
 {
-    static constexpr DescriptionFunction list[] = {
-        descriptionOf<StructAutoConnectionCategories>,
-        descriptionOf<StructAutoConnectionCategoriesItemsDesc>,
-        descriptionOf<StructAutoConnectionCategoriesItems>,
-        descriptionOf<StructAutoConnectionConfig>,
-        descriptionOf<StructAutoFilteringConfig>,
-        descriptionOf<StructAutoConnectionInputObjectCondItems>,
-        descriptionOf<StructAutoConnectionInputObjectCondSet>,
-        descriptionOf<StructAutoConnectionInputObjects>,
-        descriptionOf<StructAutoConnectionInputSet>,
-        descriptionOf<StructAutoConnectionModelRoles>,
-        descriptionOf<StructAutoConnectionModelRolesItems>,
-        descriptionOf<StructAutoConnectionObjectsOrderForJoints>,
-        descriptionOf<StructAutoConnectionRuleSettingsGeneral>,
-        descriptionOf<StructAutoConnectionRuleSettingsProfiles>,
-        descriptionOf<StructAutoConnectionRuleSettingsCategories>,
-        descriptionOf<StructAutoConnectionRuleSettingsConfigurations>,
-        descriptionOf<StructAutoConnectionProfiles>,
-        descriptionOf<StructAutoConnectionParamSetItems>,
-        descriptionOf<StructAutoConnectionGeomConditions>};
+    static constexpr DescriptionFunction list[] = {descriptionOf<StructAutoConnectionCategories>,
+                                                   descriptionOf<StructAutoConnectionCategoriesItemsDesc>,
+                                                   descriptionOf<StructAutoConnectionCategoriesItems>,
+                                                   descriptionOf<StructAutoConnectionConfig>,
+                                                   descriptionOf<StructAutoFilteringConfig>,
+                                                   descriptionOf<StructAutoConnectionInputObjectCondItems>,
+                                                   descriptionOf<StructAutoConnectionInputObjectCondSet>,
+                                                   descriptionOf<StructAutoConnectionInputObjects>,
+                                                   descriptionOf<StructAutoConnectionInputSet>,
+                                                   descriptionOf<StructAutoConnectionModelRoles>,
+                                                   descriptionOf<StructAutoConnectionModelRolesItems>,
+                                                   descriptionOf<StructAutoConnectionObjectsOrderForJoints>,
+                                                   descriptionOf<StructAutoConnectionRuleSettingsGeneral>,
+                                                   descriptionOf<StructAutoConnectionRuleSettingsProfiles>,
+                                                   descriptionOf<StructAutoConnectionRuleSettingsCategories>,
+                                                   descriptionOf<StructAutoConnectionRuleSettingsConfigurations>,
+                                                   descriptionOf<StructAutoConnectionProfiles>,
+                                                   descriptionOf<StructAutoConnectionParamSetItems>,
+                                                   descriptionOf<StructAutoConnectionGeomConditions>};
     return list;
 }

@@ -20,8 +20,7 @@ struct StructAutoConnectionCategoriesItemsDesc {
 };
 template <>
 const RecordDescription& descriptionOf<StructAutoConnectionCategoriesItemsDesc>();
-struct StructAutoConnectionCategoriesItemsDescMarshal
-    : RecordMarshal<StructAutoConnectionCategoriesItemsDesc> {};
+struct StructAutoConnectionCategoriesItemsDescMarshal : RecordMarshal<StructAutoConnectionCategoriesItemsDesc> {};
 
 /// A joint in a category. Table "AutoConnectionCategoriesItems".
 struct StructAutoConnectionCategoriesItems {
@@ -68,8 +67,8 @@ struct StructAutoConnectionInputObjectCondItems {
 };
 template <>
 const RecordDescription& descriptionOf<StructAutoConnectionInputObjectCondItems>();
-struct StructAutoConnectionInputObjectCondItemsMarshal
-    : RecordMarshal<StructAutoConnectionInputObjectCondItems> {};
+struct StructAutoConnectionInputObjectCondItemsMarshal : RecordMarshal<StructAutoConnectionInputObjectCondItems> {
+};
 
 /// Conditions that an object meets all together. Table "AutoConnectionInputObjectCondSet".
 struct StructAutoConnectionInputObjectCondSet {
@@ -78,8 +77,7 @@ struct StructAutoConnectionInputObjectCondSet {
 };
 template <>
 const RecordDescription& descriptionOf<StructAutoConnectionInputObjectCondSet>();
-struct StructAutoConnectionInputObjectCondSetMarshal : RecordMarshal<StructAutoConnectionInputObjectCondSet> {
-};
+struct StructAutoConnectionInputObjectCondSetMarshal : RecordMarshal<StructAutoConnectionInputObjectCondSet> {};
 
 /// One object of an input set. Table "AutoConnectionInputObjects".
 struct StructAutoConnectionInputObjects {
@@ -144,8 +142,7 @@ struct StructAutoConnectionRuleSettingsGeneral {
 };
 template <>
 const RecordDescription& descriptionOf<StructAutoConnectionRuleSettingsGeneral>();
-struct StructAutoConnectionRuleSettingsGeneralMarshal
-    : RecordMarshal<StructAutoConnectionRuleSettingsGeneral> {};
+struct StructAutoConnectionRuleSettingsGeneralMarshal : RecordMarshal<StructAutoConnectionRuleSettingsGeneral> {};
 
 /// Sections that a rule is meant for. Table "AutoConnectionRuleSettingsProfiles".
 struct StructAutoConnectionRuleSettingsProfiles {
@@ -157,8 +154,8 @@ struct StructAutoConnectionRuleSettingsProfiles {
 };
 template <>
 const RecordDescription& descriptionOf<StructAutoConnectionRuleSettingsProfiles>();
-struct StructAutoConnectionRuleSettingsProfilesMarshal
-    : RecordMarshal<StructAutoConnectionRuleSettingsProfiles> {};
+struct StructAutoConnectionRuleSettingsProfilesMarshal : RecordMarshal<StructAutoConnectionRuleSettingsProfiles> {
+};
 
 /// A category that a rule belongs to. Table "AutoConnectionRuleSettingsCategories".
 struct StructAutoConnectionRuleSettingsCategories {

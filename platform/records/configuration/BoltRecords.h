@@ -99,8 +99,8 @@ template <>
 const RecordDescription& descriptionOf<StructScrew>();
 struct StructScrewMarshal : RecordMarshal<StructScrew> {
     /// The bolt with these run names of standard, strength class and set, and this diameter within 1e-6 mm.
-    static int getByKeyAllSources(const KorString& standard, const KorString& strengthClass,
-                                  const KorString& set, double diameter, StructScrew& record);
+    static int getByKeyAllSources(const KorString& standard, const KorString& strengthClass, const KorString& set,
+                                  double diameter, StructScrew& record);
 };
 
 /// A nut or washer of a set, for one diameter. Lengths in mm. Table "SetNutsBolts".

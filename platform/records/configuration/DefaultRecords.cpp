@@ -85,8 +85,8 @@ template <>
 const RecordDescription& descriptionOf<StructSetting>()
 {
     using R = StructSetting;
-    static constexpr auto list = describe<R>(
-        "StructSetting", "Settings", inConfiguration, key<&R::key>("Key"), column<&R::value>("Value"));
+    static constexpr auto list =
+        describe<R>("StructSetting", "Settings", inConfiguration, key<&R::key>("Key"), column<&R::value>("Value"));
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;

@@ -141,8 +141,8 @@ int StructScaleMarshal::getSpecificScale(const KorString& runName, StructScale::
     return 1;
 }
 
-int StructScaleMarshal::getScaleDescription(double factor, KorString& text,
-                                            StructScale::ScaleUnitType unitType, bool anyUnit)
+int StructScaleMarshal::getScaleDescription(double factor, KorString& text, StructScale::ScaleUnitType unitType,
+                                            bool anyUnit)
 {
     KorArray<StructScale> scales;
     if (getTable(scales) != 1)

@@ -76,8 +76,7 @@ struct StructScaleMarshal : RecordMarshal<StructScale> {
     static int getScaleTable(StructScale::ScaleUnitType unitType, KorArray<StructScale>& scales);
     /// Their run names.
     static int getScaleList(StructScale::ScaleUnitType unitType, KorArray<KorString>& names);
-    static int getSpecificScale(const KorString& runName, StructScale::ScaleUnitType unitType,
-                                StructScale& scale);
+    static int getSpecificScale(const KorString& runName, StructScale::ScaleUnitType unitType, StructScale& scale);
     /// Run name of the scale with this factor, within a millionth of it. With `anyUnit`, a scale of another
     /// unit type is taken when the wanted type has none.
     static int getScaleDescription(double factor, KorString& text, StructScale::ScaleUnitType unitType,

@@ -9,18 +9,17 @@ template <>
 const RecordDescription& descriptionOf<StructModelExtract>()
 {
     using R = StructModelExtract;
-    static constexpr auto list =
-        describe<R>("StructModelExtract",
-                    "ModelExtracts",
-                    DataSources{KorDSNDefinitions::kProject,
-                                KorDSNDefinitions::kProjectAdvance,
-                                KorDSNDefinitions::kConfiguration,
-                                KorDSNDefinitions::kAddin},
-                    key<&R::key>("Key"),
-                    runName<&R::runName>("RunName"),
-                    column<&R::modelSelectionApplication>("ModelSelectionApplication"),
-                    column<&R::updateInfo>("UpdateInfo"),
-                    column<&R::fileName>("FileName"));
+    static constexpr auto list = describe<R>("StructModelExtract",
+                                             "ModelExtracts",
+                                             DataSources{KorDSNDefinitions::kProject,
+                                                         KorDSNDefinitions::kProjectAdvance,
+                                                         KorDSNDefinitions::kConfiguration,
+                                                         KorDSNDefinitions::kAddin},
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::modelSelectionApplication>("ModelSelectionApplication"),
+                                             column<&R::updateInfo>("UpdateInfo"),
+                                             column<&R::fileName>("FileName"));
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;

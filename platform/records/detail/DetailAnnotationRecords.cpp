@@ -119,16 +119,15 @@ const RecordDescription& descriptionOf<StructDetManualAnnotationType>()
 {
     using R = StructDetManualAnnotationType;
     using Item = StructDetManualAnnotationTypeItem;
-    static constexpr auto list =
-        describe<R>("StructDetManualAnnotationType",
-                    "DetManualAnnotationType",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    runName<&R::runName>("RunName"),
-                    lookup<&R::leaderStyle, StructDetLeaderStyle>("LeaderStyle"),
-                    owner<&R::ownerText>("OwnerText"),
-                    itemCount<&R::numberItems>("NumberItems"),
-                    numberedGroup<&R::items>(12, column<&Item::contents>("Contents%d")));
+    static constexpr auto list = describe<R>("StructDetManualAnnotationType",
+                                             "DetManualAnnotationType",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             lookup<&R::leaderStyle, StructDetLeaderStyle>("LeaderStyle"),
+                                             owner<&R::ownerText>("OwnerText"),
+                                             itemCount<&R::numberItems>("NumberItems"),
+                                             numberedGroup<&R::items>(12, column<&Item::contents>("Contents%d")));
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;

@@ -42,8 +42,7 @@ const RecordDescription& descriptionOf<StructDetailOrientation>()
 template <>
 const RecordDescription& descriptionOf<StructDetObjSelectionStrategy>()
 {
-    return namedRows<StructDetObjSelectionStrategy>("StructDetObjSelectionStrategy",
-                                                    "DetObjSelectionStrategy");
+    return namedRows<StructDetObjSelectionStrategy>("StructDetObjSelectionStrategy", "DetObjSelectionStrategy");
 }
 
 template <>
@@ -55,8 +54,7 @@ const RecordDescription& descriptionOf<StructDetLeaderStyle>()
 template <>
 const RecordDescription& descriptionOf<StructDetViewArrangeDirection>()
 {
-    return namedRows<StructDetViewArrangeDirection>("StructDetViewArrangeDirection",
-                                                    "DetViewArrangeDirection");
+    return namedRows<StructDetViewArrangeDirection>("StructDetViewArrangeDirection", "DetViewArrangeDirection");
 }
 
 template <>
@@ -81,8 +79,7 @@ const RecordDescription& descriptionOf<StructDetViewDimPointtype>()
 template <>
 const RecordDescription& descriptionOf<StructDetVwDimGeomRestrictions>()
 {
-    return namedRows<StructDetVwDimGeomRestrictions>("StructDetVwDimGeomRestrictions",
-                                                     "DetVwDimGeomRestrictions");
+    return namedRows<StructDetVwDimGeomRestrictions>("StructDetVwDimGeomRestrictions", "DetVwDimGeomRestrictions");
 }
 
 template <>
@@ -100,8 +97,7 @@ const RecordDescription& descriptionOf<StructDetailDepthPosition>()
 template <>
 const RecordDescription& descriptionOf<StructBeamPositionCalculation>()
 {
-    return namedRows<StructBeamPositionCalculation>("StructBeamPositionCalculation",
-                                                    "BeamPositionCalculation");
+    return namedRows<StructBeamPositionCalculation>("StructBeamPositionCalculation", "BeamPositionCalculation");
 }
 
 template <>

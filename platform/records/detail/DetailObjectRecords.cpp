@@ -28,22 +28,22 @@ template <>
 const RecordDescription& descriptionOf<StructDetObjReprMapItem>()
 {
     using R = StructDetObjReprMapItem;
-    static constexpr auto list = describe<R>(
-        "StructDetObjReprMapItem",
-        "DetObjReprMapItems",
-        inDetails,
-        itemOwner<&R::key>("Key"),
-        itemOrder<&R::order>("Order"),
-        column<&R::description>("Description"),
-        owner<&R::ownerText>("OwnerText"),
-        reference<&R::objQualifier, StructDetObjQualifierSet>("ObjQualifier"),
-        lookup<&R::geometricRestrictions, StructDetVwDimGeomRestrictions>("GeometricRestrictions"),
-        lookup<&R::depthPosition, StructDetailDepthPosition>("DepthPosition"),
-        reference<&R::appearance, StructDetObjAppearance>("Appearance"),
-        reference<&R::annotationStrategy, StructDetObjAnnotationStrategy>("AnnotationStrategy"),
-        reference<&R::lineType, StructLinetypes>("LineType").noneAllowed(),
-        column<&R::simplifiedGap>("SimplifiedGap"),
-        column<&R::compassMark>("CompassMark"));
+    static constexpr auto list =
+        describe<R>("StructDetObjReprMapItem",
+                    "DetObjReprMapItems",
+                    inDetails,
+                    itemOwner<&R::key>("Key"),
+                    itemOrder<&R::order>("Order"),
+                    column<&R::description>("Description"),
+                    owner<&R::ownerText>("OwnerText"),
+                    reference<&R::objQualifier, StructDetObjQualifierSet>("ObjQualifier"),
+                    lookup<&R::geometricRestrictions, StructDetVwDimGeomRestrictions>("GeometricRestrictions"),
+                    lookup<&R::depthPosition, StructDetailDepthPosition>("DepthPosition"),
+                    reference<&R::appearance, StructDetObjAppearance>("Appearance"),
+                    reference<&R::annotationStrategy, StructDetObjAnnotationStrategy>("AnnotationStrategy"),
+                    reference<&R::lineType, StructLinetypes>("LineType").noneAllowed(),
+                    column<&R::simplifiedGap>("SimplifiedGap"),
+                    column<&R::compassMark>("CompassMark"));
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;
@@ -53,22 +53,21 @@ template <>
 const RecordDescription& descriptionOf<StructDetObjAppearance>()
 {
     using R = StructDetObjAppearance;
-    static constexpr auto list =
-        describe<R>("StructDetObjAppearance",
-                    "DetObjAppearance",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    runName<&R::runName>("RunName"),
-                    reference<&R::hatchSettings, StructDetHatchSettings>("HatchSettings"),
-                    column<&R::presentation>("Presentation"),
-                    column<&R::visibleLayer>("VisibleLayer"),
-                    column<&R::visibleColor>("VisibleColor"),
-                    column<&R::drawHiddenEdges>("DrawHiddenEdges"),
-                    column<&R::hiddenLayer>("HiddenLayer"),
-                    column<&R::hiddenColor>("HiddenColor"),
-                    column<&R::drawAxis>("DrawAxis"),
-                    column<&R::axisLayer>("AxisLayer"),
-                    owner<&R::ownerText>("OwnerText"));
+    static constexpr auto list = describe<R>("StructDetObjAppearance",
+                                             "DetObjAppearance",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             reference<&R::hatchSettings, StructDetHatchSettings>("HatchSettings"),
+                                             column<&R::presentation>("Presentation"),
+                                             column<&R::visibleLayer>("VisibleLayer"),
+                                             column<&R::visibleColor>("VisibleColor"),
+                                             column<&R::drawHiddenEdges>("DrawHiddenEdges"),
+                                             column<&R::hiddenLayer>("HiddenLayer"),
+                                             column<&R::hiddenColor>("HiddenColor"),
+                                             column<&R::drawAxis>("DrawAxis"),
+                                             column<&R::axisLayer>("AxisLayer"),
+                                             owner<&R::ownerText>("OwnerText"));
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;
@@ -135,16 +134,15 @@ template <>
 const RecordDescription& descriptionOf<StructDetObjQualifierSetItem>()
 {
     using R = StructDetObjQualifierSetItem;
-    static constexpr auto list =
-        describe<R>("StructDetObjQualifierSetItem",
-                    "DetObjQualifierSetItem",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    itemOwner<&R::qualifierSet>("IdDetObjQualifierSet"),
-                    itemOrder<&R::order>("Order"),
-                    lookup<&R::objectQualifier, StructDetObjQualifier>("ObjectQualifier"),
-                    column<&R::modelRole>("ModelRole"),
-                    column<&R::filter>("Filter"));
+    static constexpr auto list = describe<R>("StructDetObjQualifierSetItem",
+                                             "DetObjQualifierSetItem",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             itemOwner<&R::qualifierSet>("IdDetObjQualifierSet"),
+                                             itemOrder<&R::order>("Order"),
+                                             lookup<&R::objectQualifier, StructDetObjQualifier>("ObjectQualifier"),
+                                             column<&R::modelRole>("ModelRole"),
+                                             column<&R::filter>("Filter"));
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;

@@ -11,19 +11,18 @@ template <>
 const RecordDescription& descriptionOf<StructDetailProcessDefinition>()
 {
     using R = StructDetailProcessDefinition;
-    static constexpr auto list =
-        describe<R>("StructDetailProcessDefinition",
-                    "DetailProcessDefinition",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    runName<&R::runName>("RunName"),
-                    reference<&R::category, StructDetailProcessCategory>("Category"),
-                    column<&R::description>("Description"),
-                    column<&R::bitmapId>("BitmapId"),
-                    sortOrder<&R::sortOrder>("SortOrder"),
-                    owner<&R::ownerText>("OwnerText"),
-                    itemCount<&R::numberSteps>("NumberSteps"),
-                    numberedReferences<&R::steps, StructDetailProcessStep>("Step%d", 24));
+    static constexpr auto list = describe<R>("StructDetailProcessDefinition",
+                                             "DetailProcessDefinition",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             reference<&R::category, StructDetailProcessCategory>("Category"),
+                                             column<&R::description>("Description"),
+                                             column<&R::bitmapId>("BitmapId"),
+                                             sortOrder<&R::sortOrder>("SortOrder"),
+                                             owner<&R::ownerText>("OwnerText"),
+                                             itemCount<&R::numberSteps>("NumberSteps"),
+                                             numberedReferences<&R::steps, StructDetailProcessStep>("Step%d", 24));
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;

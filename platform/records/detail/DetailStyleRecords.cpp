@@ -45,16 +45,15 @@ template <>
 const RecordDescription& descriptionOf<StructDetailMaster>()
 {
     using R = StructDetailMaster;
-    static constexpr auto list =
-        describe<R>("StructDetailMaster",
-                    "DetailMasterTable",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    runName<&R::runName>("RunName"),
-                    reference<&R::detailStyle, StructDetailStyle>("DetailStyle"),
-                    reference<&R::baseCategory, StructDetBaseCategory>("BaseCategory"),
-                    column<&R::subCategory>("SubCategory"),
-                    owner<&R::ownerText>("OwnerText"));
+    static constexpr auto list = describe<R>("StructDetailMaster",
+                                             "DetailMasterTable",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             reference<&R::detailStyle, StructDetailStyle>("DetailStyle"),
+                                             reference<&R::baseCategory, StructDetBaseCategory>("BaseCategory"),
+                                             column<&R::subCategory>("SubCategory"),
+                                             owner<&R::ownerText>("OwnerText"));
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;
@@ -67,8 +66,7 @@ int StructDetailMasterMarshal::getTableOrdered(KorArray<StructDetailMaster>& rec
     if (result != 1)
         return result;
     std::stable_sort(table.begin(), table.end(), [](const auto& left, const auto& right) {
-        return std::tie(left.baseCategory, left.subCategory) <
-               std::tie(right.baseCategory, right.subCategory);
+        return std::tie(left.baseCategory, left.subCategory) < std::tie(right.baseCategory, right.subCategory);
     });
     records = std::move(table);
     return result;

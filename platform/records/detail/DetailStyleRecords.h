@@ -56,8 +56,7 @@ struct StructDetailMasterMarshal : RecordMarshal<StructDetailMaster> {
     {
         return getFirstWhere<&StructDetailMaster::detailStyle>(styleKey, record);
     }
-    static int getByBaseCategoryAndSubCategory(long baseCategory, long subCategory,
-                                               StructDetailMaster& record)
+    static int getByBaseCategoryAndSubCategory(long baseCategory, long subCategory, StructDetailMaster& record)
     {
         return getFirstWhere<&StructDetailMaster::baseCategory, &StructDetailMaster::subCategory>(
             baseCategory, subCategory, record);

@@ -14,14 +14,13 @@ template <>
 const RecordDescription& descriptionOf<StructDetViewRequestCategory>()
 {
     using R = StructDetViewRequestCategory;
-    static constexpr auto list =
-        describe<R>("StructDetViewRequestCategory",
-                    "DetViewRequestCategories",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    reference<&R::baseCategory, StructDetBaseCategory>("BaseCategory"),
-                    itemOwner<&R::detViewRequest>("DetViewRequest"),
-                    unstored<&R::deleted>());
+    static constexpr auto list = describe<R>("StructDetViewRequestCategory",
+                                             "DetViewRequestCategories",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             reference<&R::baseCategory, StructDetBaseCategory>("BaseCategory"),
+                                             itemOwner<&R::detViewRequest>("DetViewRequest"),
+                                             unstored<&R::deleted>());
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;
@@ -65,21 +64,20 @@ template <>
 const RecordDescription& descriptionOf<StructDetViewSystemAndBox>()
 {
     using R = StructDetViewSystemAndBox;
-    static constexpr auto list =
-        describe<R>("StructDetViewSystemAndBox",
-                    "DetViewSystemAndBox",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    runName<&R::runName>("RunName"),
-                    lookup<&R::systemSource, StructDetViewSystemSource>("SystemSource"),
-                    lookup<&R::selectMode, StructDetViewSelectMode>("SelectMode"),
-                    column<&R::viewDirection>("ViewDirection"),
-                    column<&R::boxMode>("BoxMode"),
-                    column<&R::rotationX>("RotationX"),
-                    column<&R::rotationZ>("RotationZ"),
-                    column<&R::depthFront>("DepthFront").tolerant(),
-                    column<&R::depthBack>("DepthBack").tolerant(),
-                    owner<&R::ownerText>("OwnerText"));
+    static constexpr auto list = describe<R>("StructDetViewSystemAndBox",
+                                             "DetViewSystemAndBox",
+                                             inDetails,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             lookup<&R::systemSource, StructDetViewSystemSource>("SystemSource"),
+                                             lookup<&R::selectMode, StructDetViewSelectMode>("SelectMode"),
+                                             column<&R::viewDirection>("ViewDirection"),
+                                             column<&R::boxMode>("BoxMode"),
+                                             column<&R::rotationX>("RotationX"),
+                                             column<&R::rotationZ>("RotationZ"),
+                                             column<&R::depthFront>("DepthFront").tolerant(),
+                                             column<&R::depthBack>("DepthBack").tolerant(),
+                                             owner<&R::ownerText>("OwnerText"));
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;
@@ -193,17 +191,17 @@ template <>
 const RecordDescription& descriptionOf<StructDetViewDimPointSelection>()
 {
     using R = StructDetViewDimPointSelection;
-    static constexpr auto list = describe<R>(
-        "StructDetViewDimPointSelection",
-        "DetViewDimPointSelection",
-        inDetails,
-        key<&R::key>("Key"),
-        runName<&R::runName>("RunName"),
-        lookup<&R::type, StructDetViewDimPointtype>("Type"),
-        reference<&R::objects, StructDetObjQualifierSet>("Objects"),
-        lookup<&R::geometricRestrictions, StructDetVwDimGeomRestrictions>("GeometricRestrictions"),
-        column<&R::outermostOnly>("OutermostOnly"),
-        owner<&R::ownerText>("OwnerText"));
+    static constexpr auto list =
+        describe<R>("StructDetViewDimPointSelection",
+                    "DetViewDimPointSelection",
+                    inDetails,
+                    key<&R::key>("Key"),
+                    runName<&R::runName>("RunName"),
+                    lookup<&R::type, StructDetViewDimPointtype>("Type"),
+                    reference<&R::objects, StructDetObjQualifierSet>("Objects"),
+                    lookup<&R::geometricRestrictions, StructDetVwDimGeomRestrictions>("GeometricRestrictions"),
+                    column<&R::outermostOnly>("OutermostOnly"),
+                    owner<&R::ownerText>("OwnerText"));
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;

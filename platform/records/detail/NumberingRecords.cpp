@@ -75,17 +75,16 @@ template <>
 const RecordDescription& descriptionOf<StructExplodeSettings>()
 {
     using R = StructExplodeSettings;
-    static constexpr auto list =
-        describe<R>("StructExplodeSettings",
-                    "ExplodeSettings",
-                    inConfigurationAndAddin,
-                    key<&R::key>("Key"),
-                    lookup<&R::objectStructure, StructObjectStructure>("ObjectStructure"),
-                    lookup<&R::profile, StructExplodeProfile>("Profile"),
-                    column<&R::layer>("Layer"),
-                    column<&R::color>("Color"),
-                    column<&R::lineType>("LineType"),
-                    column<&R::on>("On"));
+    static constexpr auto list = describe<R>("StructExplodeSettings",
+                                             "ExplodeSettings",
+                                             inConfigurationAndAddin,
+                                             key<&R::key>("Key"),
+                                             lookup<&R::objectStructure, StructObjectStructure>("ObjectStructure"),
+                                             lookup<&R::profile, StructExplodeProfile>("Profile"),
+                                             column<&R::layer>("Layer"),
+                                             column<&R::color>("Color"),
+                                             column<&R::lineType>("LineType"),
+                                             column<&R::on>("On"));
     static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
     static const RecordDescription description = list.erased();
     return description;
