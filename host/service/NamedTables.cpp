@@ -1,5 +1,6 @@
 #include "service/NamedTables.h"
 
+#include "records/AnyRecord.h"
 #include "repository/KorDatabaseAccess.h"
 
 #include <set>
@@ -30,10 +31,10 @@ int readQuery(const RecordDescription& type, const KorString& query, void* recor
     const StatementRun run(*select);
     const int columns = sqlite3_column_count(select->handle());
     const ListOperations& list = type.operations->list;
-    void* blank = type.operations->create();
+    const AnyRecord blank(type);
     int code;
     while ((code = select->step()) == SQLITE_ROW) {
-        void* record = list.at(records, list.append(records, blank));
+        void* record = list.at(records, list.append(records, blank.get()));
         for (int i = 0; i < columns; ++i) {
             const std::string_view name = sqlite3_column_name(select->handle(), i);
             for (const ColumnDescription& column : type.columns) {
@@ -48,7 +49,6 @@ int readQuery(const RecordDescription& type, const KorString& query, void* recor
             }
         }
     }
-    type.operations->destroy(blank);
     return code == SQLITE_DONE ? 1 : 0;
 }
 

@@ -1,5 +1,6 @@
 #include "repository/RecordAccess.h"
 
+#include "records/AnyRecord.h"
 #include "service/Service.h"
 #include "tables/RecordCache.h"
 
@@ -82,25 +83,23 @@ int handOut(RecordCache& records, long position, void* record)
         return 1;
     }
     // the caller's record stays as it is when the items cannot be read
-    void* complete = type.operations->create();
-    type.operations->assign(complete, records.at(position));
-    const bool attached = attachItems(type, records, complete);
-    if (attached)
-        type.operations->assign(record, complete);
-    type.operations->destroy(complete);
-    return attached ? 1 : 0;
+    const AnyRecord complete(type);
+    type.operations->assign(complete.get(), records.at(position));
+    if (!attachItems(type, records, complete.get()))
+        return 0;
+    type.operations->assign(record, complete.get());
+    return 1;
 }
 
 /// Reads one row of a large table that is not worth reading as a whole.
 int readSingle(RecordCache& records, long key, void* record)
 {
     const RecordDescription& type = records.type();
-    void* complete = type.operations->create();
-    const bool found = records.readKey(key, complete) && attachItems(type, records, complete);
-    if (found)
-        type.operations->assign(record, complete);
-    type.operations->destroy(complete);
-    return found ? 1 : 0;
+    const AnyRecord complete(type);
+    if (!records.readKey(key, complete.get()) || !attachItems(type, records, complete.get()))
+        return 0;
+    type.operations->assign(record, complete.get());
+    return 1;
 }
 
 template <class Find>

@@ -16,15 +16,8 @@ constexpr std::int64_t sparseShare = 16;
 } // namespace
 
 RecordCache::RecordCache(Table& table, const RecordDescription& type)
-    : m_table(table), m_type(type), m_list(type.operations->list.create()), m_blank(type.operations->create()),
-      m_lastTexts(type.columns.size())
+    : m_table(table), m_type(type), m_records(type), m_blank(type), m_lastTexts(type.columns.size())
 {
-}
-
-RecordCache::~RecordCache()
-{
-    m_type.operations->list.destroy(m_list);
-    m_type.operations->destroy(m_blank);
 }
 
 bool RecordCache::refresh()
@@ -102,13 +95,13 @@ bool RecordCache::readAll()
         return false;
     const StatementRun run(*select);
     const ListOperations& list = m_type.operations->list;
-    list.resize(m_list, 0);
+    list.resize(m_records.get(), 0);
     m_rows.clear();
     dropIndexes();
     int code;
     while ((code = select->step()) == SQLITE_ROW) {
-        const long position = list.append(m_list, m_blank);
-        decode(*select, layout, list.at(m_list, position));
+        const long position = list.append(m_records.get(), m_blank.get());
+        decode(*select, layout, list.at(m_records.get(), position));
         m_rows.push_back(select->integer(0));
     }
     if (code != SQLITE_DONE) {
@@ -163,7 +156,7 @@ bool RecordCache::readKey(long key, void* record)
     select->bind(1, std::int64_t{key});
     if (select->step() != SQLITE_ROW)
         return false;
-    m_type.operations->assign(record, m_blank);
+    m_type.operations->assign(record, m_blank.get());
     decode(*select, m_table.layout(m_type), record);
     return true;
 }
@@ -180,7 +173,7 @@ bool RecordCache::readOwner(long owner, void* list)
     const ListOperations& operations = m_type.operations->list;
     int code;
     while ((code = select->step()) == SQLITE_ROW)
-        decode(*select, m_table.layout(m_type), operations.at(list, operations.append(list, m_blank)));
+        decode(*select, m_table.layout(m_type), operations.at(list, operations.append(list, m_blank.get())));
     if (code != SQLITE_DONE)
         m_table.connection().noteFailure(code);
     return code == SQLITE_DONE;
@@ -231,7 +224,7 @@ bool RecordCache::readChanged()
         const bool known = place != m_rows.end() && *place == row;
         if (code == SQLITE_DONE) {
             if (known) {
-                list.erase(m_list, position);
+                list.erase(m_records.get(), position);
                 m_rows.erase(place);
             }
         } else if (code != SQLITE_ROW || (!known && place != m_rows.end())) {
@@ -240,12 +233,12 @@ bool RecordCache::readChanged()
             return code == SQLITE_ROW && readAll();
         } else {
             if (known) {
-                m_type.operations->assign(list.at(m_list, position), m_blank);
+                m_type.operations->assign(list.at(m_records.get(), position), m_blank.get());
             } else {
-                list.append(m_list, m_blank);
+                list.append(m_records.get(), m_blank.get());
                 m_rows.push_back(row);
             }
-            decode(*select, layout, list.at(m_list, position));
+            decode(*select, layout, list.at(m_records.get(), position));
         }
     }
     m_changedRows.clear();
@@ -331,8 +324,8 @@ void RecordCache::appended(std::int64_t row, const void* record)
         rowChanged(row);
         return;
     }
-    const long position = m_type.operations->list.append(m_list, record);
-    void* stored = m_type.operations->list.at(m_list, position);
+    const long position = m_type.operations->list.append(m_records.get(), record);
+    void* stored = m_type.operations->list.at(m_records.get(), position);
     if (m_type.items.exists())
         m_type.items.list.resize(stored, 0);
     m_rows.push_back(row);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/RecordDescription.h"
+#include "records/AnyRecord.h"
 #include "sqlite/Statement.h"
 
 #include <cstdint>
@@ -19,7 +19,6 @@ struct Layout;
 class RecordCache {
 public:
     RecordCache(Table& table, const RecordDescription& type);
-    ~RecordCache();
     RecordCache(const RecordCache&) = delete;
     RecordCache& operator=(const RecordCache&) = delete;
 
@@ -41,9 +40,9 @@ public:
     const RecordDescription& type() const { return m_type; }
     Table& table() const { return m_table; }
     /// A KorArray of the type.
-    const void* list() const { return m_list; }
+    const void* list() const { return m_records.get(); }
     long length() const { return static_cast<long>(m_rows.size()); }
-    const void* at(long position) const { return m_type.operations->list.at(m_list, position); }
+    const void* at(long position) const { return m_records.at(position); }
 
     /// Position of the first record with that key, run name or text key; -1 without one.
     long findKey(long key);
@@ -69,8 +68,8 @@ private:
 
     Table& m_table;
     const RecordDescription& m_type;
-    void* m_list;
-    void* m_blank;                      // a fresh record
+    AnyRecords m_records;
+    AnyRecord m_blank; // a fresh record
     std::vector<std::int64_t> m_rows;   // row ids, ascending
     std::vector<KorString> m_lastTexts; // last text read per column: equal neighbours share one buffer
     bool m_allChanged = true;

@@ -4,6 +4,7 @@
 #include "lookup/UserTableRows.h"
 #include "maintenance/KorOdbcGUI.h"
 #include "project/KorODBCUserProfile.h"
+#include "records/AnyRecord.h"
 #include "repository/KorDatabaseAccess.h"
 #include "repository/KorDSNManager.h"
 #include "roots/KorAssert.h"
@@ -308,11 +309,8 @@ void KorOdbcMan::checkItems(eTableType type)
         const int target = tableTypeOf(column.target());
         if (target >= 0 && detailTable(target).currentRecord != nullptr)
             return RecordAccess::readByKey(column.target(), key, detailTable(target).currentRecord) == 1;
-        const auto& operations = *column.target().operations;
-        void* record = operations.create();
-        const bool found = RecordAccess::readByKey(column.target(), key, record) == 1;
-        operations.destroy(record);
-        return found;
+        const AnyRecord record(column.target());
+        return RecordAccess::readByKey(column.target(), key, record.get()) == 1;
     };
     const auto checked = [&](const ColumnDescription& column) {
         return column.link == LinkKind::Reference ||

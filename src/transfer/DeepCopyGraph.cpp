@@ -2,6 +2,7 @@
 
 #include "edit/DetailTables.h"
 #include "project/KorODBCUserProfile.h"
+#include "records/AnyRecord.h"
 #include "repository/RecordAccess.h"
 #include "transfer/KorDetailTableDependencies.h"
 #include "transfer/KorODBCDetailStyleExports.h"
@@ -9,27 +10,6 @@
 #include <optional>
 
 namespace korodbc {
-
-namespace {
-
-/// A record of a type known by its description only.
-class AnyRecord {
-public:
-    explicit AnyRecord(const RecordDescription& type)
-        : m_operations(type.operations), m_record(m_operations->create())
-    {
-    }
-    ~AnyRecord() { m_operations->destroy(m_record); }
-    AnyRecord(const AnyRecord&) = delete;
-    AnyRecord& operator=(const AnyRecord&) = delete;
-    void* get() const { return m_record; }
-
-private:
-    const RecordOperations* m_operations;
-    void* m_record;
-};
-
-} // namespace
 
 bool transferInProgress()
 {

@@ -151,5 +151,5 @@ void runDemo(const GlobalOptions& given, const std::string& folder, const std::s
     say("   The title is " + quote(found ? record.titleFormat.toUtf8() : "?") + " again.");
     if (!found || session.broughtBack().empty() || !copiesLeftBehind().empty())
         throw Failure{kFailed, "the demonstration did not come out as it should"};
-    say("\nLook around with: korodbc --repository " + global.repository + " tree " + quote(style));
+    say("\nLook around with: " + global.program + " --repository " + global.repository + " tree " + quote(style));
 }

@@ -16,6 +16,7 @@ struct Failure {
 };
 
 struct GlobalOptions {
+    std::string program = "korodbc"; // as the user called it
     std::string repository = "repository";
     bool trace = false;
 };

@@ -56,6 +56,7 @@ public:
 
     int run(int argc, char** argv)
     {
+        m_global.program = argv[0];
         try {
             m_app.parse(argc, argv);
         } catch (const CLI::Success& success) {
