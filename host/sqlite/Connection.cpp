@@ -27,6 +27,10 @@ std::unique_ptr<Connection> Connection::open(const std::string& path, bool creat
         return nullptr;
     }
     sqlite3_extended_result_codes(connection->m_db, 1);
+    // A file from elsewhere brings data along, no code: its triggers and functions in its schema do not run.
+    sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_busy_timeout(connection->m_db, 2000);
     sqlite3_set_authorizer(connection->m_db, &Connection::authorize, connection.get());
     sqlite3_update_hook(connection->m_db, &Connection::rowChanged, connection.get());
