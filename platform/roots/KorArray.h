@@ -115,7 +115,7 @@ public:
             return;
         }
         const long present = m_physicalLength;
-        if (length <= present && (length == present || length > 0.75 * static_cast<double>(present)))
+        if (length <= present && (length == present || static_cast<double>(length) > 0.75 * static_cast<double>(present)))
             return;
         if (length == 0)
             freeStorage();

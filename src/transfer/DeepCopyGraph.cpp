@@ -17,9 +17,9 @@ bool transferInProgress()
            KorODBCDetailStyleExports::isImportInProgress() != 0;
 }
 
-DeepCopyGraph::DeepCopyGraph(std::vector<CopyTable> tables, KorTransferKeyMap& keys) : m_keys(keys)
+DeepCopyGraph::DeepCopyGraph(const std::vector<CopyTable>& tables, KorTransferKeyMap& keys) : m_keys(keys)
 {
-    for (CopyTable& table : tables) {
+    for (const CopyTable& table : tables) {
         m_byType.emplace(&table.description(), m_nodes.size());
         m_nodes.push_back({table, {}, nullptr, nullptr, {}});
     }

@@ -50,7 +50,7 @@ public:
         int (*keepKey)() = nullptr;
     };
 
-    DeepCopyGraph(std::vector<CopyTable> tables, KorTransferKeyMap& keys);
+    DeepCopyGraph(const std::vector<CopyTable>& tables, KorTransferKeyMap& keys);
 
     /// Rows of `from` refer once to the key in `*key` instead of the collected row of `to`, unless it is -1.
     void setOverride(KorOdbcMan::eTableType from, KorOdbcMan::eTableType to, long* key);

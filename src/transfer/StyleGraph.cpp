@@ -211,7 +211,7 @@ DeepCopyGraph& styleGraph()
                 break;
             }
         }
-        DeepCopyGraph made(std::move(tables), Copy::m_writeTransferKeyMap);
+        DeepCopyGraph made(tables, Copy::m_writeTransferKeyMap);
         made.setOverride(Man::kDetObjQualifierSet, Man::kDetObjQualifierSetGroup, &Copy::detQualifierSetGroup);
         made.setOverride(Man::kDetViewDimRequestLinear, Man::kDetViewDimRequestLinearGroup,
                          &Copy::detDimStrategyGroup);
