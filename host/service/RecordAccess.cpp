@@ -126,6 +126,20 @@ std::vector<long> positions(const RecordCache& records, bool ordered)
     return order;
 }
 
+/// Run name of the record at the position that `find` gives; -1 when the table cannot be read.
+template <class Find>
+int runNameWhere(const RecordDescription& type, KorString& runName, Find find)
+{
+    RecordCache* records = recordsOf(type);
+    if (records == nullptr || type.runName < 0)
+        return -1;
+    const long position = find(*records);
+    if (position < 0)
+        return 0;
+    runName = type.runNameColumn()->text(records->at(position));
+    return 1;
+}
+
 bool number(const KorString& text, long& value)
 {
     const std::string narrow = text.toUtf8();
@@ -289,19 +303,28 @@ int keyOfRunName(const RecordDescription& type, const KorString& runName, KorStr
     return 1;
 }
 
-int runNameOfKey(const RecordDescription& type, const KorString& key, KorString& runName)
+int keyOfRunName(const RecordDescription& type, const KorString& runName, int& key)
 {
     RecordCache* records = recordsOf(type);
-    if (records == nullptr || type.runName < 0)
+    const long position = records == nullptr ? -1 : records->findRunName(runName);
+    if (position < 0 || type.key < 0 || type.hasTextKey())
         return 0;
-    long value = 0;
-    const long position = type.hasTextKey()    ? records->findKey(key)
-                          : number(key, value) ? records->findKey(value)
-                                               : -1;
-    if (position < 0)
-        return 0;
-    runName = type.runNameColumn()->text(records->at(position));
+    key = type.keyOf(records->at(position));
     return 1;
+}
+
+int runNameOfKey(const RecordDescription& type, const KorString& key, KorString& runName)
+{
+    long value = 0;
+    if (!type.hasTextKey())
+        return number(key, value) ? runNameOfKey(type, value, runName) : 0;
+    return runNameWhere(type, runName, [&](RecordCache& records) { return records.findKey(key); });
+}
+
+int runNameOfKey(const RecordDescription& type, long key, KorString& runName)
+{
+    return runNameWhere(type, runName,
+                        [&](RecordCache& records) { return type.hasTextKey() ? -1 : records.findKey(key); });
 }
 
 int hasRunName(const RecordDescription& type, const KorString& runName)

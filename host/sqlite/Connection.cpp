@@ -31,6 +31,9 @@ std::unique_ptr<Connection> Connection::open(const std::string& path, bool creat
     sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    // What stands between double quotes is a name; an unknown one is an error and never a text.
+    sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_busy_timeout(connection->m_db, 2000);
     sqlite3_set_authorizer(connection->m_db, &Connection::authorize, connection.get());
     sqlite3_update_hook(connection->m_db, &Connection::rowChanged, connection.get());

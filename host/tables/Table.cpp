@@ -9,10 +9,12 @@ namespace korodbc::host {
 
 std::string bracketed(std::string_view name)
 {
-    std::string text = "[";
+    if (name.find(']') == std::string_view::npos)
+        return "[" + std::string(name) + "]";
+    std::string text = "\"";
     for (const char c : name)
-        text.append(c == ']' ? 2 : 1, c);
-    return text += ']';
+        text.append(c == '"' ? 2 : 1, c);
+    return text += '"';
 }
 
 std::string lowerCase(std::string_view text)

@@ -92,7 +92,7 @@ private:
     std::int64_t m_largestKey = -1;                                           // -1: not known
 };
 
-/// "[name]", closing brackets doubled.
+/// "[name]"; a name that holds a closing bracket stands between double quotes instead.
 std::string bracketed(std::string_view name);
 /// ASCII letters in lower case.
 std::string lowerCase(std::string_view text);
