@@ -28,6 +28,22 @@ std::span<const DescriptionFunction> materialRecords();
 std::span<const DescriptionFunction> weldRecords();
 std::span<const DescriptionFunction> sectionRecords();
 std::span<const DescriptionFunction> gratingRecords();
+std::span<const DescriptionFunction> combinationRecords();
+std::span<const DescriptionFunction> languageRecords();
+std::span<const DescriptionFunction> presentationRecords();
+std::span<const DescriptionFunction> ruleRecords();
+std::span<const DescriptionFunction> sectionBehaviourRecords();
+std::span<const DescriptionFunction> anchorRecords();
+std::span<const DescriptionFunction> boltAssemblyRecords();
+std::span<const DescriptionFunction> connectorRecords();
+std::span<const DescriptionFunction> classificationRecords();
+std::span<const DescriptionFunction> applicationRecords();
+std::span<const DescriptionFunction> jointRecords();
+std::span<const DescriptionFunction> footingRecords();
+std::span<const DescriptionFunction> wizardRecords();
+std::span<const DescriptionFunction> dynamicSectionRecords();
+std::span<const DescriptionFunction> textRecords();
+std::span<const DescriptionFunction> detailSettingRecords();
 
 /// Every record type.
 std::span<const DescriptionFunction> all();

@@ -4,7 +4,12 @@ namespace korodbc {
 
 KorString quoted(const KorString& text) { return text.find(L"'") < 0 ? text : text.replace(L"'", L"''"); }
 
-KorString bracketed(const KorString& name) { return name.find(L"]") < 0 ? name : name.replace(L"]", L"]]"); }
+KorString bracketed(const KorString& name)
+{
+    if (name.find(L"]") < 0)
+        return KorString::format(L"[%s]", name);
+    return KorString::format(L"\"%s\"", name.replace(L"\"", L"\"\""));
+}
 
 } // namespace korodbc
 
@@ -82,8 +87,8 @@ void KorColumn::getExpression(KorString& expression) const
     }
     KorString value;
     getColumnValue(value, 1);
-    expression = hasValue() ? KorString::format(L"[%s] %s %s", korodbc::bracketed(m_name), KorString(sign), value)
-                            : KorString::format(L"[%s] IS NULL", korodbc::bracketed(m_name));
+    expression = hasValue() ? KorString::format(L"%s %s %s", korodbc::bracketed(m_name), KorString(sign), value)
+                            : KorString::format(L"%s IS NULL", korodbc::bracketed(m_name));
 }
 
 void KorColumn::getWherePartOfStatement(const KorArray<KorColumn>& conditions, KorString& where)

@@ -95,7 +95,7 @@ namespace korodbc {
 
 /// The text with every single quote doubled, for use between single quotes in a statement.
 KorString quoted(const KorString& text);
-/// The identifier with every closing bracket doubled, for use between square brackets in a statement.
+/// The identifier as it stands in a statement: "[name]", or between double quotes when it holds a closing bracket.
 KorString bracketed(const KorString& name);
 
 } // namespace korodbc

@@ -31,7 +31,11 @@ int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& keys, Ko
 int keys(const RecordDescription& type, KorArray<long>& keys);
 int keys(const RecordDescription& type, KorArray<KorString>& keys);
 int keyOfRunName(const RecordDescription& type, const KorString& runName, KorString& key);
+/// The same for an integer key.
+int keyOfRunName(const RecordDescription& type, const KorString& runName, int& key);
+/// -1 when the table cannot be read.
 int runNameOfKey(const RecordDescription& type, const KorString& key, KorString& runName);
+int runNameOfKey(const RecordDescription& type, long key, KorString& runName);
 /// 1 when a record has exactly this run name, 0 when none has, -1 when the table cannot be read.
 int hasRunName(const RecordDescription& type, const KorString& runName);
 /// Reads the item table of the type, so that record reads find it ready.

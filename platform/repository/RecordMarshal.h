@@ -2,6 +2,9 @@
 
 #include "repository/RecordAccess.h"
 
+#include <limits>
+#include <utility>
+
 /// Typed reads of one record type. Results: 1 found or read, 0 not; outputs are unchanged on failure.
 template <class T>
 struct RecordMarshal {
@@ -35,7 +38,16 @@ struct RecordMarshal {
     {
         return RecordAccess::keyOfRunName(type(), runName, key);
     }
+    static int getKeyByRunName(const KorString& runName, int& key)
+    {
+        return RecordAccess::keyOfRunName(type(), runName, key);
+    }
+    /// -1 when the table cannot be read.
     static int getRunNameByKey(const KorString& key, KorString& runName)
+    {
+        return RecordAccess::runNameOfKey(type(), key, runName);
+    }
+    static int getRunNameByKey(const long& key, KorString& runName)
     {
         return RecordAccess::runNameOfKey(type(), key, runName);
     }
@@ -97,6 +109,66 @@ protected:
     {
         static const int columns[] = {columnOf<First>(), columnOf<Second>()};
         return RecordAccess::readFirstWhere(type(), columns[0], first, columns[1], second, &record);
+    }
+
+    // Look-ups of small tables by anything; 1 when a record matches, `records` is replaced then
+
+    template <class Matches>
+    static int recordsThat(Matches matches, KorArray<T>& records)
+    {
+        KorArray<T> table;
+        const int result = getTable(table);
+        if (result != 1)
+            return result;
+        KorArray<T> found;
+        for (T& record : table)
+            if (matches(std::as_const(record)))
+                found.append(std::move(record));
+        if (found.isEmpty())
+            return 0;
+        records = std::move(found);
+        return 1;
+    }
+    template <auto Member, class Value>
+    static int recordsWith(const Value& value, KorArray<T>& records)
+    {
+        return recordsThat([&](const T& record) { return record.*Member == value; }, records);
+    }
+    /// The first one in table order.
+    template <class Matches>
+    static int recordThat(Matches matches, T& record)
+    {
+        KorArray<T> found;
+        const int result = recordsThat(matches, found);
+        if (result == 1)
+            record = std::move(found[0]);
+        return result;
+    }
+    template <auto Member, class Value>
+    static int recordWith(const Value& value, T& record)
+    {
+        return recordThat([&](const T& candidate) { return candidate.*Member == value; }, record);
+    }
+    /// Run names of the Target rows that the matching records refer to, in the order of that table.
+    template <auto Member, class Target, class Matches>
+    static int namesReferredTo(Matches matches, KorArray<KorString>& names)
+    {
+        KorArray<T> found;
+        const int result = recordsThat(matches, found);
+        if (result != 1)
+            return result;
+        KorArray<long> keys;
+        for (const T& record : found)
+            keys.append(record.*Member);
+        return RecordMarshal<Target>::getOrderedRunNameListByKeys(keys, names);
+    }
+    /// Key of the Target row with that run name; without one, a key that no record refers to.
+    template <class Target>
+    static int keyOf(const KorString& runName)
+    {
+        Target record;
+        return RecordMarshal<Target>::getStructByRunName(runName, record) == 1 ? record.key
+                                                                               : std::numeric_limits<int>::min();
     }
 };
 

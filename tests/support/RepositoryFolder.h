@@ -9,22 +9,24 @@
 #include <string>
 #include <unistd.h>
 
-/// A repository in a temporary folder, every table empty, with one country add-in; open while this object
-/// lives.
+/// A repository in a temporary folder, filled from a catalogue or with every table empty, with one country
+/// add-in; open while this object lives.
 class RepositoryFolder {
 public:
-    RepositoryFolder()
+    explicit RepositoryFolder(std::filesystem::path catalogue = {})
     {
         static int made = 0;
         m_folder = std::filesystem::temp_directory_path() /
                    ("korodbc-" + std::to_string(::getpid()) + "-" + std::to_string(++made));
-        const std::filesystem::path catalogue = m_folder.string() + "-catalogue";
-        std::filesystem::create_directories(catalogue);
+        const std::filesystem::path none = m_folder.string() + "-catalogue";
+        std::filesystem::create_directories(none);
+        if (catalogue.empty())
+            catalogue = none;
         std::string error;
         EXPECT_TRUE(
             korodbc::host::buildRepository(m_folder, catalogue, {{"no", "Norway", "sqlite:norway.db"}}, {}, error))
             << error;
-        std::filesystem::remove(catalogue);
+        std::filesystem::remove(none);
         EXPECT_TRUE(korodbc::host::openRepository(m_folder, error)) << error;
     }
     ~RepositoryFolder()

@@ -218,6 +218,25 @@ int StructScrewMarshal::getByKeyAllSources(const KorString& standard, const KorS
     return 0;
 }
 
+int StructSetOfBoltsMarshal::getStrengthClassList(const KorString& standard, KorArray<KorString>& names)
+{
+    return namesReferredTo<&StructSetOfBolts::strengthClass, StructStrengthClass>(
+        [wanted = keyOf<StructStandard>(standard)](const StructSetOfBolts& row) { return row.standard == wanted; },
+        names);
+}
+
+int StructSetOfBoltsMarshal::getSetList(const KorString& standard, const KorString& strengthClass,
+                                        KorArray<KorString>& names)
+{
+    const int wantedStandard = keyOf<StructStandard>(standard);
+    const int wantedClass = keyOf<StructStrengthClass>(strengthClass);
+    return namesReferredTo<&StructSetOfBolts::boltSet, StructSet>(
+        [=](const StructSetOfBolts& row) {
+            return row.standard == wantedStandard && row.strengthClass == wantedClass;
+        },
+        names);
+}
+
 std::span<const DescriptionFunction> records::boltRecords()
 {
     static constexpr DescriptionFunction list[] = {descriptionOf<StructScrewType>,

@@ -143,4 +143,10 @@ struct StructSetOfBolts {
 };
 template <>
 const RecordDescription& descriptionOf<StructSetOfBolts>();
-struct StructSetOfBoltsMarshal : RecordMarshal<StructSetOfBolts> {};
+
+struct StructSetOfBoltsMarshal : RecordMarshal<StructSetOfBolts> {
+    /// Strength classes that a standard comes in, and sets that it comes with in a strength class: run names,
+    /// each in the order of its own table. Standard and strength class go by their run names.
+    static int getStrengthClassList(const KorString& standard, KorArray<KorString>& names);
+    static int getSetList(const KorString& standard, const KorString& strengthClass, KorArray<KorString>& names);
+};

@@ -108,6 +108,43 @@ const RecordDescription& descriptionOf<StructNecessaryViewsConfiguration>()
     return description;
 }
 
+int StructDSTVStaticInB01Marshal::getNumberOfObjects(long& number)
+{
+    KorArray<long> objects;
+    const int result = getKeyList(objects);
+    if (result == 1)
+        number = objects.length();
+    return result;
+}
+
+int StructDSTVStaticInB03Marshal::getProfile(long objectNumber, KorString& profileName,
+                                             StructDSTVStaticInB03::eReferenceAxis& referenceAxis)
+{
+    StructDSTVStaticInB03 profile;
+    const int result = recordWith<&StructDSTVStaticInB03::objectNumber>(objectNumber, profile);
+    if (result == 1) {
+        profileName = profile.profileName;
+        referenceAxis = profile.referenceAxis == StructDSTVStaticInB03::kWeakAxis
+                            ? StructDSTVStaticInB03::kWeakAxis
+                            : StructDSTVStaticInB03::kStrongAxis;
+    }
+    return result;
+}
+
+int StructDSTVStaticInB04Marshal::getObjectProperty(long objectNumber, const KorString& propertyName,
+                                                    KorString& value)
+{
+    StructDSTVStaticInB04 property;
+    const int result = recordThat(
+        [&](const StructDSTVStaticInB04& row) {
+            return row.objectNumber == objectNumber && row.propertyName == propertyName;
+        },
+        property);
+    if (result == 1)
+        value = property.value;
+    return result;
+}
+
 std::span<const DescriptionFunction> records::exchangeRecords()
 {
     static constexpr DescriptionFunction list[] = {descriptionOf<StructDSTVNames>,

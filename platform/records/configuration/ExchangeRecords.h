@@ -23,7 +23,13 @@ struct StructDSTVStaticInB01 {
 };
 template <>
 const RecordDescription& descriptionOf<StructDSTVStaticInB01>();
-struct StructDSTVStaticInB01Marshal : RecordMarshal<StructDSTVStaticInB01> {};
+struct StructDSTVStaticInB01Marshal : RecordMarshal<StructDSTVStaticInB01> {
+    static int getNumberOfObjects(long& number);
+    static int getObject(long objectNumber, StructDSTVStaticInB01& object)
+    {
+        return getStructByKey(objectNumber, object);
+    }
+};
 
 /// A node read from a static analysis. Coordinates in mm. Table "DSTV_Static_In_B02".
 struct StructDSTVStaticInB02 {
@@ -34,7 +40,9 @@ struct StructDSTVStaticInB02 {
 };
 template <>
 const RecordDescription& descriptionOf<StructDSTVStaticInB02>();
-struct StructDSTVStaticInB02Marshal : RecordMarshal<StructDSTVStaticInB02> {};
+struct StructDSTVStaticInB02Marshal : RecordMarshal<StructDSTVStaticInB02> {
+    static int getNode(long nodeNumber, StructDSTVStaticInB02& node) { return getStructByKey(nodeNumber, node); }
+};
 
 /// The section of a member read from a static analysis. Table "DSTV_Static_In_B03".
 struct StructDSTVStaticInB03 {
@@ -48,7 +56,11 @@ struct StructDSTVStaticInB03 {
 };
 template <>
 const RecordDescription& descriptionOf<StructDSTVStaticInB03>();
-struct StructDSTVStaticInB03Marshal : RecordMarshal<StructDSTVStaticInB03> {};
+struct StructDSTVStaticInB03Marshal : RecordMarshal<StructDSTVStaticInB03> {
+    /// Section of an object, and the axis that it is placed by.
+    static int getProfile(long objectNumber, KorString& profileName,
+                          StructDSTVStaticInB03::eReferenceAxis& referenceAxis);
+};
 
 /// A property of a member read from a static analysis. Table "DSTV_Static_In_B04".
 struct StructDSTVStaticInB04 {
@@ -59,7 +71,10 @@ struct StructDSTVStaticInB04 {
 };
 template <>
 const RecordDescription& descriptionOf<StructDSTVStaticInB04>();
-struct StructDSTVStaticInB04Marshal : RecordMarshal<StructDSTVStaticInB04> {};
+struct StructDSTVStaticInB04Marshal : RecordMarshal<StructDSTVStaticInB04> {
+    /// Value of an object's property with this name.
+    static int getObjectProperty(long objectNumber, const KorString& propertyName, KorString& value);
+};
 
 /// When a beam needs a view. -1 as view or beam type stands for every type. Table
 /// "NecessaryViewsConfiguration".

@@ -164,6 +164,22 @@ int StructScaleMarshal::getScaleDescription(double factor, KorString& text, Stru
     return 1;
 }
 
+int StructScaleMarshal::getListScaleDescription(const KorArray<double>& factors, KorArray<KorString>& texts,
+                                                StructScale::ScaleUnitType unitType, bool anyUnit)
+{
+    KorArray<KorString> found;
+    int result = 0;
+    for (const double factor : factors) {
+        KorString text;
+        if (getScaleDescription(factor, text, unitType, anyUnit) == 1)
+            result = 1;
+        found.append(text);
+    }
+    if (result == 1)
+        texts = std::move(found);
+    return result;
+}
+
 std::span<const DescriptionFunction> records::materialRecords()
 {
     static constexpr DescriptionFunction list[] = {descriptionOf<StructMaterial>,

@@ -81,4 +81,7 @@ struct StructScaleMarshal : RecordMarshal<StructScale> {
     /// unit type is taken when the wanted type has none.
     static int getScaleDescription(double factor, KorString& text, StructScale::ScaleUnitType unitType,
                                    bool anyUnit);
+    /// Such a run name for every factor in `factors`, empty where no scale has it. 1 when any has.
+    static int getListScaleDescription(const KorArray<double>& factors, KorArray<KorString>& texts,
+                                       StructScale::ScaleUnitType unitType, bool anyUnit);
 };

@@ -71,11 +71,36 @@ const RecordDescription& descriptionOf<StructSeamExecuting>()
     return description;
 }
 
+template <>
+const RecordDescription& descriptionOf<StructWeldSeamText>()
+{
+    using R = StructWeldSeamText;
+    static constexpr auto list = describe<R>("StructWeldSeamText",
+                                             "Texts",
+                                             inConfigurationAndAddin,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+int StructWeldSeamMarshal::getKeyOfWelds(long firstWeld, long secondWeld, int& key)
+{
+    StructWeldSeam weld;
+    const int result =
+        getFirstWhere<&StructWeldSeam::firstWeld, &StructWeldSeam::secondWeld>(firstWeld, secondWeld, weld);
+    if (result == 1)
+        key = weld.key;
+    return result;
+}
+
 std::span<const DescriptionFunction> records::weldRecords()
 {
     static constexpr DescriptionFunction list[] = {descriptionOf<StructWeldSeamBasic>,
                                                    descriptionOf<StructWeldSeam>,
                                                    descriptionOf<StructFaceShape>,
-                                                   descriptionOf<StructSeamExecuting>};
+                                                   descriptionOf<StructSeamExecuting>,
+                                                   descriptionOf<StructWeldSeamText>};
     return list;
 }

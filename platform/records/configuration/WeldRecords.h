@@ -24,7 +24,10 @@ struct StructWeldSeam {
 };
 template <>
 const RecordDescription& descriptionOf<StructWeldSeam>();
-struct StructWeldSeamMarshal : RecordMarshal<StructWeldSeam> {};
+struct StructWeldSeamMarshal : RecordMarshal<StructWeldSeam> {
+    /// Key of the first weld that these two basic welds make, in this order; -1 stands for no second weld.
+    static int getKeyOfWelds(long firstWeld, long secondWeld, int& key);
+};
 
 /// The shape of a weld's face. Table "WeldShape".
 struct StructFaceShape {
@@ -46,3 +49,12 @@ struct StructSeamExecuting {
 template <>
 const RecordDescription& descriptionOf<StructSeamExecuting>();
 struct StructSeamExecutingMarshal : RecordMarshal<StructSeamExecuting> {};
+
+/// A text beside a weld symbol; the key is what drawings show in short. Table "Texts".
+struct StructWeldSeamText {
+    KorString key;
+    KorString runName;
+};
+template <>
+const RecordDescription& descriptionOf<StructWeldSeamText>();
+struct StructWeldSeamTextMarshal : RecordMarshal<StructWeldSeamText> {};

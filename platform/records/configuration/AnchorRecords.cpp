@@ -1,0 +1,157 @@
+#include "records/configuration/AnchorRecords.h"
+
+#include "records/configuration/BoltRecords.h"
+#include "records/DescriptionBuilder.h"
+#include "records/Registry.h"
+
+#include <algorithm>
+
+using namespace records;
+
+template <>
+const RecordDescription& descriptionOf<StructAnchorsStandard>()
+{
+    using R = StructAnchorsStandard;
+    static constexpr auto list = describe<R>("StructAnchorsStandard",
+                                             "AnchorsStandard",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::description>("Description"),
+                                             sortOrder<&R::sortOrder>("SortOrder"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructAnchorsOrientation>()
+{
+    using R = StructAnchorsOrientation;
+    static constexpr auto list = describe<R>("StructAnchorsOrientation",
+                                             "AnchorsOrientation",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             sortOrder<&R::sortOrder>("SortOrder"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructAnchorsName>()
+{
+    using R = StructAnchorsName;
+    static constexpr auto list = describe<R>("StructAnchorsName",
+                                             "AnchorsName",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             lookup<&R::standard, StructAnchorsStandard>("Standard"),
+                                             lookup<&R::material, StructStrengthClass>("Material"),
+                                             lookup<&R::boltSet, StructSet>("BoltSet"),
+                                             lookup<&R::diameter, StructScrewDiameter>("Diameter"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructAnchorsDefinition>()
+{
+    using R = StructAnchorsDefinition;
+    static constexpr auto list = describe<R>("StructAnchorsDefinition",
+                                             "AnchorsDefinition",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             lookup<&R::anchorName, StructAnchorsName>("AnchorName"),
+                                             column<&R::length>("Length"),
+                                             column<&R::threadLength>("ThreadLength"),
+                                             column<&R::embedment>("Embedment"),
+                                             lookup<&R::orientation, StructAnchorsOrientation>("Orientation"),
+                                             column<&R::mass>("Mass"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructAnchorsHoleDefinition>()
+{
+    using R = StructAnchorsHoleDefinition;
+    static constexpr auto list = describe<R>("StructAnchorsHoleDefinition",
+                                             "AnchorsHoleDefinition",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             lookup<&R::anchorName, StructAnchorsName>("AnchorName"),
+                                             column<&R::plateHole>("PlateHole"),
+                                             column<&R::drillHole>("DrillHole"),
+                                             column<&R::drillDepth>("DrillDepth"),
+                                             column<&R::washerHole>("WasherHole"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+int StructAnchorsNameMarshal::getMaterialList(const KorString& standard, KorArray<KorString>& names)
+{
+    return namesReferredTo<&StructAnchorsName::material, StructStrengthClass>(
+        [wanted = keyOf<StructAnchorsStandard>(standard)](const StructAnchorsName& anchor) {
+            return anchor.standard == wanted;
+        },
+        names);
+}
+
+int StructAnchorsNameMarshal::getSetList(const KorString& standard, const KorString& material,
+                                         KorArray<KorString>& names)
+{
+    const int wantedStandard = keyOf<StructAnchorsStandard>(standard);
+    const int wantedMaterial = keyOf<StructStrengthClass>(material);
+    return namesReferredTo<&StructAnchorsName::boltSet, StructSet>(
+        [=](const StructAnchorsName& anchor) {
+            return anchor.standard == wantedStandard && anchor.material == wantedMaterial;
+        },
+        names);
+}
+
+int StructAnchorsNameMarshal::getDiameterList(const KorString& standard, const KorString& material,
+                                              const KorString& set, KorArray<KorString>& names)
+{
+    const int wantedStandard = keyOf<StructAnchorsStandard>(standard);
+    const int wantedMaterial = keyOf<StructStrengthClass>(material);
+    const int wantedSet = keyOf<StructSet>(set);
+    return namesReferredTo<&StructAnchorsName::diameter, StructScrewDiameter>(
+        [=](const StructAnchorsName& anchor) {
+            return anchor.standard == wantedStandard && anchor.material == wantedMaterial &&
+                   anchor.boltSet == wantedSet;
+        },
+        names);
+}
+
+int StructAnchorsDefinitionMarshal::getAvailableLengths(long anchorName, KorArray<double>& lengths)
+{
+    KorArray<StructAnchorsDefinition> rows;
+    const int result = recordsWith<&StructAnchorsDefinition::anchorName>(anchorName, rows);
+    if (result != 1)
+        return result;
+    lengths.removeAll();
+    for (const StructAnchorsDefinition& row : rows)
+        lengths.append(row.length);
+    std::sort(lengths.begin(), lengths.end());
+    return result;
+}
+
+std::span<const DescriptionFunction> records::anchorRecords()
+{
+    static constexpr DescriptionFunction list[] = {descriptionOf<StructAnchorsStandard>,
+                                                   descriptionOf<StructAnchorsOrientation>,
+                                                   descriptionOf<StructAnchorsName>,
+                                                   descriptionOf<StructAnchorsDefinition>,
+                                                   descriptionOf<StructAnchorsHoleDefinition>};
+    return list;
+}

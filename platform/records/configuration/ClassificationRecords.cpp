@@ -1,0 +1,203 @@
+#include "records/configuration/ClassificationRecords.h"
+
+#include "records/DescriptionBuilder.h"
+#include "records/Registry.h"
+
+#include <algorithm>
+#include <tuple>
+
+using namespace records;
+
+template <>
+const RecordDescription& descriptionOf<StructMaterialGroups>()
+{
+    using R = StructMaterialGroups;
+    static constexpr auto list = describe<R>("StructMaterialGroups",
+                                             "MaterialGroups",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             sortOrder<&R::sortOrder>("SortOrder"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructGalvanizingConstructionClass>()
+{
+    using R = StructGalvanizingConstructionClass;
+    static constexpr auto list = describe<R>("StructGalvanizingConstructionClass",
+                                             "GalvanizingConstructionClass",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             sortOrder<&R::sortOrder>("SortOrder"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructGalvanizingDetailClass>()
+{
+    using R = StructGalvanizingDetailClass;
+    static constexpr auto list = describe<R>("StructGalvanizingDetailClass",
+                                             "GalvanizingDetailClass",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             sortOrder<&R::sortOrder>("SortOrder"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructGalvanizingConfidence>()
+{
+    using R = StructGalvanizingConfidence;
+    static constexpr auto list = describe<R>("StructGalvanizingConfidence",
+                                             "GalvanizingConfidence",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             sortOrder<&R::sortOrder>("SortOrder"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructAreaObjectType>()
+{
+    using R = StructAreaObjectType;
+    static constexpr auto list = describe<R>("StructAreaObjectType",
+                                             "AreaObjectType",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructOpeningObjectType>()
+{
+    using R = StructOpeningObjectType;
+    static constexpr auto list = describe<R>("StructOpeningObjectType",
+                                             "OpeningObjectType",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructObjectSubType>()
+{
+    using R = StructObjectSubType;
+    static constexpr auto list = describe<R>("StructObjectSubType",
+                                             "ObjectSubType",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructColdRolledOwner>()
+{
+    using R = StructColdRolledOwner;
+    static constexpr auto list = describe<R>("StructColdRolledOwner",
+                                             "ColdRolledOwner",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::country>("Country"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructPostNumberSolution>()
+{
+    using R = StructPostNumberSolution;
+    static constexpr auto list = describe<R>("StructPostNumberSolution",
+                                             "PostNumberSolution",
+                                             DataSources{KorDSNDefinitions::kNumbering},
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::separator>("Separator"),
+                                             sortOrder<&R::sortOrder>("SortOrder"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructObjectLayerAssignment>()
+{
+    using R = StructObjectLayerAssignment;
+    static constexpr auto list = describe<R>("StructObjectLayerAssignment",
+                                             "ObjectLayerAssignment",
+                                             inConfiguration,
+                                             key<&R::key>("Key"),
+                                             column<&R::objectTable>("ObjectTable"),
+                                             column<&R::layer>("Layer"),
+                                             column<&R::color>("Color"),
+                                             column<&R::lineType>("LineType"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructModelRolesRules>()
+{
+    using R = StructModelRolesRules;
+    static constexpr auto list = describe<R>("StructModelRolesRules",
+                                             "ModelRolesRules",
+                                             inConfigurationAndAddin,
+                                             key<&R::key>("Key"),
+                                             column<&R::modelRole>("ModelRole"),
+                                             column<&R::action>("Action"),
+                                             column<&R::forbidden>("Forbidden"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+int StructObjectLayerAssignmentMarshal::fillTablesRelation(KorArray<StructObjectLayerAssignment>& relation)
+{
+    const int result = getTable(relation);
+    std::stable_sort(relation.begin(), relation.end(), [](const auto& a, const auto& b) {
+        return std::tie(a.objectTable, a.layer) < std::tie(b.objectTable, b.layer);
+    });
+    return result;
+}
+
+std::span<const DescriptionFunction> records::classificationRecords()
+{
+    static constexpr DescriptionFunction list[] = {descriptionOf<StructMaterialGroups>,
+                                                   descriptionOf<StructGalvanizingConstructionClass>,
+                                                   descriptionOf<StructGalvanizingDetailClass>,
+                                                   descriptionOf<StructGalvanizingConfidence>,
+                                                   descriptionOf<StructAreaObjectType>,
+                                                   descriptionOf<StructOpeningObjectType>,
+                                                   descriptionOf<StructObjectSubType>,
+                                                   descriptionOf<StructColdRolledOwner>,
+                                                   descriptionOf<StructPostNumberSolution>,
+                                                   descriptionOf<StructObjectLayerAssignment>,
+                                                   descriptionOf<StructModelRolesRules>};
+    return list;
+}

@@ -1,0 +1,173 @@
+#include "records/detail/DetailSettingRecords.h"
+
+#include "records/DescriptionBuilder.h"
+#include "records/Registry.h"
+
+#include <utility>
+
+using namespace records;
+
+template <>
+const RecordDescription& descriptionOf<StructDepthStatus>()
+{
+    using R = StructDepthStatus;
+    static constexpr auto list = describe<R>("StructDepthStatus",
+                                             "DepthStatus",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             sortOrder<&R::sortOrder>("SortOrder"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetGeometricRestrictions>()
+{
+    using R = StructDetGeometricRestrictions;
+    static constexpr auto list = describe<R>("StructDetGeometricRestrictions",
+                                             "DetGeometricRestrictions",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             sortOrder<&R::sortOrder>("SortOrder"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetRunningDimensionTextAlignment>()
+{
+    using R = StructDetRunningDimensionTextAlignment;
+    static constexpr auto list = describe<R>("StructDetRunningDimensionTextAlignment",
+                                             "DetRunningDimensionTextAlignment",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructGridReferenceTokenFormat>()
+{
+    using R = StructGridReferenceTokenFormat;
+    static constexpr auto list = describe<R>("StructGridReferenceTokenFormat",
+                                             "GridReferenceTokenFormat",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::script>("Script"),
+                                             owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailProcessScaleOverride>()
+{
+    using R = StructDetailProcessScaleOverride;
+    static constexpr auto list = describe<R>("StructDetailProcessScaleOverride",
+                                             "DetailProcessScaleOverride",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::factor>("Factor"),
+                                             sortOrder<&R::sortOrder>("SortOrder"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructChangePrototypeScaleTo>()
+{
+    using R = StructChangePrototypeScaleTo;
+    static constexpr auto list = describe<R>("StructChangePrototypeScaleTo",
+                                             "ChangePrototypeScaleTo",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             runName<&R::prototype>("Prototype"),
+                                             column<&R::scale>("Scale"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructHatchesMap>()
+{
+    using R = StructHatchesMap;
+    static constexpr auto list = describe<R>("StructHatchesMap",
+                                             "HatchesMap",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             runName<&R::hatch>("Hatch"),
+                                             column<&R::correspondentHatch>("CorrespondentHatch"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetExternalObject>()
+{
+    using R = StructDetExternalObject;
+    static constexpr auto list = describe<R>("StructDetExternalObject",
+                                             "DetExternalObject",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::className>("ClassName"),
+                                             column<&R::modelType>("ModelType"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetExternalObjectPropertyMap>()
+{
+    using R = StructDetExternalObjectPropertyMap;
+    static constexpr auto list = describe<R>("StructDetExternalObjectPropertyMap",
+                                             "DetExternalObjectPropertyMap",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             lookup<&R::externalObject, StructDetExternalObject>("ExternalObject"),
+                                             column<&R::propertyName>("PropertyName"),
+                                             column<&R::token>("Token"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+int StructDetExternalObjectPropertyMapMarshal::getTables(KorArray<StructDetExternalObject>& objects,
+                                                         KorArray<StructDetExternalObjectPropertyMap>& properties)
+{
+    KorArray<StructDetExternalObject> read;
+    const int result = StructDetExternalObjectMarshal::getTable(read);
+    if (result != 1)
+        return result;
+    const int propertiesResult = getTable(properties);
+    if (propertiesResult == 1)
+        objects = std::move(read);
+    return propertiesResult;
+}
+
+std::span<const DescriptionFunction> records::detailSettingRecords()
+{
+    static constexpr DescriptionFunction list[] = {descriptionOf<StructDepthStatus>,
+                                                   descriptionOf<StructDetGeometricRestrictions>,
+                                                   descriptionOf<StructDetRunningDimensionTextAlignment>,
+                                                   descriptionOf<StructGridReferenceTokenFormat>,
+                                                   descriptionOf<StructDetailProcessScaleOverride>,
+                                                   descriptionOf<StructChangePrototypeScaleTo>,
+                                                   descriptionOf<StructHatchesMap>,
+                                                   descriptionOf<StructDetExternalObject>,
+                                                   descriptionOf<StructDetExternalObjectPropertyMap>};
+    return list;
+}

@@ -1,0 +1,445 @@
+#include "foundation/KorOdbcTables.h"
+#include "lookup/KorOdbcSteelBolts.h"
+#include "lookup/KorOdbcSteelCatalogues.h"
+#include "lookup/KorOdbcSteelObsolete.h"
+#include "lookup/KorOdbcSteelPlates.h"
+#include "lookup/KorOdbcSteelStatics.h"
+#include "lookup/KorOdbcSteelWelding.h"
+#include "support/RepositoryFixture.h"
+#include "support/RepositoryFolder.h"
+
+#include <functional>
+
+namespace {
+
+constexpr eDSN addin = KorDSNDefinitions::kAddin;
+using Dll = KorODBCScrewsDll;
+using Names = KorArray<KorString>;
+
+Texts texts(const Names& array)
+{
+    Texts list;
+    for (const KorString& text : array)
+        list.push_back(text.toUtf8());
+    return list;
+}
+
+class SteelLookupsTest : public RepositoryTest {
+protected:
+    static void insert(const std::string& table, const std::string& columns, const std::string& rows,
+                       eDSN dsn = configuration)
+    {
+        sql(dsn, {"INSERT INTO [" + table + "] (" + columns + ") VALUES " + rows});
+    }
+    /// A table as the add-in may have it.
+    static void insertIntoAddin(const std::string& table, const std::string& columns, const std::string& row)
+    {
+        sql(addin,
+            {"CREATE TABLE [" + table + "] (" + columns + ")", "INSERT INTO [" + table + "] VALUES " + row});
+    }
+};
+
+TEST_F(SteelLookupsTest, Lists)
+{
+    struct Case {
+        const char* table;
+        int (*list)(Names&);
+        bool ordered, allSources;
+    };
+    for (const Case& one : {
+             Case{"Standard", kor_odbc_getStandardsList, true, true},
+             {"StrengthClass", kor_odbc_getFestigkeitList, true, true},
+             {"Sets", kor_odbc_getGarniturList, true, true},
+             {"BoltsDiameters", kor_odbc_getDiameterList, true, true},
+             {"AssemblyLocation", Dll::kor_odbc_getAssemblyLocationList, true, false},
+             {"BoltsCoating", Dll::kor_odbc_getScrewCoatingList, false, false},
+             {"WeldType", kor_odbc_getBasicWeldingList, true, false},
+             {"CombiWelding", kor_odbc_getCombiWeldingList, true, false},
+             {"WeldShape", kor_odbc_getFaceShapeDescriptionList, false, false},
+             {"WeldDesign", kor_odbc_getSeamExecutingDescriptionList, false, false},
+         }) {
+        SCOPED_TRACE(one.table);
+        insert(one.table, one.ordered ? "[Key], RunName, SortOrder" : "[Key], RunName",
+               one.ordered ? "(1, 'it''s [2]', 2), (2, 'Ö1', 1)" : "(1, 'Ö1'), (2, 'it''s [2]')");
+        Texts expected{"Ö1", "it's [2]"};
+        if (one.allSources) {
+            insertIntoAddin(one.table, "[Key] INTEGER, RunName TEXT, SortOrder INTEGER", "(1, 'added', 9)");
+            expected.insert(expected.begin(), "added");
+        }
+        Names names = korTexts({"kept"});
+        EXPECT_EQ(one.list(names), 1);
+        EXPECT_EQ(texts(names), expected);
+        if (one.allSources)
+            continue;
+        sql(configuration, {std::string("DROP TABLE [") + one.table + "]"});
+        EXPECT_NE(one.list(names), 1);
+        EXPECT_EQ(texts(names), expected);
+    }
+}
+
+TEST_F(SteelLookupsTest, KeysAndRunNames)
+{
+    using TextOperation = int (*)(const KorString&, KorString&);
+    struct Case {
+        const char* table;
+        TextOperation key, runName; // nullptr: there is none
+    };
+    for (const Case& one : {
+             Case{"Standard", Dll::kor_odbc_getNormKey, Dll::kor_odbc_getNormDescription},
+             {"StandardNuts", Dll::kor_odbc_getStandardNutsKey, Dll::kor_odbc_getStandardNutsDescription},
+             {"StrengthClass", Dll::kor_odbc_getFestigkeitKey, Dll::kor_odbc_getFestigkeitDescription},
+             {"Sets", Dll::kor_odbc_getGarniturKey, Dll::kor_odbc_getGarniturDescription},
+             {"AssemblyLocation", Dll::kor_odbc_getAssemblyLocationKey,
+              Dll::kor_odbc_getAssemblyLocationDescription},
+             {"BoltsCoating", nullptr, Dll::kor_odbc_getScrewCoatingRunname},
+             {"BoltsDistances", Dll::kor_odbc_getScrewDistanceKey, nullptr},
+             {"BoltsDiameters", nullptr, Dll::kor_odbc_getScrewDiameterDescription},
+             {"DSTVNames", kor_odbc_getDSTVNamesKey, kor_odbc_getDSTVNamesDescription},
+             {"Scale", nullptr,
+              [](const KorString&key, KorString&text) { return kor_odbc_getScaleDescription(key, text); }},
+         }) {
+        SCOPED_TRACE(one.table);
+        insert(one.table, "[Key], RunName", "(7, 'it''s [7] ü'), (9, 'other')");
+        KorString key(L"kept"), runName(L"kept");
+        if (one.key != nullptr) {
+            EXPECT_EQ(one.key(L"It's [7] ü", key), 0);
+            EXPECT_EQ(key, KorString(L"kept"));
+            EXPECT_EQ(one.key(L"it's [7] ü", key), 1);
+            EXPECT_EQ(key, KorString(L"7"));
+        }
+        if (one.runName != nullptr) {
+            EXPECT_EQ(one.runName(L"8", runName), 0);
+            EXPECT_EQ(one.runName(L"7 OR 1", runName), 0);
+            EXPECT_EQ(runName, KorString(L"kept"));
+            EXPECT_EQ(one.runName(L"7", runName), 1);
+            EXPECT_EQ(runName, KorString(L"it's [7] ü"));
+        }
+    }
+}
+
+template <class T>
+std::function<int(std::vector<int>&)> keysOf(int (*table)(KorArray<T>&))
+{
+    return [table](std::vector<int>& keys) {
+        KorArray<T> records;
+        records.append(T());
+        const int result = table(records);
+        for (const T& record : records)
+            keys.push_back(record.key);
+        return result;
+    };
+}
+
+TEST_F(SteelLookupsTest, Tables)
+{
+    struct Case {
+        const char* table;
+        std::function<int(std::vector<int>&)> keys;
+        bool allSources = false;
+    };
+    for (const Case& one : {
+             Case{"SetNutsBolts", keysOf(kor_odbc_getBoltComponents), true},
+             {"ScrewTypes", keysOf(kor_odbc_getBoltComponentTypes)},
+             {"WeldType", keysOf(kor_odbc_getWeldTypes)},
+             {"CombiWelding", keysOf(kor_odbc_getCombiWeldTypes)},
+             {"WeldShape", keysOf(kor_odbc_getWeldShapes)},
+             {"WeldDesign", keysOf(kor_odbc_getWeldDesign)},
+             {"RenderMaterial", keysOf(kor_odbc_getRenderMaterials)},
+             {"AnchorsName", keysOf(kor_odbc_getAnchors)},
+             {"AnchorsDefinition", keysOf(kor_odbc_getAnchorDefinitions)},
+             {"StrengthClass", keysOf(kor_odbc_getStrengthClasss)},
+             {"Sets", keysOf(kor_odbc_getSets)},
+             {"Sources", keysOf(kor_odbc_getSources)},
+             {"DSTVNames", keysOf(kor_odbc_getDSTVNamesTable)},
+         }) {
+        SCOPED_TRACE(one.table);
+        insert(one.table, "[Key]", "(7), (3)");
+        if (one.allSources)
+            insertIntoAddin(one.table, "[Key] INTEGER", "(5)");
+        std::vector<int> keys;
+        EXPECT_EQ(one.keys(keys), 1);
+        EXPECT_EQ(keys, one.allSources ? (std::vector{5, 3, 7}) : (std::vector{3, 7}));
+        keys.clear();
+        sql(configuration, {std::string("DROP TABLE [") + one.table + "]"});
+        if (!one.allSources) {
+            EXPECT_NE(one.keys(keys), 1);
+            EXPECT_EQ(keys, std::vector{-1}); // as it was
+        }
+    }
+    insert("Authors", "CompanyText, CompanyName", "('ACME', 'Acme''s')");
+    KorArray<StructAuthor> authors;
+    EXPECT_EQ(kor_odbc_getAuthors(authors), 1);
+    ASSERT_EQ(authors.length(), 1);
+    EXPECT_EQ(authors[0].companyName, KorString(L"Acme's"));
+}
+
+TEST_F(SteelLookupsTest, Records)
+{
+    insert("BoltsCoating", "[Key], RunName, Thickness", "(7, 'Zinc', 40)");
+    insert("BoltsDistances", "[Key], RunName, Pitch", "(7, 'M20', 48.4)");
+    insert("Symbols", "[Key], RunName, FileName", "(7, 'it''s [1]', 'a.svg')");
+    insert("HelpButtons", "[Key], HelpTag, StringId", "('Beam''s', 'beams', 4)");
+
+    StructScrewCoating coating;
+    EXPECT_EQ(Dll::kor_odbc_getScrewCoating(L"8", coating), 0);
+    EXPECT_EQ(coating.key, -1);
+    EXPECT_EQ(Dll::kor_odbc_getScrewCoating(L"7", coating), 1);
+    EXPECT_EQ(coating.thickness, 40);
+    StructScrewDistance distance;
+    EXPECT_EQ(Dll::kor_odbc_getScrewDistance(L"8", distance), 0);
+    EXPECT_EQ(distance.key, -1);
+    EXPECT_EQ(Dll::kor_odbc_getScrewDistance(L"7", distance), 1);
+    EXPECT_EQ(distance.pitch, 48.4);
+    StructSymbols symbol;
+    EXPECT_EQ(kor_odbc_getSymbolRecord(L"it's", symbol), 0);
+    EXPECT_EQ(symbol.key, -1);
+    EXPECT_EQ(kor_odbc_getSymbolRecord(L"it's [1]", symbol), 1);
+    EXPECT_EQ(symbol.fileName, KorString(L"a.svg"));
+    for (const auto read : {kor_odbc_getHelpTag, kor_odbc_getButtonStringId}) {
+        StructHelpButtons button;
+        EXPECT_EQ(read(L"beam's", button), 0);
+        EXPECT_EQ(button.key, KorString());
+        EXPECT_EQ(read(L"Beam's", button), 1);
+        EXPECT_EQ(button.helpTag, KorString(L"beams"));
+        EXPECT_EQ(button.stringId, 4);
+    }
+}
+
+TEST_F(SteelLookupsTest, PlateThicknesses)
+{
+    insert("PlateThickness", "[Key], RunName, Thickness",
+           "(1, 'Any ''thickness''', 0.1), (2, 'Two tenths', 0.2), (3, 'Twelve', 12), (4, 'Near', 0.10000001),"
+           "(5, 'Nearly', 0.099999)");
+    for (const auto list :
+         {kor_odbc_getPlateThicknessList, kor_odbc_getSlabThicknessList, kor_odbc_getWallThicknessList}) {
+        Names names;
+        EXPECT_EQ(list(names), 1);
+        EXPECT_EQ(texts(names), (Texts{"Any 'thickness'", "0.200000", "12.000000", "Near", "0.099999"}));
+    }
+    double thickness = -1;
+    EXPECT_EQ(kor_odbc_getPlateThicknessKey(L"twelve", thickness), 0);
+    EXPECT_EQ(thickness, -1);
+    EXPECT_EQ(kor_odbc_getPlateThicknessKey(L"Twelve", thickness), 1);
+    EXPECT_EQ(thickness, 12);
+    KorString name(L"kept");
+    EXPECT_EQ(kor_odbc_getPlateThicknessDescription(0.11, name), 0);
+    EXPECT_EQ(name, KorString(L"kept"));
+    EXPECT_EQ(kor_odbc_getPlateThicknessDescription(0.2, name), 1);
+    EXPECT_EQ(name, KorString(L"Two tenths"));
+
+    sql(configuration, {"DROP TABLE PlateThickness"});
+    Names names = korTexts({"kept"});
+    EXPECT_EQ(kor_odbc_getPlateThicknessList(names), 0);
+    EXPECT_EQ(texts(names), Texts{"kept"});
+}
+
+TEST_F(SteelLookupsTest, Scales)
+{
+    insert("Scale", "[Key], RunName, Factor, UnitType",
+           "(1, '1:10', 0.1, 0), (2, '1:96', 0.0104166666, 1), (3, '1:20', 0.05, 0), (4, '1''', 0.05, 1)");
+    constexpr auto metric = StructScale::kMetric, imperial = StructScale::kImperial;
+    Names names = korTexts({"kept"});
+    EXPECT_EQ(kor_odbc_getScaleList(metric, names), 1);
+    EXPECT_EQ(texts(names), (Texts{"1:10", "1:20"}));
+    KorArray<StructScale> scales;
+    EXPECT_EQ(kor_odbc_getScaleTable(imperial, scales), 1);
+    ASSERT_EQ(scales.length(), 2);
+    EXPECT_EQ(scales[1].key, 4);
+    StructScale scale;
+    EXPECT_EQ(kor_odbc_getSpecificScale(L"1:96", metric, scale), 0);
+    EXPECT_EQ(scale.key, -1);
+    EXPECT_EQ(kor_odbc_getSpecificScale(L"1:96", imperial, scale), 1);
+    EXPECT_EQ(scale.key, 2);
+
+    struct Case {
+        double factor;
+        StructScale::ScaleUnitType unitType;
+        bool anyUnit;
+        int result;
+        const char* text;
+    };
+    for (const Case& one : {Case{0.05, metric, false, 1, "1:20"},
+                            {0.05, imperial, true, 1, "1'"},
+                            {0.1, imperial, true, 1, "1:10"},
+                            {0.1, imperial, false, 0, "kept"},
+                            {0.07, metric, true, 0, "kept"}}) {
+        KorString text(L"kept");
+        EXPECT_EQ(kor_odbc_getScaleDescription(one.factor, text, one.unitType, one.anyUnit), one.result);
+        EXPECT_EQ(text, KorString::fromUtf8(one.text));
+    }
+    KorArray<double> factors;
+    factors.append(0.07);
+    EXPECT_EQ(kor_odbc_getListScaleDescription(factors, names, metric, false), 0);
+    EXPECT_EQ(texts(names), (Texts{"1:10", "1:20"}));
+    factors.append(0.05);
+    EXPECT_EQ(kor_odbc_getListScaleDescription(factors, names, metric, false), 1);
+    EXPECT_EQ(texts(names), (Texts{"", "1:20"}));
+}
+
+TEST_F(SteelLookupsTest, MaterialClasses)
+{
+    insert("MaterialClass", "[Key], Name, ClassNumber", "(3, 'Steel', 1), (4, '', 2)");
+    int number = 9;
+    EXPECT_EQ(kor_odbc_getMaterialClass(4, number), 0); // a class without a name is none
+    EXPECT_EQ(kor_odbc_getMaterialClass(5, number), 0);
+    EXPECT_EQ(number, 9);
+    EXPECT_EQ(kor_odbc_getMaterialClass(3, number), 1);
+    EXPECT_EQ(number, 1);
+}
+
+TEST_F(SteelLookupsTest, Welds)
+{
+    insert("WeldType", "[Key], RunName", "(1, 'Fillet'), (1000, 'Last'), (1001, 'not basic')");
+    insert("CombiWelding", "[Key], RunName, FirstWeld, SecondWeld",
+           "(1001, 'Both', 1, 1000), (1002, 'One', 1, -1), (1000, 'not combined', 1, 1)");
+    insert("WeldShape", "[Key], RunName", "(2, 'Convex')");
+    insert("WeldDesign", "[Key], RunName", "(3, 'On site')");
+    for (const auto& [key, text] : {std::pair(1, "Fillet"),
+                                    {1000, "Last"},
+                                    {1001, "Both"},
+                                    {2, "key not found"},
+                                    {1003, "key not found"},
+                                    {-5, "key not found"}})
+        EXPECT_EQ(kor_odbc_getWeldingDescription(key).toUtf8(), text);
+
+    int key = 9, first = 9, second = 9;
+    KorString name(L"kept");
+    EXPECT_EQ(kor_odbc_getCombiWelding(L"both", key), 0);
+    EXPECT_EQ(kor_odbc_getCombiWelding(1003, first, second), 0);
+    EXPECT_EQ(kor_odbc_getCombiWelding(1003, name), 0);
+    EXPECT_EQ(kor_odbc_getCombiWeldingFor(1000, 1, key), 0); // the order counts
+    EXPECT_EQ(kor_odbc_getFaceShapeDescription(L"Flat", key), 0);
+    EXPECT_EQ(kor_odbc_getSeamExecutingDescription(L"Flat", key), 0);
+    EXPECT_EQ(key + first + second, 27);
+    EXPECT_EQ(name, KorString(L"kept"));
+    EXPECT_EQ(kor_odbc_getFaceShapeDescription(3), KorString());
+    EXPECT_EQ(kor_odbc_getSeamExecutingDescription(2), KorString());
+
+    EXPECT_EQ(kor_odbc_getCombiWelding(L"Both", key), 1);
+    EXPECT_EQ(key, 1001);
+    EXPECT_EQ(kor_odbc_getCombiWelding(1001, first, second), 1);
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(second, 1000);
+    EXPECT_EQ(kor_odbc_getCombiWelding(1002, name), 1);
+    EXPECT_EQ(name, KorString(L"One"));
+    EXPECT_EQ(kor_odbc_getCombiWeldingFor(1, -1, key), 1);
+    EXPECT_EQ(key, 1002);
+    EXPECT_EQ(kor_odbc_getFaceShapeDescription(L"Convex", key), 1);
+    EXPECT_EQ(key, 2);
+    EXPECT_EQ(kor_odbc_getFaceShapeDescription(2), KorString(L"Convex"));
+    EXPECT_EQ(kor_odbc_getSeamExecutingDescription(L"On site", key), 1);
+    EXPECT_EQ(key, 3);
+    EXPECT_EQ(kor_odbc_getSeamExecutingDescription(3), KorString(L"On site"));
+
+    sql(configuration, {"DROP TABLE WeldType", "DROP TABLE WeldShape"});
+    EXPECT_EQ(kor_odbc_getWeldingDescription(1), KorString(L"access denied"));
+    EXPECT_EQ(kor_odbc_getWeldingDescription(1001), KorString(L"Both"));
+    EXPECT_EQ(kor_odbc_getFaceShapeDescription(2), KorString());
+}
+
+TEST_F(SteelLookupsTest, TextsOfTwoSources)
+{
+    Names keys = korTexts({"kept"});
+    EXPECT_EQ(kor_odbc_getWelSeamTextDescriptionList(keys), 0);
+    EXPECT_EQ(kor_odbc_getNotesList(keys), 0);
+    EXPECT_EQ(keys.length(), 0);
+    for (const char* table : {"Texts", "Notes"}) {
+        insert(table, "[Key], RunName", "('b', 'base b'), ('it''s', 'base [1]'), ('Ärger', 'base ä')");
+        insert(table, "[Key], RunName", "('A', 'added a'), ('b', 'added b')", addin);
+    }
+    // a request of the caller's makes no difference
+    const KorDSNRequest elsewhere(KorDSNDefinitions::kProfiles, KorDSNDefinitions::kBase);
+    EXPECT_EQ(kor_odbc_getWelSeamTextDescriptionList(keys), 1);
+    EXPECT_EQ(texts(keys), (Texts{"b", "it's", "Ärger", "A", "b"}));
+    EXPECT_EQ(kor_odbc_getNotesList(keys), 1);
+    EXPECT_EQ(texts(keys), (Texts{"A", "b", "b", "it's", "Ärger"}));
+
+    KorString text(L"kept");
+    EXPECT_EQ(kor_odbc_getTextDescription(L"a", text), 0);
+    EXPECT_EQ(text, KorString(L"kept"));
+    for (const auto& [key, expected] : {std::pair(L"b", L"base b"), {L"A", L"added a"}, {L"it's", L"base [1]"}}) {
+        EXPECT_EQ(kor_odbc_getTextDescription(key, text), 1);
+        EXPECT_EQ(text, KorString(expected));
+    }
+}
+
+TEST_F(SteelLookupsTest, StaticAnalysis)
+{
+    long number = 9;
+    EXPECT_EQ(kor_odbc_DSTVstatic_getNumberOfObjects(number), 1);
+    EXPECT_EQ(number, 0);
+    insert("DSTV_Static_In_B01", "[Key], RunName, StartNode", "(1, 'Column', 4), (2, 'Beam', 5)");
+    insert("DSTV_Static_In_B02", "[Key], X, Y, Z", "(4, 1.5, 2.5, 3.5)");
+    insert("DSTV_Static_In_B03", "[Key], ObjectNumber, ProfileName, ReferenceAxis",
+           "(1, 2, 'IPE''s', 1), (2, 2, 'second', 0), (3, 1, 'HEA', 0)");
+    insert("DSTV_Static_In_B04", "[Key], ObjectNumber, PropertyName, Value",
+           "(1, 1, 'Role', 'Column'), (2, 2, 'Role', 'it''s'), (3, 2, 'Camber', '10')");
+    EXPECT_EQ(kor_odbc_DSTVstatic_getNumberOfObjects(number), 1);
+    EXPECT_EQ(number, 2);
+    StructDSTVStaticInB01 object;
+    EXPECT_EQ(kor_odbc_DSTVstatic_getObject(3, object), 0);
+    EXPECT_EQ(object.key, -1);
+    EXPECT_EQ(kor_odbc_DSTVstatic_getObject(2, object), 1);
+    EXPECT_EQ(object.runName, KorString(L"Beam"));
+    StructDSTVStaticInB02 node;
+    EXPECT_EQ(kor_odbc_DSTVstatic_getNode(5, node), 0);
+    EXPECT_EQ(kor_odbc_DSTVstatic_getNode(4, node), 1);
+    EXPECT_EQ(node.z, 3.5);
+    KorString text(L"kept");
+    auto axis = StructDSTVStaticInB03::kStrongAxis;
+    EXPECT_EQ(kor_odbc_DSTVstatic_getProfile(3, text, axis), 0);
+    EXPECT_EQ(kor_odbc_DSTVstatic_getObjectProperty(1, L"Camber", text), 0);
+    EXPECT_EQ(text, KorString(L"kept"));
+    EXPECT_EQ(kor_odbc_DSTVstatic_getProfile(2, text, axis), 1);
+    EXPECT_EQ(text, KorString(L"IPE's"));
+    EXPECT_EQ(axis, StructDSTVStaticInB03::kWeakAxis);
+    EXPECT_EQ(kor_odbc_DSTVstatic_getObjectProperty(2, L"Role", text), 1);
+    EXPECT_EQ(text, KorString(L"it's"));
+}
+
+TEST_F(SteelLookupsTest, ObsoleteOperations)
+{
+    KorArray<KorColumn> columns;
+    columns.append(KorColumn(L"kept", KorItemType::kInt));
+    KorArray<KorColumnData> data;
+    data.append(KorColumnData());
+    Names names = korTexts({"kept"});
+    KorString text(L"kept");
+    long key = 9;
+    const std::vector<std::function<int()>> operations{
+        [&] { return kor_odbc_getColumnBaseRecord(1, columns); },
+        [&] { return kor_odbc_getColumnBaseRecord(L"1", columns); },
+        [&] { return kor_odbc_getColumnBaseRecord(L"HEA", L"1", columns); },
+        [&] { return kor_odbc_getColumnBaseFirstKey(L"HEA", text); },
+        [&] { return kor_odbc_getColumnBaseTable(data, columns); },
+        [&] { return kor_odbc_getEndplateTable(data, columns); },
+        [&] { return kor_odbc_getAngleTable(data, columns); },
+        [&] { return kor_odbc_getPlantPartSubtypename(1, text); },
+        [&] { return kor_odbc_getPlantPartSublist(L"x", names); },
+        [&] { return kor_odbc_getPlantPartkey(L"x", key); },
+        [&] { return kor_odbc_getSubtypekeyOfPlantPart(L"x", key); },
+        [&] { return kor_odbc_getPlantPartsCategoriesList(names); },
+        [&] { return kor_odbc_getPlantPartname(1, text); },
+    };
+    AssertionRecorder assertions;
+    for (const auto& operation : operations) {
+        EXPECT_EQ(operation(), 0);
+        EXPECT_EQ(assertions.take(), Texts{"KorSignRules: thisMethodIsObsolete"});
+    }
+    EXPECT_EQ(columns.length() + data.length() + names.length(), 3);
+    EXPECT_EQ(text, KorString(L"kept"));
+    EXPECT_EQ(key, 9);
+}
+
+TEST(SteelLookupsResetTest, ShowWhatAnotherProcessChanged)
+{
+    const RepositoryFolder folder;
+    Names names;
+    ASSERT_EQ(kor_odbc_getStandardsList(names), 1);
+    folder.executeOutside("configuration.db", "INSERT INTO Standard ([Key], RunName) VALUES (1, 'ISO 4014')");
+    kor_odbc_resetAllTables();
+    ASSERT_EQ(kor_odbc_getStandardsList(names), 1);
+    EXPECT_EQ(texts(names), Texts{"ISO 4014"});
+}
+
+} // namespace

@@ -1,0 +1,188 @@
+#include "lookup/KorOdbcSteelSections.h"
+#include "roots/KorStringSeparators.h"
+#include "support/RepositoryFixture.h"
+
+namespace {
+
+constexpr eDSN profiles = KorDSNDefinitions::kProfiles;
+constexpr eDSN userSections = KorDSNDefinitions::kUserSections;
+
+KorString internalName(const char* classKey, const char* section)
+{
+    return KorString::fromUtf8(classKey) + KorString(KorStringSeparators::kStrSectionNameSeparator) +
+           KorString::fromUtf8(section);
+}
+
+class SteelSectionsTest : public RepositoryTest {
+protected:
+    void SetUp() override
+    {
+        RepositoryTest::SetUp();
+        makeClasses(profiles, "'HEA', 'Wide', 'Type''s', 'S235', 'Sections_A', 'Subtype'", "Sections_A", 30);
+        makeClasses(profiles, "'Empty', 'Empty ones', 'E', '', 'Sections_E', ''", "Sections_E", 0);
+        makeClasses(profiles, "'Lost', 'Lost ones', '', '', 'Sections_Lost', ''", "", 0);
+    }
+    void TearDown() override
+    {
+        KorDSNManager::getInstance().setCurrent(details, KorDSNDefinitions::kBase);
+        RepositoryTest::TearDown();
+    }
+    /// A class and, where it has one, its table; `alpha` 0 leaves the table empty.
+    static void makeClasses(eDSN dsn, const std::string& row, const std::string& table, int alpha)
+    {
+        if (!exists(dsn, "ProfileMasterTable"))
+            sql(dsn, {"CREATE TABLE ProfileMasterTable ([Key] TEXT, RunName TEXT, TypeName TEXT, Material TEXT, "
+                      "TableName TEXT, SubtypeName TEXT)"});
+        sql(dsn, {"INSERT INTO ProfileMasterTable ([Key], RunName, TypeName, Material, TableName, SubtypeName) "
+                  "VALUES (" +
+                  row + ")"});
+        if (table.empty())
+            return;
+        sql(dsn,
+            {"CREATE TABLE " + table +
+             " ([Key] INTEGER, SectionName TEXT, h REAL, b REAL, tw REAL, tf REAL, r REAL, Area REAL, Mass REAL, "
+             "Alpha REAL, Iy REAL, Iz REAL, Wely REAL, Welz REAL, Wply REAL, Wplz REAL, RadiusY REAL, "
+             "RadiusZ REAL, It REAL, Iw REAL)"});
+        if (alpha == 0)
+            return;
+        int key = 0;
+        for (const char* name : {"zzzzzzzzzExtern", "HEA''120", "Ähnlich", "hea100"}) {
+            ++key;
+            sql(dsn, {"INSERT INTO " + table + " VALUES (" + std::to_string(key) + ", '" + name +
+                      "', 1,2,3,4,5,6,7," + std::to_string(alpha + key) + ",9,10,11,12,13,14,15,16,17,18)"});
+        }
+    }
+    static Texts menu(const auto& which, long count)
+    {
+        KorArray<KorString> names = korTexts({"kept"});
+        EXPECT_EQ(kor_odbc_get_menu_list(which, names), count);
+        Texts list;
+        for (const KorString& name : names)
+            list.push_back(name.toUtf8());
+        return list;
+    }
+};
+
+TEST_F(SteelSectionsTest, MenuLists)
+{
+    const Texts classes{"Wide", "Empty ones", "Lost ones"}, sections{"HEA'120", "hea100", "Ähnlich"};
+    for (const long index : {-1L, 3L, 99L})
+        EXPECT_EQ(menu(index, 3), classes);
+    EXPECT_EQ(menu(0L, 3), sections);
+    EXPECT_EQ(menu(1L, 0), Texts{});
+    EXPECT_EQ(menu(2L, 1), Texts{"kept"}); // its table is missing
+    EXPECT_EQ(menu(KorString(L"Wide"), 3), sections);
+    EXPECT_EQ(menu(KorString(L"wide"), 1), Texts{"kept"});
+
+    KorArray<KorString> names = korTexts({"kept"});
+    EXPECT_EQ(kor_odbc_get_menu_sublist(L"None", names), 0);
+    EXPECT_EQ(kor_odbc_get_menu_sublist(L"Lost ones", names), 0);
+    EXPECT_EQ(names.length(), 1);
+    EXPECT_EQ(kor_odbc_get_menu_sublist(L"Wide", names), 1);
+    EXPECT_EQ(names.length(), 3);
+}
+
+TEST_F(SteelSectionsTest, FieldsOfAClass)
+{
+    struct Case {
+        int (*read)(const KorString&, KorString&);
+        KorString argument;
+        int result;
+        const char* text;
+    };
+    const auto typeName = [](const KorString& name, KorString& text) {
+        return kor_odbc_get_ClassTypeName(name, text);
+    };
+    const auto runName = [](const KorString& name, KorString& text) {
+        return kor_odbc_get_ClassRunName(name, text);
+    };
+    for (const Case& one : {
+             Case{typeName, L"Wide", 1, "Type's"},
+             {typeName, L"HEA", 0, "kept"},
+             {typeName, L"Added", 1, "From the add-in"},
+             {runName, L"HEA", 1, "Wide"},
+             {runName, L"Type's", 0, "kept"},
+             {kor_odbc_get_sec_subtype_name, internalName("HEA", "any"), 1, "Subtype"},
+             {kor_odbc_get_sec_subtype_name, internalName("", "any"), 0, "kept"},
+             {kor_odbc_get_sec_subtype_name, internalName("HEA", ""), 0, "kept"},
+             {kor_odbc_get_sec_subtype_name, L"HEA", 0, "kept"},
+             {kor_odbc_getMaterialForSectionClass, internalName("HEA", "any"), 1, "S235"},
+             {kor_odbc_getMaterialForSectionClass, internalName("HE'A", "any"), 0, "kept"},
+             {kor_odbc_getMaterialForSectionClass, L"HEA", -1, "kept"},
+         }) {
+        if (!exists(KorDSNDefinitions::kAddin, "ProfileMasterTable"))
+            makeClasses(KorDSNDefinitions::kAddin, "'ADD', 'Added', 'From the add-in', '', '', ''", "", 0);
+        KorString text(L"kept");
+        EXPECT_EQ(one.read(one.argument, text), one.result) << one.argument.toUtf8();
+        EXPECT_EQ(text.toUtf8(), one.text);
+    }
+}
+
+TEST_F(SteelSectionsTest, CalculationValues)
+{
+    struct Case {
+        KorString name;
+        int result;
+        double alpha;
+    };
+    for (const Case& one : {
+             Case{internalName("HEA", "HEA100"), 1, 34}, // without regard to case
+             {internalName("HEA", "hea'120"), 1, 32},
+             {internalName("HEA", "äHNLICH"), 1, 33},
+             {internalName("HEA", "ZZZZzzzzzextern"), 1, 31},
+             {internalName("HEA", "HEA 100"), 0, -1},
+             {internalName("HEA", "' OR 1 --"), 0, -1},
+             {internalName("hea", "HEA100"), 0, -1}, // class keys are exact
+             {internalName("Empty", "HEA100"), 0, -1},
+             {internalName("Lost", "HEA100"), 0, -1},
+             {internalName("", "HEA100"), 0, -1},
+             {internalName("HEA", ""), 0, -1},
+             {L"HEA100", 0, -1},
+             {L"", 0, -1},
+         }) {
+        SCOPED_TRACE(one.name.toUtf8());
+        double alpha = -1;
+        EXPECT_EQ(kor_odbc_getSectionAlpha(alpha, one.name), one.result);
+        EXPECT_EQ(alpha, one.alpha);
+        KorArray<double> params;
+        params.append(99);
+        EXPECT_EQ(kor_odbc_getSectionCalculationParams(params, one.name), one.result);
+        ASSERT_EQ(params.length(), one.result == 1 ? 18 : 0);
+        EXPECT_GE(params.physicalLength(), 18);
+        for (int i = 0; i < params.length(); ++i)
+            EXPECT_EQ(params[i], i == 7 ? one.alpha : i + 1);
+    }
+}
+
+TEST_F(SteelSectionsTest, AlphaComesFromTheProfilesFirst)
+{
+    makeClasses(userSections, "'HEA', 'Wide', '', '', 'Sections_U', ''", "Sections_U", 60);
+    makeClasses(userSections, "'OWN', 'Own', '', '', 'Sections_O', ''", "Sections_O", 70);
+    KorDSNManager::getInstance().setCurrent(userSections, KorDSNDefinitions::kBase);
+    double alpha = 0;
+    EXPECT_EQ(kor_odbc_getSectionAlpha(alpha, internalName("HEA", "HEA100")), 1);
+    EXPECT_EQ(alpha, 34);
+    EXPECT_EQ(kor_odbc_getSectionAlpha(alpha, internalName("OWN", "HEA100")), 1);
+    EXPECT_EQ(alpha, 74);
+    EXPECT_EQ(KorDSNManager::getInstance().getCurrentDSN(), userSections);
+    KorArray<double> params; // these are the current data source's
+    EXPECT_EQ(kor_odbc_getSectionCalculationParams(params, internalName("HEA", "HEA100")), 1);
+    EXPECT_EQ(params[7], 64);
+}
+
+TEST_F(SteelSectionsTest, Behaviour)
+{
+    sql(configuration, {"INSERT INTO SectionBehaviour VALUES (4, 'Bent', 2)",
+                        "INSERT INTO SectionBehaviourAssignment VALUES (1, 'C''s', 4)"});
+    long behaviour = 9;
+    int unwind = 9;
+    EXPECT_EQ(kor_odbc_getSectionBehaviourKey(L"C", behaviour), 0);
+    EXPECT_EQ(kor_odbc_getSectionUnwind(unwind, behaviour), 0);
+    EXPECT_EQ(behaviour + unwind, 18);
+    EXPECT_EQ(kor_odbc_getSectionBehaviourKey(L"C's", behaviour), 1);
+    EXPECT_EQ(kor_odbc_getSectionUnwind(unwind, behaviour), 1);
+    EXPECT_EQ(behaviour, 4);
+    EXPECT_EQ(unwind, 2);
+}
+
+} // namespace
