@@ -1,36 +1,9 @@
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include "tools/CommandLine.h"
+
 #include <functional>
-#include <gtest/gtest.h>
-#include <map>
-#include <regex>
-#include <sqlite3.h>
-#include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
-namespace fs = std::filesystem;
-
 namespace {
-
-std::string contents(const fs::path& file)
-{
-    std::string bytes(fs::exists(file) ? fs::file_size(file) : 0, '\0');
-    std::ifstream(file, std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    return bytes;
-}
-
-void write(const fs::path& file, const std::string& text) { std::ofstream(file, std::ios::binary) << text; }
-
-void sql(const fs::path& file, const std::string& statements)
-{
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(db, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(db);
-    sqlite3_close(db);
-}
 
 /// Overwrites everything after the first bytes; the file still looks like a database.
 void damage(const fs::path& file)
@@ -57,83 +30,6 @@ void damageTable(const fs::path& file, const std::string& table)
     ASSERT_GT(at, 0u);
     write(file, bytes.replace(at, 4096, 4096, '\7'));
 }
-
-struct Outcome {
-    int code = -1;
-    std::string out, err;
-};
-
-bool matches(const std::string& text, const std::string& pattern)
-{
-    return std::regex_search(text, std::regex(pattern));
-}
-
-class CommandLine : public testing::Test {
-protected:
-    static void SetUpTestSuite()
-    {
-        s_made = fs::temp_directory_path() / ("korodbc-command-line-" + std::to_string(::getpid()));
-        fs::create_directories(s_made / "pristine");
-        const Outcome init = runIn(s_made / "pristine", "init work --country no=Norway");
-        ASSERT_EQ(init.code, 0) << init.err;
-        ASSERT_EQ(runIn(s_made / "pristine", "export-style 'Plate, single part' one.db").code, 0);
-        ASSERT_EQ(runIn(s_made / "pristine", "export-style 1 two.db").code, 0);
-        ASSERT_EQ(runIn(s_made / "pristine", "export-style 2 two.db").code, 0);
-    }
-    static void TearDownTestSuite() { fs::remove_all(s_made); }
-    void SetUp() override
-    {
-        m_folder = s_made / "current";
-        fs::remove_all(m_folder);
-        fs::copy(s_made / "pristine", m_folder, fs::copy_options::recursive);
-    }
-
-    static Outcome runIn(const fs::path& folder, const std::string& arguments)
-    {
-        const fs::path out = s_made / "out", err = s_made / "err";
-        const std::string command = "cd '" + folder.string() +
-                                    "' && KORODBC_CATALOGUE= KORODBC_REPOSITORY=work '" KORODBC_TOOL "' " +
-                                    arguments + " >'" + out.string() + "' 2>'" + err.string() + "'";
-        const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(out), contents(err)};
-    }
-    Outcome run(const std::string& arguments) const { return runIn(m_folder, arguments); }
-    /// The output of a command that has to succeed without a word on stderr.
-    std::string output(const std::string& arguments) const
-    {
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(outcome.code, 0) << arguments;
-        EXPECT_EQ(outcome.err, "") << arguments;
-        return outcome.out;
-    }
-    std::map<std::string, std::string> files() const
-    {
-        std::map<std::string, std::string> bytes;
-        for (const auto& entry : fs::recursive_directory_iterator(m_folder))
-            bytes[fs::relative(entry.path(), m_folder).string()] =
-                entry.is_directory() ? "" : contents(entry.path());
-        return bytes;
-    }
-    /// The command fails with one line, and no file is other than before.
-    void expectRefused(const std::string& arguments, int code, const std::string& error) const
-    {
-        const auto before = files();
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(outcome.code, code) << arguments << "\n" << outcome.err;
-        EXPECT_TRUE(matches(outcome.err, "^korodbc: [^\\n]*" + error + "[^\\n]*\\n$")) << arguments << "\n"
-                                                                                       << outcome.err;
-        const auto after = files();
-        for (const auto& [name, bytes] : after) {
-            const auto known = before.find(name);
-            EXPECT_TRUE(known != before.end() && known->second == bytes) << arguments << " changed " << name;
-        }
-        EXPECT_EQ(after.size(), before.size()) << arguments;
-    }
-    std::string title() const { return output("show DetailStyle 1 --json"); }
-
-    fs::path m_folder;
-    static inline fs::path s_made;
-};
 
 } // namespace
 

@@ -27,6 +27,25 @@ struct ShowOptions {
 };
 void runShow(const GlobalOptions& global, const ShowOptions& options);
 
+struct ListOptions {
+    std::string table, source;
+};
+void runList(const GlobalOptions& global, const ListOptions& options);
+struct FindOptions {
+    std::string table, source;
+    std::vector<std::string> conditions; // "COLUMN=VALUE"
+    Format format = Format::Text;
+};
+void runFind(const GlobalOptions& global, const FindOptions& options);
+void runSection(const GlobalOptions& global, const std::string& name, Format format);
+/// Empty names list what there is to choose from.
+void runBolts(const GlobalOptions& global, const std::string& standard, const std::string& diameter);
+struct ImportCsvOptions {
+    std::string table, file, source = "Configuration";
+    bool replace = false;
+};
+void runImportCsv(const GlobalOptions& global, const ImportCsvOptions& options);
+
 void runStyles(const GlobalOptions& global, const std::string& source);
 void runTree(const GlobalOptions& global, const std::string& style, const std::string& source);
 void runExport(const GlobalOptions& global, const std::string& style, const std::string& source,

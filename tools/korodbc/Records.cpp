@@ -148,7 +148,7 @@ void addItems(const RecordDescription& type, const void* record, Sheet& sheet)
         sheet.rows.push_back(rowOf(item, type.items.list.at(record, i), 0));
 }
 
-Sheet readStored(const StoredTable& table, const std::string& keyOrName)
+Sheet readStored(const StoredTable& table, const std::string& keyOrName, const KorString& where)
 {
     const KorString name = KorString::fromUtf8(table.name);
     KorArray<KorColumn> columns;
@@ -161,7 +161,7 @@ Sheet readStored(const StoredTable& table, const std::string& keyOrName)
         sheet.columns.push_back(
             {columns[i].getName().toUtf8(), kind == KorItemType::kInt || kind == KorItemType::kDouble});
         KorArray<KorCellData> cells;
-        if (KorDatabaseAccess::getColumnValues(table.source.dsn, name, {}, {}, i, cells) != 1)
+        if (KorDatabaseAccess::getColumnValues(table.source.dsn, name, where, {}, i, cells) != 1)
             throw Failure{kFailed, "table " + table.name + " cannot be read" + because()};
         rows.resize(static_cast<std::size_t>(cells.length()));
         for (int row = 0; row < cells.length(); ++row)

@@ -39,5 +39,5 @@ Sheet sheetOf(const RecordDescription& type, long items);
 std::vector<std::string> rowOf(const RecordDescription& type, const void* record, long items);
 /// The items of a record, as rows.
 void addItems(const RecordDescription& type, const void* record, Sheet& sheet);
-/// All rows of a table, or those whose key or run name is given.
-Sheet readStored(const StoredTable& table, const std::string& keyOrName);
+/// All rows of a table, or those whose key or run name is given; `where` is the text of an SQL condition.
+Sheet readStored(const StoredTable& table, const std::string& keyOrName, const KorString& where = {});

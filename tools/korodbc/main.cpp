@@ -11,7 +11,7 @@ constexpr const char* exitCodes = "Exit codes:\n"
                                   "  1  the operation failed; nothing was changed unless the message says so\n"
                                   "  2  wrong usage: options, or a value that does not fit its column\n"
                                   "  3  the repository, or one of its databases, cannot be opened\n"
-                                  "  4  not found: data source, table, style, key, column\n\n"
+                                  "  4  not found: data source, table, column, row, style, section, bolt\n\n"
                                   "Example:\n"
                                   "  korodbc init work\n"
                                   "  korodbc -r work styles\n"
@@ -49,6 +49,7 @@ public:
         m_app.add_flag("--trace", m_global.trace,
                        "Print every statement on stderr, with its data source, origin and result");
         addRepositoryCommands();
+        addLookupCommands();
         addStyleCommands();
         addEditCommands();
         addDemo();
@@ -124,6 +125,74 @@ private:
         show->add_flag("--json", m_json, "As JSON, items included");
     }
 
+    void addFormats(CLI::App* command)
+    {
+        command->add_flag("--csv", m_csv, "As CSV with a heading");
+        command->add_flag("--json", m_json, "As JSON");
+    }
+
+    void addLookupCommands()
+    {
+        const char* const source = "Data source (default: the first that has the table)";
+        CLI::App* list = command("list", "List the names of a table's rows, in their sort order if they have one",
+                                 "korodbc list Standard", [this] {
+                                     runList(m_global, {m_show.table, m_source});
+                                 });
+        list->add_option("TABLE", m_show.table, "Name of the table")->required()->type_name("");
+        addSource(list, source);
+        CLI::App* get =
+            command("get", "Print one row of a table", "korodbc get Material S355J2\n  korodbc get Scale 3 --json",
+                    [this] { showTable(); });
+        get->add_option("TABLE", m_show.table, "Name of the table")->required()->type_name("");
+        get->add_option("ROW", m_show.record, "Key or name of the row")->required()->type_name("");
+        addSource(get, source);
+        get->add_flag("--items", m_show.items, "The items of the row, too; with --csv only them");
+        addFormats(get);
+        CLI::App* find = command("find", "Print the rows of a table that meet all conditions",
+                                 "korodbc find ScrewNew Diameter=16 \"MaximumLength>=100\"\n"
+                                 "  korodbc find Material \"RunName~S355%\"",
+                                 [this] {
+                                     m_find.table = m_show.table;
+                                     m_find.source = m_source;
+                                     m_find.format = format();
+                                     runFind(m_global, m_find);
+                                 });
+        find->add_option("TABLE", m_show.table, "Name of the table")->required()->type_name("");
+        find->add_option("CONDITION", m_find.conditions,
+                         "COLUMN=VALUE; also <> < <= > >=, and ~ for a pattern with % and _")
+            ->required()
+            ->type_name("");
+        addSource(find, source);
+        addFormats(find);
+        CLI::App* section = command("section", "Print a section: class, behaviour, material, calculation values",
+                                    "korodbc section HEA200\n  korodbc section L@L100x10",
+                                    [this] { runSection(m_global, m_name, format()); });
+        section->add_option("NAME", m_name, "Name of the section, or CLASS@NAME; in any case of letters")
+            ->required()
+            ->type_name("");
+        addFormats(section);
+        CLI::App* bolts = command("bolts", "Choose a bolt step by step: standard, diameter, strength and length",
+                                  "korodbc bolts\n  korodbc bolts \"ISO 4014\"\n  korodbc bolts \"ISO 4014\" M16",
+                                  [this] { runBolts(m_global, m_name, m_diameter); });
+        bolts->add_option("STANDARD", m_name, "Standard (default: list them)")->type_name("");
+        bolts->add_option("DIAMETER", m_diameter, "Diameter, M16 or 16 (default: list those of the standard)")
+            ->type_name("");
+        CLI::App* importing = command("import-csv", "Make a user table from a CSV file, or fill it anew",
+                                      "korodbc import-csv Beams_W sections_us_W_metric.csv --replace",
+                                      [this] { runImportCsv(m_global, m_importCsv); });
+        importing->add_option("TABLE", m_importCsv.table, "Name of the table")->required()->type_name("");
+        importing
+            ->add_option("FILE", m_importCsv.file,
+                         "CSV file in UTF-8 with a heading; the column Key is the key (default: rows are\n"
+                         "numbered), the column RunName or name the name (default: the first column)")
+            ->required()
+            ->type_name("");
+        importing->add_option("--source", m_importCsv.source, "Data source")
+            ->type_name("SOURCE")
+            ->capture_default_str();
+        importing->add_flag("--replace", m_importCsv.replace, "Replace the table when it exists");
+    }
+
     void addStyleCommands()
     {
         const char* const source = "Data source of the style (default: Details)";
@@ -196,12 +265,17 @@ private:
 
     std::string sourceOr(const char* standard) const { return m_source.empty() ? standard : m_source; }
 
-    void showTable()
+    Format format() const
     {
         if (m_csv && m_json)
             throw Failure{kUsage, "--csv and --json exclude each other; give one of them"};
+        return m_csv ? Format::Csv : m_json ? Format::Json : Format::Text;
+    }
+
+    void showTable()
+    {
         m_show.source = m_source;
-        m_show.format = m_csv ? Format::Csv : m_json ? Format::Json : Format::Text;
+        m_show.format = format();
         runShow(m_global, m_show);
     }
 
@@ -218,15 +292,18 @@ private:
         runEdit(m_global, m_edit);
     }
 
-    CLI::App m_app{"Keeps the configuration databases of steel detailing: looks at tables, moves detail styles\n"
-                   "between databases, edits them under copies.\n"};
+    CLI::App m_app{
+        "Keeps the configuration databases of steel detailing: looks at tables, looks sections and bolts\n"
+        "up, fills user tables, moves detail styles between databases, edits them under copies.\n"};
     std::function<void()> m_run;
     GlobalOptions m_global;
     InitOptions m_init;
     ShowOptions m_show;
     ImportOptions m_import;
     EditOptions m_edit;
-    std::string m_source, m_style, m_file;
+    FindOptions m_find;
+    ImportCsvOptions m_importCsv;
+    std::string m_source, m_style, m_file, m_name, m_diameter;
     bool m_csv = false, m_json = false;
     bool m_ok = false, m_cancel = false, m_update = false, m_leaveOpen = false;
 };
