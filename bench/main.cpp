@@ -14,6 +14,7 @@ int runMemoryChild(int argc, char** argv);
 void registerStartBenchmarks();
 void startFigures();
 void registerLookUpBenchmarks();
+void registerReadBenchmarks();
 
 /// korodbc_bench [--quick] [--strict] [options of Google Benchmark]: --strict ends with 1 when a limit is
 /// missed.
@@ -41,6 +42,7 @@ int main(int argc, char** argv)
     registerMemoryBenchmarks(argv[0]);
     registerStartBenchmarks();
     registerLookUpBenchmarks();
+    registerReadBenchmarks();
     benchmark::RunSpecifiedBenchmarks();
     nameFigures();
     transferFigures();
