@@ -48,23 +48,28 @@ void RecordCache::rowChanged(std::int64_t row)
 
 void RecordCache::decode(Statement& statement, const Layout& layout, void* record)
 {
-    const auto read = [&](const ColumnDescription& column, int at, void* element, KorString* shared) {
+    const auto read = [&](const ColumnDescription& column, int at, void* element, LastText* shared) {
         switch (column.kind) {
+        // NULL reads as 0 and keeps the record's default
         case FieldKind::Integer:
-            if (!statement.isNull(at))
-                column.integer(element) = static_cast<int>(statement.integer(at));
+            if (const std::int64_t value = statement.integer(at); value != 0 || !statement.isNull(at))
+                column.integer(element) = static_cast<int>(value);
             break;
         case FieldKind::Real:
-            if (!statement.isNull(at))
-                column.real(element) = statement.real(at);
+            if (const double value = statement.real(at); value != 0 || !statement.isNull(at))
+                column.real(element) = value;
             break;
         case FieldKind::Text: {
-            KorString text = statement.text(at);
-            if (shared != nullptr && text == *shared)
-                text = *shared;
-            else if (shared != nullptr)
-                *shared = text;
-            column.text(element) = std::move(text);
+            const std::string_view bytes = statement.bytes(at);
+            if (shared == nullptr) {
+                column.text(element) = KorString::fromUtf8(bytes);
+            } else {
+                if (shared->bytes != bytes) {
+                    shared->bytes = bytes;
+                    shared->text = KorString::fromUtf8(bytes);
+                }
+                column.text(element) = shared->text;
+            }
             break;
         }
         }

@@ -69,9 +69,13 @@ private:
     Table& m_table;
     const RecordDescription& m_type;
     AnyRecords m_records;
-    AnyRecord m_blank; // a fresh record
-    std::vector<std::int64_t> m_rows;   // row ids, ascending
-    std::vector<KorString> m_lastTexts; // last text read per column: equal neighbours share one buffer
+    AnyRecord m_blank;                // a fresh record
+    std::vector<std::int64_t> m_rows; // row ids, ascending
+    struct LastText {
+        std::string bytes;
+        KorString text;
+    };
+    std::vector<LastText> m_lastTexts; // last text read per column: equal neighbours share one buffer
     bool m_allChanged = true;
     std::vector<std::int64_t> m_changedRows;
 
