@@ -82,6 +82,14 @@ void stampOwner(const DetailTable& table)
     owner->text(table.currentRecord) = KorODBCUserProfile::m_charOwnerText;
 }
 
+/// True when the table of that physical name has columns for that many items.
+bool holdsItems(Man::eTableType type, const KorString& table, long items)
+{
+    const auto& [fixed, perItem] = Man::m_numberOfColumns[type];
+    return perItem == 0 ||
+           (KorDatabaseAccess::getNumberOfColumns(Man::m_currentDSN, table) - fixed) / perItem >= items;
+}
+
 /// Writes all columns and items of a type's current record over its row in the table of that physical name.
 int storeRecord(Man::eTableType type, const KorString& table, Man::eCopyDepth depth)
 {
@@ -94,7 +102,7 @@ int storeRecord(Man::eTableType type, const KorString& table, Man::eCopyDepth de
         const long count = items->length(current.currentRecord);
         if (const ColumnDescription* column = description.at(description.itemCount))
             column->integer(current.currentRecord) = static_cast<int>(count);
-        if (description.numbered.exists())
+        if (description.numbered.exists() && !holdsItems(type, table, count))
             Man::setColumnsForNewItems(type, static_cast<int>(count));
     }
     int result = KorDatabaseAccess::setRecord(Man::m_currentDSN, table, description, currentKey(type),
