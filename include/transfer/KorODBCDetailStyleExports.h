@@ -38,6 +38,8 @@ public:
     static int isExportInProgress() { return m_bExportInProgress; }
     static void setImportInProgress(int inProgress) { m_bImportInProgress = inProgress; }
     static int isImportInProgress() { return m_bImportInProgress; }
+    /// True while an export or an import runs: rows keep their owners.
+    static bool isTransferInProgress() { return m_bExportInProgress != 0 || m_bImportInProgress != 0; }
     static void EnableAdvancedDeepCopyMode(int enabled) { m_bAdvancedDeepCopyMode = enabled; }
     static int isAdvancedDeepCopyModeEnabled() { return m_bAdvancedDeepCopyMode; }
     static void CancelBackupTables(int cancel) { m_bCancelBackupTables = cancel; }

@@ -16,12 +16,6 @@ namespace {
 
 using Man = KorOdbcMan;
 
-bool transferInProgress()
-{
-    return KorODBCDetailStyleExports::isExportInProgress() != 0 ||
-           KorODBCDetailStyleExports::isImportInProgress() != 0;
-}
-
 /// Physical name of a type's table; false for an invalid type.
 bool physicalName(Man::eTableType type, KorString& table)
 {
@@ -62,7 +56,8 @@ KorCellData currentKey(Man::eTableType type)
 /// Appends an empty row and gives its key in `key`.
 int appendRow(Man::eTableType type, const KorString& table, int keepKey, KorCellData& key)
 {
-    const bool mayKeep = Man::m_currentDSN != KorDSNDefinitions::kDetails || transferInProgress();
+    const bool mayKeep =
+        Man::m_currentDSN != KorDSNDefinitions::kDetails || KorODBCDetailStyleExports::isTransferInProgress();
     if (mayKeep && keepKey == 1) {
         key = type == Man::kDetObjQualifierFilter ? KorCellData(Man::getRecordStringKey(type))
                                                   : KorCellData(static_cast<int>(Man::getRecordKey(type)));
@@ -76,7 +71,7 @@ int appendRow(Man::eTableType type, const KorString& table, int keepKey, KorCell
 void stampOwner(const DetailTable& table)
 {
     const ColumnDescription* owner = table.description().ownerColumn();
-    if (owner == nullptr || transferInProgress())
+    if (owner == nullptr || KorODBCDetailStyleExports::isTransferInProgress())
         return;
     KorODBCUserProfile::resetOwnerText();
     owner->text(table.currentRecord) = KorODBCUserProfile::m_charOwnerText;

@@ -48,7 +48,7 @@ void KorODBCUserProfile::resetOwnerText()
 
 void KorODBCUserProfile::getOwnerText(KorString& owner)
 {
-    if (!KorODBCDetailStyleExports::isExportInProgress() && !KorODBCDetailStyleExports::isImportInProgress())
+    if (!KorODBCDetailStyleExports::isTransferInProgress())
         owner = m_charOwnerText;
 }
 

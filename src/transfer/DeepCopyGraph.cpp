@@ -11,12 +11,6 @@
 
 namespace korodbc {
 
-bool transferInProgress()
-{
-    return KorODBCDetailStyleExports::isExportInProgress() != 0 ||
-           KorODBCDetailStyleExports::isImportInProgress() != 0;
-}
-
 DeepCopyGraph::DeepCopyGraph(const std::vector<CopyTable>& tables, KorTransferKeyMap& keys) : m_keys(keys)
 {
     for (const CopyTable& table : tables) {
@@ -223,7 +217,8 @@ long DeepCopyGraph::write(const CopyTable& table, void* record, long index, long
 {
     const RecordDescription& type = table.description();
     KorODBCUserProfile::resetOwnerText();
-    if (const ColumnDescription* owner = type.ownerColumn(); owner != nullptr && !transferInProgress())
+    if (const ColumnDescription* owner = type.ownerColumn();
+        owner != nullptr && !KorODBCDetailStyleExports::isTransferInProgress())
         owner->text(record) = KorODBCUserProfile::m_charOwnerText;
     KorDetailTableDependencies::ProgressBar(table.type, 1);
     void* current = detailTable(table.type).currentRecord;

@@ -96,7 +96,4 @@ private:
     KorTransferKeyMap& m_keys;
 };
 
-/// True while an export or an import runs: rows keep their owners.
-bool transferInProgress();
-
 } // namespace korodbc
