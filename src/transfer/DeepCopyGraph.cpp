@@ -1,6 +1,7 @@
 #include "DeepCopyGraph.h"
 
 #include "edit/DetailTables.h"
+#include "foundation/RecordColumns.h"
 #include "project/KorODBCUserProfile.h"
 #include "records/AnyRecord.h"
 #include "repository/RecordAccess.h"
@@ -11,21 +12,25 @@
 
 namespace korodbc {
 
-DeepCopyGraph::DeepCopyGraph(const std::vector<CopyTable>& tables, KorTransferKeyMap& keys) : m_keys(keys)
+DeepCopyGraph::DeepCopyGraph(const std::vector<CopyTable>& tables, KorTransferKeyMap& keys, DeepCopyGraph* beyond)
+    : m_keys(keys), m_beyond(beyond)
 {
     for (const CopyTable& table : tables) {
         m_byType.emplace(&table.description(), m_nodes.size());
-        m_nodes.push_back({table, {}, nullptr, nullptr, {}});
+        m_nodes.push_back({table, {}, {}, {}});
     }
 }
 
 void DeepCopyGraph::setHooks(KorOdbcMan::eTableType type, Hooks hooks) { node(type)->hooks = hooks; }
 
-void DeepCopyGraph::setOverride(KorOdbcMan::eTableType from, KorOdbcMan::eTableType to, long* key)
+void DeepCopyGraph::setEdge(KorOdbcMan::eTableType from, KorOdbcMan::eTableType to, Edge edge)
 {
-    Node& own = *node(from);
-    own.overriddenTarget = node(to);
-    own.override = key;
+    node(from)->edges[&detailTable(to).description()] = edge;
+}
+
+DeepCopyGraph* DeepCopyGraph::graphOf(const RecordDescription& type)
+{
+    return m_byType.contains(&type) ? this : m_beyond == nullptr ? nullptr : m_beyond->graphOf(type);
 }
 
 DeepCopyGraph::Node* DeepCopyGraph::node(KorOdbcMan::eTableType type)
@@ -77,41 +82,34 @@ long DeepCopyGraph::append(const CopyTable& table, const void* record, long key)
     return position;
 }
 
-/// Calls `act(reference field's value, target table, index in a list of references or -1)` for each reference that
-/// the copy follows, in the order of the columns, items last; stops when it returns false.
+/// Calls `act(value of the reference field, graph and table that it leads to, whether it is in a list)` for each
+/// reference that the copy follows, in the order of the columns, items last; stops when it returns false.
 template <class Act>
 bool DeepCopyGraph::forEachReference(const RecordDescription& type, void* record, Act act)
 {
-    const auto visit = [&](const ColumnDescription& column, void* element, bool inList) {
+    const Node& own = *node(type);
+    const auto visit = [&](const ColumnDescription& column, void* element, long item) {
         if (column.link != LinkKind::Reference)
             return true;
         int& value = column.integer(element);
-        Node* target = node(column.target());
-        if (target == nullptr || (column.noneAllowed && value == -1) ||
-            (target->table.isGroup && KorDetailTableDependencies::m_bKernelNewerThan42 == 0))
+        const RecordDescription& target = column.target();
+        DeepCopyGraph* graph = graphOf(target);
+        const int* followedWith = own.edgeTo(target).followedWith;
+        if (graph == nullptr || (column.noneAllowed && value == -1) ||
+            (followedWith != nullptr && *followedWith == 0))
             return true;
-        return act(value, *target, inList);
+        return act(value, *graph, target, item >= 0);
     };
-    for (const ColumnDescription& column : type.columns)
-        if (!visit(column, record, false))
-            return false;
-    const MemberList* list = type.itemList();
-    if (list == nullptr)
-        return true;
-    const auto columns = type.numbered.exists() ? type.numbered.columns : type.items.item().columns;
-    for (long i = 0; i < list->length(record); ++i)
-        for (const ColumnDescription& column : columns)
-            if (!visit(column, list->at(record, i), true))
-                return false;
-    return true;
+    return forEachColumn(type, record, visit);
 }
 
 bool DeepCopyGraph::collectReferences(const RecordDescription& type, void* record)
 {
-    return forEachReference(type, record, [&](int& value, Node& target, bool) {
-        value = static_cast<int>(collect(target.table.description(), nullptr, value));
-        return value >= 0;
-    });
+    return forEachReference(type, record,
+                            [](int& value, DeepCopyGraph& graph, const RecordDescription& target, bool) {
+                                value = static_cast<int>(graph.collect(target, nullptr, value));
+                                return value >= 0;
+                            });
 }
 
 long DeepCopyGraph::collect(const RecordDescription& type, void* record, long key)
@@ -141,18 +139,19 @@ long DeepCopyGraph::collect(const RecordDescription& type, void* record, long ke
     return position;
 }
 
-bool DeepCopyGraph::nameRow(const Node& own, void* record)
+bool DeepCopyGraph::nameRow(const CopyTable& table, void* record)
 {
-    const ColumnDescription* column = own.table.description().runNameColumn();
+    using Copy = KorDetailTableDependencies;
+    const ColumnDescription* column = table.description().runNameColumn();
     if (column == nullptr)
         return true;
     KorString name = column->text(record);
-    if (KorDetailTableDependencies::pGetNameForRowFn != nullptr) {
-        if (KorDetailTableDependencies::pGetNameForRowFn(own.table.type, KorDetailTableDependencies::mainType,
-                                                         name) == -1)
-            return false;
+    if (table.callback == CopyTable::Callback::NotAsked) {
+        Copy::GetDefaultNameForRow(table.type, name);
     } else {
-        KorDetailTableDependencies::GetDefaultNameForRow(own.table.type, name);
+        const int named = Copy::GetNameForRow(table.type, name);
+        if (named == -1 || (named != 1 && table.callback == CopyTable::Callback::MustName))
+            return false;
     }
     column->text(record) = name;
     return true;
@@ -161,19 +160,22 @@ bool DeepCopyGraph::nameRow(const Node& own, void* record)
 bool DeepCopyGraph::saveReferences(const CopyTable& table, void* record)
 {
     const Node& own = *node(table.description());
-    return forEachReference(table.description(), record, [&](int& value, Node& target, bool inList) {
-        const long position = value;
-        if (&target == own.overriddenTarget && *own.override != -1) {
-            value = static_cast<int>(*own.override);
-            *own.override = -1;
-            return true;
-        }
-        const long key = saveCollected(target.table, position);
-        value = static_cast<int>(key);
-        if (key == -1)
-            return false;
-        return !inList || own.hooks.listReferenceSaved == nullptr || own.hooks.listReferenceSaved(position, key);
-    });
+    return forEachReference(table.description(), record,
+                            [&](int& value, DeepCopyGraph& graph, const RecordDescription& target, bool inList) {
+                                const long position = value;
+                                if (long* override = own.edgeTo(target).override;
+                                    override != nullptr && *override != -1) {
+                                    value = static_cast<int>(*override);
+                                    *override = -1;
+                                    return true;
+                                }
+                                const long key = graph.saveCollected(*graph.table(target), position);
+                                value = static_cast<int>(key);
+                                if (key == -1)
+                                    return false;
+                                return !inList || own.hooks.listReferenceSaved == nullptr ||
+                                       own.hooks.listReferenceSaved(position, key);
+                            });
 }
 
 long DeepCopyGraph::saveCollected(const CopyTable& table, long index)
@@ -200,11 +202,11 @@ long DeepCopyGraph::save(const RecordDescription& type, void* record, long index
         if (RecordAccess::readByRunName(type, type.runNameColumn()->text(record), existing.get()) == 1)
             return type.keyOf(existing.get());
     }
-    if (table.naming == CopyTable::Naming::BeforeReferences && !nameRow(*own, record))
+    if (table.naming == CopyTable::Naming::BeforeReferences && !nameRow(table, record))
         return -1;
     if (!saveReferences(table, record))
         return -1;
-    if (table.naming == CopyTable::Naming::AfterReferences && !nameRow(*own, record))
+    if (table.naming == CopyTable::Naming::AfterReferences && !nameRow(table, record))
         return -1;
     const int keepKey = own->hooks.keepKey != nullptr ? own->hooks.keepKey() : table.keepsKey ? 1 : 0;
     const long key = write(table, record, index, sourceKey, keepKey);

@@ -14,15 +14,20 @@ namespace korodbc {
 /// descriptions; what no description says stands here.
 struct CopyTable {
     enum class Naming { None, BeforeReferences, AfterReferences };
+    enum class Callback {
+        Asked,    // the host's callback names the row; -1 abandons the copy
+        MustName, // any result of the callback but 1 abandons the copy
+        NotAsked, // the row gets its default name
+    };
 
     KorOdbcMan::eTableType type;
     const RecordDescription& (*description)();
     KorString identity; // name in the transfer key map
     void* rows;         // KorArray of the record type: the collected rows
     Naming naming = Naming::BeforeReferences;
+    Callback callback = Callback::Asked;
     bool reusedByName = false; // a row of the same name in the target is taken instead
     bool keepsKey = false;     // the row keeps its key where it is free
-    bool isGroup = false;      // followed with m_bKernelNewerThan42 only
     void* written = nullptr;   // KorArray of the record type: rows that the copy newly wrote
     int readType = -1;         // table type of the progress report while collecting, -1: the type itself
 
@@ -50,10 +55,16 @@ public:
         int (*keepKey)() = nullptr;
     };
 
-    DeepCopyGraph(const std::vector<CopyTable>& tables, KorTransferKeyMap& keys);
+    /// References into tables that only `beyond` knows are followed there.
+    DeepCopyGraph(const std::vector<CopyTable>& tables, KorTransferKeyMap& keys, DeepCopyGraph* beyond = nullptr);
 
-    /// Rows of `from` refer once to the key in `*key` instead of the collected row of `to`, unless it is -1.
-    void setOverride(KorOdbcMan::eTableType from, KorOdbcMan::eTableType to, long* key);
+    /// What holds for the references from one table to another, besides the general rules.
+    struct Edge {
+        const int* followedWith = nullptr; // followed while this flag is not 0 only
+        long* override =
+            nullptr; // unless it is -1, the key that a row refers to once, instead of the collected one
+    };
+    void setEdge(KorOdbcMan::eTableType from, KorOdbcMan::eTableType to, Edge edge);
     void setHooks(KorOdbcMan::eTableType type, Hooks hooks);
     const CopyTable* table(const RecordDescription& type) const;
     const CopyTable* table(KorOdbcMan::eTableType type) const;
@@ -81,19 +92,28 @@ private:
     struct Node {
         CopyTable table;
         Hooks hooks;
-        const Node* overriddenTarget = nullptr;
-        long* override = nullptr;
-        std::unordered_map<long, long> positions; // by key
+        std::unordered_map<const RecordDescription*, Edge> edges; // by target
+        std::unordered_map<long, long> positions;                 // by key
+
+        const Edge& edgeTo(const RecordDescription& target) const
+        {
+            static const Edge none;
+            const auto found = edges.find(&target);
+            return found == edges.end() ? none : found->second;
+        }
     };
+    /// The graph that follows references into a table: this one, the one beyond, or nullptr.
+    DeepCopyGraph* graphOf(const RecordDescription& type);
     Node* node(const RecordDescription& type);
     Node* node(KorOdbcMan::eTableType type);
     template <class Act>
     bool forEachReference(const RecordDescription& type, void* record, Act act);
-    bool nameRow(const Node& node, void* record);
+    static bool nameRow(const CopyTable& table, void* record);
 
     std::vector<Node> m_nodes;
     std::unordered_map<const RecordDescription*, std::size_t> m_byType;
     KorTransferKeyMap& m_keys;
+    DeepCopyGraph* m_beyond;
 };
 
 } // namespace korodbc

@@ -5,13 +5,15 @@
 #include "roots/KorAssert.h"
 #include "roots/KorProgressCtrl.h"
 #include "roots/KorPromptsProxy.h"
+#include "transfer/KorDetailProcessTableDependencies.h"
 #include "transfer/KorDetailTableDependencies.h"
 
 #include <filesystem>
 #include <optional>
 
 using Exports = KorODBCDetailStyleExports;
-using Copy = KorDetailTableDependencies;
+using Styles = KorDetailTableDependencies;
+using Processes = KorDetailProcessTableDependencies;
 
 Exports::eType Exports::m_pType = Exports::kDetailStyle;
 int Exports::m_bExportInProgress = 0;
@@ -66,22 +68,40 @@ bool olderThan5_1(eDSN source, eDSN target)
     return false;
 }
 
-/// Writes the collected styles to the current database, as one. Returns 1, or 0 with the messages set.
-int writeStyles()
+/// Collects a style, or a process with what it reaches, from the current database.
+bool collect(Exports::eType type, long key)
 {
-    Copy::m_CurrRowsToWrite = 0;
-    Copy::mainType = KorOdbcMan::kDetailStyle;
+    if (type == Exports::kDetailStyle)
+        return Styles::GetDependenciesByDetailKey(key) != -1;
+    StructDetailProcessDefinition process;
+    return Processes::GetDependencies(process, key) != -1;
+}
+
+template <class Graph, class T>
+bool saveAll(const KorArray<T>& collected)
+{
+    for (int position = 0; position < collected.length(); ++position) {
+        T record = collected.getAt(position);
+        if (Graph::Save(record, position) == -1)
+            return false;
+    }
+    return true;
+}
+
+/// Writes what was collected to the current database, as one. Returns 1, or 0 with the messages set, unless the
+/// user cancelled as `cancelled` tells.
+int write(Exports::eType type, const bool& cancelled)
+{
+    Styles::m_CurrRowsToWrite = 0;
+    Styles::mainType =
+        type == Exports::kDetailStyle ? KorOdbcMan::kDetailStyle : KorOdbcMan::kDetailProcessDefinition;
     Exports::m_bCancelBackupTables = 1; // a transfer is no edit: it takes no copies
     KorDatabaseBatch batch;
-    int written = 1;
-    for (long position = 0; written == 1 && position < Copy::m_DetMasterCopy.length(); ++position) {
-        StructDetailMaster master = Copy::m_DetMasterCopy.getAt(position);
-        if (Copy::Save(master, position) == -1)
-            written = 0;
-    }
-    written = batch.end(written);
+    const bool saved = type == Exports::kDetailStyle ? saveAll<Styles>(Styles::m_DetMasterCopy)
+                                                     : saveAll<Processes>(Processes::m_DetailProcessDefinition);
+    const int written = batch.end(saved ? 1 : 0);
     Exports::m_bCancelBackupTables = 0;
-    if (written != 1 && !Copy::m_bDeepCopyCanceledByUser)
+    if (written != 1 && !cancelled)
         setMessages(45062, L"Unable to write info to target database!");
     return written;
 }
@@ -144,22 +164,26 @@ int Exports::exportDetail(eType type, const KorOdbcKey& key, eDSN sourceDsn, eIn
 
     CurrentDatabase current;
     int result = 1;
-    if (type == kDetailStyle) {
-        Copy::ResetDeepCopyInfo();
+    if (type == kDetailStyle || type == kDetailProcess) {
+        if (type == kDetailStyle)
+            Styles::ResetDeepCopyInfo();
+        else
+            Processes::ResetDeepCopyInfo();
         current.set(sourceDsn, sourceIndex);
-        if (Copy::GetDependenciesByDetailKey(key.getKey()) == -1) {
+        if (!collect(type, key.getKey())) {
             setMessages(45061, L"Failed to load dependencies for detail style with key %d!", key.getKey());
             KorProgressCtrl::reset();
             result = 0;
         } else {
             current.set(targetDsn, targetIndex);
             deleteCache(targetIndex);
-            Copy::SetRowNr();
-            result = writeStyles();
+            if (type == kDetailStyle)
+                Styles::SetRowNr();
+            else
+                Processes::SetRowNr();
+            result = write(type, type == kDetailStyle ? Styles::m_bDeepCopyCanceledByUser
+                                                      : Processes::m_bDeepCopyCanceledByUser);
         }
-    } else if (type == kDetailProcess) {
-        setMessages(45061, L"Failed to load dependencies for detail style with key %d!", key.getKey());
-        result = 0;
     } else {
         KorAssert::korAssert("false", "KorODBCDetailStyleExports", __LINE__);
     }
@@ -180,20 +204,21 @@ int Exports::importDetail(eType type, const KorOdbcKey& key, eDSN sourceDsn, eIn
     clearMessages();
     CurrentDatabase current;
     int result = olderThan5_1(sourceDsn, targetDsn) ? 0 : 1;
-    if (result == 1 && type == kDetailStyle) {
+    if (result == 1 && (type == kDetailStyle || type == kDetailProcess)) {
+        Processes::ResetDeepCopyInfo(); // the styles, too
         current.set(sourceDsn, sourceIndex);
-        Copy::ResetDeepCopyInfo();
-        if (Copy::GetDependenciesByDetailKey(key.getKey()) == -1) {
-            setMessages(45061, L"Failed to load dependencies for detail style with key %d", key.getKey());
+        if (!collect(type, key.getKey())) {
+            setMessages(type == kDetailStyle ? 45061 : 45068,
+                        L"Failed to load dependencies for detail style with key %d", key.getKey());
             KorProgressCtrl::reset();
             result = 0;
         } else {
             current.set(targetDsn, targetIndex);
-            result = writeStyles();
+            if (type == kDetailProcess)
+                Processes::SetRowNr();
+            // a cancel of the styles' copy is what counts here, for processes as well
+            result = write(type, Styles::m_bDeepCopyCanceledByUser);
         }
-    } else if (result == 1 && type == kDetailProcess) {
-        setMessages(45068, L"Failed to load dependencies for detail style with key %d", key.getKey());
-        result = 0;
     }
     current.release();
     m_bImportInProgress = 0;

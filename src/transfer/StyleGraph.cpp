@@ -187,7 +187,7 @@ DeepCopyGraph& styleGraph()
             case Man::kDetObjAnnotationGroup:
             case Man::kDetViewDimRequestLinearGroup:
             case Man::kDetObjQualifierSetGroup:
-                table.isGroup = table.reusedByName = table.keepsKey = true;
+                table.reusedByName = table.keepsKey = true;
                 break;
             case Man::kDetBaseCategories:
                 table.reusedByName = table.keepsKey = true;
@@ -212,11 +212,14 @@ DeepCopyGraph& styleGraph()
             }
         }
         DeepCopyGraph made(tables, Copy::m_writeTransferKeyMap);
-        made.setOverride(Man::kDetObjQualifierSet, Man::kDetObjQualifierSetGroup, &Copy::detQualifierSetGroup);
-        made.setOverride(Man::kDetViewDimRequestLinear, Man::kDetViewDimRequestLinearGroup,
-                         &Copy::detDimStrategyGroup);
-        made.setOverride(Man::kDetObjAnnotationStrategy, Man::kDetObjAnnotationGroup, &Copy::detAnnotationGroup);
-        made.setOverride(Man::kDetailMaster, Man::kDetBaseCategories, &Copy::detBaseCategory);
+        const int* withGroups = &Copy::m_bKernelNewerThan42;
+        made.setEdge(Man::kDetObjQualifierSet, Man::kDetObjQualifierSetGroup,
+                     {withGroups, &Copy::detQualifierSetGroup});
+        made.setEdge(Man::kDetViewDimRequestLinear, Man::kDetViewDimRequestLinearGroup,
+                     {withGroups, &Copy::detDimStrategyGroup});
+        made.setEdge(Man::kDetObjAnnotationStrategy, Man::kDetObjAnnotationGroup,
+                     {withGroups, &Copy::detAnnotationGroup});
+        made.setEdge(Man::kDetailMaster, Man::kDetBaseCategories, {nullptr, &Copy::detBaseCategory});
         made.setHooks(Man::kDetViewRequest, {.referencesCollected = collectCategories});
         made.setHooks(Man::kDetailStyle, {.collected = collectMasterOfStyle,
                                           .listReferenceSaved = saveCategories,

@@ -1,0 +1,122 @@
+#include "transfer/KorDetailProcessTableDependencies.h"
+
+#include "DeepCopyGraph.h"
+#include "StyleGraph.h"
+#include "transfer/KorDetailTableDependencies.h"
+
+using namespace korodbc;
+
+using Copy = KorDetailProcessTableDependencies;
+using Man = KorOdbcMan;
+
+KorArray<StructDetailProcessDefinition> Copy::m_DetailProcessDefinition;
+KorArray<StructDetailProcessStep> Copy::m_DetailProcessStep;
+KorArray<StructDetailProcessCategory> Copy::m_DetailProcessCategory;
+KorArray<StructDetailFilenameSelector> Copy::m_DetailProcessFileNameSelector;
+KorArray<StructDetProcessScales> Copy::m_DetailProcessScales;
+KorArray<StructDetailProcessMain2CutScale> Copy::m_DetailProcessMain2CutScales;
+KorArray<StructDetailStyleMap> Copy::m_DetailProcessStyleMap;
+
+KorArray<StructDetailProcessStep> Copy::m_DetailProcessStepsResultedFromDeepCopy;
+KorArray<StructDetailStyleMap> Copy::m_DetailStyleMapsResultedFromDeepCopy;
+
+KorTransferKeyMap Copy::m_writeTransferKeyMap;
+
+int Copy::m_NrRowsToWrite = 1;
+int Copy::m_bDeepCopyWithDetailStyles = 0;
+bool Copy::m_bDeepCopyCanceledByUser = false;
+long Copy::detProcessCategory = -1;
+
+const unsigned Copy::m_scuiReading = 21034;
+const unsigned Copy::m_scuiWriting = 21035;
+const unsigned Copy::m_scuiDialogCreateNewItem = 22200;
+
+namespace {
+
+using Naming = CopyTable::Naming;
+using Callback = CopyTable::Callback;
+
+/// The tables that a detail process reaches; what its style maps name lies in the tables of the detail styles.
+DeepCopyGraph& processGraph()
+{
+    static DeepCopyGraph graph = [] {
+        const std::vector<CopyTable> tables = {
+            {.type = Man::kDetailProcessDefinition,
+             .description = descriptionOf<StructDetailProcessDefinition>,
+             .identity = L"StructDetailProcessDefinition",
+             .rows = &Copy::m_DetailProcessDefinition,
+             .callback = Callback::MustName},
+            {.type = Man::kDetailProcessStep,
+             .description = descriptionOf<StructDetailProcessStep>,
+             .identity = L"StructDetailProcessStep",
+             .rows = &Copy::m_DetailProcessStep,
+             .callback = Callback::MustName,
+             .written = &Copy::m_DetailProcessStepsResultedFromDeepCopy},
+            {.type = Man::kDetailProcessCategories,
+             .description = descriptionOf<StructDetailProcessCategory>,
+             .identity = L"StructDetailProcessCategory",
+             .rows = &Copy::m_DetailProcessCategory,
+             .callback = Callback::NotAsked,
+             .reusedByName = true,
+             .keepsKey = true},
+            {.type = Man::kDetailFilenameSelector,
+             .description = descriptionOf<StructDetailFilenameSelector>,
+             .identity = L"StructDetailFilenameSelector",
+             .rows = &Copy::m_DetailProcessFileNameSelector,
+             .callback = Callback::NotAsked},
+            {.type = Man::kDetailProcessScales,
+             .description = descriptionOf<StructDetProcessScales>,
+             .identity = L"StructDetProcessScales",
+             .rows = &Copy::m_DetailProcessScales,
+             .callback = Callback::NotAsked},
+            {.type = Man::kDetailProcessMain2CutScale,
+             .description = descriptionOf<StructDetailProcessMain2CutScale>,
+             .identity = L"StructDetailProcessMain2CutScale",
+             .rows = &Copy::m_DetailProcessMain2CutScales,
+             .callback = Callback::NotAsked},
+            {.type = Man::kDetailStyleMap,
+             .description = descriptionOf<StructDetailStyleMap>,
+             .identity = L"StructDetailStyleMap",
+             .rows = &Copy::m_DetailProcessStyleMap,
+             .callback = Callback::NotAsked,
+             .written = &Copy::m_DetailStyleMapsResultedFromDeepCopy},
+        };
+        DeepCopyGraph made(tables, Copy::m_writeTransferKeyMap, &styleGraph());
+        for (const Man::eTableType type : {Man::kDetailProcessDefinition, Man::kDetailProcessStep})
+            made.setEdge(type, Man::kDetailProcessCategories, {.override = &Copy::detProcessCategory});
+        // without the styles, items keep the style keys of the source
+        made.setEdge(Man::kDetailStyleMap, Man::kDetailStyle,
+                     {.followedWith = &Copy::m_bDeepCopyWithDetailStyles});
+        return made;
+    }();
+    return graph;
+}
+
+} // namespace
+
+long Copy::collect(const RecordDescription& type, void* record, long key)
+{
+    return processGraph().collect(type, record, key);
+}
+
+long Copy::save(const RecordDescription& type, void* record, long index)
+{
+    return processGraph().save(type, record, index);
+}
+
+void Copy::ResetDeepCopyInfo()
+{
+    m_bDeepCopyCanceledByUser = false;
+    processGraph().reset();
+    KorDetailTableDependencies::ResetDeepCopyInfo();
+}
+
+void Copy::SetRowNr()
+{
+    using Styles = KorDetailTableDependencies;
+    m_NrRowsToWrite = static_cast<int>(processGraph().rows());
+    int beyond = Styles::SetRowNr();
+    if (m_bDeepCopyWithDetailStyles == 0)
+        beyond = Styles::m_DetObjQualifierSetGroup.length() + Styles::m_DetObjQualifierSet.length();
+    Styles::m_NrRowsToWrite = m_NrRowsToWrite + beyond;
+}
