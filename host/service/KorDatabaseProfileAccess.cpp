@@ -1,5 +1,6 @@
 #include "repository/KorDatabaseProfileAccess.h"
 
+#include "repository/RecordAccess.h"
 #include "roots/KorStringSeparators.h"
 #include "service/NamedTables.h"
 
@@ -44,6 +45,18 @@ int KorDatabaseProfileAccess::getProfileTable(const StructProfileClass& profileC
     return 1;
 }
 
+int KorDatabaseProfileAccess::visitSections(const StructProfileClass& profileClass,
+                                            const std::function<bool(const StructSection& section)>& act)
+{
+    const RecordCache* records = sectionsOf(profileClass.tableName);
+    if (records == nullptr)
+        return 0;
+    for (long position = 0; position < records->length(); ++position)
+        if (!act(*static_cast<const StructSection*>(records->at(position))))
+            break;
+    return 1;
+}
+
 int KorDatabaseProfileAccess::getProfilesSectionNameListByKeysAllSources(const KorString& classKey,
                                                                          const KorArray<long>& keys,
                                                                          KorArray<KorString>& sectionNames)
@@ -82,16 +95,16 @@ int KorDatabaseProfileAccess::decomposeInternalName(const KorString& internalNam
 
 int KorDatabaseProfileAccess::getCompoundMasterStruct(const KorString& name, StructCompoundMaster& record)
 {
-    KorArray<StructCompoundMaster> classes;
-    if (StructCompoundMasterMarshal::getTable(classes) != 1)
-        return 0;
-    for (const StructCompoundMaster& compound : classes) {
-        if (compound.compoundClass.compareNoCase(name) == 0) {
-            record = compound;
-            return 1;
-        }
-    }
-    return 0;
+    int found = 0;
+    RecordAccess::visit(descriptionOf<StructCompoundMaster>(), [&](const void* candidate) {
+        const auto& compound = *static_cast<const StructCompoundMaster*>(candidate);
+        if (compound.compoundClass.compareNoCase(name) != 0)
+            return true;
+        record = compound;
+        found = 1;
+        return false;
+    });
+    return found;
 }
 
 int KorDatabaseProfileAccess::loadSectionData(KorArray<double>& values, const KorString& internalName,

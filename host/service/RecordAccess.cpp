@@ -23,30 +23,44 @@ RecordCache* recordsOf(const RecordDescription& type)
 }
 
 /// The records of a type in every source that a read looks at, in the order of reading.
-std::vector<RecordCache*> recordsOf(const RecordDescription& type, RecordAccess::Sources sources)
-{
-    std::vector<RecordCache*> found;
-    if (sources == RecordAccess::Sources::Current) {
-        if (RecordCache* records = recordsOf(type))
-            found.push_back(records);
-        return found;
+class Caches {
+public:
+    Caches(const RecordDescription& type, RecordAccess::Sources sources)
+    {
+        if (sources == RecordAccess::Sources::Current)
+            m_current = recordsOf(type);
+        else
+            takeAll(type);
     }
-    Table* base = service().tableOf(type);
-    eDSN home = KorDSNManager::getInstance().getCurrentDSN();
-    for (unsigned dsn = 0; !type.homes.contains(home) && dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
-        home = static_cast<eDSN>(dsn);
-    std::vector<Table*> tables = service().tablesOfAllSources(service().physicalName(type), home);
-    if (base != nullptr && std::find(tables.begin(), tables.end(), base) == tables.end())
-        tables.push_back(base);
-    for (Table* table : tables)
-        if (RecordCache* records = table->records(type))
-            found.push_back(records);
-    return found;
-}
+    auto begin() const { return m_all.empty() ? &m_current : m_all.data(); }
+    auto end() const { return begin() + (m_all.empty() ? (m_current != nullptr ? 1 : 0) : m_all.size()); }
+    bool empty() const { return begin() == end(); }
 
-/// The items of a type's records, as they stand; nullptr when the table of items is missing.
-RecordCache* itemCache(const RecordDescription& type, RecordCache& records)
+private:
+    void takeAll(const RecordDescription& type)
+    {
+        Table* base = service().tableOf(type);
+        eDSN home = KorDSNManager::getInstance().getCurrentDSN();
+        for (unsigned dsn = 0; !type.homes.contains(home) && dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
+            home = static_cast<eDSN>(dsn);
+        std::vector<Table*> tables = service().tablesOfAllSources(service().physicalName(type), home);
+        if (base != nullptr && std::find(tables.begin(), tables.end(), base) == tables.end())
+            tables.push_back(base);
+        m_all.reserve(tables.size());
+        for (Table* table : tables)
+            if (RecordCache* records = table->records(type))
+                m_all.push_back(records);
+    }
+
+    RecordCache* m_current = nullptr;
+    std::vector<RecordCache*> m_all;
+};
+
+/// The items of a type's records, as they stand; nullptr for a type without items or when their table is missing.
+RecordCache* itemCache(const RecordDescription& type, const RecordCache& records)
 {
+    if (!type.items.exists())
+        return nullptr;
     const RecordDescription& item = type.items.item();
     Table* table = records.table().connection().table(service().physicalName(item));
     return table == nullptr ? nullptr : &table->recordCache(item);
@@ -54,13 +68,12 @@ RecordCache* itemCache(const RecordDescription& type, RecordCache& records)
 
 /// Puts the items of a record into it. False when they cannot be read: a record whose items cannot be read is no
 /// record without items.
-bool attachItems(const RecordDescription& type, RecordCache& records, void* record)
+bool attachItems(const RecordDescription& type, RecordCache* items, void* record)
 {
     if (!type.items.exists())
         return true;
     const MemberList& list = type.items.list;
     list.resize(record, 0);
-    RecordCache* items = itemCache(type, records);
     if (items == nullptr)
         return true;
     void* array = list.field(record);
@@ -70,6 +83,34 @@ bool attachItems(const RecordDescription& type, RecordCache& records, void* reco
         return false;
     for (const long position : items->ofOwner(type.keyOf(record)))
         list.operations->append(array, items->at(position));
+    return true;
+}
+
+/// Reads the items of all records at once; false when they cannot be read.
+bool itemsReady(const RecordDescription& type, const RecordCache& records)
+{
+    RecordCache* items = records.length() == 0 ? nullptr : itemCache(type, records);
+    return items == nullptr || items->refresh();
+}
+
+/// False when `act` wants no more.
+bool show(const RecordCache& records, const std::function<bool(const void* record)>& act)
+{
+    const RecordDescription& type = records.type();
+    if (!type.items.exists()) {
+        for (long position = 0; position < records.length(); ++position)
+            if (!act(records.at(position)))
+                return false;
+        return true;
+    }
+    // items are kept apart from their records: they meet in one record that serves for all
+    const AnyRecord complete(type);
+    RecordCache* items = itemCache(type, records);
+    for (long position = 0; position < records.length(); ++position) {
+        type.operations->assign(complete.get(), records.at(position));
+        if (!attachItems(type, items, complete.get()) || !act(complete.get()))
+            return false;
+    }
     return true;
 }
 
@@ -85,7 +126,7 @@ int handOut(RecordCache& records, long position, void* record)
     // the caller's record stays as it is when the items cannot be read
     const AnyRecord complete(type);
     type.operations->assign(complete.get(), records.at(position));
-    if (!attachItems(type, records, complete.get()))
+    if (!attachItems(type, itemCache(type, records), complete.get()))
         return 0;
     type.operations->assign(record, complete.get());
     return 1;
@@ -96,7 +137,7 @@ int readSingle(RecordCache& records, long key, void* record)
 {
     const RecordDescription& type = records.type();
     const AnyRecord complete(type);
-    if (!records.readKey(key, complete.get()) || !attachItems(type, records, complete.get()))
+    if (!records.readKey(key, complete.get()) || !attachItems(type, itemCache(type, records), complete.get()))
         return 0;
     type.operations->assign(record, complete.get());
     return 1;
@@ -105,25 +146,31 @@ int readSingle(RecordCache& records, long key, void* record)
 template <class Find>
 int first(const RecordDescription& type, RecordAccess::Sources sources, void* record, Find find)
 {
-    if (sources == RecordAccess::Sources::Current) {
-        RecordCache* records = recordsOf(type);
-        return records == nullptr ? 0 : handOut(*records, find(*records), record);
-    }
-    for (RecordCache* records : recordsOf(type, sources))
+    for (RecordCache* records : Caches(type, sources))
         if (handOut(*records, find(*records), record) == 1)
             return 1;
     return 0;
 }
 
-std::vector<long> positions(const RecordCache& records, bool ordered)
+/// Calls `act` with the position of each record, by the type's sort order or as in the table.
+template <class Act>
+void eachPosition(const RecordCache& records, bool ordered, Act act)
 {
+    const ColumnDescription* by = ordered ? records.type().at(records.type().sortOrder) : nullptr;
+    const auto number = [&](long position) { return by->integer(records.at(position)); };
+    long sorted = 1;
+    while (by != nullptr && sorted < records.length() && number(sorted - 1) <= number(sorted))
+        ++sorted;
+    if (by == nullptr || sorted >= records.length()) {
+        for (long position = 0; position < records.length(); ++position)
+            act(position);
+        return;
+    }
     std::vector<long> order(static_cast<std::size_t>(records.length()));
     std::iota(order.begin(), order.end(), 0L);
-    const ColumnDescription* by = records.type().at(records.type().sortOrder);
-    if (ordered && by != nullptr)
-        std::stable_sort(order.begin(), order.end(),
-                         [&](long a, long b) { return by->integer(records.at(a)) < by->integer(records.at(b)); });
-    return order;
+    std::stable_sort(order.begin(), order.end(), [&](long a, long b) { return number(a) < number(b); });
+    for (const long position : order)
+        act(position);
 }
 
 /// Run name of the record at the position that `find` gives; -1 when the table cannot be read.
@@ -177,19 +224,22 @@ int readByRunName(const RecordDescription& type, const KorString& runName, void*
 
 int readTable(const RecordDescription& type, void* out, Sources sources)
 {
-    const std::vector<RecordCache*> caches = recordsOf(type, sources);
+    const Caches caches(type, sources);
     if (caches.empty())
         return 0;
     const ListOperations& list = type.operations->list;
-    list.assign(out, caches.front()->list());
-    for (std::size_t i = 1; i < caches.size(); ++i)
-        for (long position = 0; position < caches[i]->length(); ++position)
-            list.append(out, caches[i]->at(position));
+    list.assign(out, (*caches.begin())->list());
+    for (const auto* cache = caches.begin() + 1; cache != caches.end(); ++cache)
+        for (long position = 0; position < (*cache)->length(); ++position)
+            list.append(out, (*cache)->at(position));
     if (type.items.exists()) {
         long at = 0;
-        for (RecordCache* records : caches) {
+        for (const RecordCache* records : caches) {
+            if (!itemsReady(type, *records))
+                return 0;
+            RecordCache* items = itemCache(type, *records);
             for (long position = 0; position < records->length(); ++position)
-                if (!attachItems(type, *records, list.at(out, at++)))
+                if (!attachItems(type, items, list.at(out, at++)))
                     return 0;
         }
     }
@@ -211,9 +261,10 @@ int readWhere(const RecordDescription& type, int column, long value, void* out)
         service().setError(table->connection().lastError());
         return -1;
     }
+    RecordCache* items = itemCache(type, records);
     const auto take = [&](long position) {
         const long at = list.append(out, records.at(position));
-        return attachItems(type, records, list.at(out, at));
+        return attachItems(type, items, list.at(out, at));
     };
     bool read = true;
     if (column == type.itemOwner) {
@@ -239,16 +290,31 @@ int readFirstWhere(const RecordDescription& type, int column, long value, int co
     return 0;
 }
 
+int visit(const RecordDescription& type, const std::function<bool(const void* record)>& act, Sources sources)
+{
+    const Caches caches(type, sources);
+    for (const RecordCache* records : caches)
+        if (!itemsReady(type, *records))
+            return 0;
+    for (const RecordCache* records : caches)
+        if (!show(*records, act))
+            break;
+    return caches.empty() ? 0 : 1;
+}
+
 int runNames(const RecordDescription& type, KorArray<KorString>& names, bool ordered, Sources sources)
 {
-    const std::vector<RecordCache*> caches = recordsOf(type, sources);
+    const Caches caches(type, sources);
     const ColumnDescription* name = type.runNameColumn();
     if (caches.empty() || name == nullptr)
         return 0;
     names.removeAll();
+    long length = 0;
     for (const RecordCache* records : caches)
-        for (const long position : positions(*records, ordered))
-            names.append(name->text(records->at(position)));
+        length += records->length();
+    names.reserve(length);
+    for (const RecordCache* records : caches)
+        eachPosition(*records, ordered, [&](long position) { names.append(name->text(records->at(position))); });
     return 1;
 }
 
@@ -263,9 +329,10 @@ int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& wanted, 
         if (const long position = records->findKey(key); position >= 0)
             taken[static_cast<std::size_t>(position)] = 1;
     names.removeAll();
-    for (const long position : positions(*records, true))
+    eachPosition(*records, true, [&](long position) {
         if (taken[static_cast<std::size_t>(position)] != 0)
             names.append(name->text(records->at(position)));
+    });
     return 1;
 }
 
@@ -275,6 +342,7 @@ int keys(const RecordDescription& type, KorArray<long>& out)
     if (records == nullptr || type.key < 0 || type.hasTextKey())
         return 0;
     out.removeAll();
+    out.reserve(records->length());
     for (long position = 0; position < records->length(); ++position)
         out.append(type.keyOf(records->at(position)));
     return 1;
@@ -286,6 +354,7 @@ int keys(const RecordDescription& type, KorArray<KorString>& out)
     if (records == nullptr || type.key < 0)
         return 0;
     out.removeAll();
+    out.reserve(records->length());
     for (long position = 0; position < records->length(); ++position)
         out.append(type.hasTextKey() ? type.keyColumn().text(records->at(position))
                                      : KorString::format(L"%d", type.keyOf(records->at(position))));

@@ -184,17 +184,16 @@ private:
         }
         if (count == sizeof digits || (end < m_sql.size() && isWord(m_sql[end])))
             return false;
-        if (real) {
-            double value = 0;
-            if (std::from_chars(digits, digits + count, value).ptr != digits + count)
+        // a number that no variable holds stays in the statement
+        const auto taken = [&](auto value) {
+            const auto [stop, error] = std::from_chars(digits, digits + count, value);
+            if (stop != digits + count || error != std::errc())
                 return false;
             take(value);
-        } else {
-            std::int64_t value = 0;
-            if (std::from_chars(digits, digits + count, value).ptr != digits + count)
-                return false;
-            take(value);
-        }
+            return true;
+        };
+        if (!(real ? taken(double{}) : taken(std::int64_t{})))
+            return false;
         m_at = end;
         return true;
     }

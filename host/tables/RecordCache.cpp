@@ -13,11 +13,34 @@ constexpr std::size_t mostChangedRows = 256;
 // before.
 constexpr std::int64_t smallTable = 256;
 constexpr std::int64_t sparseShare = 16;
+// A read makes its records in steps, doubled from the first to the last; a table that is longer than that is asked
+// how long it is.
+constexpr long firstStep = 8, lastStep = 64, manyRows = 1024;
+
+void readNumber(const Statement& statement, int at, int& field, bool nullMatters)
+{
+    if (const std::int64_t value = statement.integer(at); value != 0 || !nullMatters || !statement.isNull(at))
+        field = static_cast<int>(value);
+}
+
+void readNumber(const Statement& statement, int at, double& field, bool nullMatters)
+{
+    if (const double value = statement.real(at); value != 0 || !nullMatters || !statement.isNull(at))
+        field = value;
+}
 } // namespace
 
 RecordCache::RecordCache(Table& table, const RecordDescription& type)
     : m_table(table), m_type(type), m_records(type), m_blank(type), m_lastTexts(type.columns.size())
 {
+    const auto* start = static_cast<const std::byte*>(m_blank.get());
+    m_fields.reserve(type.columns.size());
+    for (const ColumnDescription& column : type.columns) {
+        const bool isZero = column.kind == FieldKind::Integer ? column.integer(m_blank.get()) == 0
+                            : column.kind == FieldKind::Real  ? column.real(m_blank.get()) == 0
+                                                              : true;
+        m_fields.push_back({static_cast<const std::byte*>(column.field(m_blank.get())) - start, !isZero});
+    }
 }
 
 bool RecordCache::refresh()
@@ -48,67 +71,88 @@ void RecordCache::rowChanged(std::int64_t row)
 
 void RecordCache::decode(Statement& statement, const Layout& layout, void* record)
 {
-    const auto read = [&](const ColumnDescription& column, int at, void* element, LastText* shared) {
-        switch (column.kind) {
+    for (std::size_t i = 0; i < m_fields.size(); ++i) {
+        const int at = layout.columns[i] + 1;
+        if (at <= 0)
+            continue;
+        void* field = static_cast<std::byte*>(record) + m_fields[i].offset;
+        switch (m_type.columns[i].kind) {
         // NULL reads as 0 and keeps the record's default
         case FieldKind::Integer:
-            if (const std::int64_t value = statement.integer(at); value != 0 || !statement.isNull(at))
-                column.integer(element) = static_cast<int>(value);
+            readNumber(statement, at, *static_cast<int*>(field), m_fields[i].nullMatters);
             break;
         case FieldKind::Real:
-            if (const double value = statement.real(at); value != 0 || !statement.isNull(at))
-                column.real(element) = value;
+            readNumber(statement, at, *static_cast<double*>(field), m_fields[i].nullMatters);
             break;
         case FieldKind::Text: {
-            const std::string_view bytes = statement.bytes(at);
-            if (shared == nullptr) {
-                column.text(element) = KorString::fromUtf8(bytes);
-            } else {
-                if (shared->bytes != bytes) {
-                    shared->bytes = bytes;
-                    shared->text = KorString::fromUtf8(bytes);
-                }
-                column.text(element) = shared->text;
+            LastText& last = m_lastTexts[i];
+            if (const std::string_view bytes = statement.bytes(at); last.bytes != bytes) {
+                last.bytes = bytes;
+                last.text = KorString::fromUtf8(bytes);
             }
+            *static_cast<KorString*>(field) = last.text;
             break;
         }
         }
-    };
-    for (std::size_t i = 0; i < m_type.columns.size(); ++i)
-        if (layout.columns[i] >= 0)
-            read(m_type.columns[i], layout.columns[i] + 1, record, &m_lastTexts[i]);
-    if (!m_type.numbered.exists())
-        return;
+    }
+    if (m_type.numbered.exists())
+        decodeNumbered(statement, layout, record);
+}
+
+void RecordCache::decodeNumbered(Statement& statement, const Layout& layout, void* record)
+{
+    const NumberedGroup& group = m_type.numbered;
     long items = layout.numberedItems;
     if (m_type.itemCount >= 0)
         items = std::clamp<long>(m_type.at(m_type.itemCount)->integer(record), 0, items);
-    const int width = static_cast<int>(m_type.numbered.columns.size());
-    m_type.numbered.list.resize(record, items);
-    for (long item = 0; item < items; ++item)
-        for (int j = 0; j < width; ++j)
-            read(m_type.numbered.columns[static_cast<std::size_t>(j)],
-                 layout.firstNumbered + static_cast<int>(item) * width + j + 1,
-                 m_type.numbered.list.at(record, item), nullptr);
+    group.list.resize(record, items);
+    int at = layout.firstNumbered + 1;
+    for (long item = 0; item < items; ++item) {
+        void* element = group.list.at(record, item);
+        for (const ColumnDescription& column : group.columns) {
+            switch (column.kind) {
+            case FieldKind::Integer:
+                readNumber(statement, at, column.integer(element), true);
+                break;
+            case FieldKind::Real:
+                readNumber(statement, at, column.real(element), true);
+                break;
+            case FieldKind::Text:
+                column.text(element) = statement.text(at);
+                break;
+            }
+            ++at;
+        }
+    }
 }
 
 bool RecordCache::readAll()
 {
-    const Layout& layout = m_table.layout(m_type);
     Statement* select =
         m_table.connection().prepare("SELECT rowid, * FROM " + m_table.bracketedName() + " ORDER BY rowid");
     if (select == nullptr)
         return false;
     const StatementRun run(*select);
     const ListOperations& list = m_type.operations->list;
-    list.resize(m_records.get(), 0);
     m_rows.clear();
     dropIndexes();
-    int code;
-    while ((code = select->step()) == SQLITE_ROW) {
-        const long position = list.append(m_records.get(), m_blank.get());
-        decode(*select, layout, list.at(m_records.get(), position));
-        m_rows.push_back(select->integer(0));
+    list.assign(m_records.get(), AnyRecords(m_type).get()); // new storage: all elements are fresh
+    int code = select->step();
+    m_table.learnColumnNames(*select);
+    const Layout& layout = m_table.layout(m_type);
+    long made = 0, step = firstStep;
+    for (; code == SQLITE_ROW; code = select->step()) {
+        const std::int64_t row = select->integer(0);
+        if (length() == made) {
+            if (made >= manyRows && made < manyRows + lastStep)
+                makeRoom(row);
+            list.resize(m_records.get(), made += step);
+            step = std::min(2 * step, lastStep);
+        }
+        decode(*select, layout, list.at(m_records.get(), length()));
+        m_rows.push_back(row);
     }
+    list.resize(m_records.get(), length());
     if (code != SQLITE_DONE) {
         m_table.connection().noteFailure(code);
         m_allChanged = true;
@@ -121,10 +165,29 @@ bool RecordCache::readAll()
     return true;
 }
 
+/// Room for the rows that follow `row`, as far as row ids and the size of the file tell their number.
+void RecordCache::makeRoom(std::int64_t row)
+{
+    const auto value = [&](const std::string& sql) {
+        Statement* select = m_table.connection().prepare(sql);
+        if (select == nullptr)
+            return std::int64_t{0};
+        const StatementRun run(*select);
+        return select->step() == SQLITE_ROW ? select->integer(0) : 0;
+    };
+    const std::int64_t last = value("SELECT max(rowid) FROM " + m_table.bracketedName());
+    // a stored row takes a byte a column and four more at least
+    const std::int64_t most = value("PRAGMA page_count") * value("PRAGMA page_size") /
+                              static_cast<std::int64_t>(m_table.columnNames().size() + 4);
+    const std::int64_t rows = length() + 1 + std::min(std::max<std::int64_t>(last - row, 0), most);
+    m_rows.reserve(static_cast<std::size_t>(rows));
+    m_type.operations->list.reserve(m_records.get(), static_cast<long>(rows) + lastStep);
+}
+
 std::string RecordCache::columnName(int column)
 {
     const int index = column < 0 ? -1 : m_table.layout(m_type).columns[static_cast<std::size_t>(column)];
-    return index < 0 ? std::string() : bracketed(m_table.columns()[static_cast<std::size_t>(index)].name);
+    return index < 0 ? std::string() : bracketed(m_table.columnNames()[static_cast<std::size_t>(index)]);
 }
 
 bool RecordCache::isSparse()

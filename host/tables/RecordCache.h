@@ -3,6 +3,7 @@
 #include "records/AnyRecord.h"
 #include "sqlite/Statement.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
@@ -58,11 +59,13 @@ public:
 
 private:
     bool readAll();
+    void makeRoom(std::int64_t row);
     bool readNames();
     Statement* selectWhere(int column, const char* order);
     std::string columnName(int column);
     bool readChanged();
     void decode(Statement& statement, const Layout& layout, void* record);
+    void decodeNumbered(Statement& statement, const Layout& layout, void* record);
     void dropIndexes();
     long findText(std::unordered_map<KorString, long>& index, bool& built, int column, const KorString& text);
 
@@ -76,6 +79,11 @@ private:
         KorString text;
     };
     std::vector<LastText> m_lastTexts; // last text read per column: equal neighbours share one buffer
+    struct Field {
+        std::ptrdiff_t offset; // in the record
+        bool nullMatters;      // the default is not 0, which a NULL reads as
+    };
+    std::vector<Field> m_fields; // by column of the description
     bool m_allChanged = true;
     std::vector<std::int64_t> m_changedRows;
 

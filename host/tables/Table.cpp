@@ -82,7 +82,8 @@ Table::~Table() = default;
 const std::vector<TableColumn>& Table::columns()
 {
     if (m_columns.empty()) {
-        if (Statement* info = m_connection.prepare("SELECT name, type, pk FROM pragma_table_info(?)")) {
+        if (Statement* info =
+                m_connection.prepare("SELECT name, type, pk FROM pragma_table_xinfo(?) WHERE hidden <> 1")) {
             const StatementRun run(*info);
             info->bind(1, KorString::fromUtf8(m_name));
             while (info->step() == SQLITE_ROW) {
@@ -96,12 +97,35 @@ const std::vector<TableColumn>& Table::columns()
     return m_columns;
 }
 
-int Table::columnIndex(std::string_view name)
+const std::vector<std::string>& Table::columnNames()
 {
-    const auto& list = columns();
-    for (std::size_t i = 0; i < list.size(); ++i)
-        if (sqlite3_strnicmp(list[i].name.c_str(), name.data(), static_cast<int>(name.size())) == 0 &&
-            list[i].name.size() == name.size())
+    if (m_columnNames.empty())
+        for (const TableColumn& column : columns())
+            m_columnNames.push_back(column.name);
+    return m_columnNames;
+}
+
+void Table::learnColumnNames(const Statement& select)
+{
+    if (!m_columnNames.empty())
+        return;
+    const int count = sqlite3_column_count(select.handle());
+    m_columnNames.reserve(static_cast<std::size_t>(count));
+    for (int column = 1; column < count; ++column)
+        m_columnNames.emplace_back(sqlite3_column_name(select.handle(), column));
+}
+
+int Table::columnIndex(std::string_view name, int likely)
+{
+    const auto& names = columnNames();
+    const auto is = [&](std::size_t i) {
+        return names[i].size() == name.size() &&
+               sqlite3_strnicmp(names[i].c_str(), name.data(), static_cast<int>(name.size())) == 0;
+    };
+    if (static_cast<std::size_t>(likely) < names.size() && is(static_cast<std::size_t>(likely)))
+        return likely;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (is(i))
             return static_cast<int>(i);
     return -1;
 }
@@ -109,7 +133,7 @@ int Table::columnIndex(std::string_view name)
 int Table::keyColumn()
 {
     const int named = columnIndex("Key");
-    return named >= 0 ? named : columns().empty() ? -1 : 0;
+    return named >= 0 ? named : columnNames().empty() ? -1 : 0;
 }
 
 const Layout& Table::layout(const RecordDescription& type)
@@ -118,13 +142,15 @@ const Layout& Table::layout(const RecordDescription& type)
     if (known != m_layouts.end())
         return known->second;
     Layout layout;
+    layout.columns.reserve(type.columns.size());
+    layout.writeOrder.reserve(type.columns.size());
     std::vector<int> late;
     const auto differs = [&](const std::string& what) {
         layout.differences += (layout.differences.empty() ? "table " + m_name + ": " : ", ") + what;
     };
     for (std::size_t i = 0; i < type.columns.size(); ++i) {
         const ColumnDescription& column = type.columns[i];
-        const int index = columnIndex(column.name);
+        const int index = columnIndex(column.name, static_cast<int>(i));
         layout.columns.push_back(index);
         if (index < 0)
             differs("no column " + std::string(column.name));
@@ -142,7 +168,7 @@ const Layout& Table::layout(const RecordDescription& type)
     }
     layout.firstNumbered = static_cast<int>(type.columns.size());
     if (type.numbered.exists())
-        layout.numberedItems = std::max(0, static_cast<int>(columns().size()) - layout.firstNumbered) /
+        layout.numberedItems = std::max(0, static_cast<int>(columnNames().size()) - layout.firstNumbered) /
                                static_cast<int>(type.numbered.columns.size());
     return m_layouts.emplace(&type, std::move(layout)).first->second;
 }
@@ -153,7 +179,7 @@ std::int64_t Table::freeKey()
         const int column = keyColumn();
         if (column < 0)
             return 0;
-        const std::string name = bracketed(columns()[static_cast<std::size_t>(column)].name);
+        const std::string name = bracketed(columnNames()[static_cast<std::size_t>(column)]);
         Statement* select =
             m_connection.prepare("SELECT max(CAST(" + name + " AS INTEGER)) FROM " + m_bracketedName);
         if (select == nullptr)
@@ -174,7 +200,7 @@ void Table::keyTaken(std::int64_t key)
 
 std::int64_t Table::rowOfKey(const Value& key, int column)
 {
-    const std::string name = bracketed(columns()[static_cast<std::size_t>(column)].name);
+    const std::string name = bracketed(columnNames()[static_cast<std::size_t>(column)]);
     Statement* select = m_connection.prepare("SELECT rowid FROM " + m_bracketedName + " WHERE " + name + " = ?");
     if (select == nullptr)
         return -1;
@@ -189,11 +215,11 @@ std::string Table::storeText(const RecordDescription& type, const Layout& layout
     for (const int field : layout.writeOrder)
         if (layout.columns[static_cast<std::size_t>(field)] >= 0)
             names.push_back(bracketed(
-                columns()[static_cast<std::size_t>(layout.columns[static_cast<std::size_t>(field)])].name));
+                columnNames()[static_cast<std::size_t>(layout.columns[static_cast<std::size_t>(field)])]));
     const long numbered = items * static_cast<long>(type.numbered.columns.size());
     for (long i = 0; i < numbered; ++i)
-        names.push_back(bracketed(columns()[static_cast<std::size_t>(layout.firstNumbered + i)].name));
-    const std::string key = bracketed(columns()[static_cast<std::size_t>(keyColumn())].name);
+        names.push_back(bracketed(columnNames()[static_cast<std::size_t>(layout.firstNumbered + i)]));
+    const std::string key = bracketed(columnNames()[static_cast<std::size_t>(keyColumn())]);
     std::string text =
         insert ? "INSERT INTO " + m_bracketedName + " (" + key : "UPDATE " + m_bracketedName + " SET ";
     std::string marks = "?";
@@ -279,9 +305,9 @@ bool Table::updateRecord(const RecordDescription& type, const Value& key, const 
 
 bool Table::insertCells(const Value& key, const std::map<int, Value>& cells)
 {
-    std::string names = bracketed(columns()[static_cast<std::size_t>(keyColumn())].name), marks = "?";
+    std::string names = bracketed(columnNames()[static_cast<std::size_t>(keyColumn())]), marks = "?";
     for (const auto& [column, value] : cells) {
-        names += ", " + bracketed(columns()[static_cast<std::size_t>(column)].name);
+        names += ", " + bracketed(columnNames()[static_cast<std::size_t>(column)]);
         marks += ", ?";
     }
     Statement* insert =
@@ -304,8 +330,8 @@ bool Table::updateCells(const Value& key, int keyColumnIndex, const std::map<int
     std::string text = "UPDATE " + m_bracketedName + " SET ";
     for (const auto& [column, value] : cells)
         text += (column == cells.begin()->first ? "" : ", ") +
-                bracketed(columns()[static_cast<std::size_t>(column)].name) + " = ?";
-    text += " WHERE " + bracketed(columns()[static_cast<std::size_t>(keyColumnIndex)].name) + " = ?";
+                bracketed(columnNames()[static_cast<std::size_t>(column)]) + " = ?";
+    text += " WHERE " + bracketed(columnNames()[static_cast<std::size_t>(keyColumnIndex)]) + " = ?";
     Statement* update = m_connection.prepare(text);
     if (update == nullptr)
         return false;
@@ -350,6 +376,7 @@ void Table::forgetStatements() { m_stores.clear(); }
 void Table::schemaChanged()
 {
     m_columns.clear();
+    m_columnNames.clear();
     m_layouts.clear();
     forgetStatements();
     allChanged();

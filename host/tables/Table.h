@@ -45,8 +45,13 @@ public:
     const std::string& bracketedName() const { return m_bracketedName; }
 
     const std::vector<TableColumn>& columns();
-    /// Index of a column, compared without regard to ASCII case; -1 when there is none.
-    int columnIndex(std::string_view name);
+    const std::vector<std::string>& columnNames();
+    /// Takes the names of the columns from a statement that ran and reads a row's id and all its columns; spares
+    /// asking for them.
+    void learnColumnNames(const Statement& select);
+    /// Index of a column, compared without regard to ASCII case; -1 when there is none. It is looked for at
+    /// `likely` first.
+    int columnIndex(std::string_view name, int likely = 0);
     /// Index of the column named "Key", otherwise of the first.
     int keyColumn();
     const Layout& layout(const RecordDescription& type);
@@ -86,6 +91,7 @@ private:
     std::string m_name;
     std::string m_bracketedName;
     std::vector<TableColumn> m_columns;
+    std::vector<std::string> m_columnNames;
     std::unordered_map<const RecordDescription*, Layout> m_layouts;
     std::unordered_map<const RecordDescription*, std::unique_ptr<RecordCache>> m_caches;
     std::map<std::pair<const RecordDescription*, long>, Statement*> m_stores; // by type and 2 * items + insert

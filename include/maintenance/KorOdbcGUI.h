@@ -6,12 +6,14 @@
 #include "repository/KorDSNDefinitions.h"
 #include "roots/KorArray.h"
 #include "roots/KorString.h"
+#include "transfer/KorDetailCatalogue.h"
+#include "transfer/KorDetailSharing.h"
 
-/// What the configuration editors do with tables. Tables go by their logical names; without a data source
-/// they are worked on where they are found, with one in that data source. Results: 1 for success, 0 for
-/// failure, other values where stated; an operation of several statements is stored whole or, when it cannot
-/// be stored, not at all.
-class KorOdbcGUI {
+/// What the configuration editors read of the detail catalogue, and what they do with tables. Tables go by their
+/// logical names; without a data source they are worked on where they are found, with one in that data source.
+/// Results: 1 for success, 0 for failure, other values where stated; an operation of several statements is stored
+/// whole or, when it cannot be stored, not at all.
+class KorOdbcGUI : public KorDetailCatalogue, public KorDetailSharing {
 public:
     virtual ~KorOdbcGUI() = default;
 

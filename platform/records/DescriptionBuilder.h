@@ -17,6 +17,7 @@ inline constexpr ListOperations listOperationsOf{
     [](void* list) { delete static_cast<KorArray<T>*>(list); },
     [](const void* list) { return static_cast<long>(static_cast<const KorArray<T>*>(list)->length()); },
     [](void* list, long length) { static_cast<KorArray<T>*>(list)->setLogicalLength(length); },
+    [](void* list, long length) { static_cast<KorArray<T>*>(list)->reserve(length); },
     [](void* list, long index) { return static_cast<void*>(&static_cast<KorArray<T>*>(list)->getAt(index)); },
     [](void* list, const void* element) {
         return static_cast<long>(static_cast<KorArray<T>*>(list)->append(*static_cast<const T*>(element)));

@@ -62,6 +62,7 @@ struct ListOperations {
     void (*destroy)(void* list);
     long (*length)(const void* list);
     void (*resize)(void* list, long length);
+    void (*reserve)(void* list, long length); // room for growing
     void* (*at)(void* list, long index);
     long (*append)(void* list, const void* element); // returns the index
     void (*assign)(void* list, const void* from);

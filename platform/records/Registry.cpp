@@ -45,6 +45,7 @@ std::span<const DescriptionFunction> all()
                  dynamicSectionRecords(),
                  textRecords(),
                  detailSettingRecords(),
+                 detailOptionRecords(),
              })
             types.insert(types.end(), family.begin(), family.end());
         return types;

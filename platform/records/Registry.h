@@ -44,6 +44,7 @@ std::span<const DescriptionFunction> wizardRecords();
 std::span<const DescriptionFunction> dynamicSectionRecords();
 std::span<const DescriptionFunction> textRecords();
 std::span<const DescriptionFunction> detailSettingRecords();
+std::span<const DescriptionFunction> detailOptionRecords();
 
 /// Every record type.
 std::span<const DescriptionFunction> all();

@@ -2,6 +2,8 @@
 
 #include "records/configuration/SectionRecords.h"
 
+#include <functional>
+
 /// The host's access to section tables. A section's internal name is made of its class key and its section
 /// name. Results: 1 found or read, 0 not; outputs are unchanged on failure. Nothing is thrown.
 class KorDatabaseProfileAccess {
@@ -10,6 +12,10 @@ public:
     /// records; any other mode reads keys and section names only.
     static int getProfileTable(const StructProfileClass& profileClass, KorArray<StructSection>& sections,
                                int mode);
+    /// Shows the sections of a class to `act`, in table order, until it returns false. Nothing is copied: a
+    /// section is valid during the call only, and `act` must not read or write through the service.
+    static int visitSections(const StructProfileClass& profileClass,
+                             const std::function<bool(const StructSection& section)>& act);
     /// Section names of the given keys of a class over all sources, in table order.
     static int getProfilesSectionNameListByKeysAllSources(const KorString& classKey, const KorArray<long>& keys,
                                                           KorArray<KorString>& sectionNames);

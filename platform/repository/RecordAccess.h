@@ -4,6 +4,8 @@
 #include "roots/KorArray.h"
 #include "roots/KorString.h"
 
+#include <functional>
+
 /// The host's record reads, for records of any described type. `Struct<Record>Marshal` classes are the typed
 /// way in. Reads go to the requested data source and slot, or to the current ones; without a request, a table
 /// that the current data source does not have is read where it is. Results: 1 found or read, 0 not; outputs
@@ -24,6 +26,11 @@ int readTable(const RecordDescription& type, void* records, Sources sources = So
 int readWhere(const RecordDescription& type, int column, long value, void* records);
 /// First record whose columns hold these values.
 int readFirstWhere(const RecordDescription& type, int column, long value, int column2, long value2, void* record);
+/// Shows the records of a table to `act`, in table order and with their items, until it returns false. Nothing is
+/// copied: a record is valid during the call only, and `act` must not read or write through the service. Returns
+/// 1 when the table could be read, else 0 without having called `act`.
+int visit(const RecordDescription& type, const std::function<bool(const void* record)>& act,
+          Sources sources = Sources::Current);
 int runNames(const RecordDescription& type, KorArray<KorString>& names, bool ordered,
              Sources sources = Sources::Current);
 /// Run names of the given keys, in the table's sort order.

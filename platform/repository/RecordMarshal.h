@@ -2,6 +2,7 @@
 
 #include "repository/RecordAccess.h"
 
+#include <functional>
 #include <limits>
 #include <utility>
 
@@ -111,20 +112,27 @@ protected:
         return RecordAccess::readFirstWhere(type(), columns[0], first, columns[1], second, &record);
     }
 
-    // Look-ups of small tables by anything; 1 when a record matches, `records` is replaced then
+    // Look-ups by anything, over the records as the host keeps them. The conditions must not read or write through
+    // the service.
 
+    /// Shows every record to `act` until it returns false; 0 when the table cannot be read.
+    template <class Act>
+    static int visit(Act act, RecordAccess::Sources sources = RecordAccess::Sources::Current)
+    {
+        const auto typed = [&](const void* record) { return act(*static_cast<const T*>(record)); };
+        return RecordAccess::visit(type(), std::ref(typed), sources);
+    }
+    /// 1 when a record matches; `records` is replaced then.
     template <class Matches>
     static int recordsThat(Matches matches, KorArray<T>& records)
     {
-        KorArray<T> table;
-        const int result = getTable(table);
-        if (result != 1)
-            return result;
         KorArray<T> found;
-        for (T& record : table)
-            if (matches(std::as_const(record)))
-                found.append(std::move(record));
-        if (found.isEmpty())
+        const int result = visit([&](const T& record) {
+            if (matches(record))
+                found.append(record);
+            return true;
+        });
+        if (result != 1 || found.isEmpty())
             return 0;
         records = std::move(found);
         return 1;
@@ -136,13 +144,20 @@ protected:
     }
     /// The first one in table order.
     template <class Matches>
-    static int recordThat(Matches matches, T& record)
+    static int recordThat(Matches matches, T& record,
+                          RecordAccess::Sources sources = RecordAccess::Sources::Current)
     {
-        KorArray<T> found;
-        const int result = recordsThat(matches, found);
-        if (result == 1)
-            record = std::move(found[0]);
-        return result;
+        int found = 0;
+        visit(
+            [&](const T& candidate) {
+                if (!matches(candidate))
+                    return true;
+                record = candidate;
+                found = 1;
+                return false;
+            },
+            sources);
+        return found;
     }
     template <auto Member, class Value>
     static int recordWith(const Value& value, T& record)
@@ -153,14 +168,13 @@ protected:
     template <auto Member, class Target, class Matches>
     static int namesReferredTo(Matches matches, KorArray<KorString>& names)
     {
-        KorArray<T> found;
-        const int result = recordsThat(matches, found);
-        if (result != 1)
-            return result;
         KorArray<long> keys;
-        for (const T& record : found)
-            keys.append(record.*Member);
-        return RecordMarshal<Target>::getOrderedRunNameListByKeys(keys, names);
+        visit([&](const T& record) {
+            if (matches(record))
+                keys.append(record.*Member);
+            return true;
+        });
+        return keys.isEmpty() ? 0 : RecordMarshal<Target>::getOrderedRunNameListByKeys(keys, names);
     }
     /// Key of the Target row with that run name; without one, a key that no record refers to.
     template <class Target>

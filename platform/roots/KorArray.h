@@ -35,10 +35,16 @@ public:
             return *this;
         freeStorage();
         m_growthStep = other.m_growthStep;
-        if (other.m_logicalLength > 0 && reallocate(other.m_logicalLength)) {
-            std::copy(other.begin(), other.end(), m_pItems);
-            m_logicalLength = other.m_logicalLength;
+        if (other.m_logicalLength == 0)
+            return *this;
+        m_pItems = allocate(other.m_logicalLength);
+        if (m_pItems == nullptr) {
+            refused();
+            return *this;
         }
+        std::uninitialized_copy(other.begin(), other.end(), m_pItems);
+        m_logicalLength = m_physicalLength = other.m_logicalLength;
+        m_capacity = m_physicalLength;
         return *this;
     }
     KorArray& operator=(KorArray&& other) noexcept
@@ -115,12 +121,30 @@ public:
             return;
         }
         const long present = m_physicalLength;
-        if (length <= present && (length == present || static_cast<double>(length) > 0.75 * static_cast<double>(present)))
+        if (length <= present &&
+            (length == present || static_cast<double>(length) > 0.75 * static_cast<double>(present)))
             return;
         if (length == 0)
             freeStorage();
         else
             reallocate(length);
+    }
+
+    /// Makes room for that many elements, so that growing up to them moves nothing. Both lengths stay; without the
+    /// memory nothing happens.
+    void reserve(long count)
+    {
+        count = roundedUp(std::min<long>(count, std::numeric_limits<int>::max()));
+        T* pElements = count > m_capacity ? allocate(count) : nullptr;
+        if (pElements == nullptr)
+            return;
+        const int logicalLength = m_logicalLength, physicalLength = m_physicalLength;
+        std::uninitialized_move(m_pItems, m_pItems + physicalLength, pElements);
+        freeStorage();
+        m_pItems = pElements;
+        m_logicalLength = logicalLength;
+        m_physicalLength = physicalLength;
+        m_capacity = count;
     }
 
     /// Puts no element in use and keeps the storage.
@@ -169,8 +193,14 @@ private:
     {
         if (length <= m_physicalLength)
             return true;
+        return reallocate(roundedUp(length));
+    }
+
+    /// The physical length that growing to `length` gives.
+    long roundedUp(long length) const noexcept
+    {
         const long excess = length % m_growthStep;
-        return reallocate(excess == 0 ? length : length + (m_growthStep - excess));
+        return excess == 0 ? length : length + (m_growthStep - excess);
     }
 
     /// Makes `length` (above 0) the physical length: the elements in use stay as far as they fit, all others
@@ -190,7 +220,7 @@ private:
         if (pElements == nullptr && capacity > length)
             pElements = allocate(capacity = length);
         if (pElements == nullptr) {
-            KorAssert::korAssert("pElements != NULL && numElements > 0", "KorArray", __LINE__);
+            refused();
             return false;
         }
         if constexpr (std::is_trivially_copyable_v<T>) {
@@ -206,6 +236,8 @@ private:
         m_capacity = capacity;
         return true;
     }
+
+    static void refused() { KorAssert::korAssert("pElements != NULL && numElements > 0", "KorArray", __LINE__); }
 
     static T* allocate(long count) noexcept
     {

@@ -127,6 +127,66 @@ TEST_F(RecordReadsTest, CachedRowsFollowOwnStatements)
     }
 }
 
+TEST_F(RecordReadsTest, VisitShowsRecordsInTableOrderUntilItIsStopped)
+{
+    const auto visited = [](int most) {
+        std::string text;
+        const int result = RecordAccess::visit(descriptionOf<StructDetObjQualifierSet>(), [&](const void* shown) {
+            const auto& record = *static_cast<const StructDetObjQualifierSet*>(shown);
+            text += record.runName.toUtf8();
+            for (const StructDetObjQualifierSetItem& item : record.items)
+                text += "/" + item.modelRole.toUtf8();
+            text += ' ';
+            return --most > 0;
+        });
+        return std::to_string(result) + ": " + text;
+    };
+    EXPECT_EQ(visited(9), "1: ");
+    fill(3);
+    sql(details, {"DELETE FROM DetObjQualifierSetItem WHERE [IdDetObjQualifierSet]=2"});
+    EXPECT_EQ(visited(9), "1: Set 1/first 1/second Set 2 Set 3/first 3/second ");
+    EXPECT_EQ(visited(2), "1: Set 1/first 1/second Set 2 ");
+    EXPECT_EQ(visited(1), "1: Set 1/first 1/second ");
+    // one walk sees what the statements before it did
+    sql(details, {"UPDATE DetObjQualifierSet SET [RunName]='Two' WHERE [Key]=2",
+                  "UPDATE DetObjQualifierSetItem SET [ModelRole]='last' WHERE [ModelRole]='second'"});
+    EXPECT_EQ(visited(9), "1: Set 1/first 1/last Two Set 3/first 3/last ");
+    sql(details, {"DROP TABLE DetObjQualifierSet"});
+    EXPECT_EQ(visited(9), "1: ") << "the add-in has the table as well";
+    const KorDSNRequest request(details, KorDSNDefinitions::kBase);
+    EXPECT_EQ(visited(9), "0: ");
+}
+
+TEST_F(RecordReadsTest, VisitShowsTheRecordsOfTheCacheThemselves)
+{
+    sql(details, {"INSERT INTO Linetypes VALUES (1,'Continuous','VEL')",
+                  "INSERT INTO Linetypes VALUES (2,'Dashed','VEL')"});
+    const auto addresses = [](RecordAccess::Sources sources) {
+        std::vector<const void*> found;
+        EXPECT_EQ(RecordAccess::visit(
+                      descriptionOf<StructLinetypes>(),
+                      [&](const void* record) {
+                          found.push_back(record);
+                          return true;
+                      },
+                      sources),
+                  1);
+        return found;
+    };
+    const auto current = addresses(RecordAccess::Sources::Current);
+    ASSERT_EQ(current.size(), 2U);
+    EXPECT_EQ(addresses(RecordAccess::Sources::Current), current);
+    EXPECT_EQ(addresses(RecordAccess::Sources::All), current);
+    {
+        const KorDSNRequest request(KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin);
+        sql(KorDSNDefinitions::kAddin, {"INSERT INTO Linetypes VALUES (7,'Dotted','VEL')"});
+    }
+    const auto all = addresses(RecordAccess::Sources::All);
+    ASSERT_EQ(all.size(), 3U);
+    EXPECT_EQ(static_cast<const StructLinetypes*>(all[0])->key, 7);
+    EXPECT_EQ(all[1], current[0]);
+}
+
 TEST_F(RecordReadsTest, AllSourcesReadsAddInsBeforeTheBase)
 {
     const auto insert = [&](eDSN dsn, eIndex index, int key, const char* name) {

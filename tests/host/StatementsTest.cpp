@@ -45,6 +45,8 @@ TEST(SplitLiterals, SplitsValuesAndNothingElse)
         {L"SELECT 1", nullptr, ""},
         {L"DROP TABLE [T]", nullptr, ""},
         {L"ALTER TABLE T ADD Request4 INT", nullptr, ""},
+        {L"UPDATE T SET a=9e999", nullptr, ""}, // more than a variable holds
+        {L"UPDATE T SET a=99999999999999999999", nullptr, ""},
     };
     for (const auto& c : cases) {
         std::string pattern;

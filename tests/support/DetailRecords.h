@@ -157,8 +157,38 @@ inline void fillStyle(eDSN dsn, const std::string& suffix, int base = 0)
     put(dsn, StructDetailMaster{a, name("style"), a, a, 1, owner});
 }
 
-/// The record with that key, and everything it refers to, as text: values only, no keys of rows.
-inline std::string tree(const RecordDescription& type, long key)
+/// One detail process over the style of the same base: two steps share everything but their category, and the
+/// style map names both qualifier sets and both styles.
+inline void fillProcess(eDSN dsn, const std::string& suffix, int base = 0)
+{
+    const int a = base + 1, b = base + 2;
+    const auto name = [&](const char* what) { return text(what + (" " + suffix)); };
+    const KorString owner = name("owner");
+    const KorDatabaseBatch batch;
+    put(dsn, StructDetailProcessCategory{a, name("workshop"), 1, owner});
+    put(dsn, StructDetailProcessCategory{b, name("site"), 2, owner});
+    put(dsn, StructDetailFilenameSelector{a, name("files"), name("folder"), L"%POS%_'%03d'", 5, 4, owner});
+    put(dsn, StructDetailProcessSelection{a, name("selection"), L"ALL_SINGLEPARTS", owner});
+    put(dsn, StructDetailProcessSort{a, name("sort"), L"by 'length'", owner});
+    put(dsn,
+        StructDetProcessScales{a, name("scales"), owner, 0,
+                               list<StructDetProcessScalesItem>({{-1, -1, 0, 0.1, 1500}, {-1, -1, 0, 0.05, 0}})});
+    put(dsn, StructDetailProcessMain2CutScale{
+                 a, name("cuts"), owner, 0,
+                 list<StructDetailProcessMain2CutScaleItem>({{0.1, 0.2}, {0.05, 0.125}, {0.02, 0.1}})});
+    put(dsn, StructDetailStyleMap{a, name("style map"), owner, 0,
+                                  list<StructDetailStyleMapItem>(
+                                      {{-1, 0, L"it's [a] 100%", a, a, 0}, {-1, 0, name("script"), b, b, 0}})});
+    for (const int key : {a, b})
+        put(dsn, StructDetailProcessStep{key, name(key == a ? "fabrication" : "erection"), key, a, a, a, a, a, a,
+                                         key - base, 2, 1, 10, 15.5, 5, owner});
+    put(dsn, StructDetailProcessDefinition{a, name("process"), a, name("description"), 3, 4, owner, 0,
+                                           list<int>({a, b})});
+}
+
+/// The record with that key, and everything it refers to, as text: values only, no keys of rows but those of the
+/// type `keysOf`.
+inline std::string tree(const RecordDescription& type, long key, const RecordDescription* keysOf = nullptr)
 {
     struct Record {
         const RecordDescription& type;
@@ -172,12 +202,12 @@ inline std::string tree(const RecordDescription& type, long key)
         for (const ColumnDescription& column : of) {
             if (column.role == ColumnRole::Key || column.role == ColumnRole::ItemOwner)
                 continue;
-            if (column.link != LinkKind::Reference)
+            if (column.link != LinkKind::Reference || &column.target() == keysOf)
                 out += literal(column, from) + ";";
             else if (column.integer(from) == -1)
                 out += "none;";
             else
-                out += tree(column.target(), column.integer(from)) + ";";
+                out += tree(column.target(), column.integer(from), keysOf) + ";";
         }
     };
     columns(type.columns, record.data);
@@ -202,6 +232,14 @@ inline std::string styleTree(eDSN dsn, eIndex index, long styleKey)
     if (StructDetailMasterMarshal::getByStyleKey(styleKey, master) != 1)
         return "(no master)";
     return tree(descriptionOf<StructDetailMaster>(), master.key);
+}
+
+/// A detail process and all that it reaches; of the styles only the keys, on demand.
+inline std::string processTree(eDSN dsn, eIndex index, long key, bool withStyles)
+{
+    const KorDSNRequest request(dsn, index);
+    return tree(descriptionOf<StructDetailProcessDefinition>(), key,
+                withStyles ? nullptr : &descriptionOf<StructDetailStyle>());
 }
 
 } // namespace details

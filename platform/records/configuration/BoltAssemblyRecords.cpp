@@ -94,34 +94,30 @@ int StructSetBoltsMarshal::getByKeyAllSources(const KorString& standard, const K
 {
     StructStandard standardRow;
     StructSet setRow;
-    KorArray<StructSetBolts> assemblies;
     if (StructStandardMarshal::getStructByRunNameAllSources(standard, standardRow) != 1 ||
-        StructSetMarshal::getStructByRunNameAllSources(set, setRow) != 1 || getTableAllSources(assemblies) != 1)
+        StructSetMarshal::getStructByRunNameAllSources(set, setRow) != 1)
         return 0;
-    for (const StructSetBolts& assembly : assemblies)
-        if (assembly.standard == standardRow.key && assembly.boltSet == setRow.key &&
-            std::abs(assembly.diameter - diameter) <= 1e-6 && std::abs(assembly.length - length) <= 1e-6) {
-            record = assembly;
-            return 1;
-        }
-    return 0;
+    return recordThat(
+        [&](const StructSetBolts& assembly) {
+            return assembly.standard == standardRow.key && assembly.boltSet == setRow.key &&
+                   std::abs(assembly.diameter - diameter) <= 1e-6 && std::abs(assembly.length - length) <= 1e-6;
+        },
+        record,
+        RecordAccess::Sources::All);
 }
 
 int StructSetBoltsMarshal::getDiameters(const KorString& standard, const KorString& set,
                                         KorArray<double>& diameters)
 {
     const int wantedStandard = keyOf<StructStandard>(standard), wantedSet = keyOf<StructSet>(set);
-    KorArray<StructSetBolts> assemblies;
-    const int result = recordsThat(
-        [=](const StructSetBolts& assembly) {
-            return assembly.standard == wantedStandard && assembly.boltSet == wantedSet;
-        },
-        assemblies);
-    if (result != 1)
-        return result;
     std::set<double> found;
-    for (const StructSetBolts& assembly : assemblies)
-        found.insert(assembly.diameter);
+    visit([&](const StructSetBolts& assembly) {
+        if (assembly.standard == wantedStandard && assembly.boltSet == wantedSet)
+            found.insert(assembly.diameter);
+        return true;
+    });
+    if (found.empty())
+        return 0;
     diameters.removeAll();
     for (const double diameter : found)
         diameters.append(diameter);

@@ -206,16 +206,13 @@ int StructScrewMarshal::getByKeyAllSources(const KorString& standard, const KorS
         StructStrengthClassMarshal::getStructByRunNameAllSources(strengthClass, classRow) != 1 ||
         StructSetMarshal::getStructByRunNameAllSources(set, setRow) != 1)
         return 0;
-    KorArray<StructScrew> screws;
-    if (getTableAllSources(screws) != 1)
-        return 0;
-    for (const StructScrew& screw : screws)
-        if (screw.standard == standardRow.key && screw.strengthClass == classRow.key &&
-            screw.boltSet == setRow.key && std::abs(screw.diameter - diameter) <= 1e-6) {
-            record = screw;
-            return 1;
-        }
-    return 0;
+    return recordThat(
+        [&](const StructScrew& screw) {
+            return screw.standard == standardRow.key && screw.strengthClass == classRow.key &&
+                   screw.boltSet == setRow.key && std::abs(screw.diameter - diameter) <= 1e-6;
+        },
+        record,
+        RecordAccess::Sources::All);
 }
 
 int StructSetOfBoltsMarshal::getStrengthClassList(const KorString& standard, KorArray<KorString>& names)

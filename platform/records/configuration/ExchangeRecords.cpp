@@ -110,10 +110,10 @@ const RecordDescription& descriptionOf<StructNecessaryViewsConfiguration>()
 
 int StructDSTVStaticInB01Marshal::getNumberOfObjects(long& number)
 {
-    KorArray<long> objects;
-    const int result = getKeyList(objects);
+    long count = 0;
+    const int result = visit([&](const StructDSTVStaticInB01&) { return ++count > 0; });
     if (result == 1)
-        number = objects.length();
+        number = count;
     return result;
 }
 

@@ -196,17 +196,14 @@ int StructBarGratingMarshal::getByKey(const KorString& series, long bearingBarSp
                                       const KorString& thickness, const KorString& width,
                                       const KorString& crossBar, StructBarGrating& record)
 {
-    KorArray<StructBarGrating> candidates;
-    if (getWhere<&StructBarGrating::bearingBarSpacing>(bearingBarSpacing, candidates) != 1)
-        return 0;
-    for (const StructBarGrating& candidate : candidates)
-        if (candidate.crossBarSpacing == crossBarSpacing && candidate.seriesName == series &&
-            candidate.bearingBarThicknessName == thickness && candidate.bearingBarWidthName == width &&
-            candidate.crossBarName == crossBar) {
-            record = candidate;
-            return 1;
-        }
-    return 0;
+    return recordThat(
+        [&](const StructBarGrating& candidate) {
+            return candidate.bearingBarSpacing == bearingBarSpacing &&
+                   candidate.crossBarSpacing == crossBarSpacing && candidate.seriesName == series &&
+                   candidate.bearingBarThicknessName == thickness && candidate.bearingBarWidthName == width &&
+                   candidate.crossBarName == crossBar;
+        },
+        record);
 }
 
 std::span<const DescriptionFunction> records::gratingRecords()

@@ -4,6 +4,7 @@
 #include "records/Registry.h"
 
 #include <cmath>
+#include <utility>
 
 using namespace records;
 
@@ -81,13 +82,13 @@ const RecordDescription& descriptionOf<StructScale>()
 
 int StructPlateThicknessMarshal::getKeyList(KorArray<double>& thicknesses)
 {
-    KorArray<StructPlateThickness> plates;
-    const int result = getTable(plates);
-    if (result != 1)
-        return result;
-    thicknesses.setLogicalLength(0);
-    for (const StructPlateThickness& plate : plates)
-        thicknesses.append(plate.thickness);
+    KorArray<double> read;
+    const int result = visit([&](const StructPlateThickness& plate) {
+        read.append(plate.thickness);
+        return true;
+    });
+    if (result == 1)
+        thicknesses = std::move(read);
     return result;
 }
 
@@ -102,15 +103,12 @@ int StructPlateThicknessMarshal::getKeyByRunName(const KorString& runName, doubl
 
 int StructPlateThicknessMarshal::getRunNameByKey(double thickness, KorString& runName)
 {
-    KorArray<StructPlateThickness> plates;
-    if (getTable(plates) != 1)
-        return 0;
-    for (const StructPlateThickness& plate : plates)
-        if (plate.thickness == thickness) {
-            runName = plate.runName;
-            return 1;
-        }
-    return 0;
+    StructPlateThickness found;
+    const int result =
+        recordThat([=](const StructPlateThickness& plate) { return plate.thickness == thickness; }, found);
+    if (result == 1)
+        runName = found.runName;
+    return result;
 }
 
 int StructScaleMarshal::getScaleTable(StructScale::ScaleUnitType unitType, KorArray<StructScale>& scales)
@@ -121,14 +119,18 @@ int StructScaleMarshal::getScaleTable(StructScale::ScaleUnitType unitType, KorAr
 
 int StructScaleMarshal::getScaleList(StructScale::ScaleUnitType unitType, KorArray<KorString>& names)
 {
-    KorArray<StructScale> scales;
-    const int result = getScaleTable(unitType, scales);
+    KorArray<KorString> found;
+    const int result = visit([&](const StructScale& scale) {
+        if (scale.unitType == unitType)
+            found.append(scale.runName);
+        return true;
+    });
     if (result != 1)
-        return result;
-    names.setLogicalLength(0);
-    for (const StructScale& scale : scales)
-        names.append(scale.runName);
-    return result;
+        return -1;
+    if (found.isEmpty())
+        return 0;
+    names = std::move(found);
+    return 1;
 }
 
 int StructScaleMarshal::getSpecificScale(const KorString& runName, StructScale::ScaleUnitType unitType,
@@ -144,24 +146,21 @@ int StructScaleMarshal::getSpecificScale(const KorString& runName, StructScale::
 int StructScaleMarshal::getScaleDescription(double factor, KorString& text, StructScale::ScaleUnitType unitType,
                                             bool anyUnit)
 {
-    KorArray<StructScale> scales;
-    if (getTable(scales) != 1)
-        return 0;
-    const StructScale* found = nullptr;
-    for (const StructScale& scale : scales) {
+    KorString found;
+    int result = 0;
+    visit([&](const StructScale& scale) {
         if (std::abs(scale.factor - factor) > 1e-6 * std::abs(factor))
-            continue;
-        if (scale.unitType == unitType) {
-            found = &scale;
-            break;
+            return true;
+        const bool sameUnit = scale.unitType == unitType;
+        if (sameUnit || (anyUnit && result == 0)) {
+            found = scale.runName;
+            result = 1;
         }
-        if (anyUnit && found == nullptr)
-            found = &scale;
-    }
-    if (found == nullptr)
-        return 0;
-    text = found->runName;
-    return 1;
+        return !sameUnit;
+    });
+    if (result == 1)
+        text = found;
+    return result;
 }
 
 int StructScaleMarshal::getListScaleDescription(const KorArray<double>& factors, KorArray<KorString>& texts,

@@ -114,10 +114,9 @@ int StructRulesMarshal::getInternalName(const KorString& runName, KorString& int
 int StructRulesCategoryMarshal::entriesOf(const KorString& category, KorArray<StructRulesCategory>& entries)
 {
     const int result = recordsWith<&StructRulesCategory::category>(category, entries);
-    if (result == 1)
-        std::stable_sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) {
-            return a.sortOrder < b.sortOrder;
-        });
+    const auto before = [](const auto& a, const auto& b) { return a.sortOrder < b.sortOrder; };
+    if (result == 1 && !std::is_sorted(entries.begin(), entries.end(), before))
+        std::stable_sort(entries.begin(), entries.end(), before);
     return result;
 }
 
@@ -136,10 +135,10 @@ int StructRulesCategoryMarshal::getRuleSublistUse2nd(const KorString& category, 
 int StructRulesCategoryMarshal::getRuleKeyUse2nd(const KorString& category, int position, KorString& rule)
 {
     KorArray<StructRulesCategory> entries;
-    const int result = entriesOf(category, entries);
+    const int result = position < 0 ? 0 : entriesOf(category, entries);
     if (result != 1)
         return result;
-    if (position < 0 || position >= entries.length())
+    if (position >= entries.length())
         return 0;
     rule = entries[position].rule;
     return 1;

@@ -60,6 +60,22 @@ const RecordDescription& descriptionOf<StructSection>()
 }
 
 template <>
+const RecordDescription& descriptionOf<StructProfileSubtype>()
+{
+    using R = StructProfileSubtype;
+    static constexpr auto list = describe<R>("StructProfileSubtype",
+                                             "ProfileSubtypes",
+                                             DataSources{KorDSNDefinitions::kProfiles},
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::shape>("Shape"),
+                                             sortOrder<&R::sortOrder>("SortOrder"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
 const RecordDescription& descriptionOf<StructCompoundMaster>()
 {
     using R = StructCompoundMaster;
@@ -78,20 +94,14 @@ const RecordDescription& descriptionOf<StructCompoundMaster>()
 
 int StructProfileClassMarshal::getStructByTableName(const KorString& tableName, StructProfileClass& record)
 {
-    KorArray<StructProfileClass> classes;
-    if (getTable(classes) != 1)
-        return 0;
-    for (const StructProfileClass& profileClass : classes)
-        if (profileClass.tableName == tableName) {
-            record = profileClass;
-            return 1;
-        }
-    return 0;
+    return recordWith<&StructProfileClass::tableName>(tableName, record);
 }
 
 std::span<const DescriptionFunction> records::sectionRecords()
 {
-    static constexpr DescriptionFunction list[] = {
-        descriptionOf<StructProfileClass>, descriptionOf<StructSection>, descriptionOf<StructCompoundMaster>};
+    static constexpr DescriptionFunction list[] = {descriptionOf<StructProfileClass>,
+                                                   descriptionOf<StructSection>,
+                                                   descriptionOf<StructProfileSubtype>,
+                                                   descriptionOf<StructCompoundMaster>};
     return list;
 }

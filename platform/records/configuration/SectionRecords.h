@@ -51,6 +51,17 @@ template <>
 const RecordDescription& descriptionOf<StructSection>();
 struct StructSectionMarshal : RecordMarshal<StructSection> {};
 
+/// A kind of cross-section that classes of sections name. Table "ProfileSubtypes".
+struct StructProfileSubtype {
+    int key = -1;
+    KorString runName;
+    int shape = -1; // StructProfileClass::eShape; -1: none of them
+    int sortOrder = 0;
+};
+template <>
+const RecordDescription& descriptionOf<StructProfileSubtype>();
+struct StructProfileSubtypeMarshal : RecordMarshal<StructProfileSubtype> {};
+
 /// A class of compound sections and the table that holds them: key, run name, section name. Table
 /// "CompoundMasterTable".
 struct StructCompoundMaster {

@@ -1,19 +1,9 @@
 #include "records/detail/DetailCatalogueRecords.h"
 
-#include "records/DescriptionBuilder.h"
+#include "records/detail/NamedRows.h"
 #include "records/Registry.h"
 
 using namespace records;
-
-/// The description of a catalogue table that has a key and a run name only.
-template <class R>
-static const RecordDescription& namedRows(std::string_view record, std::string_view table)
-{
-    static const auto list =
-        describe<R>(record, table, inDetailCatalogue, key<&R::key>("Key"), runName<&R::runName>("RunName"));
-    static const RecordDescription description = list.erased();
-    return description;
-}
 
 template <>
 const RecordDescription& descriptionOf<StructDetRequestType>()

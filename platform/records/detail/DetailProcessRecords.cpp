@@ -1,6 +1,7 @@
 #include "records/detail/DetailProcessRecords.h"
 
 #include "records/DescriptionBuilder.h"
+#include "records/detail/DetailCatalogueRecords.h"
 #include "records/detail/DetailObjectRecords.h"
 #include "records/detail/DetailStyleRecords.h"
 #include "records/Registry.h"
@@ -250,6 +251,59 @@ const RecordDescription& descriptionOf<StructDetProcessesSuiteItem>()
     return description;
 }
 
+template <>
+const RecordDescription& descriptionOf<StructDetailStyleOverrides>()
+{
+    using R = StructDetailStyleOverrides;
+    static constexpr auto list = describe<R>(
+        "StructDetailStyleOverrides",
+        "DetailStyleOverrides",
+        inDetails,
+        key<&R::key>("Key"),
+        runName<&R::runName>("RunName"),
+        reference<&R::viewArrangeStrategy, StructDetViewArrangeStrategy>("ViewArrangeStrategy").noneAllowed(),
+        column<&R::scaleFactor>("ScaleFactor"),
+        column<&R::titleFormat>("TitleFormat"),
+        column<&R::frameAppearance>("FrameAppearance"),
+        owner<&R::ownerText>("OwnerText"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructCoordSystemSelector>()
+{
+    using R = StructCoordSystemSelector;
+    static constexpr auto list = describe<R>("StructCoordSystemSelector",
+                                             "DetCoordSystemSelector",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             lookup<&R::modelType, StructDetModelType>("ModelType").noneAllowed(),
+                                             lookup<&R::systemSource, StructDetViewSystemSource>("SystemSource"),
+                                             column<&R::keepUpright>("KeepUpright"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
+template <>
+const RecordDescription& descriptionOf<StructDetailProcessStepPrecondition>()
+{
+    using R = StructDetailProcessStepPrecondition;
+    static constexpr auto list = describe<R>("StructDetailProcessStepPrecondition",
+                                             "DetProcStepPrecondition",
+                                             inDetailCatalogue,
+                                             key<&R::key>("Key"),
+                                             runName<&R::runName>("RunName"),
+                                             column<&R::script>("Script"),
+                                             column<&R::stopProcess>("StopProcess"));
+    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
+    static const RecordDescription description = list.erased();
+    return description;
+}
+
 std::span<const DescriptionFunction> records::detailProcessRecords()
 {
     static constexpr DescriptionFunction types[] = {
@@ -266,6 +320,9 @@ std::span<const DescriptionFunction> records::detailProcessRecords()
         &descriptionOf<StructDetailProcessCategory>,
         &descriptionOf<StructDetProcessesSuiteDefinition>,
         &descriptionOf<StructDetProcessesSuiteItem>,
+        &descriptionOf<StructDetailStyleOverrides>,
+        &descriptionOf<StructCoordSystemSelector>,
+        &descriptionOf<StructDetailProcessStepPrecondition>,
     };
     return types;
 }

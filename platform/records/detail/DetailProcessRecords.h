@@ -205,3 +205,41 @@ struct StructDetProcessesSuiteDefinition {
 template <>
 const RecordDescription& descriptionOf<StructDetProcessesSuiteDefinition>();
 struct StructDetProcessesSuiteDefinitionMarshal : ItemRecordMarshal<StructDetProcessesSuiteDefinition> {};
+
+/// What some items of a style map draw otherwise than their detail style says. Table "DetailStyleOverrides"; keys
+/// from 1.
+struct StructDetailStyleOverrides {
+    int key = -1;
+    KorString runName;
+    int viewArrangeStrategy = -1; // -1: of the style
+    double scaleFactor = 1;       // of the scale that the step chooses
+    KorString titleFormat;        // empty: of the style
+    int frameAppearance = -1;     // -1: of the style
+    KorString ownerText;
+};
+template <>
+const RecordDescription& descriptionOf<StructDetailStyleOverrides>();
+struct StructDetailStyleOverridesMarshal : RecordMarshal<StructDetailStyleOverrides> {};
+
+/// Which coordinate system the views of an object are laid in. Table "DetCoordSystemSelector".
+struct StructCoordSystemSelector {
+    int key = -1;
+    KorString runName;
+    int modelType = -1; // of the object; -1: any
+    int systemSource = -1;
+    int keepUpright = 0; // 1: turned until its y axis points up
+};
+template <>
+const RecordDescription& descriptionOf<StructCoordSystemSelector>();
+struct StructCoordSystemSelectorMarshal : RecordMarshal<StructCoordSystemSelector> {};
+
+/// What must hold before a step may run. Table "DetProcStepPrecondition".
+struct StructDetailProcessStepPrecondition {
+    int key = -1;
+    KorString runName;
+    KorString script;    // condition that every object must meet; empty: none
+    int stopProcess = 0; // 1: the process ends when it is not met; 0: the step is left out
+};
+template <>
+const RecordDescription& descriptionOf<StructDetailProcessStepPrecondition>();
+struct StructDetailProcessStepPreconditionMarshal : RecordMarshal<StructDetailProcessStepPrecondition> {};

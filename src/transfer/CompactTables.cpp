@@ -1,0 +1,249 @@
+#include "CompactTables.h"
+
+#include "foundation/RecordColumns.h"
+#include "records/detail/DetailAnnotationRecords.h"
+#include "records/detail/DetailObjectRecords.h"
+#include "records/detail/DetailProcessRecords.h"
+#include "records/detail/DetailStyleRecords.h"
+#include "records/detail/DetailViewRecords.h"
+#include "repository/KorDatabaseAccess.h"
+#include "repository/KorDSNManager.h"
+#include "repository/RecordAccess.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace korodbc {
+
+using Compact = KorOdbcCompactDetailsTables;
+
+namespace {
+
+constexpr std::size_t keysPerStatement = 10;
+
+KorString wide(std::string_view text) { return KorString::fromUtf8(text); }
+
+} // namespace
+
+CompactTable::CompactTable(const RecordDescription& type, bool ofStyles, bool ofProcesses, const Rules& given)
+    : rules(given), m_type(type), m_ofStyles(ofStyles), m_ofProcesses(ofProcesses),
+      m_rule(type, given.ignored, given.loose, given.owner != nullptr),
+      m_records(std::make_unique<AnyRecords>(type))
+{
+}
+
+bool CompactTable::isIn(Compact::eCompactType run) const
+{
+    return (m_ofStyles && run != Compact::kCompactDetailProcesses) ||
+           (m_ofProcesses && run != Compact::kCompactDetailStyles);
+}
+
+KorString CompactTable::name() const { return wide(m_type.table); }
+
+bool CompactTable::load()
+{
+    clear();
+    report.table = name();
+    if (RecordAccess::readTable(m_type, m_records->get()) != 1)
+        return false;
+    report.rows = static_cast<int>(length());
+    const auto keyLess = [this](long a, long b) { return m_type.keyOf(at(a)) < m_type.keyOf(at(b)); };
+    std::vector<long> order(static_cast<std::size_t>(length()));
+    std::iota(order.begin(), order.end(), 0);
+    if (!std::is_sorted(order.begin(), order.end(), keyLess)) {
+        std::stable_sort(order.begin(), order.end(), keyLess);
+        auto sorted = std::make_unique<AnyRecords>(m_type);
+        for (const long position : order)
+            m_type.operations->list.append(sorted->get(), at(position));
+        m_records = std::move(sorted);
+    }
+    return true;
+}
+
+void CompactTable::clear()
+{
+    m_records = std::make_unique<AnyRecords>(m_type);
+    m_standing.clear();
+    m_duplicates.clear();
+}
+
+void CompactTable::findDuplicates()
+{
+    const std::vector<long> survivors = m_rule.survivors(m_type.operations->list, m_records->get());
+    m_standing.clear();
+    m_standing.reserve(survivors.size());
+    m_duplicates.clear();
+    for (std::size_t i = 0; i < survivors.size(); ++i) {
+        const int key = m_type.keyOf(at(static_cast<long>(i)));
+        const int standing = m_type.keyOf(at(survivors[i]));
+        if (m_standing.emplace(key, standing).second && standing != key)
+            m_duplicates.push_back(key);
+    }
+    report.duplicates = static_cast<int>(m_duplicates.size());
+}
+
+int CompactTable::standingFor(int key) const
+{
+    const auto found = m_standing.find(key);
+    return found == m_standing.end() ? key : found->second;
+}
+
+CompactTables::CompactTables()
+{
+    constexpr bool yes = true, no = false;
+    const struct {
+        const RecordDescription& (*type)();
+        bool ofStyles, ofProcesses;
+        CompactTable::Rules rules = {};
+    } plan[] = {
+        {descriptionOf<StructDetViewSystemAndBox>, yes, no},
+        {descriptionOf<StructDetViewLengthClip>, yes, no},
+        {descriptionOf<StructDetViewDimStrategy>, yes, no, {.minimumCondition = 3}},
+        {descriptionOf<StructDetViewArrangeStrategy>, yes, no},
+        {descriptionOf<StructDetArrangerControl>, yes, no},
+        {descriptionOf<StructDetArrangerStrategy>, yes, no},
+        {descriptionOf<StructDetAnnotationType>, yes, no},
+        {descriptionOf<StructDetailStyle>, yes, no, {.listFirst = true}},
+        {descriptionOf<StructDetObjAnnotationStrategy>, yes, no},
+        {descriptionOf<StructDetObjQualifierSet>, yes, yes, {.ignored = "Group"}},
+        {descriptionOf<StructDetObjReprMap>, yes, no, {.minimumCondition = 3}},
+        {descriptionOf<StructDetViewDimPointSelection>, yes, no},
+        {descriptionOf<StructDetViewDimRequestLinear>, yes, no, {.ignored = "Group"}},
+        {descriptionOf<StructDetViewRequest>, yes, no},
+        {descriptionOf<StructDetViewRequestCategory>, yes, no, {.owner = descriptionOf<StructDetViewRequest>}},
+        {descriptionOf<StructDetailProcessDefinition>, no, yes},
+        {descriptionOf<StructDetailProcessStep>, no, yes},
+        {descriptionOf<StructDetailFilenameSelector>, no, yes},
+        {descriptionOf<StructDetailProcessMain2CutScale>, no, yes},
+        {descriptionOf<StructDetProcessScales>, no, yes},
+        // a text of 2 characters or less equals any other
+        {descriptionOf<StructDetailStyleMap>, yes, yes, {.loose = "Script", .minimumCondition = 3}},
+    };
+    for (const auto& [record, ofStyles, ofProcesses, rules] : plan)
+        m_tables.emplace_back(record(), ofStyles, ofProcesses, rules);
+}
+
+CompactTables& CompactTables::ofLastRun()
+{
+    static CompactTables state;
+    return state;
+}
+
+eIndex CompactTables::index() const
+{
+    return database == KorDSNDefinitions::kAddin ? KorDSNDefinitions::kFirstAddin : KorDSNDefinitions::kBase;
+}
+
+CompactTable* CompactTables::find(const RecordDescription& wanted)
+{
+    const auto found = std::find_if(m_tables.begin(), m_tables.end(),
+                                    [&](const CompactTable& table) { return &table.type() == &wanted; });
+    return found == m_tables.end() ? nullptr : &*found;
+}
+
+int CompactTables::execute(const KorString& pattern, std::initializer_list<int> values) const
+{
+    if (onlyPreview)
+        return 1;
+    if (values.size() == 0)
+        return KorDatabaseAccess::doSQLStatement(database, pattern);
+    const std::vector<KorFormatArgument> arguments(values.begin(), values.end());
+    return KorDatabaseAccess::doSQLStatement(database, pattern, arguments);
+}
+
+void CompactTables::redirect(CompactTable& table)
+{
+    for (long i = 0; i < table.length(); ++i) {
+        void* record = table.at(i);
+        forEachColumn(
+            table.type(), record,
+            [&](const ColumnDescription& column, void* element, long item) {
+                redirectColumn(table, column, element, record, item);
+                return true;
+            },
+            table.rules.listFirst ? ColumnOrder::ItemsFirst : ColumnOrder::ItemsLast);
+    }
+}
+
+void CompactTables::redirectColumn(CompactTable& table, const ColumnDescription& column, void* element,
+                                   const void* record, long item)
+{
+    const RecordDescription& type = table.type();
+    const bool toOwner = column.role == ColumnRole::ItemOwner && item < 0 && table.rules.owner != nullptr;
+    if (column.link != LinkKind::Reference && !toOwner)
+        return;
+    const CompactTable* target = find(toOwner ? table.rules.owner() : column.target());
+    if (target == nullptr)
+        return;
+    int& value = column.integer(element);
+    const int standing = target->standingFor(value);
+    if (standing == value)
+        return;
+    value = standing;
+    ++table.report.redirected;
+    const bool inItemTable = item >= 0 && type.items.exists();
+    std::vector<KorString>& patterns = m_patterns[&column];
+    const auto number = static_cast<std::size_t>(item < 0 || inItemTable ? 0 : item);
+    if (patterns.size() <= number)
+        patterns.resize(number + 1);
+    KorString& pattern = patterns[number];
+    if (pattern.isEmpty()) {
+        const RecordDescription& rows = inItemTable ? type.items.item() : type;
+        const KorString name = item < 0 || inItemTable
+                                   ? wide(column.name)
+                                   : KorString::format(wide(column.name).c_str(), static_cast<int>(item) + 1);
+        pattern = L"UPDATE " + wide(rows.table) + L" SET " + name +
+                  (inItemTable ? L"=%d WHERE ([Key]=%d AND [Order]=%d);" : L"=%d WHERE [Key]=%d;");
+    }
+    if (inItemTable) {
+        const RecordDescription& rows = type.items.item();
+        execute(pattern,
+                {value, rows.at(rows.itemOwner)->integer(element), rows.at(rows.itemOrder)->integer(element)});
+    } else {
+        execute(pattern, {value, type.keyOf(record)});
+    }
+}
+
+int CompactTables::deleteDuplicates(CompactTable& table)
+{
+    const std::vector<int>& keys = table.duplicates();
+    const RecordDescription& type = table.type();
+    const bool itemsByOwner = type.items.exists() && type.items.item().key < 0;
+    int result = 1;
+    for (std::size_t i = 0; i < keys.size(); i += keysPerStatement) {
+        KorString condition;
+        for (std::size_t j = i; j < std::min(keys.size(), i + keysPerStatement); ++j)
+            condition += KorString::format(j == i ? L"[Key] = %d" : L" OR [Key] = %d", keys[j]);
+        if (condition.length() > table.rules.minimumCondition)
+            result = execute(L"DELETE FROM " + table.name() + L" WHERE " + condition + L";", {});
+    }
+    table.report.deleted = static_cast<int>(keys.size());
+    if (!itemsByOwner) {
+        if (type.items.exists())
+            deleteItemRows(table);
+        return 1; // whatever the statements gave
+    }
+    const KorString pattern = L"DELETE FROM " + wide(type.items.item().table) + L" WHERE [Key]=%d;";
+    for (const int key : keys)
+        result = execute(pattern, {key});
+    return result != 0 ? 1 : 0;
+}
+
+void CompactTables::deleteItemRows(CompactTable& table)
+{
+    if (onlyPreview)
+        return;
+    const KorDSNRequest request(database, index());
+    const ItemTable& items = table.type().items;
+    const KorString name = wide(items.item().table);
+    for (long i = 0; i < table.length(); ++i) {
+        const void* record = table.at(i);
+        const int key = table.type().keyOf(record);
+        if (table.standingFor(key) == key)
+            continue;
+        for (long item = 0; item < items.list.length(record); ++item)
+            KorDatabaseAccess::deleteLine(name, KorCellData(items.item().keyOf(items.list.at(record, item))));
+    }
+}
+
+} // namespace korodbc

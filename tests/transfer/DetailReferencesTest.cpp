@@ -1,0 +1,140 @@
+#include "catalogues/CatalogueFixture.h"
+#include "support/DetailRecords.h"
+#include "transfer/KorDetailReferences.h"
+
+#include <map>
+
+using namespace details;
+
+namespace {
+
+constexpr eDSN inDetails = KorDSNDefinitions::kDetails;
+constexpr eIndex base = KorDSNDefinitions::kBase;
+
+/// "table key name [item] column -> target key"
+Texts shown(const KorArray<KorDetailReference>& references)
+{
+    Texts texts;
+    for (const KorDetailReference& one : references)
+        texts.push_back(one.table.toUtf8() + " " + std::to_string(one.key) + " " + one.name.toUtf8() +
+                        (one.item < 0 ? " " : " [" + std::to_string(one.item) + "] ") + one.column.toUtf8() +
+                        " -> " + one.target.toUtf8() + " " + std::to_string(one.targetKey));
+    return texts;
+}
+Texts referrers(const char* table, int key)
+{
+    KorArray<KorDetailReference> found;
+    EXPECT_EQ(KorDetailReferences::getReferrers(inDetails, base, KorString::fromUtf8(table), key, found), 1);
+    return shown(found);
+}
+Texts dangling()
+{
+    KorArray<KorDetailReference> found;
+    EXPECT_EQ(KorDetailReferences::getDangling(inDetails, base, found), 1);
+    return shown(found);
+}
+
+class DetailReferencesTest : public RepositoryTest {};
+
+TEST_F(DetailReferencesTest, Referrers)
+{
+    fillStyle(inDetails, "x");
+    fillStyle(KorDSNDefinitions::kAddin, "y"); // another database
+    const struct {
+        const char* table;
+        int key;
+        Texts expected;
+    } cases[] = {
+        {"DetailStyle", 1, {"DetailMasterTable 1 style x DetailStyle -> DetailStyle 1"}},
+        {"DetailStyle", 2, {}},
+        {"DetailStyle", -1, {}},
+        {"No such table", 1, {}},
+        {"DetViewRequest",
+         1,
+         {"DetailStyle 1 style x [0] Request1 -> DetViewRequest 1",
+          "DetailStyle 2 no master x [0] Request1 -> DetViewRequest 1"}},
+        {"DetObjAnnotationStrategy",
+         1,
+         {"DetObjReprMapItems 1 map x [0] AnnotationStrategy -> DetObjAnnotationStrategy 1",
+          "DetObjReprMapItems 1 map x [1] AnnotationStrategy -> DetObjAnnotationStrategy 1"}},
+        {"DetObjQualifierSet",
+         2,
+         {"DetViewDimPointSelection 2 holes x Objects -> DetObjQualifierSet 2",
+          "DetObjReprMapItems 1 map x [1] ObjQualifier -> DetObjQualifierSet 2"}},
+        {"DetViewSystemSources", // a fixed catalogue table
+         1,
+         {"DetViewSystemAndBox 1 front x SystemSource -> DetViewSystemSources 1",
+          "DetViewSystemAndBox 2 top x SystemSource -> DetViewSystemSources 1"}},
+    };
+    for (const auto& [table, key, expected] : cases)
+        EXPECT_EQ(referrers(table, key), expected) << table << " " << key;
+}
+
+TEST_F(DetailReferencesTest, ReferencesToNothing)
+{
+    EXPECT_EQ(dangling(), Texts{});
+    put(inDetails, StructDetViewArrangeStrategy{1, L"a", -1, 10, 12.5, 1, L"o"}); // chooses no direction
+    put(inDetails,
+        StructDetailStyle{1, L"it's", 1, 1, 2, L"", 1, L"", 2, L"", L"", 1, 3, 1, L"o", 0, list<int>({7, -1})});
+    StructDetObjReprMap map{1, L"map", L"o", 0, list<StructDetObjReprMapItem>({StructDetObjReprMapItem{}})};
+    map.items[0].objQualifier = 3;
+    map.items[0].appearance = 4;
+    map.items[0].annotationStrategy = 5;
+    map.items[0].geometricRestrictions = 6;
+    put(inDetails, map); // its line type of -1 is none
+    EXPECT_EQ(dangling(),
+              (Texts{"DetailStyle 1 it's [0] Request1 -> DetViewRequest 7",
+                     "DetailStyle 1 it's [1] Request2 -> DetViewRequest -1",
+                     "DetObjReprMapItems 1 map [0] ObjQualifier -> DetObjQualifierSet 3",
+                     "DetObjReprMapItems 1 map [0] GeometricRestrictions -> DetVwDimGeomRestrictions 6",
+                     "DetObjReprMapItems 1 map [0] Appearance -> DetObjAppearance 4",
+                     "DetObjReprMapItems 1 map [0] AnnotationStrategy -> DetObjAnnotationStrategy 5"}));
+    sql(inDetails, {"DROP TABLE DetailStyle"});
+    EXPECT_EQ(dangling().size(), 4u);
+}
+
+class ShippedReferencesTest : public CatalogueTest {};
+
+TEST_F(ShippedReferencesTest, AllLeadSomewhereAndAreFound)
+{
+    EXPECT_EQ(dangling(), Texts{});
+    const struct {
+        const RecordDescription& target;
+        std::vector<std::pair<const char*, const char*>> columns; // table, column
+    } cases[] = {
+        {descriptionOf<StructDetObjQualifierSet>(),
+         {{"DetObjReprMapItems", "ObjQualifier"},
+          {"DetViewDimPointSelection", "Objects"},
+          {"DetailStyleMapItems", "ObjQualifierSet"}}},
+        {descriptionOf<StructDetailStyle>(),
+         {{"DetailMasterTable", "DetailStyle"}, {"DetailStyleMapItems", "DetailStyle"}}},
+        {descriptionOf<StructDetViewDimRequestLinear>(), {{"DetViewDimStrategyItems", "RequestLinear"}}},
+        {descriptionOf<StructDetailProcessDefinition>(), {{"DetProcessesSuiteItems", "Process"}}},
+        {descriptionOf<StructDetViewDimPointSelection>(),
+         {{"DetViewDimRequestLinear", "Point1"},
+          {"DetViewDimRequestLinear", "Point2"},
+          {"DetViewDimRequestLinear", "Point3"}}},
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.target.table);
+        std::map<std::string, int> stored;
+        for (const auto& [table, column] : one.columns) {
+            const Texts names = columns(details, table);
+            const auto at = std::find(names.begin(), names.end(), column);
+            ASSERT_NE(at, names.end()) << table << "." << column;
+            for (const std::string& value :
+                 valuesOf(*records::ofTable(table), static_cast<int>(at - names.begin())))
+                ++stored[value];
+        }
+        int total = 0;
+        for (const std::string& key : valuesOf(one.target, one.target.key)) {
+            const auto found =
+                static_cast<int>(referrers(std::string(one.target.table).c_str(), std::stoi(key)).size());
+            EXPECT_EQ(found, stored[key]) << key;
+            total += found;
+        }
+        EXPECT_GT(total, 0);
+    }
+}
+
+} // namespace
