@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 using namespace korodbc::host;
 
@@ -140,7 +141,7 @@ int columnValues(Table* table, const KorString& where, const KorString& orderBy,
         service().setError(table->connection().lastError());
         return 0;
     }
-    values = read;
+    values = std::move(read);
     return 1;
 }
 

@@ -1,14 +1,13 @@
 #include "lookup/KorOdbcSteelSections.h"
 #include "repository/KorDatabaseProfileAccess.h"
 #include "repository/KorDSNManager.h"
+#include "repository/RecordAccess.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
-using Sections = KorArray<StructSection>;
-
-constexpr int wholeRecords = 3;       // mode of reading sections
 constexpr int calculationValues = 18; // of a section
 
 /// Splits an internal name; false unless both parts hold something.
@@ -18,39 +17,40 @@ bool split(const KorString& internalName, KorString& classKey, KorString& sectio
            !classKey.isEmpty() && !sectionName.isEmpty();
 }
 
-bool readSections(const KorString& classKey, Sections& sections)
+enum class Found { NoTable, NoSection, Section };
+
+/// Looks for a section of a class by its name, whatever its case; the first one in the table counts.
+Found findSection(const KorString& classKey, const KorString& name, StructSection& section)
 {
     StructProfileClass profileClass;
-    return StructProfileClassMarshal::getStructByKey(classKey, profileClass) == 1 &&
-           KorDatabaseProfileAccess::getProfileTable(profileClass, sections, wholeRecords) == 1;
+    if (StructProfileClassMarshal::getStructByKey(classKey, profileClass) != 1)
+        return Found::NoTable;
+    Found found = Found::NoSection;
+    const int result = KorDatabaseProfileAccess::visitSections(profileClass, [&](const StructSection& candidate) {
+        if (candidate.sectionName.compareNoCase(name) != 0)
+            return true;
+        section = candidate;
+        found = Found::Section;
+        return false;
+    });
+    return result == 1 ? found : Found::NoTable;
 }
 
-/// Finds a section by halving, since sections come sorted by name, and where that fails one by one.
-const StructSection* findSection(const Sections& sections, const KorString& name)
-{
-    const auto before = [](const StructSection& section, const KorString& wanted) {
-        return section.sectionName.compareNoCase(wanted) < 0;
-    };
-    const auto isWanted = [&](const StructSection& section) {
-        return section.sectionName.compareNoCase(name) == 0;
-    };
-    const StructSection* found = std::lower_bound(sections.begin(), sections.end(), name, before);
-    if (found == sections.end() || !isWanted(*found))
-        found = std::find_if(sections.begin(), sections.end(), isWanted);
-    return found == sections.end() ? nullptr : found;
-}
-
-/// Replaces `names` by the run names of the sections of a class.
+/// Replaces `names` by the run names of the sections of a class, sorted whatever their case.
 int listSections(const StructProfileClass& profileClass, KorArray<KorString>& names)
 {
-    Sections sections;
-    const int result = KorDatabaseProfileAccess::getProfileTable(profileClass, sections, wholeRecords);
+    KorArray<KorString> found;
+    const int result = KorDatabaseProfileAccess::visitSections(profileClass, [&](const StructSection& section) {
+        if (section.sectionName != L"zzzzzzzzzExtern") // marks the end of a table
+            found.append(section.sectionName);
+        return true;
+    });
     if (result != 1)
         return result;
-    names.setLogicalLength(0);
-    for (const StructSection& section : sections)
-        if (section.sectionName != L"zzzzzzzzzExtern") // marks the end of a table
-            names.append(section.sectionName);
+    const auto before = [](const KorString& a, const KorString& b) { return a.compareNoCase(b) < 0; };
+    if (!std::is_sorted(found.begin(), found.end(), before))
+        std::stable_sort(found.begin(), found.end(), before);
+    names = std::move(found);
     return result;
 }
 
@@ -100,15 +100,21 @@ int kor_odbc_getMaterialForSectionClass(const KorString& internalName, KorString
 
 long kor_odbc_get_menu_list(long classIndex, KorArray<KorString>& names)
 {
-    KorArray<StructProfileClass> classes;
-    StructProfileClassMarshal::getTable(classes);
-    if (classIndex >= 0 && classIndex < classes.length()) {
-        listSections(classes[classIndex], names);
-        return names.length();
-    }
-    names.setLogicalLength(0);
-    for (const StructProfileClass& profileClass : classes)
-        names.append(profileClass.runName);
+    StructProfileClass wanted;
+    bool found = false;
+    KorArray<KorString> classes;
+    RecordAccess::visit(descriptionOf<StructProfileClass>(), [&](const void* record) {
+        const auto& profileClass = *static_cast<const StructProfileClass*>(record);
+        found = classes.length() == classIndex;
+        if (found)
+            wanted = profileClass;
+        classes.append(profileClass.runName);
+        return !found;
+    });
+    if (found)
+        listSections(wanted, names);
+    else
+        names = std::move(classes);
     return names.length();
 }
 
@@ -130,18 +136,17 @@ int kor_odbc_getSectionAlpha(double& alpha, const KorString& internalName)
     KorString classKey, sectionName;
     if (!split(internalName, classKey, sectionName))
         return 0;
-    Sections sections;
-    bool read = false;
+    StructSection section;
+    Found found = Found::NoTable;
     {
         const KorDSNRequest request(KorDSNDefinitions::kProfiles, KorDSNSetDwgSource::GeteIndexForDwg());
-        read = readSections(classKey, sections);
+        found = findSection(classKey, sectionName, section);
     }
-    if (!read && !readSections(classKey, sections))
+    if (found == Found::NoTable)
+        found = findSection(classKey, sectionName, section);
+    if (found != Found::Section)
         return 0;
-    const StructSection* section = findSection(sections, sectionName);
-    if (section == nullptr)
-        return 0;
-    alpha = section->alpha;
+    alpha = section.alpha;
     return 1;
 }
 
@@ -151,15 +156,13 @@ int kor_odbc_getSectionCalculationParams(KorArray<double>& params, const KorStri
     if (params.physicalLength() < calculationValues)
         params.setPhysicalLength(calculationValues);
     KorString classKey, sectionName;
-    Sections sections;
-    if (!split(internalName, classKey, sectionName) || !readSections(classKey, sections))
-        return 0;
-    const StructSection* section = findSection(sections, sectionName);
-    if (section == nullptr)
+    StructSection section;
+    if (!split(internalName, classKey, sectionName) ||
+        findSection(classKey, sectionName, section) != Found::Section)
         return 0;
     for (const ColumnDescription& column : descriptionOf<StructSection>().columns)
         if (column.kind == FieldKind::Real)
-            params.append(column.real(section));
+            params.append(column.real(&section));
     return 1;
 }
 

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <span>
 
 namespace korodbc {
 
@@ -44,6 +45,10 @@ bool CompactTable::load()
 {
     clear();
     report.table = name();
+    // without their table rows would read as rows without items, all of them equal
+    if (m_type.items.exists() && KorDatabaseAccess::doesTableExists(KorDSNManager::getInstance().getCurrentDSN(),
+                                                                    wide(m_type.items.item().table)) != 1)
+        return false;
     if (RecordAccess::readTable(m_type, m_records->get()) != 1)
         return false;
     report.rows = static_cast<int>(length());
@@ -145,8 +150,6 @@ int CompactTables::execute(const KorString& pattern, std::initializer_list<int> 
 {
     if (onlyPreview)
         return 1;
-    if (values.size() == 0)
-        return KorDatabaseAccess::doSQLStatement(database, pattern);
     const std::vector<KorFormatArgument> arguments(values.begin(), values.end());
     return KorDatabaseAccess::doSQLStatement(database, pattern, arguments);
 }
@@ -210,12 +213,20 @@ int CompactTables::deleteDuplicates(CompactTable& table)
     const RecordDescription& type = table.type();
     const bool itemsByOwner = type.items.exists() && type.items.item().key < 0;
     int result = 1;
+    KorString condition, statement; // patterns for as many keys as the last batch had
+    std::size_t keysInCondition = 0;
     for (std::size_t i = 0; i < keys.size(); i += keysPerStatement) {
-        KorString condition;
-        for (std::size_t j = i; j < std::min(keys.size(), i + keysPerStatement); ++j)
-            condition += KorString::format(j == i ? L"[Key] = %d" : L" OR [Key] = %d", keys[j]);
-        if (condition.length() > table.rules.minimumCondition)
-            result = execute(L"DELETE FROM " + table.name() + L" WHERE " + condition + L";", {});
+        const auto batch = std::span(keys).subspan(i, std::min(keys.size() - i, keysPerStatement));
+        if (batch.size() != keysInCondition) {
+            keysInCondition = batch.size();
+            condition = L"[Key] = %d";
+            for (std::size_t j = 1; j < keysInCondition; ++j)
+                condition += L" OR [Key] = %d";
+            statement = L"DELETE FROM " + table.name() + L" WHERE " + condition + L";";
+        }
+        if (condition.length() > table.rules.minimumCondition && !onlyPreview)
+            result = KorDatabaseAccess::doSQLStatement(database, statement,
+                                                       std::vector<KorFormatArgument>(batch.begin(), batch.end()));
     }
     table.report.deleted = static_cast<int>(keys.size());
     if (!itemsByOwner) {

@@ -7,6 +7,7 @@
 #include <map>
 #include <regex>
 #include <sqlite3.h>
+#include <sstream>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -28,6 +29,51 @@ inline void sql(const fs::path& file, const std::string& statements)
     ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
     EXPECT_EQ(sqlite3_exec(db, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(db);
     sqlite3_close(db);
+}
+
+/// Overwrites everything after the first bytes; the file still looks like a database.
+inline void damage(const fs::path& file)
+{
+    std::string bytes = contents(file);
+    for (std::size_t i = 8192; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>(i * 7);
+    write(file, bytes);
+}
+
+/// Overwrites the first page of one table.
+inline void damageTable(const fs::path& file, const std::string& table)
+{
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
+    sqlite3_stmt* page = nullptr;
+    sqlite3_prepare_v2(db, ("SELECT rootpage FROM sqlite_master WHERE name = '" + table + "'").c_str(), -1, &page,
+                       nullptr);
+    ASSERT_EQ(sqlite3_step(page), SQLITE_ROW);
+    const auto at = static_cast<std::size_t>(sqlite3_column_int(page, 0) - 1) * 4096;
+    sqlite3_finalize(page);
+    sqlite3_close(db);
+    std::string bytes = contents(file);
+    ASSERT_GT(at, 0u);
+    write(file, bytes.replace(at, 4096, 4096, '\7'));
+}
+
+/// Lets the engine take the database for one of a later format, which it may only read.
+inline void makeReadOnly(const fs::path& file)
+{
+    std::string bytes = contents(file);
+    ASSERT_GT(bytes.size(), 18u);
+    bytes[18] = 3;
+    write(file, bytes);
+}
+
+/// Without the lines "Making Details: 40 %" that a slow machine gets to see.
+inline std::string withoutProgress(const std::string& messages)
+{
+    std::string kept, line;
+    for (std::istringstream lines(messages); std::getline(lines, line);)
+        if (line.size() < 2 || line.compare(line.size() - 2, 2, " %") != 0)
+            kept += line + "\n";
+    return kept;
 }
 
 struct Outcome {
@@ -68,7 +114,7 @@ protected:
                                     "' && KORODBC_CATALOGUE= KORODBC_REPOSITORY=work '" KORODBC_TOOL "' " +
                                     arguments + " >'" + out.string() + "' 2>'" + err.string() + "'";
         const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(out), contents(err)};
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(out), withoutProgress(contents(err))};
     }
     Outcome run(const std::string& arguments) const { return runIn(m_folder, arguments); }
     /// The output of a command that has to succeed without a word on stderr.

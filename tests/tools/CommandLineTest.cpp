@@ -3,36 +3,6 @@
 #include <functional>
 #include <vector>
 
-namespace {
-
-/// Overwrites everything after the first bytes; the file still looks like a database.
-void damage(const fs::path& file)
-{
-    std::string bytes = contents(file);
-    for (std::size_t i = 8192; i < bytes.size(); ++i)
-        bytes[i] = static_cast<char>(i * 7);
-    write(file, bytes);
-}
-
-/// Overwrites the first page of one table.
-void damageTable(const fs::path& file, const std::string& table)
-{
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
-    sqlite3_stmt* page = nullptr;
-    sqlite3_prepare_v2(db, ("SELECT rootpage FROM sqlite_master WHERE name = '" + table + "'").c_str(), -1, &page,
-                       nullptr);
-    ASSERT_EQ(sqlite3_step(page), SQLITE_ROW);
-    const auto at = static_cast<std::size_t>(sqlite3_column_int(page, 0) - 1) * 4096;
-    sqlite3_finalize(page);
-    sqlite3_close(db);
-    std::string bytes = contents(file);
-    ASSERT_GT(at, 0u);
-    write(file, bytes.replace(at, 4096, 4096, '\7'));
-}
-
-} // namespace
-
 TEST_F(CommandLine, BadInputIsRefusedInOneLineAndChangesNothing)
 {
     write(m_folder / "text.db", "Key,RunName\n1,a text file that is long enough to be taken for something else\n");
@@ -267,7 +237,7 @@ TEST_F(CommandLine, TheTraceNamesSourceOriginAndResult)
 TEST_F(CommandLine, TheDemonstrationComesOutAsItSays)
 {
     const std::string out = output("demo shown");
-    for (const char* line : {"\\n6\\. ", "74 rows, went into", "Addin: 74 rows under new keys",
+    for (const char* line : {"\\n8\\. ", "74 rows, went into", "Addin: 74 rows under new keys",
                              "\"Copy of Beam, single part\", key 20", "%Quantity%x\", as before",
                              "Copy DetailStyle_VELCopy \\(Details\\)", "Brought back: DetailStyle"})
         EXPECT_TRUE(matches(out, line)) << line << "\n" << out;

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "DetailKind.h"
 #include "Output.h"
-#include "records/detail/DetailStyleRecords.h"
 #include "Session.h"
+#include "transfer/KorOdbcCompactDetailsTables.h"
 
 #include <string>
 #include <vector>
@@ -46,14 +47,36 @@ struct ImportCsvOptions {
 };
 void runImportCsv(const GlobalOptions& global, const ImportCsvOptions& options);
 
-void runStyles(const GlobalOptions& global, const std::string& source);
-void runTree(const GlobalOptions& global, const std::string& style, const std::string& source);
-void runExport(const GlobalOptions& global, const std::string& style, const std::string& source,
-               const std::string& file);
+void runStyles(const GlobalOptions& global, const std::string& source, Format format);
+void runProcesses(const GlobalOptions& global, const std::string& source, Format format);
+void runGroups(const GlobalOptions& global, const std::string& source, Format format);
+void runTree(const GlobalOptions& global, Detail kind, const std::string& name, const std::string& source);
+struct ExportOptions {
+    Detail kind;
+    std::string name, source, file;
+    bool withStyles = true; // of a process: the styles that its style maps name
+};
+void runExport(const GlobalOptions& global, const ExportOptions& options);
 struct ImportOptions {
-    std::string file, style, into = "Details";
+    Detail kind;
+    std::string file, name, into;
+    bool withStyles = true;
 };
 void runImport(const GlobalOptions& global, const ImportOptions& options);
+
+struct CompactOptions {
+    std::string what = "all", source = "Details"; // or styles, processes, qualifier-sets
+    bool keep = false, dryRun = false, force = false, backup = false;
+    Format format = Format::Text;
+};
+void runCompact(const GlobalOptions& global, const CompactOptions& options);
+struct SharedOptions {
+    std::string table, row, source = "Details";
+    Format format = Format::Text;
+};
+void runShared(const GlobalOptions& global, const SharedOptions& options);
+/// With an empty name of the source all detail databases.
+void runCheck(const GlobalOptions& global, const std::string& source, Format format);
 
 enum class Closing { Ok, Cancel, Update, LeaveOpen };
 struct EditOptions {
@@ -78,19 +101,26 @@ private:
 
 // The work behind the commands, on an open repository
 
-/// The detail style with that name or key.
-StructDetailStyle styleNamed(const std::string& style, const Source& source);
-struct Exported {
-    std::string style;
-    int rows;
+/// What a transfer did.
+struct Moved {
+    std::string detail, name;       // in the source and in the target
+    std::string from, into;         // data source or file
+    int key, rows;                  // in the target
+    int keptItems;                  // items that name a style by its key in the source
+    std::vector<int> unknownStyles; // those of these keys that the target does not have
 };
-Exported exportStyle(const std::string& style, const Source& source, const std::string& file);
-struct Imported {
-    std::string style, name; // in the file, and where it was imported
-    std::string into;        // data source
-    int key = -1, rows = 0;  // where it was imported
+Moved exportDetail(const ExportOptions& options);
+Moved importDetail(const ImportOptions& options);
+/// What a compaction did, or with a dry run would do.
+struct Compacted {
+    std::vector<KorCompactedTable> tables;
+    std::vector<KorDetailReference> stranded; // name rows that are gone
+    std::string backup;                       // file, empty without
+    bool nothingToDo = false;
 };
-Imported importStyle(const ImportOptions& options);
+Compacted compact(const CompactOptions& options);
+/// "DetailStyle 1 "Beam" Request2 -> DetViewRequest 7"
+std::string referenceText(const KorDetailReference& reference);
 struct Edited {
     std::string record, column, before, after, source;
 };

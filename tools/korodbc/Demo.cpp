@@ -61,6 +61,36 @@ void build(const InitOptions& options)
     throw Failure{kFailed, error.substr(0, end) + (more > 0 ? " (and " + counted(more, "more error") + ")" : "")};
 }
 
+/// Exports the first process of the catalogue and imports it again; returns its name.
+void showProcess(const Source& details, const std::string& file)
+{
+    std::vector<std::string> names;
+    {
+        const KorDSNRequest request(details.dsn, details.index);
+        names = detailNames(Detail::Process);
+    }
+    if (names.empty())
+        throw Failure{kFailed, "the catalogue has no detail process to show"};
+    step("Detail process " + quote(names.front()) + " travels with the styles of its style maps");
+    const Moved exported = exportDetail({Detail::Process, names.front(), "Details", file});
+    say("   " + counted(exported.rows, "row") + " went into " + file + ".");
+    const Moved imported = importDetail({Detail::Process, file, "", "Details"});
+    say("   Details: " + counted(imported.rows, "row") + " under new keys; the process is " +
+        quote(imported.name) + ", key " + std::to_string(imported.key) + ".");
+}
+
+std::string sums(const Compacted& compacted)
+{
+    int rows = 0, redirected = 0, deleted = 0;
+    for (const KorCompactedTable& table : compacted.tables) {
+        rows += table.rows;
+        redirected += table.redirected;
+        deleted += table.deleted;
+    }
+    return std::to_string(deleted) + " of " + counted(rows, "row") + " deleted, " +
+           counted(redirected, "reference") + " redirected";
+}
+
 } // namespace
 
 std::string catalogueFolder(const std::string& given)
@@ -114,17 +144,29 @@ void runDemo(const GlobalOptions& given, const std::string& folder, const std::s
             counted(styles.length(), "detail style") + ".");
 
         step("Detail style " + quote(style) + " is exported");
-        const Exported exported = exportStyle(style, details, file);
+        const Moved exported = exportDetail({Detail::Style, style, "Details", file});
         say("   The style and everything that it refers to, " + counted(exported.rows, "row") + ", went into " +
             file + ".");
 
         step("It is imported into the add-in database, and once more into the one that it came from");
         for (const char* into : {"Addin", "Details"}) {
-            const Imported imported = importStyle({file, "", into});
+            const Moved imported = importDetail({Detail::Style, file, "", into});
             say("   " + std::string(into) + ": " + counted(imported.rows, "row") +
                 " under new keys; the style is " + quote(imported.name) + ", key " + std::to_string(imported.key) +
                 ".");
         }
+
+        showProcess(details, (fs::path(folder) / "process.db").string());
+
+        step("The duplicates that the imports left are merged, after a dry run");
+        CompactOptions compaction;
+        compaction.dryRun = true;
+        say("   It would leave: " + sums(compact(compaction)) + ".");
+        compaction.dryRun = false;
+        compaction.backup = true;
+        const Compacted compacted = compact(compaction);
+        say("   Done: " + sums(compacted) + ".");
+        say("   The database as it was is in " + compacted.backup + ".");
 
         step("The style's title is edited under a copy, and the dialog is cancelled");
         EditOptions change{"DetailStyle", key, "TitleFormat",  "O'Brien's beam – 100 % größer",

@@ -48,7 +48,8 @@ void checkDatabase(const std::string& file)
     char magic[16] = {};
     std::ifstream(file, std::ios::binary).read(magic, sizeof magic);
     if (std::string_view(magic, 15) != "SQLite format 3")
-        throw Failure{kFailed, file + " is no detail database; name a file made with: korodbc export-style"};
+        throw Failure{
+            kFailed, file + " is no detail database; name a file made with: korodbc export-style, export-process"};
     const auto database = openSound(file);
     for (const char* table : tablesOf5_1)
         if (database->table(KorString::fromUtf8(table)) == nullptr)
@@ -58,7 +59,7 @@ void checkDatabase(const std::string& file)
         if (records::isDetailTable(describe()) &&
             database->table(KorString::fromUtf8(describe().table)) == nullptr)
             throw Failure{kFailed, file + " is no complete detail database: table " +
-                                       std::string(describe().table) + " is missing; export the style again"};
+                                       std::string(describe().table) + " is missing; export into a new file"};
 }
 
 } // namespace
@@ -73,7 +74,8 @@ void checkImportFile(const std::string& file)
 {
     std::error_code code;
     if (!fs::exists(file, code))
-        throw Failure{kFailed, "there is no file " + file + "; make one with: korodbc export-style STYLE " + file};
+        throw Failure{kFailed,
+                      "there is no file " + file + "; make one with: korodbc export-style, export-process"};
     checkDatabase(file);
 }
 
@@ -102,4 +104,42 @@ void refuseSameFile(const std::string& file, const Source& source)
     if (fs::equivalent(file, source.file, code))
         throw Failure{kFailed,
                       file + " is the database of data source " + source.name + " itself; name another file"};
+}
+
+std::string backUp(const std::string& file)
+{
+    const auto refused = [&](const std::string& why) {
+        return Failure{kFailed, "no backup of " + file + " could be made: " + why +
+                                    "; make room in its folder, or go on without --backup"};
+    };
+    if (file == ":memory:")
+        throw refused("it has no file");
+    std::string copy, error;
+    std::error_code code;
+    for (int number = 1; copy.empty() || fs::exists(copy, code); ++number)
+        copy = file + ".backup-" + std::to_string(number);
+    const std::string fresh = copy + ".new-" + std::to_string(::getpid());
+    const auto from = korodbc::host::Connection::open(file, false, error);
+    if (!from)
+        throw refused(error);
+    sqlite3* to = nullptr;
+    int result = sqlite3_open(fresh.c_str(), &to);
+    if (result == SQLITE_OK) {
+        sqlite3_backup* backup = sqlite3_backup_init(to, "main", from->handle(), "main");
+        sqlite3_backup_step(backup, -1);
+        result = backup == nullptr ? sqlite3_errcode(to) : sqlite3_backup_finish(backup);
+    }
+    if (result == SQLITE_OK) // one file, without a log beside it
+        result = sqlite3_exec(to, "PRAGMA journal_mode = DELETE", nullptr, nullptr, nullptr);
+    error = sqlite3_errmsg(to);
+    sqlite3_close(to);
+    if (result == SQLITE_OK) {
+        fs::rename(fresh, copy, code);
+        error = code.message();
+    }
+    if (result != SQLITE_OK || code) {
+        fs::remove(fresh, code);
+        throw refused(error);
+    }
+    return copy;
 }

@@ -4,7 +4,7 @@
 
 #include <string>
 
-/// Looks at a detail database file before it is attached, without changing it.
+// Detail database files, before they are attached. None of this changes the file.
 
 /// Throws when the database is damaged: a transfer would lose rows unseen.
 void checkSound(const std::string& file);
@@ -14,3 +14,6 @@ void checkImportFile(const std::string& file);
 bool checkExportTarget(const std::string& file);
 /// Throws when the file is the database of that source.
 void refuseSameFile(const std::string& file, const Source& source);
+/// Copies the database, with what its log holds, to a new file beside it, "details.db.backup-1" and so on; returns
+/// the copy's path. Throws, with no file left behind, when that fails.
+std::string backUp(const std::string& file);

@@ -1,4 +1,5 @@
 #include "Commands.h"
+#include "CurrentDatabase.h"
 #include "DetailFile.h"
 #include "edit/KorTableEdit.h"
 #include "Records.h"
@@ -127,30 +128,6 @@ std::string stored(const StoredTable& table, const RecordDescription& type, cons
         throw Failure{kFailed, "table " + table.name + " cannot be read" + because()};
     return data.getStringW().toUtf8();
 }
-
-/// The database that the manager edits, while this object lives.
-class CurrentDatabase {
-public:
-    explicit CurrentDatabase(const Source& source)
-        : m_dsn(KorOdbcMan::getCurrentDSN()), m_addIn(KorOdbcMan::getCurrentAddIn()),
-          m_request(source.dsn, source.index)
-    {
-        KorOdbcMan::setCurrentDSN(source.dsn);
-        KorOdbcMan::setCurrentAddIn(source.index);
-    }
-    ~CurrentDatabase()
-    {
-        KorOdbcMan::setCurrentDSN(m_dsn);
-        KorOdbcMan::setCurrentAddIn(m_addIn);
-    }
-    CurrentDatabase(const CurrentDatabase&) = delete;
-    CurrentDatabase& operator=(const CurrentDatabase&) = delete;
-
-private:
-    eDSN m_dsn;
-    eIndex m_addIn;
-    KorDSNRequest m_request;
-};
 
 int close(KorTableEdit& dialog, Closing closing)
 {

@@ -14,20 +14,6 @@
 
 namespace {
 
-void print(const Sheet& sheet, Format format)
-{
-    if (format == Format::Text) {
-        printText(sheet);
-    } else if (format == Format::Csv) {
-        printCsv(sheet);
-    } else {
-        std::puts("[");
-        for (std::size_t i = 0; i < sheet.rows.size(); ++i)
-            std::printf("  %s}%s\n", jsonRow(sheet, sheet.rows[i]).c_str(), i + 1 < sheet.rows.size() ? "," : "");
-        std::puts("]");
-    }
-}
-
 std::string numberText(double number) { return KorCellData(number).getStringW().toUtf8(); }
 
 template <class Number>
@@ -409,7 +395,7 @@ void runFind(const GlobalOptions& global, const FindOptions& options)
     if (sheet.rows.empty())
         throw Failure{kNotFound,
                       "table " + table.name + " (" + table.source.name + ") has no row that meets the conditions"};
-    print(sheet, options.format);
+    printSheet(sheet, options.format);
 }
 
 void runSection(const GlobalOptions& global, const std::string& name, Format format)
@@ -455,7 +441,7 @@ void runSection(const GlobalOptions& global, const std::string& name, Format for
         if (!sameName(std::string(column.name), "Alpha")) // stands above
             sheet.rows.push_back({std::string(column.name), text, meant.unit, meant.meaning});
     }
-    print(sheet, format);
+    printSheet(sheet, format);
 }
 
 void runBolts(const GlobalOptions& global, const std::string& standard, const std::string& diameter)

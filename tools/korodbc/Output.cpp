@@ -153,6 +153,20 @@ void printCsv(const Sheet& sheet)
         print(row.size(), [&](std::size_t i) { return row[i]; });
 }
 
+void printSheet(const Sheet& sheet, Format format)
+{
+    if (format == Format::Text) {
+        printText(sheet);
+    } else if (format == Format::Csv) {
+        printCsv(sheet);
+    } else {
+        std::puts("[");
+        for (std::size_t i = 0; i < sheet.rows.size(); ++i)
+            std::printf("  %s}%s\n", jsonRow(sheet, sheet.rows[i]).c_str(), i + 1 < sheet.rows.size() ? "," : "");
+        std::puts("]");
+    }
+}
+
 std::string jsonText(std::string_view utf8)
 {
     std::string json = "\"";

@@ -32,6 +32,7 @@ std::string singleLine(std::string_view utf8);
 
 void printText(const Sheet& sheet);
 void printCsv(const Sheet& sheet);
+void printSheet(const Sheet& sheet, Format format);
 std::string jsonText(std::string_view utf8);
 /// An object of the row's columns, without the closing brace.
 std::string jsonRow(const Sheet& sheet, const std::vector<std::string>& row);

@@ -114,6 +114,28 @@ std::string numberedName(const ColumnDescription& column, long item)
     return KorString::format(KorString::fromUtf8(column.name), item).toUtf8();
 }
 
+std::vector<Link> linksOf(const RecordDescription& type, const void* record)
+{
+    std::vector<Link> links;
+    const auto add = [&](const ColumnDescription& column, const void* element, const auto& labelOf) {
+        if (column.link != LinkKind::None && column.kind == FieldKind::Integer)
+            links.push_back({labelOf(column), &column, column.integer(element)});
+    };
+    const auto ownName = [](const ColumnDescription& column) { return std::string(column.name); };
+    for (const ColumnDescription& column : type.columns)
+        add(column, record, ownName);
+    for (long i = 0; type.numbered.exists() && i < type.numbered.list.length(record); ++i)
+        for (const ColumnDescription& column : type.numbered.columns)
+            add(column, type.numbered.list.at(record, i),
+                [&](const ColumnDescription& numbered) { return numberedName(numbered, i + 1); });
+    for (long i = 0; type.items.exists() && i < type.items.list.length(record); ++i)
+        for (const ColumnDescription& column : type.items.item().columns)
+            add(column, type.items.list.at(record, i), [&](const ColumnDescription& item) {
+                return "item " + std::to_string(i + 1) + " " + std::string(item.name);
+            });
+    return links;
+}
+
 Sheet sheetOf(const RecordDescription& type, long items)
 {
     Sheet sheet;

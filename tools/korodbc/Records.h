@@ -34,6 +34,16 @@ std::string cellText(const ColumnDescription& column, const void* record);
 /// A numbered column's name, "Request3".
 std::string numberedName(const ColumnDescription& column, long item);
 
+/// A column of a record, or of one of its items, that names a row of another table.
+struct Link {
+    std::string label; // "Request3", "item 2 AnnotationStrategy"
+    const ColumnDescription* column;
+    int target; // key
+
+    bool namesNone() const { return target == -1 && (column->noneAllowed || column->link == LinkKind::Lookup); }
+};
+std::vector<Link> linksOf(const RecordDescription& type, const void* record);
+
 /// The columns of a record type, those of `items` numbered items included.
 Sheet sheetOf(const RecordDescription& type, long items);
 std::vector<std::string> rowOf(const RecordDescription& type, const void* record, long items);

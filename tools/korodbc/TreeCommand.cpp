@@ -27,7 +27,7 @@ const struct {
     {&descriptionOf<StructDetViewRequest>, &descriptionOf<StructDetViewRequestCategory>, "DetViewRequest"},
 };
 
-class StyleTree {
+class DetailTree {
 public:
     void print(const Branch& root)
     {
@@ -37,7 +37,7 @@ public:
                     counted(static_cast<long>(m_shared.size()), "row").c_str());
         if (!m_missing.empty())
             throw Failure{kFailed, counted(static_cast<long>(m_missing.size()), "row") +
-                                       " that the style refers to are missing, the first is " + m_missing.front() +
+                                       " that it refers to are missing, the first is " + m_missing.front() +
                                        "; correct the reference with: korodbc edit"};
     }
 
@@ -83,20 +83,10 @@ private:
     static std::vector<Branch> branchesOf(const RecordDescription& type, const void* record)
     {
         std::vector<Branch> branches;
-        const auto add = [&](const std::string& label, const ColumnDescription& column, const void* element) {
-            if (column.link == LinkKind::Reference && !(column.noneAllowed && column.integer(element) == -1))
-                branches.push_back({label, &column.target(), column.integer(element)});
-        };
-        for (const ColumnDescription& column : type.columns)
-            if (!isParentColumn(type, column))
-                add(std::string(column.name), column, record);
-        for (long i = 0; type.numbered.exists() && i < type.numbered.list.length(record); ++i)
-            for (const ColumnDescription& column : type.numbered.columns)
-                add(numberedName(column, i + 1), column, type.numbered.list.at(record, i));
-        for (long i = 0; type.items.exists() && i < type.items.list.length(record); ++i)
-            for (const ColumnDescription& column : type.items.item().columns)
-                add("item " + std::to_string(i + 1) + " " + std::string(column.name), column,
-                    type.items.list.at(record, i));
+        for (const Link& link : linksOf(type, record))
+            if (link.column->link == LinkKind::Reference && !link.namesNone() &&
+                !isParentColumn(type, *link.column))
+                branches.push_back({link.label, &link.column->target(), link.target});
         for (const auto& rows : childRows)
             if (&rows.parent() == &type)
                 addChildren(rows.child(), rows.column, type.keyOf(record), branches);
@@ -130,11 +120,11 @@ private:
 
 } // namespace
 
-void runTree(const GlobalOptions& global, const std::string& style, const std::string& sourceName)
+void runTree(const GlobalOptions& global, Detail kind, const std::string& name, const std::string& sourceName)
 {
     const StartedSession session(global);
     const Source source = sourceNamed(sourceName);
-    const int key = styleNamed(style, source).key;
+    const int key = detailNamed(kind, name, source).key;
     const KorDSNRequest request(source.dsn, source.index);
-    StyleTree().print({"", &descriptionOf<StructDetailStyle>(), key});
+    DetailTree().print({"", &kindOf(kind).root(), key});
 }

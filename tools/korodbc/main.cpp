@@ -1,21 +1,24 @@
 #include "Commands.h"
 
+#include <algorithm>
+#include <cctype>
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <functional>
 
 namespace {
 
-constexpr const char* exitCodes = "Exit codes:\n"
-                                  "  0  done\n"
-                                  "  1  the operation failed; nothing was changed unless the message says so\n"
-                                  "  2  wrong usage: options, or a value that does not fit its column\n"
-                                  "  3  the repository, or one of its databases, cannot be opened\n"
-                                  "  4  not found: data source, table, column, row, style, section, bolt\n\n"
-                                  "Example:\n"
-                                  "  korodbc init work\n"
-                                  "  korodbc -r work styles\n"
-                                  "\"korodbc COMMAND --help\" shows the options of a command and an example.";
+constexpr const char* exitCodes =
+    "Exit codes:\n"
+    "  0  done\n"
+    "  1  the operation failed; nothing was changed unless the message says so\n"
+    "  2  wrong usage: options, or a value that does not fit its column\n"
+    "  3  the repository, or one of its databases, cannot be opened\n"
+    "  4  not found: data source, table, column, row, style, process, section, bolt\n\n"
+    "Example:\n"
+    "  korodbc init work\n"
+    "  korodbc -r work styles\n"
+    "\"korodbc COMMAND --help\" shows the options of a command and an example.";
 
 std::string oneLine(std::string text)
 {
@@ -50,8 +53,9 @@ public:
                        "Print every statement on stderr, with its data source, origin and result");
         addRepositoryCommands();
         addLookupCommands();
-        addStyleCommands();
+        addDetailCommands();
         addEditCommands();
+        addMaintenance();
         addDemo();
     }
 
@@ -193,37 +197,123 @@ private:
         importing->add_flag("--replace", m_importCsv.replace, "Replace the table when it exists");
     }
 
-    void addStyleCommands()
+    void addDetailCommands()
     {
-        const char* const source = "Data source of the style (default: Details)";
-        CLI::App* styles = command("styles", "List the detail styles", "korodbc styles",
-                                   [this] { runStyles(m_global, sourceOr("Details")); });
-        addSource(styles, source);
-        CLI::App* tree = command("tree", "Print a detail style and everything that it reaches",
-                                 "korodbc tree \"Beam, single part\"",
-                                 [this] { runTree(m_global, m_style, sourceOr("Details")); });
-        tree->add_option("STYLE", m_style, "Name or key of the style")->required()->type_name("");
-        addSource(tree, source);
+        listing("styles", "List the detail styles", runStyles);
+        listing("processes", "List the detail processes, with their numbers of steps", runProcesses);
+        listing("groups", "List the groups of annotations, qualifier sets and linear dimensions", runGroups);
+        CLI::App* tree = command("tree", "Print a detail style or process and everything that it reaches",
+                                 "korodbc tree \"Beam, single part\"\n"
+                                 "  korodbc tree \"All workshop drawings\" --process",
+                                 [this] {
+                                     runTree(m_global, m_process ? Detail::Process : Detail::Style, m_name,
+                                             sourceOr("Details"));
+                                 });
+        tree->add_option("NAME", m_name, "Name or key of the style")->required()->type_name("");
+        tree->add_flag("--process", m_process, "NAME is a process: its steps, scales, style maps, styles");
+        addSource(tree, "Data source (default: Details)");
+        addTransfer(Detail::Style, "\"Beam, single part\"", "beam.db",
+                    "Write a detail style, and everything that it refers to, into a file",
+                    "Copy a detail style from a file into the repository, under new keys");
+        addTransfer(Detail::Process, "\"All workshop drawings\"", "workshop.db",
+                    "Write a detail process with its steps, style maps and styles into a file",
+                    "Copy a detail process from a file into the repository, under new keys");
+    }
+
+    void listing(const char* name, const char* description,
+                 void (*run)(const GlobalOptions&, const std::string&, Format))
+    {
+        CLI::App* list = command(name, description, (std::string("korodbc ") + name + " --source Addin").c_str(),
+                                 [this, run] { run(m_global, sourceOr("Details"), format()); });
+        addSource(list, "Data source (default: Details)");
+        addFormats(list);
+    }
+
+    void addTransfer(Detail detail, const std::string& example, const std::string& file, const char* exportText,
+                     const char* importText)
+    {
+        const DetailKind& kind = kindOf(detail);
+        std::string upper = kind.shortNoun;
+        std::transform(upper.begin(), upper.end(), upper.begin(),
+                       [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
+        const std::string exportName = "export-" + kind.shortNoun, importName = "import-" + kind.shortNoun;
         CLI::App* exporting =
-            command("export-style", "Write a detail style, and everything that it refers to, into a file",
-                    "korodbc export-style \"Beam, single part\" beam.db",
-                    [this] { runExport(m_global, m_style, sourceOr("Details"), m_file); });
-        exporting->add_option("STYLE", m_style, "Name or key of the style")->required()->type_name("");
+            command(exportName.c_str(), exportText, ("korodbc " + exportName + " " + example + " " + file).c_str(),
+                    [this, detail] {
+                        runExport(m_global, {detail, m_name, sourceOr("Details"), m_file, withStyles()});
+                    });
+        exporting->add_option(upper, m_name, "Name or key of the " + kind.shortNoun)->required()->type_name("");
         exporting->add_option("FILE", m_file, "Detail database; made when it is missing")
             ->required()
             ->type_name("");
-        addSource(exporting, source);
+        addSource(exporting, ("Data source of the " + kind.shortNoun + " (default: Details)").c_str());
         CLI::App* importing =
-            command("import-style", "Copy a detail style from a file into the repository, under new keys",
-                    "korodbc import-style beam.db --into Addin", [this] { runImport(m_global, m_import); });
-        importing->add_option("FILE", m_import.file, "Detail database, as export-style makes it")
+            command(importName.c_str(), importText,
+                    ("korodbc " + importName + " " + file + " --into Addin").c_str(), [this, detail] {
+                        runImport(m_global, {detail, m_file, m_name, m_into, withStyles()});
+                    });
+        importing->add_option("FILE", m_file, "Detail database, as " + exportName + " makes it")
             ->required()
             ->type_name("");
-        importing->add_option("--style", m_import.style, "Style in the file (default: the only one)")
-            ->type_name("STYLE");
-        importing->add_option("--into", m_import.into, "Data source to import into")
+        importing
+            ->add_option("--" + kind.shortNoun, m_name,
+                         upper.substr(0, 1) + kind.shortNoun.substr(1) + " in the file (default: the only one)")
+            ->type_name(upper);
+        importing->add_option("--into", m_into, "Data source to import into")
             ->type_name("SOURCE")
             ->capture_default_str();
+        if (detail == Detail::Style)
+            return;
+        for (CLI::App* moving : {exporting, importing}) {
+            moving->add_flag("--with-styles", m_withStyles, "The styles that the style maps name, too (default)");
+            moving->add_flag("--without-styles", m_withoutStyles,
+                             "Only the process: the style maps keep the style keys of their source, which can\n"
+                             "mean other styles elsewhere");
+        }
+    }
+
+    void addMaintenance()
+    {
+        CLI::App* compact =
+            command("compact", "Merge rows of detail tables whose values are equal",
+                    "korodbc compact all --dry-run\n  korodbc compact all --backup\n\n"
+                    "Every reference to a duplicate is redirected to the row that stays, then the duplicates are\n"
+                    "deleted. A run that would leave references to deleted rows is refused; \"all\" leaves none.\n"
+                    "The run is stored whole or not at all. With --backup the database is first copied to a file\n"
+                    "beside it, as in details.db.backup-1. To bring it back, end all programs that use the\n"
+                    "repository and copy that file over the database.",
+                    [this] {
+                        m_compact.source = sourceOr("Details");
+                        m_compact.format = format();
+                        runCompact(m_global, m_compact);
+                    });
+        compact
+            ->add_option("WHAT", m_compact.what,
+                         "styles, processes, all, or qualifier-sets, which are also numbered from 1")
+            ->type_name("")
+            ->capture_default_str();
+        addSource(compact, "Details or Addin (default: Details)");
+        compact->add_flag("--dry-run", m_compact.dryRun, "Say what would be done, change nothing");
+        compact->add_flag("--keep", m_compact.keep, "Only redirect the references, delete nothing");
+        compact->add_flag("--force", m_compact.force, "Also when references to deleted rows are left");
+        compact->add_flag("--backup", m_compact.backup, "Keep a copy of the database beside it");
+        addFormats(compact);
+        CLI::App* shared = command(
+            "shared", "Print what refers to a row of a detail table",
+            "korodbc shared DetObjQualifierSet 1\n  korodbc shared DetViewRequest \"Beam, front\" --csv", [this] {
+                m_shared.source = sourceOr("Details");
+                m_shared.format = format();
+                runShared(m_global, m_shared);
+            });
+        shared->add_option("TABLE", m_shared.table, "Detail table")->required()->type_name("");
+        shared->add_option("ROW", m_shared.row, "Key or name of the row")->required()->type_name("");
+        addSource(shared, "Data source (default: Details)");
+        addFormats(shared);
+        CLI::App* check =
+            command("check", "Look for references that name rows which do not exist",
+                    "korodbc check --source Addin", [this] { runCheck(m_global, m_source, format()); });
+        addSource(check, "Data source (default: Details, Addin and the country add-ins)");
+        addFormats(check);
     }
 
     void addEditCommands()
@@ -255,12 +345,19 @@ private:
     void addDemo()
     {
         CLI::App* demo =
-            command("demo", "Show a style's travels in a new folder, step by step", "korodbc demo /tmp/demo",
-                    [this] { runDemo(m_global, m_file, m_init.catalogue); });
+            command("demo", "Show the travels of a style and a process in a new folder, step by step",
+                    "korodbc demo /tmp/demo", [this] { runDemo(m_global, m_file, m_init.catalogue); });
         m_file = "demo";
         demo->add_option("FOLDER", m_file, "New or empty folder (default: ./demo)")->type_name("");
         demo->add_option("--catalogue", m_init.catalogue, "Folder of the catalogue, as for init")
             ->type_name("DIR");
+    }
+
+    bool withStyles() const
+    {
+        if (m_withStyles && m_withoutStyles)
+            throw Failure{kUsage, "--with-styles and --without-styles exclude each other; give one of them"};
+        return !m_withoutStyles;
     }
 
     std::string sourceOr(const char* standard) const { return m_source.empty() ? standard : m_source; }
@@ -294,17 +391,19 @@ private:
 
     CLI::App m_app{
         "Keeps the configuration databases of steel detailing: looks at tables, looks sections and bolts\n"
-        "up, fills user tables, moves detail styles between databases, edits them under copies.\n"};
+        "up, fills user tables, moves detail styles and processes between databases, edits them under\n"
+        "copies, merges duplicates, finds broken references.\n"};
     std::function<void()> m_run;
     GlobalOptions m_global;
     InitOptions m_init;
     ShowOptions m_show;
-    ImportOptions m_import;
+    CompactOptions m_compact;
+    SharedOptions m_shared;
     EditOptions m_edit;
     FindOptions m_find;
     ImportCsvOptions m_importCsv;
-    std::string m_source, m_style, m_file, m_name, m_diameter;
-    bool m_csv = false, m_json = false;
+    std::string m_source, m_file, m_name, m_diameter, m_into = "Details";
+    bool m_csv = false, m_json = false, m_process = false, m_withStyles = false, m_withoutStyles = false;
     bool m_ok = false, m_cancel = false, m_update = false, m_leaveOpen = false;
 };
 

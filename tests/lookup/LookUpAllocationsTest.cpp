@@ -1,0 +1,221 @@
+// Allocations of warm flat look-ups, counted against what their results hold.
+
+#include "lookup/KorOdbcAutoConnection.h"
+#include "lookup/KorOdbcSteelBolts.h"
+#include "lookup/KorOdbcSteelCatalogues.h"
+#include "lookup/KorOdbcSteelPlates.h"
+#include "lookup/KorOdbcSteelRules.h"
+#include "lookup/KorOdbcSteelSections.h"
+#include "lookup/KorOdbcSteelStatics.h"
+#include "lookup/KorOdbcSteelWelding.h"
+#include "lookup/KorOdbcUserTables.h"
+#include "support/RepositoryFixture.h"
+#include "support/RepositoryFolder.h"
+
+#include <cstdlib>
+#include <new>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define KORODBC_COUNTS 0
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define KORODBC_COUNTS 0
+#endif
+#endif
+#ifndef KORODBC_COUNTS
+#define KORODBC_COUNTS 1
+#endif
+
+namespace {
+long allocations = 0, allocatedBytes = 0;
+
+#if KORODBC_COUNTS
+void* counted(std::size_t bytes) noexcept
+{
+    ++allocations;
+    allocatedBytes += static_cast<long>(bytes);
+    return std::malloc(bytes != 0 ? bytes : 1);
+}
+#endif
+} // namespace
+
+#if KORODBC_COUNTS // a sanitizer keeps its own allocator
+void* operator new(std::size_t bytes)
+{
+    if (void* storage = counted(bytes))
+        return storage;
+    throw std::bad_alloc();
+}
+void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept { return counted(bytes); }
+void operator delete(void* storage) noexcept { std::free(storage); }
+void operator delete(void* storage, std::size_t) noexcept { std::free(storage); }
+void operator delete(void* storage, const std::nothrow_t&) noexcept { std::free(storage); }
+#endif
+
+namespace {
+
+/// The shipped catalogue, every table that is asked read before.
+class LookUpAllocationsTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (KORODBC_COUNTS == 0)
+            GTEST_SKIP() << "allocations are not counted under the address sanitizer";
+    }
+
+    /// Allocations of a look-up that has run before, its output made anew.
+    template <class Out, class LookUp>
+    static long found(LookUp lookUp)
+    {
+        long before = 0;
+        for (int run = 0; run < 3; ++run) {
+            Out out{};
+            before = allocations;
+            const int result = static_cast<int>(lookUp(out));
+            const long after = allocations;
+            EXPECT_GT(result, 0);
+            before = after - before;
+        }
+        return before;
+    }
+
+    struct Case {
+        const char* lookUp;
+        long allocations;
+        long needed;
+    };
+    static void check(std::initializer_list<Case> cases)
+    {
+        for (const Case& c : cases)
+            EXPECT_LE(c.allocations, c.needed) << c.lookUp;
+    }
+
+    const RepositoryFolder m_folder{KORODBC_SOURCE_CATALOGUE};
+};
+
+using Names = KorArray<KorString>;
+using Bolts = KorODBCScrewsDll;
+constexpr auto length = StructScale::ScaleUnitType(0);
+
+#define LOOKUP(Out, call, needed)                                                                                 \
+    Case                                                                                                          \
+    {                                                                                                             \
+#call, found < Out>([&](Out& out) { return call; }), needed                                               \
+    }
+
+TEST_F(LookUpAllocationsTest, TextsNumbersAndRecordsAreHandedOutWithoutAny)
+{
+    const KorString name(L"ISO 4017"), key(L"2"), coating(L"1"), plate(L"1.5 mm"), scale(L"20:1"),
+        prompt(L"Diameter");
+    KorArray<StructRulesCategory> entries;
+    KorArray<StructValidCombinations> combinations;
+    KorArray<StructWeldSeam> welds;
+    KorArray<StructDSTVStaticInB04> properties;
+    KorArray<StructProfileClass> classes;
+    ASSERT_EQ(StructRulesCategoryMarshal::getTable(entries), 1);
+    ASSERT_EQ(StructValidCombinationsMarshal::getTable(combinations), 1);
+    ASSERT_EQ(kor_odbc_getCombiWeldTypes(welds), 1);
+    ASSERT_EQ(StructDSTVStaticInB04Marshal::getTable(properties), 1);
+    ASSERT_EQ(StructProfileClassMarshal::getTable(classes), 1);
+    const StructRulesCategory entry = entries[entries.length() / 2];
+    const StructValidCombinations c = combinations[combinations.length() / 2];
+    const StructWeldSeam weld = welds[welds.length() - 1];
+    const StructDSTVStaticInB04 property = properties[properties.length() - 1];
+    StructDSTVStaticInB03::eReferenceAxis axis{};
+    check({
+        LOOKUP(KorString, Bolts::kor_odbc_getNormKey(name, out), 1), // the number as text
+        LOOKUP(KorString, Bolts::kor_odbc_getNormDescription(key, out), 0),
+        LOOKUP(StructScrewCoating, Bolts::kor_odbc_getScrewCoating(coating, out), 0),
+        LOOKUP(StructRules, kor_odbc_getRuleObject(entry.runName, out), 0),
+        LOOKUP(KorString, kor_odbc_getRuleString(entry.runName, StructRules::kIntention, out), 0),
+        LOOKUP(KorString, kor_odbc_getRuleInternalName(entry.runName, out), 0),
+        LOOKUP(long, kor_odbc_getRuleVersion(entry.runName, out), 0),
+        LOOKUP(KorString, kor_odbc_getRules2ndJointName(entry.runName, out), 0),
+        LOOKUP(KorString, (kor_odbc_getRuleRunbezeichnungUse2nd(entry.category, entry.rule, out), 1), 0),
+        LOOKUP(int,
+               kor_odbc_getCombinationKey(out, c.standard, c.strengthClass, c.boltSet, c.diameter, c.coating,
+                                          c.assemblyLocation),
+               0),
+        LOOKUP(int, kor_odbc_getCombiWelding(weld.runName, out), 0),
+        LOOKUP(KorString, kor_odbc_getCombiWelding(weld.key, out), 0),
+        LOOKUP(int, kor_odbc_getCombiWeldingFor(weld.firstWeld, weld.secondWeld, out), 0),
+        LOOKUP(double, kor_odbc_getPlateThicknessKey(plate, out), 0),
+        LOOKUP(KorString, kor_odbc_getPlateThicknessDescription(1.5, out), 0),
+        LOOKUP(StructScale, kor_odbc_getSpecificScale(scale, length, out), 0),
+        LOOKUP(KorString, kor_odbc_getScaleDescription(10.0, out, length, false), 0),
+        LOOKUP(int, kor_odbc_getMaterialClass(1, out), 0),
+        LOOKUP(long, kor_odbc_DSTVstatic_getNumberOfObjects(out), 0),
+        LOOKUP(StructDSTVStaticInB01, kor_odbc_DSTVstatic_getObject(1, out), 0),
+        LOOKUP(KorString, kor_odbc_DSTVstatic_getProfile(property.objectNumber, out, axis), 0),
+        LOOKUP(KorString, kor_odbc_DSTVstatic_getObjectProperty(property.objectNumber, property.propertyName, out),
+               0),
+        LOOKUP(long, kor_odbc_getSectionBehaviourKey(classes[0].key, out), 0),
+        LOOKUP(KorString, kor_odbc_LanguageDependent_getRunname(prompt, out), 0),
+        // the list of tables and that of their records
+        LOOKUP(KorString, kor_odbc_get_ClassTypeName(classes[0].runName, out), 4),
+    });
+}
+
+TEST_F(LookUpAllocationsTest, ListsAllocateTheirArray)
+{
+    constexpr long array = 1, sources = 4, texts = 38;
+    KorArray<KorString> plates;
+    ASSERT_EQ(kor_odbc_getPlateThicknessList(plates), 1);
+    ASSERT_LE(plates.length(), texts);
+    KorArray<StructRulesCategory> entries;
+    ASSERT_EQ(StructRulesCategoryMarshal::getTable(entries), 1);
+    const KorString category = entries[0].category, standard(L"Standard");
+    check({
+        LOOKUP(Names, Bolts::kor_odbc_getScrewCoatingList(out), array),
+        LOOKUP(Names, kor_odbc_getBasicWeldingList(out), array),
+        LOOKUP(Names, kor_odbc_getCombiWeldingList(out), array),
+        LOOKUP(Names, kor_odbc_getStandardsList(out), array + sources),
+        LOOKUP(Names, kor_odbc_getDiameterList(out), array + sources),
+        LOOKUP(KorArray<StructScrewType>, kor_odbc_getBoltComponentTypes(out), array),
+        LOOKUP(KorArray<StructSetNutsBolts>, kor_odbc_getBoltComponents(out), array + sources),
+        LOOKUP(Names, kor_odbc_getRuleSublist(category, out), 2 * array),
+        LOOKUP(Names, kor_odbc_getPlateThicknessList(out), texts + 5), // the array grows as its rows are met
+        LOOKUP(Names, kor_odbc_getScaleList(length, out), 5),
+        LOOKUP(KorArray<StructScale>, kor_odbc_getScaleTable(length, out), 5),
+    });
+}
+
+TEST_F(LookUpAllocationsTest, ASectionCostsTheSameInALargeTable)
+{
+    const auto cost = [] {
+        const KorString beam(L"HEA@HEA100");
+        double alpha = 0;
+        KorArray<double> values;
+        kor_odbc_getSectionAlpha(alpha, beam);
+        kor_odbc_getSectionCalculationParams(values, beam);
+        const long before = allocatedBytes;
+        EXPECT_EQ(kor_odbc_getSectionAlpha(alpha, beam), 1);
+        EXPECT_EQ(kor_odbc_getSectionCalculationParams(values, beam), 1);
+        return allocatedBytes - before;
+    };
+    const long small = cost();
+    EXPECT_GT(small, 0);
+    m_folder.executeOutside("profiles.db",
+                            "WITH RECURSIVE n(i) AS (VALUES (1000) UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
+                            "INSERT INTO Profiles_HEA ([Key],[SectionName]) SELECT i, 'HEA' || i FROM n");
+    StructProfileClassMarshal::resetTableCache(0);
+    Names names;
+    EXPECT_GT(kor_odbc_get_menu_sublist(L"Wide flange beams, light", names), 0);
+    EXPECT_GT(names.length(), 4000);
+    EXPECT_EQ(cost(), small);
+}
+
+TEST_F(LookUpAllocationsTest, UserTableRowsCostTheirStatement)
+{
+    const KorString table(L"Standard"), name(L"ISO 4017");
+    constexpr long statement = 6; // the texts of a statement and of its names
+    KorArray<KorColumn> structure;
+    ASSERT_EQ(kor_odbc_getTableStructure(table, structure), 1);
+    check({
+        LOOKUP(int, kor_odbc_getUserComboBoxKey(name, table, out), statement),
+        LOOKUP(KorString, kor_odbc_getUserComboBoxRunname(2, table, out), statement + 1),
+        LOOKUP(KorArray<KorColumn>, kor_odbc_getTableStructure(table, out), structure.length() + 1),
+    });
+}
+
+} // namespace

@@ -1,0 +1,245 @@
+#include "tools/CommandLine.h"
+
+namespace {
+
+class ProcessCommands : public CommandLine {
+protected:
+    /// A tree without the keys of its rows.
+    static std::string shape(const std::string& tree)
+    {
+        return std::regex_replace(tree, std::regex("([A-Za-z]) [0-9]+\\]"), "$1]");
+    }
+    /// The number that a pattern finds in a text.
+    static std::string found(const std::string& text, const std::string& pattern)
+    {
+        std::smatch match;
+        EXPECT_TRUE(std::regex_search(text, match, std::regex(pattern))) << pattern << "\n" << text;
+        return match.size() > 1 ? match[1].str() : "";
+    }
+    fs::path details() const { return m_folder / "work/details.db"; }
+};
+
+} // namespace
+
+TEST_F(ProcessCommands, PrintWhatIsAskedFor)
+{
+    const struct {
+        std::string arguments, pattern;
+    } cases[] = {
+        {"processes", "\\n  5  Sheets of small parts  Sheets of small parts +2  VEL\\n"},
+        {"processes --csv",
+         "^Key,Process,Category,Steps,Owner\\n1,All workshop drawings,Workshop drawings,2,VEL\\n"},
+        {"processes --json", "^\\[\\n  \\{\"Key\": 1, \"Process\": \"All workshop drawings\", "},
+        {"processes --source no", "^Key  Process[^\\n]*\\n[- ]+\\n$"},
+        {"styles --csv", "^Key,Style,Category,No,Views,Owner\\n1,\"Beam, single part\",Single parts,1,5,VEL\\n"},
+        {"groups", "\\nDetViewDimRequestLinearGroup +2  Parts +4302 +[1-9]"},
+        {"groups --csv", "\\nDetObjAnnotationGroup,2,Part marks,4201?2,7\\n"},
+        {"tree 'All workshop drawings' --process", "^All workshop drawings  \\[DetailProcessDefinition 1\\]\\n"
+                                                   "├─ Category: Workshop drawings  [^\\n]*\\n"
+                                                   "├─ Step1: Single parts  \\[DetailProcessStep 1\\]\\n"},
+        {"tree 2 --process",
+         "StyleMap: [^\\n]*\\n[^]*item 1 DetailStyle: Plate, single part  \\[DetailStyle 2\\]"},
+        {"tree 2 --process", "item 3 ObjQualifierSet: Main beam  \\[DetObjQualifierSet 1\\]"},
+        {"shared DetObjQualifierSet 'Main beam'",
+         "\\nDetailStyleMapItems +3  Assemblies by kind +ObjQualifierSet +6\\n\\n"
+         "DetObjQualifierSet 1 \"Main beam\": 5 references\\.\\nShared: yes\\n$"},
+        {"shared DetailProcessDefinition 1", "1 reference\\.\\nShared: no\\n$"},
+        {"shared DetailMasterTable 1", "^DetailMasterTable 1 [^\\n]*: nothing refers to it\\.\\nShared: no\\n$"},
+        {"shared DetLeaderStyle 1", "Shared: yes\\n$"}, // a fixed catalogue row
+        {"shared DetailProcessStep 1 --csv",
+         "^Table,Key,Name,Column,Item\\nDetailProcessDefinition,1,All workshop "
+         "drawings,Step1,1\\nDetailProcessDefinition,2,[^\\n]*\\n$"},
+        {"check", "^Details: [0-9]{4} references, all lead somewhere\\nAddin: 0 references, all lead somewhere\\n"
+                  "CountryAddin Norway: 0 references, all lead somewhere\\n$"},
+        {"check --json", "^\\[\\n\\]\\n$"},
+        {"processes --help", "Example:\\n  korodbc processes "},
+        {"groups --help", "Example:\\n  korodbc groups "},
+        {"export-process --help", "--without-styles[^]*Example:\\n  korodbc export-process "},
+        {"import-process --help", "--process PROCESS[^]*Example:\\n  korodbc import-process "},
+        {"shared --help", "Example:\\n  korodbc shared "},
+        {"check --help", "Example:\\n  korodbc check "},
+    };
+    for (const auto& entry : cases) {
+        const std::string out = output(entry.arguments);
+        EXPECT_TRUE(matches(out, entry.pattern)) << entry.arguments << "\n" << out;
+    }
+}
+
+TEST_F(ProcessCommands, BadInputIsRefusedInOneLineAndChangesNothing)
+{
+    output("export-process 2 good.db");
+    output("export-process 3 several.db");
+    output("export-process 2 several.db");
+    for (const char* file : {"old.db", "dangling.db", "nostyle.db", "damaged.db", "readonly.db"})
+        fs::copy_file(m_folder / "good.db", m_folder / file);
+    sql(m_folder / "old.db", "DROP TABLE DetObjQualifierSetGroup");
+    sql(m_folder / "dangling.db", "DELETE FROM DetailProcessStep");
+    sql(m_folder / "nostyle.db", "DELETE FROM DetailStyle WHERE [Key] = 2");
+    damage(m_folder / "damaged.db");
+    makeReadOnly(m_folder / "readonly.db");
+    write(m_folder / "text.db", "a text file that is long enough to be taken for something else");
+    fs::create_directory(m_folder / "folder.db");
+    fs::copy_file(details(), m_folder / "work/details.good");
+    const struct {
+        std::string arguments;
+        int code;
+        std::string error;
+    } cases[] = {
+        {"processes --source Detail", 4, "did you mean \"Details\""},
+        {"processes --csv --json", 2, "exclude each other"},
+        {"processes --source Toolbars", 1, "data source Toolbars has no detail processes"},
+        {"groups --source Configuration", 1, "has no table DetObjAnnotationGroup"},
+        {"tree 'Single part drawing' --process", 4,
+         "no detail process .*did you mean \"Single part drawings\".*korodbc processes"},
+        {"tree 'Single part drawings'", 4, "no detail style"},
+        {"export-process Nothing new.db", 4, "no detail process \"Nothing\" in Details; list them with: korodbc "},
+        {"export-process 2", 2, "FILE is required"},
+        {"export-process 2 new.db --with-styles --without-styles", 2, "exclude each other"},
+        {"export-process 2 folder.db", 1, "folder.db is a folder"},
+        {"export-process 2 nowhere/new.db", 1, "no folder .*nowhere"},
+        {"export-process 2 text.db", 1, "text.db is no detail database"},
+        {"export-process 2 old.db", 1, "older than version 5.1: table DetObjQualifierSetGroup"},
+        {"export-process 2 damaged.db", 1, "damaged.db is damaged"},
+        {"export-process 2 readonly.db", 1, "was not exported: Unable to write info .*readonly"},
+        {"export-process 2 work/details.db", 1, "data source Details itself"},
+        {"export-process 2 new.db --source Rules", 2, "processes are exported from Details or Addin"},
+        {"export-style 2 new.db --without-styles", 2, "--without-styles"},
+        {"import-process nowhere.db", 1, "no file nowhere.db.*export-process"},
+        {"import-process folder.db", 1, "folder.db is a folder"},
+        {"import-process text.db", 1, "text.db is no detail database"},
+        {"import-process old.db", 1, "older than version 5.1"},
+        {"import-process damaged.db", 1, "damaged.db is damaged"},
+        {"import-process one.db", 4, "one.db holds no detail process; .*korodbc export-process"},
+        {"import-process several.db", 2, "2 processes; name one with --process: \"Single part drawings\", \"Asse"},
+        {"import-process several.db --process Nothing", 4, "holds no detail process \"Nothing\""},
+        {"import-process dangling.db", 1,
+         "process \"Single part drawings\" was not imported: Failed to load dependencies .*tree --process"},
+        {"import-process nostyle.db", 1,
+         "names 1 detail style that nostyle.db does not have .keys 2.; .*--without-"},
+        {"import-process good.db --into Rules", 2, "import into Details"},
+        {"import-process good.db --into Nowhere", 4, "no data source \"Nowhere\""},
+        {"import-process work/details.db --process 1", 1, "data source Details itself"},
+        {"shared DetObjQualifierSets 1", 4, "did you mean \"DetObjQualifierSet\""},
+        {"shared DetObjQualifierSet 'Main bean'", 4,
+         "did you mean \"Main beam\".*korodbc show DetObjQualifierSet"},
+        {"shared DetObjQualifierSet 999", 4, "no row with the key or name \"999\""},
+        {"shared DetObjReprMapItems 1", 2, "rows of DetObjReprMapItems by a key of their own"},
+        {"shared DetailStyle 1 --source Rules", 2, "data source Rules holds no detail tables"},
+        {"shared DetailStyle 1 --source Addin", 4, "no row with the key or name \"1\""},
+        {"check --source Rules", 2, "data source Rules holds no detail tables"},
+        {"check --source Nowhere", 4, "no data source \"Nowhere\""},
+    };
+    for (const auto& entry : cases)
+        expectRefused(entry.arguments, entry.code, entry.error);
+
+    makeReadOnly(m_folder / "work/addin.db");
+    expectRefused("import-process good.db --into Addin", 1, "was not imported: Unable to write info .*readonly");
+    sql(details(), "DROP TABLE DetViewDimStrategyItems");
+    expectRefused("import-process good.db", 1, "version 5.1");
+    expectRefused("export-process 2 new.db", 1, "Source database is older than version 5.1!");
+    fs::copy_file(m_folder / "work/details.good", details(), fs::copy_options::overwrite_existing);
+    damageTable(details(), "DetailProcessStep");
+    expectRefused("export-process 2 new.db", 1, "details.db is damaged");
+    expectRefused("import-process good.db", 1, "details.db is damaged");
+    expectRefused("check", 1, "the references of Details cannot be read");
+    expectRefused("shared DetailStyle 1", 1, "the references of Details cannot be read");
+}
+
+TEST_F(ProcessCommands, AProcessTravelsWithItsStyles)
+{
+    const std::string name = "Prozess 'A' 100 % [梁] 😀";
+    output("edit DetailProcessDefinition 1 RunName \"" + name + "\"");
+    const std::string tree = output("tree \"" + name + "\" --process");
+    const std::string rows = found(tree, "\\n([0-9]+ rows) in ");
+    EXPECT_TRUE(
+        matches(output("export-process \"" + name + "\" \"it's.db\""), ", " + rows + ", to it's\\.db\\.\\n$"));
+    const std::string exported = contents(m_folder / "it's.db");
+    for (const char* into : {"Addin", "no"}) {
+        const std::string out = output(std::string("import-process \"it's.db\" --into ") + into);
+        EXPECT_NE(out.find("\"" + name + "\", key 1; " + rows + " taken over.\n"), std::string::npos) << out;
+        EXPECT_EQ(shape(output(std::string("tree 1 --process --source ") + into)), shape(tree)) << into;
+    }
+    EXPECT_TRUE(
+        matches(output("import-process \"it's.db\" --with-styles"), "as \"Copy of Prozess [^\\n]*, key 9;"));
+    EXPECT_EQ(contents(m_folder / "it's.db"), exported) << "an import leaves the file as it is";
+    EXPECT_EQ(output("tree 1 --process"), tree) << "the process itself is as it was";
+    EXPECT_FALSE(matches(output("tree 9 --process"), "DetailStyle: (Plate, single part|Beam assembly)  "))
+        << "the copy has styles of its own";
+    output("check");
+}
+
+TEST_F(ProcessCommands, WithoutItsStylesAProcessKeepsTheirKeys)
+{
+    const Outcome exported = run("export-process 'Single part drawings' keys.db --without-styles");
+    EXPECT_EQ(exported.code, 0);
+    EXPECT_TRUE(matches(exported.out,
+                        "except its detail styles, [0-9]+ rows, to keys\\.db\\. 3 items of its style "
+                        "maps keep the style keys of Details, "))
+        << exported.out;
+    EXPECT_TRUE(matches(exported.err, "^korodbc: note: keys\\.db has no detail styles with the keys 1, 2, 3, "));
+    EXPECT_TRUE(
+        matches(output("import-process keys.db --without-styles"), "key 9; [0-9]+ rows taken over\\. 3 items"));
+    EXPECT_TRUE(
+        matches(output("tree 9 --process"), "item 1 DetailStyle: Plate, single part  \\[DetailStyle 2\\]"));
+    output("check");
+    expectRefused("import-process keys.db", 1, "3 detail styles that keys.db does not have .keys 1, 2, 3.");
+
+    const Outcome elsewhere = run("import-process keys.db --without-styles --into no");
+    EXPECT_EQ(elsewhere.code, 0);
+    EXPECT_TRUE(
+        matches(elsewhere.err, "^korodbc: note: CountryAddin Norway has no detail styles with the keys 1"));
+    const Outcome check = run("check --source no");
+    EXPECT_EQ(check.code, 1);
+    EXPECT_TRUE(matches(check.out, "^CountryAddin Norway: DetailStyleMapItems 1 \"Single parts by kind\" item 1 "
+                                   "DetailStyle -> DetailStyle 2, which does not exist\\n"))
+        << check.out;
+    EXPECT_EQ(check.err,
+              "korodbc: 3 references lead nowhere; name existing rows there, see: korodbc edit --help\n");
+    output("check --source Details");
+    expectRefused("export-process 1 new.db --source no", 2, "exported from Details or Addin");
+    output("import-style one.db --into no");
+    EXPECT_TRUE(matches(run("check --source no").err, "^korodbc: 2 references lead nowhere"));
+}
+
+TEST_F(ProcessCommands, CheckNamesEveryReferenceThatLeadsNowhere)
+{
+    sql(details(), "UPDATE DetailStyle SET Request2 = 901 WHERE [Key] = 1;"
+                   "UPDATE DetObjReprMapItems SET ObjQualifier = 902 WHERE [Key] = 2 AND [Order] = 1;"
+                   "UPDATE DetAnnotationType SET LeaderStyle = 903 WHERE [Key] = 3;"
+                   "UPDATE DetailProcessStep SET StyleMap = -1, Sort = -1 WHERE [Key] = 4;"
+                   "UPDATE DetObjAnnotationStrategy SET RunName = 'O''Brien' || char(10) || '梁' WHERE [Key] = 5;"
+                   "UPDATE DetObjAnnotationStrategy SET ArrangerControl = 904 WHERE [Key] = 5");
+    const auto before = files();
+    const Outcome check = run("check");
+    EXPECT_EQ(check.code, 1);
+    EXPECT_EQ(check.err,
+              "korodbc: 5 references lead nowhere; name existing rows there, see: korodbc edit --help\n");
+    for (const char* line :
+         {"Details: DetailStyle 1 \"Beam, single part\" item 2 Request2 -> DetViewRequest 901, which does not "
+          "exist\n",
+          "Details: DetObjReprMapItems 2 \"Single plate\" item 2 ObjQualifier -> DetObjQualifierSet 902, which",
+          "Details: DetAnnotationType 3 \"Part mark and section\" LeaderStyle -> DetLeaderStyle 903, which",
+          "Details: DetailProcessStep 4 \"Small parts, many on a sheet\" StyleMap -> DetailStyleMapNew -1, which",
+          "Details: DetObjAnnotationStrategy 5 \"O'Brien\\n梁\" ArrangerControl -> DetArrangerControl 904, which",
+          " references, 5 lead nowhere\nAddin: 0 references, all lead somewhere\n"})
+        EXPECT_NE(check.out.find(line), std::string::npos) << line << "\n" << check.out;
+    EXPECT_EQ(std::count(check.out.begin(), check.out.end(), '\n'), 8);
+    const Outcome csv = run("check --source Details --csv");
+    EXPECT_EQ(csv.code, 1);
+    EXPECT_EQ(std::count(csv.out.begin(), csv.out.end(), '\n'), 7) << "a heading, and a cell of two lines";
+    EXPECT_EQ(files(), before);
+    EXPECT_EQ(run("check --source Addin").code, 0);
+}
+
+TEST_F(ProcessCommands, SharedCountsWhatRefersToARow)
+{
+    const auto count = [&](const std::string& row) {
+        return std::stoi(found(output("shared DetArrangerControl " + row), ": ([0-9]+) reference"));
+    };
+    const int first = count("1"), second = count("2");
+    output("edit DetObjAnnotationStrategy 1 ArrangerControl 2");
+    EXPECT_EQ(count("1"), first - 1);
+    EXPECT_EQ(count("2"), second + 1);
+    output("import-style one.db --into Addin");
+    EXPECT_EQ(count("2"), second + 1) << "of its own database only";
+}

@@ -1,0 +1,40 @@
+#include "DetailKind.h"
+
+#include "Records.h"
+#include "records/detail/DetailProcessRecords.h"
+#include "records/detail/DetailStyleRecords.h"
+#include "repository/RecordAccess.h"
+
+const DetailKind& kindOf(Detail kind)
+{
+    using Exports = KorODBCDetailStyleExports;
+    static const DetailKind style{Exports::kDetailStyle, &descriptionOf<StructDetailStyle>, "detail style",
+                                  "style", "styles"};
+    static const DetailKind process{Exports::kDetailProcess, &descriptionOf<StructDetailProcessDefinition>,
+                                    "detail process", "process", "processes"};
+    return kind == Detail::Style ? style : process;
+}
+
+std::vector<std::string> detailNames(Detail kind)
+{
+    KorArray<KorString> names;
+    RecordAccess::runNames(kindOf(kind).root(), names, true);
+    std::vector<std::string> texts;
+    for (const KorString& name : names)
+        texts.push_back(name.toUtf8());
+    return texts;
+}
+
+NamedDetail detailNamed(Detail kind, const std::string& nameOrKey, const Source& source)
+{
+    const DetailKind& of = kindOf(kind);
+    const RecordDescription& type = of.root();
+    const KorDSNRequest request(source.dsn, source.index);
+    requireReadable(type);
+    const AnyRecord record(type);
+    if (!readRecord(type, nameOrKey, record.get()))
+        throw Failure{kNotFound, "there is no " + of.noun + " " + quote(nameOrKey) + " in " + source.name +
+                                     nearest(nameOrKey, detailNames(kind)) + "; list them with: korodbc " +
+                                     of.plural};
+    return {type.keyOf(record.get()), cellText(*type.runNameColumn(), record.get())};
+}

@@ -1,0 +1,142 @@
+#include "Commands.h"
+#include "Records.h"
+#include "records/Registry.h"
+#include "repository/RecordAccess.h"
+
+#include <cstdio>
+
+namespace {
+
+bool isDetailDatabase(const Source& source)
+{
+    return source.dsn == KorDSNDefinitions::kDetails || source.dsn == KorDSNDefinitions::kAddin ||
+           source.dsn == KorDSNDefinitions::kCountryAddin;
+}
+
+/// The detail databases, or the one of that name.
+std::vector<Source> detailDatabases(const std::string& name)
+{
+    std::vector<Source> sources;
+    for (const Source& source : name.empty() ? usableSources() : std::vector<Source>{sourceNamed(name)})
+        if (isDetailDatabase(source))
+            sources.push_back(source);
+    if (sources.empty())
+        throw Failure{kUsage,
+                      "data source " + name + " holds no detail tables; name Details, Addin or a country add-in"};
+    return sources;
+}
+
+/// References of the requested data source that name a row.
+long numberOfReferences(eDSN dsn)
+{
+    long number = 0;
+    for (const auto describe : records::all()) {
+        const RecordDescription& type = describe();
+        if (type.homes.contains(dsn) && records::isDetailTable(type) && type.itemOwner < 0)
+            RecordAccess::visit(type, [&](const void* record) {
+                for (const Link& link : linksOf(type, record))
+                    number += link.namesNone() ? 0 : 1;
+                return true;
+            });
+    }
+    return number;
+}
+
+std::string itemText(const KorDetailReference& reference)
+{
+    return reference.item < 0 ? "" : std::to_string(reference.item + 1);
+}
+
+} // namespace
+
+void runShared(const GlobalOptions& global, const SharedOptions& options)
+{
+    const StartedSession session(global);
+    const Source source = detailDatabases(options.source).front();
+    const StoredTable table = findTable(options.table, options.source);
+    if (table.type == nullptr || table.type->key < 0 || table.type->hasTextKey())
+        throw Failure{kUsage, "nothing refers to the rows of " + table.name +
+                                  " by a key of their own; name the table whose rows they belong to"};
+    const RecordDescription& type = *table.type;
+    const KorDSNRequest request(source.dsn, source.index);
+    requireReadable(type);
+    const AnyRecord record(type);
+    if (!readRecord(type, options.row, record.get())) {
+        KorArray<KorString> runNames;
+        std::vector<std::string> names;
+        RecordAccess::runNames(type, runNames, false);
+        for (const KorString& name : runNames)
+            names.push_back(name.toUtf8());
+        throw Failure{kNotFound, "table " + table.name + " (" + source.name +
+                                     ") has no row with the key or name " + quote(options.row) +
+                                     nearest(options.row, names) + "; list them with: korodbc show " + table.name};
+    }
+    const int key = type.keyOf(record.get());
+    KorArray<KorDetailReference> references;
+    if (KorDetailReferences::getReferrers(source.dsn, source.index, KorString::fromUtf8(type.table), key,
+                                          references) != 1)
+        throw Failure{kFailed, "the references of " + source.name + " cannot be read" + because()};
+    Sheet sheet{{{"Table", false}, {"Key", true}, {"Name", false}, {"Column", false}, {"Item", true}}, {}};
+    for (const KorDetailReference& reference : references)
+        sheet.rows.push_back({reference.table.toUtf8(), std::to_string(reference.key), reference.name.toUtf8(),
+                              reference.column.toUtf8(), itemText(reference)});
+    if (options.format != Format::Text || references.length() > 0)
+        printSheet(sheet, options.format);
+    if (options.format != Format::Text)
+        return;
+    const std::string name = type.runName < 0 ? "" : " " + quote(cellText(*type.runNameColumn(), record.get()));
+    std::printf(
+        "%s%s %d%s: %s.\nShared: %s\n", references.length() > 0 ? "\n" : "", table.name.c_str(), key, name.c_str(),
+        references.length() == 0 ? "nothing refers to it" : counted(references.length(), "reference").c_str(),
+        references.length() >= 2 ? "yes" : "no");
+}
+
+std::string referenceText(const KorDetailReference& reference)
+{
+    return reference.table.toUtf8() + " " + std::to_string(reference.key) +
+           (reference.name.isEmpty() ? "" : " " + quote(reference.name.toUtf8())) +
+           (reference.item < 0 ? "" : " item " + itemText(reference)) + " " + reference.column.toUtf8() + " -> " +
+           reference.target.toUtf8() + " " + std::to_string(reference.targetKey);
+}
+
+void runCheck(const GlobalOptions& global, const std::string& sourceName, Format format)
+{
+    const StartedSession session(global);
+    Sheet sheet{{{"Source", false},
+                 {"Table", false},
+                 {"Key", true},
+                 {"Name", false},
+                 {"Item", true},
+                 {"Column", false},
+                 {"Target", false},
+                 {"Target key", true}},
+                {}};
+    long dangling = 0;
+    std::string summary;
+    for (const Source& source : detailDatabases(sourceName)) {
+        KorArray<KorDetailReference> references;
+        if (KorDetailReferences::getDangling(source.dsn, source.index, references) != 1)
+            throw Failure{kFailed, "the references of " + source.name + " cannot be read" + because()};
+        dangling += references.length();
+        for (const KorDetailReference& reference : references) {
+            sheet.rows.push_back({source.name, reference.table.toUtf8(), std::to_string(reference.key),
+                                  reference.name.toUtf8(), itemText(reference), reference.column.toUtf8(),
+                                  reference.target.toUtf8(), std::to_string(reference.targetKey)});
+            if (format == Format::Text)
+                std::printf("%s: %s, which does not exist\n", source.name.c_str(),
+                            referenceText(reference).c_str());
+        }
+        const KorDSNRequest request(source.dsn, source.index);
+        summary += source.name + ": " + counted(numberOfReferences(source.dsn), "reference") + ", " +
+                   (references.length() == 0 ? "all lead somewhere"
+                                             : std::to_string(references.length()) + " lead nowhere") +
+                   "\n";
+    }
+    if (format != Format::Text)
+        printSheet(sheet, format);
+    else
+        std::printf("%s", summary.c_str());
+    if (dangling > 0)
+        throw Failure{kFailed, counted(dangling, "reference") + (dangling == 1 ? " leads" : " lead") +
+                                   " nowhere; name existing rows there, see: korodbc edit --help"};
+}
