@@ -18,8 +18,8 @@ struct KorCompactedTable {
 /// names, become one: the row with the lowest key stands for the others, every reference to one of those is
 /// redirected to it, and they are deleted. Referenced tables come first, so that rows that differ only in what
 /// referred to equal rows become equal in turn. A run is stored whole or, when the process dies, not at all. It
-/// marks the detail tables modified; the host's OK or Cancel of the edit decides. Not marked are the items of
-/// qualifier sets and of scales and, by a run over the styles, the style maps: a host that may cancel begins a
+/// marks the tables modified in the edit manager's current database, which has to be the same; the host's OK or
+/// Cancel decides. Not marked by a run over the styles are the style maps: a host that may cancel begins a
 /// KorTableEdit over the tables first, in the same batch as the run and the OK where all are to be one. One run at
 /// a time.
 class KorOdbcCompactDetailsTables {

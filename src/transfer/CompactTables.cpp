@@ -229,32 +229,14 @@ int CompactTables::deleteDuplicates(CompactTable& table)
                                                        std::vector<KorFormatArgument>(batch.begin(), batch.end()));
     }
     table.report.deleted = static_cast<int>(keys.size());
-    if (!itemsByOwner) {
-        if (type.items.exists())
-            deleteItemRows(table);
+    // items with keys of their own stay: no copy is taken of them, so Cancel needs them, and storing a row
+    // replaces what an earlier one of its key left
+    if (!itemsByOwner)
         return 1; // whatever the statements gave
-    }
     const KorString pattern = L"DELETE FROM " + wide(type.items.item().table) + L" WHERE [Key]=%d;";
     for (const int key : keys)
         result = execute(pattern, {key});
     return result != 0 ? 1 : 0;
-}
-
-void CompactTables::deleteItemRows(CompactTable& table)
-{
-    if (onlyPreview)
-        return;
-    const KorDSNRequest request(database, index());
-    const ItemTable& items = table.type().items;
-    const KorString name = wide(items.item().table);
-    for (long i = 0; i < table.length(); ++i) {
-        const void* record = table.at(i);
-        const int key = table.type().keyOf(record);
-        if (table.standingFor(key) == key)
-            continue;
-        for (long item = 0; item < items.list.length(record); ++item)
-            KorDatabaseAccess::deleteLine(name, KorCellData(items.item().keyOf(items.list.at(record, item))));
-    }
 }
 
 } // namespace korodbc

@@ -70,8 +70,8 @@ public:
 
     /// Redirects the references of a table to the rows that stand for others.
     void redirect(CompactTable& table);
-    /// Deletes the duplicates, ten to a statement, and the items that go with them. Returns 1, or 0 when the last
-    /// statement failed.
+    /// Deletes the duplicates, ten to a statement, and their items where these go by the key of their row. Returns
+    /// 1, or 0 when the last statement failed.
     int deleteDuplicates(CompactTable& table);
     /// Executes a statement in the database of the run.
     int execute(const KorString& pattern, std::initializer_list<int> values) const;
@@ -79,8 +79,6 @@ public:
 private:
     void redirectColumn(CompactTable& table, const ColumnDescription& column, void* element, const void* record,
                         long item);
-    /// Rows of an item table that have keys of their own go through the service, row by row.
-    void deleteItemRows(CompactTable& table);
 
     std::vector<CompactTable> m_tables;
     std::unordered_map<const ColumnDescription*, std::vector<KorString>> m_patterns; // by number of the column

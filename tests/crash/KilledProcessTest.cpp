@@ -2,9 +2,17 @@
 #include "repository/DetailDatabase.h"
 #include "repository/Manifest.h"
 #include "support/CrashCycle.h"
+#include "transfer/KorDetailProcessTableDependencies.h"
+#include "transfer/KorDetailReferences.h"
+#include "transfer/KorOdbcCompactDetailsTables.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 
+#include <fstream>
+#include <optional>
+#include <set>
+
 using namespace crash;
+using Compact = KorOdbcCompactDetailsTables;
 using Exports = KorODBCDetailStyleExports;
 
 namespace {
@@ -20,6 +28,10 @@ struct Operation {
     void (*prepare)(); // not killed; may be nullptr
     void (*act)();
     enum Result { Nothing, Something } leaves; // what the next start finds of it when it was not killed
+    bool keepsReferences = false;              // leaves no reference to nothing that was not there before
+    bool onTwins = false;                      // in a repository with duplicates
+    // a compaction of that type may leave the references that its preview announces
+    std::optional<Compact::eCompactType> announced = {};
 };
 
 void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
@@ -102,6 +114,55 @@ void importStyle()
                                         KorDSNDefinitions::kFirstAddin, inDetails, KorDSNDefinitions::kBase) == 1);
 }
 
+void exportProcess()
+{
+    KorDetailProcessTableDependencies::m_bDeepCopyWithDetailStyles = 1;
+    CRASH_REQUIRE(Exports::exportDetail(Exports::kDetailProcess, KorOdbcKey(1), inDetails,
+                                        KorDSNDefinitions::kBase, transferFile()) == 1);
+}
+
+void importProcess(int withStyles)
+{
+    KorDetailProcessTableDependencies::m_bDeepCopyWithDetailStyles = withStyles;
+    CRASH_REQUIRE(Exports::importDetail(Exports::kDetailProcess, KorOdbcKey(101), inAddin,
+                                        KorDSNDefinitions::kFirstAddin, inDetails, KorDSNDefinitions::kBase) == 1);
+}
+
+// Compactions
+
+void compact(Compact::eCompactType type)
+{
+    CRASH_REQUIRE(Compact::startCompactProcess(inDetails, 1, type) == 1);
+    KorArray<KorCompactedTable> tables;
+    Compact::getCompactedTables(tables);
+    int deleted = 0;
+    for (const KorCompactedTable& table : tables)
+        deleted += table.deleted;
+    CRASH_REQUIRE(deleted > 4);
+}
+
+void compactAndLeaveOpen(Compact::eCompactType type)
+{
+    CRASH_REQUIRE(compactionEdit().begin() == 1);
+    compact(type);
+}
+
+void confirm() { CRASH_REQUIRE(compactionEdit().ok() == 1); }
+
+/// Compacts and confirms in one.
+void compactForGood(Compact::eCompactType type)
+{
+    KorDatabaseBatch batch;
+    compact(type);
+    confirm();
+    CRASH_REQUIRE(batch.end(1) == 1);
+}
+
+void compactSets(int deletes)
+{
+    CRASH_REQUIRE(Compact::compactQualifierSets(inDetails, deletes, Compact::kCompactDetailStyles) == 1);
+}
+
 const Operation operations[] = {
     {"edit at depth 0", nullptr, [] { edit(Man::kFirstCopy); }, Operation::Nothing},
     {"edit at depth 1", nullptr, [] { edit(Man::kSecondCopy); }, Operation::Nothing},
@@ -164,8 +225,63 @@ const Operation operations[] = {
      Operation::Something},
     {"export into a new file", nullptr, exportStyle, Operation::Something},
     {"export into a file with a style", exportStyle, exportStyle, Operation::Something},
-    {"import", nullptr, importStyle, Operation::Something},
+    {"import", nullptr, importStyle, Operation::Something, true},
+    {"export of a process into a new file", nullptr, exportProcess, Operation::Something, true},
+    {"export of a process into a file with a style", exportStyle, exportProcess, Operation::Something, true},
+    {"import of a process with its styles", nullptr, [] { importProcess(1); }, Operation::Something, true},
+    {"import of a process alone", nullptr, [] { importProcess(0); }, Operation::Something},
+    {"compaction of styles", nullptr, [] { compactForGood(Compact::kCompactDetailStyles); }, Operation::Something,
+     true, true},
+    {"compaction of processes", nullptr, [] { compactForGood(Compact::kCompactDetailProcesses); },
+     Operation::Something, true, true, Compact::kCompactDetailProcesses},
+    {"compaction of all", nullptr, [] { compactForGood(Compact::kCompactAll); }, Operation::Something, true, true},
+    {"compaction of all without copies", nullptr,
+     [] {
+         Exports::CancelBackupTables(1);
+         compact(Compact::kCompactAll);
+     },
+     Operation::Something, true, true},
+    {"compaction of all, left open", nullptr, [] { compactAndLeaveOpen(Compact::kCompactAll); },
+     Operation::Nothing, true, true},
+    {"compaction of all, then OK", nullptr,
+     [] {
+         compactAndLeaveOpen(Compact::kCompactAll);
+         confirm();
+     },
+     Operation::Something, true, true},
+    {"OK after a compaction of all", [] { compactAndLeaveOpen(Compact::kCompactAll); }, confirm,
+     Operation::Something, true, true},
+    {"compaction of qualifier sets", nullptr, [] { compactSets(1); }, Operation::Something, true, true},
+    {"numbering of qualifier sets", nullptr, [] { compactSets(0); }, Operation::Something, true, true},
 };
+
+/// The references to nothing in the details of a repository, a line each; with the type of a compaction also those
+/// that its preview says would be left.
+std::set<std::string> dangling(const fs::path& folder, std::optional<Compact::eCompactType> preview)
+{
+    const fs::path file = scratch() / "references";
+    fs::remove(file);
+    inChild(0, [&] {
+        start(folder);
+        KorArray<KorDetailReference> references;
+        CRASH_REQUIRE(KorDetailReferences::getDangling(inDetails, KorDSNDefinitions::kBase, references) == 1);
+        KorArray<KorCompactedTable> tables;
+        if (preview)
+            CRASH_REQUIRE(Compact::previewCompactProcess(inDetails, *preview, tables, references) == 1);
+        std::ofstream out(file);
+        for (const KorDetailReference& reference : references)
+            // whatever the referring row is numbered
+            out << reference.table.toUtf8() << '|' << reference.column.toUtf8() << '|' << reference.target.toUtf8()
+                << '|' << reference.targetKey << '\n';
+        out << "read\n";
+    });
+    std::ifstream in(file);
+    std::set<std::string> lines;
+    for (std::string line; std::getline(in, line);)
+        lines.insert(line);
+    EXPECT_TRUE(lines.contains("read"));
+    return lines;
+}
 
 class KilledProcessTest : public testing::TestWithParam<Operation> {
 protected:
@@ -199,7 +315,20 @@ protected:
                               details::fillConfiguration();
                               details::fillStyle(inDetails, details::awkward);
                               details::fillStyle(inAddin, "add-in", 100);
+                              details::fillProcess(inDetails, details::awkward);
+                              details::fillProcess(inAddin, "add-in", 100);
+                              // what the steps of the add-in look up by key
+                              details::put(inDetails, StructDetailProcessSelection{101, L"all", L"ALL", L""});
+                              details::put(inDetails, StructDetailProcessSort{101, L"none", L"", L""});
                               details::put(inAddin, StructDetViewArrangeStrategy{1, L"first", 0, 1, 2, 0, L"x"});
+                              korodbc::host::closeRepository();
+                          }),
+                  End::Done);
+        copyFolder(base(), twins());
+        ASSERT_EQ(inChild(0,
+                          [] {
+                              start(twins());
+                              fillTwins(inDetails);
                               korodbc::host::closeRepository();
                           }),
                   End::Done);
@@ -207,13 +336,14 @@ protected:
     static void TearDownTestSuite() { fs::remove_all(scratch()); }
 
     static fs::path base() { return scratch() / "base"; }
+    static fs::path twins() { return scratch() / "twins"; }
     static fs::path work() { return scratch() / "work"; }
     static fs::path killed() { return scratch() / "killed"; }
 
     /// A fresh repository in `work`, in which the operation runs until it is killed or done.
     static End run(const Operation& operation, long killAt, bool prepareOnly = false, long* calls = nullptr)
     {
-        copyFolder(base(), work());
+        copyFolder(operation.onTwins ? twins() : base(), work());
         return inChild(
             killAt,
             [&] {
@@ -274,11 +404,16 @@ TEST_P(KilledProcessTest, LeavesBeforeOrAfter)
     ASSERT_EQ(run(operation, 0, true), End::Done);
     ASSERT_EQ(recover(), End::Done);
     const State before = state(work());
+    const std::set<std::string> toNothing = dangling(work(), operation.announced);
     long calls = 0;
     ASSERT_EQ(run(operation, 0, false, &calls), End::Done);
     ASSERT_EQ(recover(), End::Done);
     const State after = state(work());
     ASSERT_GT(calls, 0);
+    if (operation.keepsReferences) {
+        for (const std::string& reference : dangling(work(), {}))
+            EXPECT_TRUE(toNothing.contains(reference)) << reference;
+    }
     for (const auto& [file, content] : after) {
         ASSERT_TRUE(content == "absent" || content.starts_with("ok|\n")) << file << ": " << content.substr(0, 200);
         ASSERT_EQ(content.find("_VEL"), std::string::npos) << file << " has a copy left over";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "edit/KorOdbcMan.h"
+#include "edit/KorTableEdit.h"
 #include "EmbeddedHost.h"
 #include "support/DetailRecords.h"
 #include "support/FaultVfs.h"
@@ -116,6 +117,54 @@ inline std::string dump(const fs::path& file)
     }
     sqlite3_close(db);
     return out;
+}
+
+/// Two styles, each with a process, that are equal but for their keys, beside what the database holds.
+inline void fillTwins(eDSN dsn)
+{
+    const int first = 200, second = 300;
+    for (const int base : {first, second}) {
+        details::fillStyle(dsn, details::awkward, base);
+        details::fillProcess(dsn, details::awkward, base);
+    }
+    // what a compaction never merges they share
+    const std::pair<const char*, const char*> references[] = {{"DetObjReprMapItems", "Appearance"},
+                                                              {"DetObjReprMapItems", "LineType"},
+                                                              {"DetObjAnnotationStrategy", "[Group]"},
+                                                              {"DetViewRequestCategories", "BaseCategory"},
+                                                              {"DetailProcessStep", "Category"}};
+    for (const auto& [table, column] : references)
+        CRASH_REQUIRE(KorDatabaseAccess::doSQLStatement(
+                          dsn, details::text(std::string("UPDATE ") + table + " SET " + column + " = " + column +
+                                             " - 100 WHERE " + column + " > 300")) == 1);
+}
+
+/// The edit that a compaction is: of every table that one may change, those of items among them.
+inline KorTableEdit compactionEdit()
+{
+    return {{Man::kDetailStyle,
+             Man::kDetViewArrangeStrategy,
+             Man::kDetViewRequest,
+             Man::kDetViewRequestCategories,
+             Man::kDetObjReprMap,
+             Man::kDetViewSystemAndBox,
+             Man::kDetViewDimStrategy,
+             Man::kDetViewLengthClip,
+             Man::kDetObjAnnotationStrategy,
+             Man::kDetAnnotationType,
+             Man::kDetArrangerControl,
+             Man::kDetArrangerStrategy,
+             Man::kDetViewDimRequestLinear,
+             Man::kDetViewDimPointSelection,
+             Man::kDetObjQualifierSet,
+             Man::kLinetypes,
+             Man::kDetailProcessDefinition,
+             Man::kDetailProcessStep,
+             Man::kDetailFilenameSelector,
+             Man::kDetailStyleMap,
+             Man::kDetailProcessScales,
+             Man::kDetailProcessMain2CutScale},
+            Man::kFirstCopy};
 }
 
 using State = std::map<std::string, std::string>; // database file to its dump

@@ -459,6 +459,18 @@ TEST_F(ProcessCopyTest, NamingCallback)
     }
     EXPECT_EQ(styles, 2);
     EXPECT_EQ(stylesOfMap(details, 2), std::vector<int>({3, 4}));
+    // transfers say what they move; categories that are new there are not asked about either
+    for (const bool exported : {true, false}) {
+        again();
+        named.clear();
+        answerFor = -1;
+        D::pGetNameForRowFn = nameRow;
+        EXPECT_EQ(exported ? exportProcess() : importProcess(), 1);
+        std::string asked;
+        for (const Named& row : named)
+            asked += std::to_string(row.type) + " of " + std::to_string(row.root) + " ";
+        EXPECT_EQ(asked, "32 of 32 33 of 32 16 of 32 16 of 32 33 of 32 ");
+    }
 }
 
 TEST_F(ProcessCopyTest, Progress)
