@@ -127,6 +127,6 @@ void registerLookUpBenchmarks()
         benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(runs)->Unit(benchmark::kMillisecond);
     bench::compare("look-up by key among 10,000", "look-up key library", "look-up key plain", 5.0, lookUps,
                    "a look-up");
-    bench::compare("look-up by run name among 10,000", "look-up name library", "look-up name plain", 5.0, lookUps,
+    bench::compare("look-up by run name among 10,000", "look-up name library", "look-up name plain", 3.0, lookUps,
                    "a look-up");
 }

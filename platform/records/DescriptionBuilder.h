@@ -363,11 +363,17 @@ constexpr auto describe(std::string_view record, std::string_view table, DataSou
     return d;
 }
 
-/// Checks that hold for every described record; used as static_assert(valid(list), ...).
-template <class D>
-constexpr bool valid(const D& d)
+/// The description that a list such as describe() makes, given as a function without captures. It lives as long as
+/// the program.
+template <class List>
+const RecordDescription& described(List)
 {
-    return d.namesUnique() && d.count(ColumnRole::Key) <= 1 && d.count(ColumnRole::RunName) <= 1;
+    static constexpr auto list = List{}();
+    static_assert(list.namesUnique(), "two columns of the record have the same name");
+    static_assert(list.count(ColumnRole::Key) <= 1, "the record has two keys");
+    static_assert(list.count(ColumnRole::RunName) <= 1, "the record has two run names");
+    static const RecordDescription description = list.erased();
+    return description;
 }
 
 /// Tables of the detail databases: base details, add-in details, country add-ins, and exported detail files.

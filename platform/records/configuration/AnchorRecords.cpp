@@ -12,90 +12,85 @@ template <>
 const RecordDescription& descriptionOf<StructAnchorsStandard>()
 {
     using R = StructAnchorsStandard;
-    static constexpr auto list = describe<R>("StructAnchorsStandard",
-                                             "AnchorsStandard",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::description>("Description"),
-                                             sortOrder<&R::sortOrder>("SortOrder"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructAnchorsStandard",
+                           "AnchorsStandard",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::description>("Description"),
+                           sortOrder<&R::sortOrder>("SortOrder"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructAnchorsOrientation>()
 {
     using R = StructAnchorsOrientation;
-    static constexpr auto list = describe<R>("StructAnchorsOrientation",
-                                             "AnchorsOrientation",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructAnchorsOrientation",
+                           "AnchorsOrientation",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructAnchorsName>()
 {
     using R = StructAnchorsName;
-    static constexpr auto list = describe<R>("StructAnchorsName",
-                                             "AnchorsName",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             lookup<&R::standard, StructAnchorsStandard>("Standard"),
-                                             lookup<&R::material, StructStrengthClass>("Material"),
-                                             lookup<&R::boltSet, StructSet>("BoltSet"),
-                                             lookup<&R::diameter, StructScrewDiameter>("Diameter"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructAnchorsName",
+                           "AnchorsName",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           lookup<&R::standard, StructAnchorsStandard>("Standard"),
+                           lookup<&R::material, StructStrengthClass>("Material"),
+                           lookup<&R::boltSet, StructSet>("BoltSet"),
+                           lookup<&R::diameter, StructScrewDiameter>("Diameter"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructAnchorsDefinition>()
 {
     using R = StructAnchorsDefinition;
-    static constexpr auto list = describe<R>("StructAnchorsDefinition",
-                                             "AnchorsDefinition",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             lookup<&R::anchorName, StructAnchorsName>("AnchorName"),
-                                             column<&R::length>("Length"),
-                                             column<&R::threadLength>("ThreadLength"),
-                                             column<&R::embedment>("Embedment"),
-                                             lookup<&R::orientation, StructAnchorsOrientation>("Orientation"),
-                                             column<&R::mass>("Mass"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructAnchorsDefinition",
+                           "AnchorsDefinition",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           lookup<&R::anchorName, StructAnchorsName>("AnchorName"),
+                           column<&R::length>("Length"),
+                           column<&R::threadLength>("ThreadLength"),
+                           column<&R::embedment>("Embedment"),
+                           lookup<&R::orientation, StructAnchorsOrientation>("Orientation"),
+                           column<&R::mass>("Mass"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructAnchorsHoleDefinition>()
 {
     using R = StructAnchorsHoleDefinition;
-    static constexpr auto list = describe<R>("StructAnchorsHoleDefinition",
-                                             "AnchorsHoleDefinition",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             lookup<&R::anchorName, StructAnchorsName>("AnchorName"),
-                                             column<&R::plateHole>("PlateHole"),
-                                             column<&R::drillHole>("DrillHole"),
-                                             column<&R::drillDepth>("DrillDepth"),
-                                             column<&R::washerHole>("WasherHole"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructAnchorsHoleDefinition",
+                           "AnchorsHoleDefinition",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           lookup<&R::anchorName, StructAnchorsName>("AnchorName"),
+                           column<&R::plateHole>("PlateHole"),
+                           column<&R::drillHole>("DrillHole"),
+                           column<&R::drillDepth>("DrillDepth"),
+                           column<&R::washerHole>("WasherHole"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 int StructAnchorsNameMarshal::getMaterialList(const KorString& standard, KorArray<KorString>& names)

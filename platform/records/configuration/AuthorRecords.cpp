@@ -9,30 +9,28 @@ template <>
 const RecordDescription& descriptionOf<StructAuthor>()
 {
     using R = StructAuthor;
-    static constexpr auto list = describe<R>("StructAuthor",
-                                             "Authors",
-                                             inConfiguration,
-                                             key<&R::companyText>("CompanyText"),
-                                             runName<&R::companyName>("CompanyName"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructAuthor",
+                           "Authors",
+                           inConfiguration,
+                           key<&R::companyText>("CompanyText"),
+                           runName<&R::companyName>("CompanyName"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDevelopersID>()
 {
     using R = StructDevelopersID;
-    static constexpr auto list = describe<R>("StructDevelopersID",
-                                             "DevelopersIDs",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::rangeStart>("RangeStart"),
-                                             column<&R::rangeEnd>("RangeEnd"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDevelopersID",
+                           "DevelopersIDs",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::rangeStart>("RangeStart"),
+                           column<&R::rangeEnd>("RangeEnd"));
+    });
 }
 
 std::span<const DescriptionFunction> records::authorRecords()

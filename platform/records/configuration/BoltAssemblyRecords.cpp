@@ -14,74 +14,70 @@ template <>
 const RecordDescription& descriptionOf<StructTools>()
 {
     using R = StructTools;
-    static constexpr auto list = describe<R>("StructTools",
-                                             "Tools",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::diameter>("Diameter"),
-                                             column<&R::acrossFlats>("AcrossFlats"),
-                                             column<&R::outerDiameter>("OuterDiameter"),
-                                             column<&R::height>("Height"),
-                                             column<&R::clearance>("Clearance"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructTools",
+                           "Tools",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::diameter>("Diameter"),
+                           column<&R::acrossFlats>("AcrossFlats"),
+                           column<&R::outerDiameter>("OuterDiameter"),
+                           column<&R::height>("Height"),
+                           column<&R::clearance>("Clearance"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructScrewHoleLocation>()
 {
     using R = StructScrewHoleLocation;
-    static constexpr auto list = describe<R>("StructScrewHoleLocation",
-                                             "ScrewHoleLocation",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructScrewHoleLocation",
+                           "ScrewHoleLocation",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructScrewHoleType>()
 {
     using R = StructScrewHoleType;
-    static constexpr auto list = describe<R>("StructScrewHoleType",
-                                             "ScrewHoleType",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::slotted>("Slotted"),
-                                             column<&R::threaded>("Threaded"),
-                                             column<&R::countersunk>("Countersunk"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructScrewHoleType",
+                           "ScrewHoleType",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::slotted>("Slotted"),
+                           column<&R::threaded>("Threaded"),
+                           column<&R::countersunk>("Countersunk"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructSetBolts>()
 {
     using R = StructSetBolts;
-    static constexpr auto list = describe<R>("StructSetBolts",
-                                             "SetBolts",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             lookup<&R::standard, StructStandard>("Standard"),
-                                             lookup<&R::boltSet, StructSet>("BoltSet"),
-                                             column<&R::diameter>("Diameter"),
-                                             column<&R::length>("Length"),
-                                             column<&R::minimumGrip>("MinimumGrip"),
-                                             column<&R::maximumGrip>("MaximumGrip"),
-                                             column<&R::mass>("Mass"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructSetBolts",
+                           "SetBolts",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           lookup<&R::standard, StructStandard>("Standard"),
+                           lookup<&R::boltSet, StructSet>("BoltSet"),
+                           column<&R::diameter>("Diameter"),
+                           column<&R::length>("Length"),
+                           column<&R::minimumGrip>("MinimumGrip"),
+                           column<&R::maximumGrip>("MaximumGrip"),
+                           column<&R::mass>("Mass"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 int StructToolsMarshal::getByDiameter(double diameter, StructTools& record)

@@ -11,189 +11,179 @@ template <>
 const RecordDescription& descriptionOf<StructScrewType>()
 {
     using R = StructScrewType;
-    static constexpr auto list = describe<R>("StructScrewType",
-                                             "ScrewTypes",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::headForm>("HeadForm"),
-                                             column<&R::fullThread>("FullThread"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructScrewType",
+                           "ScrewTypes",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::headForm>("HeadForm"),
+                           column<&R::fullThread>("FullThread"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructStandard>()
 {
     using R = StructStandard;
-    static constexpr auto list = describe<R>("StructStandard",
-                                             "Standard",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             lookup<&R::screwType, StructScrewType>("ScrewType"),
-                                             column<&R::description>("Description"),
-                                             sortOrder<&R::sortOrder>("SortOrder"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructStandard",
+                           "Standard",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           lookup<&R::screwType, StructScrewType>("ScrewType"),
+                           column<&R::description>("Description"),
+                           sortOrder<&R::sortOrder>("SortOrder"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructStandardNuts>()
 {
     using R = StructStandardNuts;
-    static constexpr auto list = describe<R>("StructStandardNuts",
-                                             "StandardNuts",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::component>("Component"),
-                                             column<&R::strengthClass>("StrengthClass"),
-                                             column<&R::description>("Description"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructStandardNuts",
+                           "StandardNuts",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::component>("Component"),
+                           column<&R::strengthClass>("StrengthClass"),
+                           column<&R::description>("Description"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructStrengthClass>()
 {
     using R = StructStrengthClass;
-    static constexpr auto list = describe<R>("StructStrengthClass",
-                                             "StrengthClass",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::yieldStrength>("YieldStrength"),
-                                             column<&R::tensileStrength>("TensileStrength"),
-                                             sortOrder<&R::sortOrder>("SortOrder"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructStrengthClass",
+                           "StrengthClass",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::yieldStrength>("YieldStrength"),
+                           column<&R::tensileStrength>("TensileStrength"),
+                           sortOrder<&R::sortOrder>("SortOrder"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructSet>()
 {
     using R = StructSet;
-    static constexpr auto list = describe<R>("StructSet",
-                                             "Sets",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::nuts>("Nuts"),
-                                             column<&R::headWashers>("HeadWashers"),
-                                             column<&R::nutWashers>("NutWashers"),
-                                             sortOrder<&R::sortOrder>("SortOrder"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructSet",
+                           "Sets",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::nuts>("Nuts"),
+                           column<&R::headWashers>("HeadWashers"),
+                           column<&R::nutWashers>("NutWashers"),
+                           sortOrder<&R::sortOrder>("SortOrder"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructScrewDiameter>()
 {
     using R = StructScrewDiameter;
-    static constexpr auto list = describe<R>("StructScrewDiameter",
-                                             "BoltsDiameters",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::diameter>("Diameter"),
-                                             column<&R::holeDiameter>("HoleDiameter"),
-                                             column<&R::shankArea>("ShankArea"),
-                                             column<&R::stressArea>("StressArea"),
-                                             sortOrder<&R::sortOrder>("SortOrder"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructScrewDiameter",
+                           "BoltsDiameters",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::diameter>("Diameter"),
+                           column<&R::holeDiameter>("HoleDiameter"),
+                           column<&R::shankArea>("ShankArea"),
+                           column<&R::stressArea>("StressArea"),
+                           sortOrder<&R::sortOrder>("SortOrder"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructScrew>()
 {
     using R = StructScrew;
-    static constexpr auto list = describe<R>("StructScrew",
-                                             "ScrewNew",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             lookup<&R::standard, StructStandard>("Standard"),
-                                             lookup<&R::strengthClass, StructStrengthClass>("StrengthClass"),
-                                             lookup<&R::boltSet, StructSet>("BoltSet"),
-                                             column<&R::diameter>("Diameter"),
-                                             column<&R::headHeight>("HeadHeight"),
-                                             column<&R::acrossFlats>("AcrossFlats"),
-                                             column<&R::pitch>("Pitch"),
-                                             column<&R::minimumLength>("MinimumLength"),
-                                             column<&R::maximumLength>("MaximumLength"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructScrew",
+                           "ScrewNew",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           lookup<&R::standard, StructStandard>("Standard"),
+                           lookup<&R::strengthClass, StructStrengthClass>("StrengthClass"),
+                           lookup<&R::boltSet, StructSet>("BoltSet"),
+                           column<&R::diameter>("Diameter"),
+                           column<&R::headHeight>("HeadHeight"),
+                           column<&R::acrossFlats>("AcrossFlats"),
+                           column<&R::pitch>("Pitch"),
+                           column<&R::minimumLength>("MinimumLength"),
+                           column<&R::maximumLength>("MaximumLength"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructSetNutsBolts>()
 {
     using R = StructSetNutsBolts;
-    static constexpr auto list = describe<R>("StructSetNutsBolts",
-                                             "SetNutsBolts",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             lookup<&R::boltSet, StructSet>("BoltSet"),
-                                             lookup<&R::standard, StructStandardNuts>("Standard"),
-                                             column<&R::position>("Position"),
-                                             column<&R::quantity>("Quantity"),
-                                             column<&R::headSide>("HeadSide"),
-                                             column<&R::diameter>("Diameter"),
-                                             column<&R::height>("Height"),
-                                             column<&R::outerDiameter>("OuterDiameter"),
-                                             column<&R::holeDiameter>("HoleDiameter"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructSetNutsBolts",
+                           "SetNutsBolts",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           lookup<&R::boltSet, StructSet>("BoltSet"),
+                           lookup<&R::standard, StructStandardNuts>("Standard"),
+                           column<&R::position>("Position"),
+                           column<&R::quantity>("Quantity"),
+                           column<&R::headSide>("HeadSide"),
+                           column<&R::diameter>("Diameter"),
+                           column<&R::height>("Height"),
+                           column<&R::outerDiameter>("OuterDiameter"),
+                           column<&R::holeDiameter>("HoleDiameter"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructScrewCoating>()
 {
     using R = StructScrewCoating;
-    static constexpr auto list = describe<R>("StructScrewCoating",
-                                             "BoltsCoating",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::thickness>("Thickness"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructScrewCoating",
+                           "BoltsCoating",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::thickness>("Thickness"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructSetOfBolts>()
 {
     using R = StructSetOfBolts;
-    static constexpr auto list = describe<R>("StructSetOfBolts",
-                                             "SetOfBolts",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             lookup<&R::standard, StructStandard>("Standard"),
-                                             lookup<&R::strengthClass, StructStrengthClass>("StrengthClass"),
-                                             lookup<&R::boltSet, StructSet>("BoltSet"),
-                                             lookup<&R::coating, StructScrewCoating>("Coating").noneAllowed(),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructSetOfBolts",
+                           "SetOfBolts",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           lookup<&R::standard, StructStandard>("Standard"),
+                           lookup<&R::strengthClass, StructStrengthClass>("StrengthClass"),
+                           lookup<&R::boltSet, StructSet>("BoltSet"),
+                           lookup<&R::coating, StructScrewCoating>("Coating").noneAllowed(),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 int StructScrewMarshal::getByKeyAllSources(const KorString& standard, const KorString& strengthClass,

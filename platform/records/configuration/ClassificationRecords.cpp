@@ -12,169 +12,158 @@ template <>
 const RecordDescription& descriptionOf<StructMaterialGroups>()
 {
     using R = StructMaterialGroups;
-    static constexpr auto list = describe<R>("StructMaterialGroups",
-                                             "MaterialGroups",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             sortOrder<&R::sortOrder>("SortOrder"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructMaterialGroups",
+                           "MaterialGroups",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           sortOrder<&R::sortOrder>("SortOrder"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructGalvanizingConstructionClass>()
 {
     using R = StructGalvanizingConstructionClass;
-    static constexpr auto list = describe<R>("StructGalvanizingConstructionClass",
-                                             "GalvanizingConstructionClass",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructGalvanizingConstructionClass",
+                           "GalvanizingConstructionClass",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructGalvanizingDetailClass>()
 {
     using R = StructGalvanizingDetailClass;
-    static constexpr auto list = describe<R>("StructGalvanizingDetailClass",
-                                             "GalvanizingDetailClass",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructGalvanizingDetailClass",
+                           "GalvanizingDetailClass",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructGalvanizingConfidence>()
 {
     using R = StructGalvanizingConfidence;
-    static constexpr auto list = describe<R>("StructGalvanizingConfidence",
-                                             "GalvanizingConfidence",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructGalvanizingConfidence",
+                           "GalvanizingConfidence",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructAreaObjectType>()
 {
     using R = StructAreaObjectType;
-    static constexpr auto list = describe<R>("StructAreaObjectType",
-                                             "AreaObjectType",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructAreaObjectType",
+                           "AreaObjectType",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructOpeningObjectType>()
 {
     using R = StructOpeningObjectType;
-    static constexpr auto list = describe<R>("StructOpeningObjectType",
-                                             "OpeningObjectType",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructOpeningObjectType",
+                           "OpeningObjectType",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructObjectSubType>()
 {
     using R = StructObjectSubType;
-    static constexpr auto list = describe<R>("StructObjectSubType",
-                                             "ObjectSubType",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructObjectSubType",
+                           "ObjectSubType",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructColdRolledOwner>()
 {
     using R = StructColdRolledOwner;
-    static constexpr auto list = describe<R>("StructColdRolledOwner",
-                                             "ColdRolledOwner",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::country>("Country"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructColdRolledOwner",
+                           "ColdRolledOwner",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::country>("Country"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructPostNumberSolution>()
 {
     using R = StructPostNumberSolution;
-    static constexpr auto list = describe<R>("StructPostNumberSolution",
-                                             "PostNumberSolution",
-                                             DataSources{KorDSNDefinitions::kNumbering},
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::separator>("Separator"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructPostNumberSolution",
+                           "PostNumberSolution",
+                           DataSources{KorDSNDefinitions::kNumbering},
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::separator>("Separator"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructObjectLayerAssignment>()
 {
     using R = StructObjectLayerAssignment;
-    static constexpr auto list = describe<R>("StructObjectLayerAssignment",
-                                             "ObjectLayerAssignment",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             column<&R::objectTable>("ObjectTable"),
-                                             column<&R::layer>("Layer"),
-                                             column<&R::color>("Color"),
-                                             column<&R::lineType>("LineType"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructObjectLayerAssignment",
+                           "ObjectLayerAssignment",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           column<&R::objectTable>("ObjectTable"),
+                           column<&R::layer>("Layer"),
+                           column<&R::color>("Color"),
+                           column<&R::lineType>("LineType"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructModelRolesRules>()
 {
     using R = StructModelRolesRules;
-    static constexpr auto list = describe<R>("StructModelRolesRules",
-                                             "ModelRolesRules",
-                                             inConfigurationAndAddin,
-                                             key<&R::key>("Key"),
-                                             column<&R::modelRole>("ModelRole"),
-                                             column<&R::action>("Action"),
-                                             column<&R::forbidden>("Forbidden"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructModelRolesRules",
+                           "ModelRolesRules",
+                           inConfigurationAndAddin,
+                           key<&R::key>("Key"),
+                           column<&R::modelRole>("ModelRole"),
+                           column<&R::action>("Action"),
+                           column<&R::forbidden>("Forbidden"));
+    });
 }
 
 int StructObjectLayerAssignmentMarshal::fillTablesRelation(KorArray<StructObjectLayerAssignment>& relation)

@@ -9,54 +9,51 @@ template <>
 const RecordDescription& descriptionOf<StructAssemblyLocation>()
 {
     using R = StructAssemblyLocation;
-    static constexpr auto list = describe<R>("StructAssemblyLocation",
-                                             "AssemblyLocation",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructAssemblyLocation",
+                           "AssemblyLocation",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructScrewDistance>()
 {
     using R = StructScrewDistance;
-    static constexpr auto list = describe<R>("StructScrewDistance",
-                                             "BoltsDistances",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::diameter>("Diameter"),
-                                             column<&R::edgeDistance>("EdgeDistance"),
-                                             column<&R::sideDistance>("SideDistance"),
-                                             column<&R::pitch>("Pitch"),
-                                             column<&R::gauge>("Gauge"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructScrewDistance",
+                           "BoltsDistances",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::diameter>("Diameter"),
+                           column<&R::edgeDistance>("EdgeDistance"),
+                           column<&R::sideDistance>("SideDistance"),
+                           column<&R::pitch>("Pitch"),
+                           column<&R::gauge>("Gauge"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructValidCombinations>()
 {
     using R = StructValidCombinations;
-    static constexpr auto list = describe<R>("StructValidCombinations",
-                                             "ValidCombinations",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             column<&R::standard>("Standard"),
-                                             column<&R::strengthClass>("StrengthClass"),
-                                             column<&R::boltSet>("BoltSet"),
-                                             column<&R::diameter>("Diameter"),
-                                             column<&R::coating>("Coating"),
-                                             column<&R::assemblyLocation>("AssemblyLocation"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructValidCombinations",
+                           "ValidCombinations",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           column<&R::standard>("Standard"),
+                           column<&R::strengthClass>("StrengthClass"),
+                           column<&R::boltSet>("BoltSet"),
+                           column<&R::diameter>("Diameter"),
+                           column<&R::coating>("Coating"),
+                           column<&R::assemblyLocation>("AssemblyLocation"));
+    });
 }
 
 int StructValidCombinationsMarshal::getKey(const KorString& standard, const KorString& strengthClass,

@@ -9,103 +9,97 @@ template <>
 const RecordDescription& descriptionOf<StructDSTVNames>()
 {
     using R = StructDSTVNames;
-    static constexpr auto list = describe<R>("StructDSTVNames",
-                                             "DSTVNames",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::description>("Description"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDSTVNames",
+                           "DSTVNames",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::description>("Description"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDSTVStaticInB01>()
 {
     using R = StructDSTVStaticInB01;
-    static constexpr auto list = describe<R>("StructDSTVStaticInB01",
-                                             "DSTV_Static_In_B01",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::startNode>("StartNode"),
-                                             column<&R::endNode>("EndNode"),
-                                             column<&R::profileNumber>("ProfileNumber"),
-                                             column<&R::material>("Material"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDSTVStaticInB01",
+                           "DSTV_Static_In_B01",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::startNode>("StartNode"),
+                           column<&R::endNode>("EndNode"),
+                           column<&R::profileNumber>("ProfileNumber"),
+                           column<&R::material>("Material"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDSTVStaticInB02>()
 {
     using R = StructDSTVStaticInB02;
-    static constexpr auto list = describe<R>("StructDSTVStaticInB02",
-                                             "DSTV_Static_In_B02",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             column<&R::x>("X"),
-                                             column<&R::y>("Y"),
-                                             column<&R::z>("Z"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDSTVStaticInB02",
+                           "DSTV_Static_In_B02",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           column<&R::x>("X"),
+                           column<&R::y>("Y"),
+                           column<&R::z>("Z"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDSTVStaticInB03>()
 {
     using R = StructDSTVStaticInB03;
-    static constexpr auto list = describe<R>("StructDSTVStaticInB03",
-                                             "DSTV_Static_In_B03",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             column<&R::objectNumber>("ObjectNumber"),
-                                             column<&R::profileName>("ProfileName"),
-                                             column<&R::referenceAxis>("ReferenceAxis"),
-                                             column<&R::rotation>("Rotation"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDSTVStaticInB03",
+                           "DSTV_Static_In_B03",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           column<&R::objectNumber>("ObjectNumber"),
+                           column<&R::profileName>("ProfileName"),
+                           column<&R::referenceAxis>("ReferenceAxis"),
+                           column<&R::rotation>("Rotation"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDSTVStaticInB04>()
 {
     using R = StructDSTVStaticInB04;
-    static constexpr auto list = describe<R>("StructDSTVStaticInB04",
-                                             "DSTV_Static_In_B04",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             column<&R::objectNumber>("ObjectNumber"),
-                                             column<&R::propertyName>("PropertyName"),
-                                             column<&R::value>("Value"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDSTVStaticInB04",
+                           "DSTV_Static_In_B04",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           column<&R::objectNumber>("ObjectNumber"),
+                           column<&R::propertyName>("PropertyName"),
+                           column<&R::value>("Value"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructNecessaryViewsConfiguration>()
 {
     using R = StructNecessaryViewsConfiguration;
-    static constexpr auto list = describe<R>("StructNecessaryViewsConfiguration",
-                                             "NecessaryViewsConfiguration",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::viewType>("ViewType"),
-                                             column<&R::beamType>("BeamType"),
-                                             column<&R::notBeamType>("NOTBeamType"),
-                                             column<&R::detObjQualifierSet>("DetObjQualifierSet"),
-                                             column<&R::notDetObjQualifierSet>("NOTDetObjQualifierSet"),
-                                             column<&R::rule>("Rule"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructNecessaryViewsConfiguration",
+                           "NecessaryViewsConfiguration",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::viewType>("ViewType"),
+                           column<&R::beamType>("BeamType"),
+                           column<&R::notBeamType>("NOTBeamType"),
+                           column<&R::detObjQualifierSet>("DetObjQualifierSet"),
+                           column<&R::notDetObjQualifierSet>("NOTDetObjQualifierSet"),
+                           column<&R::rule>("Rule"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 int StructDSTVStaticInB01Marshal::getNumberOfObjects(long& number)

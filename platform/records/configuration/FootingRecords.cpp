@@ -9,32 +9,30 @@ template <>
 const RecordDescription& descriptionOf<StructFootingIsolatedFormulaMask>()
 {
     using R = StructFootingIsolatedFormulaMask;
-    static constexpr auto list = describe<R>("StructFootingIsolatedFormulaMask",
-                                             "FootingIsolatedFormulaMask",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::mask>("Mask"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructFootingIsolatedFormulaMask",
+                           "FootingIsolatedFormulaMask",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::mask>("Mask"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructFootingIsolatedFormulaDefault>()
 {
     using R = StructFootingIsolatedFormulaDefault;
-    static constexpr auto list = describe<R>("StructFootingIsolatedFormulaDefault",
-                                             "FootingIsolatedFormulaDefault",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             lookup<&R::mask, StructFootingIsolatedFormulaMask>("Mask"),
-                                             column<&R::formula>("Formula"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructFootingIsolatedFormulaDefault",
+                           "FootingIsolatedFormulaDefault",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           lookup<&R::mask, StructFootingIsolatedFormulaMask>("Mask"),
+                           column<&R::formula>("Formula"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 std::span<const DescriptionFunction> records::footingRecords()

@@ -9,187 +9,175 @@ template <>
 const RecordDescription& descriptionOf<StructBarGratingSeries>()
 {
     using R = StructBarGratingSeries;
-    static constexpr auto list = describe<R>("StructBarGratingSeries",
-                                             "BarGratingSeries",
-                                             inConfiguration,
-                                             key<&R::standardName>("StandardName"),
-                                             runName<&R::runName>("RunName"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructBarGratingSeries",
+                           "BarGratingSeries",
+                           inConfiguration,
+                           key<&R::standardName>("StandardName"),
+                           runName<&R::runName>("RunName"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructBearingBarSpacing>()
 {
     using R = StructBearingBarSpacing;
-    static constexpr auto list = describe<R>("StructBearingBarSpacing",
-                                             "BearingBarSpacing",
-                                             inConfiguration,
-                                             key<&R::standardName>("StandardName"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::distance>("Distance"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructBearingBarSpacing",
+                           "BearingBarSpacing",
+                           inConfiguration,
+                           key<&R::standardName>("StandardName"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::distance>("Distance"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructCrossBarSpacing>()
 {
     using R = StructCrossBarSpacing;
-    static constexpr auto list = describe<R>("StructCrossBarSpacing",
-                                             "CrossBarSpacing",
-                                             inConfiguration,
-                                             key<&R::standardName>("StandardName"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::distance>("Distance"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructCrossBarSpacing",
+                           "CrossBarSpacing",
+                           inConfiguration,
+                           key<&R::standardName>("StandardName"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::distance>("Distance"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructBearingBarThickness>()
 {
     using R = StructBearingBarThickness;
-    static constexpr auto list = describe<R>("StructBearingBarThickness",
-                                             "BearingBarThickness",
-                                             inConfiguration,
-                                             key<&R::standardName>("StandardName"),
-                                             column<&R::gratingThickness>("GratingThickness"),
-                                             column<&R::barThickness>("BarThickness"),
-                                             runName<&R::runName>("RunName"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructBearingBarThickness",
+                           "BearingBarThickness",
+                           inConfiguration,
+                           key<&R::standardName>("StandardName"),
+                           column<&R::gratingThickness>("GratingThickness"),
+                           column<&R::barThickness>("BarThickness"),
+                           runName<&R::runName>("RunName"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructBearingBarWidth>()
 {
     using R = StructBearingBarWidth;
-    static constexpr auto list = describe<R>("StructBearingBarWidth",
-                                             "BearingBarWidth",
-                                             inConfiguration,
-                                             key<&R::standardName>("StandardName"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::barQuantity>("BarQuantity"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructBearingBarWidth",
+                           "BearingBarWidth",
+                           inConfiguration,
+                           key<&R::standardName>("StandardName"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::barQuantity>("BarQuantity"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructCrossBar>()
 {
     using R = StructCrossBar;
-    static constexpr auto list = describe<R>("StructCrossBar",
-                                             "CrossBar",
-                                             inConfiguration,
-                                             key<&R::standardName>("StandardName"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::barThickness>("BarThickness"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructCrossBar",
+                           "CrossBar",
+                           inConfiguration,
+                           key<&R::standardName>("StandardName"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::barThickness>("BarThickness"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructBarGrating>()
 {
     using R = StructBarGrating;
-    static constexpr auto list =
-        describe<R>("StructBarGrating",
-                    "BarGrating",
-                    inConfiguration,
-                    key<&R::key>("Key"),
-                    column<&R::seriesName>("SeriesName"),
-                    lookup<&R::bearingBarSpacing, StructBearingBarSpacing>("BearingBarSpacing"),
-                    lookup<&R::crossBarSpacing, StructCrossBarSpacing>("CrossBarSpacing"),
-                    column<&R::bearingBarThicknessName>("BearingBarThicknessName"),
-                    column<&R::bearingBarWidthName>("BearingBarWidthName"),
-                    column<&R::crossBarName>("CrossBarName"),
-                    owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructBarGrating",
+                           "BarGrating",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           column<&R::seriesName>("SeriesName"),
+                           lookup<&R::bearingBarSpacing, StructBearingBarSpacing>("BearingBarSpacing"),
+                           lookup<&R::crossBarSpacing, StructCrossBarSpacing>("CrossBarSpacing"),
+                           column<&R::bearingBarThicknessName>("BearingBarThicknessName"),
+                           column<&R::bearingBarWidthName>("BearingBarWidthName"),
+                           column<&R::crossBarName>("CrossBarName"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructGratingStandardMaster>()
 {
     using R = StructGratingStandardMaster;
-    static constexpr auto list = describe<R>("StructGratingStandardMaster",
-                                             "GratingStandardMaster",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::tableName>("TableName"),
-                                             column<&R::material>("Material"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructGratingStandardMaster",
+                           "GratingStandardMaster",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::tableName>("TableName"),
+                           column<&R::material>("Material"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructGratingVariableMaster>()
 {
     using R = StructGratingVariableMaster;
-    static constexpr auto list = describe<R>("StructGratingVariableMaster",
-                                             "GratingVariableMaster",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::tableName>("TableName"),
-                                             column<&R::material>("Material"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructGratingVariableMaster",
+                           "GratingVariableMaster",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::tableName>("TableName"),
+                           column<&R::material>("Material"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructGratingStandardItem>()
 {
     using R = StructGratingStandardItem;
-    static constexpr auto list = describe<R>("StructGratingStandardItem",
-                                             "Gratings_P30",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::length>("Length"),
-                                             column<&R::width>("Width"),
-                                             column<&R::thickness>("Thickness"),
-                                             column<&R::mass>("Mass"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructGratingStandardItem",
+                           "Gratings_P30",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::length>("Length"),
+                           column<&R::width>("Width"),
+                           column<&R::thickness>("Thickness"),
+                           column<&R::mass>("Mass"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructGratingVariableItem>()
 {
     using R = StructGratingVariableItem;
-    static constexpr auto list = describe<R>("StructGratingVariableItem",
-                                             "Gratings_G30",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::thickness>("Thickness"),
-                                             column<&R::barThickness>("BarThickness"),
-                                             column<&R::massPerArea>("MassPerArea"),
-                                             column<&R::maximumWidth>("MaximumWidth"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructGratingVariableItem",
+                           "Gratings_G30",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::thickness>("Thickness"),
+                           column<&R::barThickness>("BarThickness"),
+                           column<&R::massPerArea>("MassPerArea"),
+                           column<&R::maximumWidth>("MaximumWidth"));
+    });
 }
 
 int StructBarGratingMarshal::getByKey(const KorString& series, long bearingBarSpacing, long crossBarSpacing,

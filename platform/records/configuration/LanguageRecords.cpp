@@ -9,42 +9,39 @@ template <>
 const RecordDescription& descriptionOf<StructLanguageDependet_Strings>()
 {
     using R = StructLanguageDependet_Strings;
-    static constexpr auto list = describe<R>("StructLanguageDependet_Strings",
-                                             "LanguageDependet_Strings",
-                                             DataSources{KorDSNDefinitions::kTexts},
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::unitUsed>("UnitUsed"),
-                                             column<&R::displayControl>("DisplayControl"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructLanguageDependet_Strings",
+                           "LanguageDependet_Strings",
+                           DataSources{KorDSNDefinitions::kTexts},
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::unitUsed>("UnitUsed"),
+                           column<&R::displayControl>("DisplayControl"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructNotes>()
 {
     using R = StructNotes;
-    static constexpr auto list = describe<R>(
-        "StructNotes", "Notes", inConfigurationAndAddin, key<&R::key>("Key"), runName<&R::runName>("RunName"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>(
+            "StructNotes", "Notes", inConfigurationAndAddin, key<&R::key>("Key"), runName<&R::runName>("RunName"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructHelpButtons>()
 {
     using R = StructHelpButtons;
-    static constexpr auto list = describe<R>("StructHelpButtons",
-                                             "HelpButtons",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             column<&R::helpTag>("HelpTag"),
-                                             column<&R::stringId>("StringId"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructHelpButtons",
+                           "HelpButtons",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           column<&R::helpTag>("HelpTag"),
+                           column<&R::stringId>("StringId"));
+    });
 }
 
 namespace {

@@ -12,72 +12,68 @@ template <>
 const RecordDescription& descriptionOf<StructMaterial>()
 {
     using R = StructMaterial;
-    static constexpr auto list = describe<R>("StructMaterial",
-                                             "Material",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::standard>("Standard"),
-                                             column<&R::materialNumber>("MaterialNumber"),
-                                             column<&R::yieldStrength>("YieldStrength"),
-                                             column<&R::tensileStrength>("TensileStrength"),
-                                             column<&R::yieldStrengthThick>("YieldStrengthThick"),
-                                             column<&R::tensileStrengthThick>("TensileStrengthThick"),
-                                             column<&R::elasticModulus>("ElasticModulus"),
-                                             column<&R::density>("Density"),
-                                             sortOrder<&R::sortOrder>("SortOrder"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructMaterial",
+                           "Material",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::standard>("Standard"),
+                           column<&R::materialNumber>("MaterialNumber"),
+                           column<&R::yieldStrength>("YieldStrength"),
+                           column<&R::tensileStrength>("TensileStrength"),
+                           column<&R::yieldStrengthThick>("YieldStrengthThick"),
+                           column<&R::tensileStrengthThick>("TensileStrengthThick"),
+                           column<&R::elasticModulus>("ElasticModulus"),
+                           column<&R::density>("Density"),
+                           sortOrder<&R::sortOrder>("SortOrder"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructMaterialClass>()
 {
     using R = StructMaterialClass;
-    static constexpr auto list = describe<R>("StructMaterialClass",
-                                             "MaterialClass",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::name>("Name"),
-                                             column<&R::classNumber>("ClassNumber"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructMaterialClass",
+                           "MaterialClass",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::name>("Name"),
+                           column<&R::classNumber>("ClassNumber"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructPlateThickness>()
 {
     using R = StructPlateThickness;
-    static constexpr auto list = describe<R>("StructPlateThickness",
-                                             "PlateThickness",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::thickness>("Thickness"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructPlateThickness",
+                           "PlateThickness",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::thickness>("Thickness"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructScale>()
 {
     using R = StructScale;
-    static constexpr auto list = describe<R>("StructScale",
-                                             "Scale",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::factor>("Factor"),
-                                             column<&R::unitType>("UnitType"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructScale",
+                           "Scale",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::factor>("Factor"),
+                           column<&R::unitType>("UnitType"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 int StructPlateThicknessMarshal::getKeyList(KorArray<double>& thicknesses)

@@ -11,61 +11,58 @@ template <>
 const RecordDescription& descriptionOf<StructRules>()
 {
     using R = StructRules;
-    static constexpr auto list = describe<R>("StructRules",
-                                             "RulesNew",
-                                             DataSources{KorDSNDefinitions::kRules},
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::internalName>("InternalName"),
-                                             column<&R::module>("Module"),
-                                             column<&R::function>("Function"),
-                                             column<&R::dialog>("Dialog"),
-                                             column<&R::intention>("Intention"),
-                                             column<&R::jointName>("JointName"),
-                                             column<&R::symbol>("Symbol"),
-                                             column<&R::helpTag>("HelpTag"),
-                                             column<&R::toolTip>("ToolTip"),
-                                             column<&R::parameters>("Parameters"),
-                                             column<&R::sublist>("Sublist"),
-                                             column<&R::description>("Description"),
-                                             column<&R::version>("Version"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructRules",
+                           "RulesNew",
+                           DataSources{KorDSNDefinitions::kRules},
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::internalName>("InternalName"),
+                           column<&R::module>("Module"),
+                           column<&R::function>("Function"),
+                           column<&R::dialog>("Dialog"),
+                           column<&R::intention>("Intention"),
+                           column<&R::jointName>("JointName"),
+                           column<&R::symbol>("Symbol"),
+                           column<&R::helpTag>("HelpTag"),
+                           column<&R::toolTip>("ToolTip"),
+                           column<&R::parameters>("Parameters"),
+                           column<&R::sublist>("Sublist"),
+                           column<&R::description>("Description"),
+                           column<&R::version>("Version"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructRulesCategory>()
 {
     using R = StructRulesCategory;
-    static constexpr auto list = describe<R>("StructRulesCategory",
-                                             "Rules2nd",
-                                             DataSources{KorDSNDefinitions::kRules},
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::category>("Category"),
-                                             column<&R::rule>("Rule"),
-                                             column<&R::jointName>("JointName"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructRulesCategory",
+                           "Rules2nd",
+                           DataSources{KorDSNDefinitions::kRules},
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::category>("Category"),
+                           column<&R::rule>("Rule"),
+                           column<&R::jointName>("JointName"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructRuleNameMapping>()
 {
     using R = StructRuleNameMapping;
-    static constexpr auto list = describe<R>("StructRuleNameMapping",
-                                             "RuleNameMapping",
-                                             DataSources{KorDSNDefinitions::kRules},
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::mappedName>("MappedName"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructRuleNameMapping",
+                           "RuleNameMapping",
+                           DataSources{KorDSNDefinitions::kRules},
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::mappedName>("MappedName"));
+    });
 }
 
 namespace {

@@ -9,30 +9,28 @@ template <>
 const RecordDescription& descriptionOf<StructSectionBehaviour>()
 {
     using R = StructSectionBehaviour;
-    static constexpr auto list = describe<R>("StructSectionBehaviour",
-                                             "SectionBehaviour",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::unwind>("Unwind"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructSectionBehaviour",
+                           "SectionBehaviour",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::unwind>("Unwind"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructSectionBehaviourAssignment>()
 {
     using R = StructSectionBehaviourAssignment;
-    static constexpr auto list = describe<R>("StructSectionBehaviourAssignment",
-                                             "SectionBehaviourAssignment",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             lookup<&R::behaviour, StructSectionBehaviour>("Behaviour"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructSectionBehaviourAssignment",
+                           "SectionBehaviourAssignment",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           lookup<&R::behaviour, StructSectionBehaviour>("Behaviour"));
+    });
 }
 
 int StructSectionBehaviourAssignmentMarshal::getBehaviourKey(const KorString& profileClass, long& behaviour)

@@ -9,38 +9,36 @@ template <>
 const RecordDescription& descriptionOf<StructToolbarsTable>()
 {
     using R = StructToolbarsTable;
-    static constexpr auto list = describe<R>("StructToolbarsTable",
-                                             "Toolbars",
-                                             DataSources{KorDSNDefinitions::kToolbars},
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::toolTip>("ToolTip"),
-                                             column<&R::parent>("Parent"),
-                                             column<&R::position>("Position"),
-                                             column<&R::visible>("Visible"),
-                                             column<&R::docking>("Docking"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructToolbarsTable",
+                           "Toolbars",
+                           DataSources{KorDSNDefinitions::kToolbars},
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::toolTip>("ToolTip"),
+                           column<&R::parent>("Parent"),
+                           column<&R::position>("Position"),
+                           column<&R::visible>("Visible"),
+                           column<&R::docking>("Docking"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructToolbarsDefault>()
 {
     using R = StructToolbarsDefault;
-    static constexpr auto list = describe<R>("StructToolbarsDefault",
-                                             "ToolbarsDefault",
-                                             DataSources{KorDSNDefinitions::kToolbars},
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::toolTip>("ToolTip"),
-                                             column<&R::parent>("Parent"),
-                                             column<&R::position>("Position"),
-                                             column<&R::visible>("Visible"),
-                                             column<&R::docking>("Docking"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructToolbarsDefault",
+                           "ToolbarsDefault",
+                           DataSources{KorDSNDefinitions::kToolbars},
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::toolTip>("ToolTip"),
+                           column<&R::parent>("Parent"),
+                           column<&R::position>("Position"),
+                           column<&R::visible>("Visible"),
+                           column<&R::docking>("Docking"));
+    });
 }
 
 std::span<const DescriptionFunction> records::toolbarRecords()

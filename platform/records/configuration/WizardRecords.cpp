@@ -9,49 +9,46 @@ template <>
 const RecordDescription& descriptionOf<StructDisplayControl>()
 {
     using R = StructDisplayControl;
-    static constexpr auto list = describe<R>("StructDisplayControl",
-                                             "DisplayControl",
-                                             inConfiguration,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::controlType>("ControlType"),
-                                             column<&R::readOnly>("ReadOnly"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDisplayControl",
+                           "DisplayControl",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::controlType>("ControlType"),
+                           column<&R::readOnly>("ReadOnly"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructWizardSteps>()
 {
     using R = StructWizardSteps;
-    static constexpr auto list = describe<R>("StructWizardSteps",
-                                             "WizardSteps",
-                                             DataSources{KorDSNDefinitions::kWizards},
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::task>("TaskID"),
-                                             column<&R::position>("Position"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructWizardSteps",
+                           "WizardSteps",
+                           DataSources{KorDSNDefinitions::kWizards},
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::task>("TaskID"),
+                           column<&R::position>("Position"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructWizardControl>()
 {
     using R = StructWizardControl;
-    static constexpr auto list = describe<R>("StructWizardControl",
-                                             "WizardControl",
-                                             DataSources{KorDSNDefinitions::kWizards},
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             lookup<&R::step, StructWizardSteps>("StepID"),
-                                             column<&R::position>("Position"),
-                                             lookup<&R::displayControl, StructDisplayControl>("DisplayControl"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructWizardControl",
+                           "WizardControl",
+                           DataSources{KorDSNDefinitions::kWizards},
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           lookup<&R::step, StructWizardSteps>("StepID"),
+                           column<&R::position>("Position"),
+                           lookup<&R::displayControl, StructDisplayControl>("DisplayControl"));
+    });
 }
 
 std::span<const DescriptionFunction> records::wizardRecords()

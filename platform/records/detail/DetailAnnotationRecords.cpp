@@ -10,55 +10,51 @@ template <>
 const RecordDescription& descriptionOf<StructDetObjAnnotationStrategy>()
 {
     using R = StructDetObjAnnotationStrategy;
-    static constexpr auto list =
-        describe<R>("StructDetObjAnnotationStrategy",
-                    "DetObjAnnotationStrategy",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    runName<&R::runName>("RunName"),
-                    reference<&R::annotationType, StructDetAnnotationType>("AnnotationType"),
-                    reference<&R::arrangerControl, StructDetArrangerControl>("ArrangerControl"),
-                    reference<&R::arrangerStrategy, StructDetArrangerStrategy>("ArrangerStrategy"),
-                    reference<&R::group, StructDetObjAnnotationGroup>("Group"),
-                    column<&R::annotateOnce>("AnnotateOnce"),
-                    column<&R::layer>("Layer"),
-                    column<&R::textSize>("TextSize"),
-                    owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetObjAnnotationStrategy",
+                           "DetObjAnnotationStrategy",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           reference<&R::annotationType, StructDetAnnotationType>("AnnotationType"),
+                           reference<&R::arrangerControl, StructDetArrangerControl>("ArrangerControl"),
+                           reference<&R::arrangerStrategy, StructDetArrangerStrategy>("ArrangerStrategy"),
+                           reference<&R::group, StructDetObjAnnotationGroup>("Group"),
+                           column<&R::annotateOnce>("AnnotateOnce"),
+                           column<&R::layer>("Layer"),
+                           column<&R::textSize>("TextSize"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetObjAnnotationGroup>()
 {
     using R = StructDetObjAnnotationGroup;
-    static constexpr auto list = describe<R>("StructDetObjAnnotationGroup",
-                                             "DetObjAnnotationGroup",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::bitmapId>("BitmapId"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetObjAnnotationGroup",
+                           "DetObjAnnotationGroup",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::bitmapId>("BitmapId"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetAnnotationType>()
 {
     using R = StructDetAnnotationType;
-    static constexpr auto list = describe<R>("StructDetAnnotationType",
-                                             "DetAnnotationType",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             lookup<&R::leaderStyle, StructDetLeaderStyle>("LeaderStyle"),
-                                             owner<&R::ownerText>("OwnerText"),
-                                             column<&R::contents>("AnnotationTypeContents1"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetAnnotationType",
+                           "DetAnnotationType",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           lookup<&R::leaderStyle, StructDetLeaderStyle>("LeaderStyle"),
+                           owner<&R::ownerText>("OwnerText"),
+                           column<&R::contents>("AnnotationTypeContents1"));
+    });
 }
 
 template <>
@@ -66,26 +62,24 @@ const RecordDescription& descriptionOf<StructDetArrangerControl>()
 {
     using R = StructDetArrangerControl;
     using Item = StructDetArrangerControlItem;
-    static constexpr auto list =
-        describe<R>("StructDetArrangerControl",
-                    "DetArrangerControl",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    runName<&R::runName>("RunName"),
-                    column<&R::arrangeGlobally>("ArrangeGlobally"),
-                    column<&R::arrangeInCentre>("ArrangeInCentre"),
-                    column<&R::oppositeAngleAllowed>("OppositeAngleAllowed"),
-                    column<&R::terminateOnFirstFit>("TerminateOnFirstFit"),
-                    column<&R::useBasePositionOnFailure>("UseBasePositionOnFailure"),
-                    owner<&R::ownerText>("OwnerText"),
-                    itemCount<&R::lengthItems>("LengthItems"),
-                    numberedGroup<&R::items>(8,
-                                             column<&Item::angle>("Angle%d"),
-                                             column<&Item::preferredDistance>("PreferredDistance%d"),
-                                             column<&Item::maxDistance>("MaxDistance%d")));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetArrangerControl",
+                           "DetArrangerControl",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::arrangeGlobally>("ArrangeGlobally"),
+                           column<&R::arrangeInCentre>("ArrangeInCentre"),
+                           column<&R::oppositeAngleAllowed>("OppositeAngleAllowed"),
+                           column<&R::terminateOnFirstFit>("TerminateOnFirstFit"),
+                           column<&R::useBasePositionOnFailure>("UseBasePositionOnFailure"),
+                           owner<&R::ownerText>("OwnerText"),
+                           itemCount<&R::lengthItems>("LengthItems"),
+                           numberedGroup<&R::items>(8,
+                                                    column<&Item::angle>("Angle%d"),
+                                                    column<&Item::preferredDistance>("PreferredDistance%d"),
+                                                    column<&Item::maxDistance>("MaxDistance%d")));
+    });
 }
 
 template <>
@@ -93,25 +87,23 @@ const RecordDescription& descriptionOf<StructDetArrangerStrategy>()
 {
     using R = StructDetArrangerStrategy;
     using Item = StructDetArrangerStrategyItem;
-    static constexpr auto list =
-        describe<R>("StructDetArrangerStrategy",
-                    "DetArrangerStrategy",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    runName<&R::runName>("RunName"),
-                    column<&R::terminateOnFirstFit>("TerminateOnFirstFit"),
-                    column<&R::arrangeGlobally>("ArrangeGlobally"),
-                    column<&R::arrangeInCenter>("ArrangeInCenter"),
-                    owner<&R::ownerText>("OwnerText"),
-                    itemCount<&R::lengthItems>("LengthItems").writtenAfter(4),
-                    numberedGroup<&R::items>(8,
-                                             column<&Item::searchArea>("SearchArea%d"),
-                                             column<&Item::searchDirection>("SearchDirection%d"),
-                                             column<&Item::minDistance>("MinDistance%d"),
-                                             column<&Item::maxDistance>("MaxDistance%d")));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetArrangerStrategy",
+                           "DetArrangerStrategy",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::terminateOnFirstFit>("TerminateOnFirstFit"),
+                           column<&R::arrangeGlobally>("ArrangeGlobally"),
+                           column<&R::arrangeInCenter>("ArrangeInCenter"),
+                           owner<&R::ownerText>("OwnerText"),
+                           itemCount<&R::lengthItems>("LengthItems").writtenAfter(4),
+                           numberedGroup<&R::items>(8,
+                                                    column<&Item::searchArea>("SearchArea%d"),
+                                                    column<&Item::searchDirection>("SearchDirection%d"),
+                                                    column<&Item::minDistance>("MinDistance%d"),
+                                                    column<&Item::maxDistance>("MaxDistance%d")));
+    });
 }
 
 template <>
@@ -119,18 +111,17 @@ const RecordDescription& descriptionOf<StructDetManualAnnotationType>()
 {
     using R = StructDetManualAnnotationType;
     using Item = StructDetManualAnnotationTypeItem;
-    static constexpr auto list = describe<R>("StructDetManualAnnotationType",
-                                             "DetManualAnnotationType",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             lookup<&R::leaderStyle, StructDetLeaderStyle>("LeaderStyle"),
-                                             owner<&R::ownerText>("OwnerText"),
-                                             itemCount<&R::numberItems>("NumberItems"),
-                                             numberedGroup<&R::items>(12, column<&Item::contents>("Contents%d")));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetManualAnnotationType",
+                           "DetManualAnnotationType",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           lookup<&R::leaderStyle, StructDetLeaderStyle>("LeaderStyle"),
+                           owner<&R::ownerText>("OwnerText"),
+                           itemCount<&R::numberItems>("NumberItems"),
+                           numberedGroup<&R::items>(12, column<&Item::contents>("Contents%d")));
+    });
 }
 
 std::span<const DescriptionFunction> records::detailAnnotationRecords()

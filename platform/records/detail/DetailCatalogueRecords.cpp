@@ -100,42 +100,39 @@ template <>
 const RecordDescription& descriptionOf<StructDetObjQualifier>()
 {
     using R = StructDetObjQualifier;
-    static constexpr auto list = describe<R>("StructDetObjQualifier",
-                                             "DetObjQualifier",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             lookup<&R::modelType, StructDetModelType>("ModelType"),
-                                             lookup<&R::role, StructDetRole>("Role"),
-                                             runName<&R::runName>("RunName"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetObjQualifier",
+                           "DetObjQualifier",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           lookup<&R::modelType, StructDetModelType>("ModelType"),
+                           lookup<&R::role, StructDetRole>("Role"),
+                           runName<&R::runName>("RunName"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructAnnotationTypeContents>()
 {
     using R = StructAnnotationTypeContents;
-    static constexpr auto list = describe<R>("StructAnnotationTypeContents",
-                                             "DetAnnotationTypeContents",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::token>("Token"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructAnnotationTypeContents",
+                           "DetAnnotationTypeContents",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::token>("Token"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructClippingGap>()
 {
     using R = StructClippingGap;
-    static constexpr auto list = describe<R>(
-        "StructClippingGap", "ClippingGap", inDetailCatalogue, key<&R::key>("Key"), column<&R::gap>("Gap"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>(
+            "StructClippingGap", "ClippingGap", inDetailCatalogue, key<&R::key>("Key"), column<&R::gap>("Gap"));
+    });
 }
 
 int StructClippingGapMarshal::getByValue(double gap, StructClippingGap& record)

@@ -11,187 +11,177 @@ template <>
 const RecordDescription& descriptionOf<StructDetObjReprMap>()
 {
     using R = StructDetObjReprMap;
-    static constexpr auto list = describe<R>("StructDetObjReprMap",
-                                             "DetObjReprMapsNew",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             owner<&R::ownerText>("OwnerText"),
-                                             itemCount<&R::numberItems>("NumberItems"),
-                                             items<&R::items>());
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetObjReprMap",
+                           "DetObjReprMapsNew",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           owner<&R::ownerText>("OwnerText"),
+                           itemCount<&R::numberItems>("NumberItems"),
+                           items<&R::items>());
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetObjReprMapItem>()
 {
     using R = StructDetObjReprMapItem;
-    static constexpr auto list =
-        describe<R>("StructDetObjReprMapItem",
-                    "DetObjReprMapItems",
-                    inDetails,
-                    itemOwner<&R::key>("Key"),
-                    itemOrder<&R::order>("Order"),
-                    column<&R::description>("Description"),
-                    owner<&R::ownerText>("OwnerText"),
-                    reference<&R::objQualifier, StructDetObjQualifierSet>("ObjQualifier"),
-                    lookup<&R::geometricRestrictions, StructDetVwDimGeomRestrictions>("GeometricRestrictions"),
-                    lookup<&R::depthPosition, StructDetailDepthPosition>("DepthPosition"),
-                    reference<&R::appearance, StructDetObjAppearance>("Appearance"),
-                    reference<&R::annotationStrategy, StructDetObjAnnotationStrategy>("AnnotationStrategy"),
-                    reference<&R::lineType, StructLinetypes>("LineType").noneAllowed(),
-                    column<&R::simplifiedGap>("SimplifiedGap"),
-                    column<&R::compassMark>("CompassMark"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>(
+            "StructDetObjReprMapItem",
+            "DetObjReprMapItems",
+            inDetails,
+            itemOwner<&R::key>("Key"),
+            itemOrder<&R::order>("Order"),
+            column<&R::description>("Description"),
+            owner<&R::ownerText>("OwnerText"),
+            reference<&R::objQualifier, StructDetObjQualifierSet>("ObjQualifier"),
+            lookup<&R::geometricRestrictions, StructDetVwDimGeomRestrictions>("GeometricRestrictions"),
+            lookup<&R::depthPosition, StructDetailDepthPosition>("DepthPosition"),
+            reference<&R::appearance, StructDetObjAppearance>("Appearance"),
+            reference<&R::annotationStrategy, StructDetObjAnnotationStrategy>("AnnotationStrategy"),
+            reference<&R::lineType, StructLinetypes>("LineType").noneAllowed(),
+            column<&R::simplifiedGap>("SimplifiedGap"),
+            column<&R::compassMark>("CompassMark"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetObjAppearance>()
 {
     using R = StructDetObjAppearance;
-    static constexpr auto list = describe<R>("StructDetObjAppearance",
-                                             "DetObjAppearance",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             reference<&R::hatchSettings, StructDetHatchSettings>("HatchSettings"),
-                                             column<&R::presentation>("Presentation"),
-                                             column<&R::visibleLayer>("VisibleLayer"),
-                                             column<&R::visibleColor>("VisibleColor"),
-                                             column<&R::drawHiddenEdges>("DrawHiddenEdges"),
-                                             column<&R::hiddenLayer>("HiddenLayer"),
-                                             column<&R::hiddenColor>("HiddenColor"),
-                                             column<&R::drawAxis>("DrawAxis"),
-                                             column<&R::axisLayer>("AxisLayer"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetObjAppearance",
+                           "DetObjAppearance",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           reference<&R::hatchSettings, StructDetHatchSettings>("HatchSettings"),
+                           column<&R::presentation>("Presentation"),
+                           column<&R::visibleLayer>("VisibleLayer"),
+                           column<&R::visibleColor>("VisibleColor"),
+                           column<&R::drawHiddenEdges>("DrawHiddenEdges"),
+                           column<&R::hiddenLayer>("HiddenLayer"),
+                           column<&R::hiddenColor>("HiddenColor"),
+                           column<&R::drawAxis>("DrawAxis"),
+                           column<&R::axisLayer>("AxisLayer"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetHatchSettings>()
 {
     using R = StructDetHatchSettings;
-    static constexpr auto list = describe<R>("StructDetHatchSettings",
-                                             "DetHatchSettings",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::pattern>("Pattern"),
-                                             column<&R::spacing>("Spacing"),
-                                             column<&R::angle>("Angle"),
-                                             column<&R::color>("Color"),
-                                             column<&R::layer>("Layer"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetHatchSettings",
+                           "DetHatchSettings",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::pattern>("Pattern"),
+                           column<&R::spacing>("Spacing"),
+                           column<&R::angle>("Angle"),
+                           column<&R::color>("Color"),
+                           column<&R::layer>("Layer"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetGridRefSettings>()
 {
     using R = StructDetGridRefSettings;
-    static constexpr auto list = describe<R>("StructDetGridRefSettings",
-                                             "DetGridReferenceSettings",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::format>("Format"),
-                                             column<&R::textSize>("TextSize"),
-                                             column<&R::layer>("Layer"),
-                                             column<&R::showOffset>("ShowOffset"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetGridRefSettings",
+                           "DetGridReferenceSettings",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::format>("Format"),
+                           column<&R::textSize>("TextSize"),
+                           column<&R::layer>("Layer"),
+                           column<&R::showOffset>("ShowOffset"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetObjQualifierSet>()
 {
     using R = StructDetObjQualifierSet;
-    static constexpr auto list = describe<R>("StructDetObjQualifierSet",
-                                             "DetObjQualifierSet",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             reference<&R::group, StructDetObjQualifierSetGroup>("Group"),
-                                             owner<&R::ownerText>("OwnerText"),
-                                             itemCount<&R::numberItems>("NumberItems"),
-                                             items<&R::items>());
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetObjQualifierSet",
+                           "DetObjQualifierSet",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           reference<&R::group, StructDetObjQualifierSetGroup>("Group"),
+                           owner<&R::ownerText>("OwnerText"),
+                           itemCount<&R::numberItems>("NumberItems"),
+                           items<&R::items>());
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetObjQualifierSetItem>()
 {
     using R = StructDetObjQualifierSetItem;
-    static constexpr auto list = describe<R>("StructDetObjQualifierSetItem",
-                                             "DetObjQualifierSetItem",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             itemOwner<&R::qualifierSet>("IdDetObjQualifierSet"),
-                                             itemOrder<&R::order>("Order"),
-                                             lookup<&R::objectQualifier, StructDetObjQualifier>("ObjectQualifier"),
-                                             column<&R::modelRole>("ModelRole"),
-                                             column<&R::filter>("Filter"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetObjQualifierSetItem",
+                           "DetObjQualifierSetItem",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           itemOwner<&R::qualifierSet>("IdDetObjQualifierSet"),
+                           itemOrder<&R::order>("Order"),
+                           lookup<&R::objectQualifier, StructDetObjQualifier>("ObjectQualifier"),
+                           column<&R::modelRole>("ModelRole"),
+                           column<&R::filter>("Filter"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetObjQualifierSetGroup>()
 {
     using R = StructDetObjQualifierSetGroup;
-    static constexpr auto list = describe<R>("StructDetObjQualifierSetGroup",
-                                             "DetObjQualifierSetGroup",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::bitmapId>("BitmapId"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetObjQualifierSetGroup",
+                           "DetObjQualifierSetGroup",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::bitmapId>("BitmapId"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetObjQualifierFilter>()
 {
     using R = StructDetObjQualifierFilter;
-    static constexpr auto list = describe<R>("StructDetObjQualifierFilter",
-                                             "DetObjQualifierFilter",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::script>("Script"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetObjQualifierFilter",
+                           "DetObjQualifierFilter",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::script>("Script"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructLinetypes>()
 {
     using R = StructLinetypes;
-    static constexpr auto list = describe<R>("StructLinetypes",
-                                             "Linetypes",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructLinetypes",
+                           "Linetypes",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 std::span<const DescriptionFunction> records::detailObjectRecords()

@@ -11,53 +11,50 @@ template <>
 const RecordDescription& descriptionOf<StructDetAcadSettings>()
 {
     using R = StructDetAcadSettings;
-    static constexpr auto list = describe<R>("StructDetAcadSettings",
-                                             "DetAcadSettings",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::prototype>("Prototype"),
-                                             column<&R::dimensionStyle>("DimensionStyle"),
-                                             column<&R::textStyle>("TextStyle"),
-                                             column<&R::lineTypeScale>("LineTypeScale"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetAcadSettings",
+                           "DetAcadSettings",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::prototype>("Prototype"),
+                           column<&R::dimensionStyle>("DimensionStyle"),
+                           column<&R::textStyle>("TextStyle"),
+                           column<&R::lineTypeScale>("LineTypeScale"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetViewDimSum>()
 {
     using R = StructDetViewDimSum;
-    static constexpr auto list = describe<R>("StructDetViewDimSum",
-                                             "DetViewDimSum",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::format>("Format"),
-                                             column<&R::position>("Position"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetViewDimSum",
+                           "DetViewDimSum",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::format>("Format"),
+                           column<&R::position>("Position"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetViewDimGeomRestrictionBitmaps>()
 {
     using R = StructDetViewDimGeomRestrictionBitmaps;
-    static constexpr auto list =
-        describe<R>("StructDetViewDimGeomRestrictionBitmaps",
-                    "DetViewDimGeomRestrictionBitmaps",
-                    inDetailCatalogue,
-                    key<&R::key>("Key"),
-                    lookup<&R::pointType, StructDetViewDimPointtype>("PointType"),
-                    lookup<&R::geometricRestriction, StructDetVwDimGeomRestrictions>("GeometricRestriction"),
-                    column<&R::bitmapId>("BitmapId"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>(
+            "StructDetViewDimGeomRestrictionBitmaps",
+            "DetViewDimGeomRestrictionBitmaps",
+            inDetailCatalogue,
+            key<&R::key>("Key"),
+            lookup<&R::pointType, StructDetViewDimPointtype>("PointType"),
+            lookup<&R::geometricRestriction, StructDetVwDimGeomRestrictions>("GeometricRestriction"),
+            column<&R::bitmapId>("BitmapId"));
+    });
 }
 
 template <>
@@ -83,16 +80,15 @@ template <>
 const RecordDescription& descriptionOf<StructDetOrdinateDimType>()
 {
     using R = StructDetOrdinateDimType;
-    static constexpr auto list = describe<R>("StructDetOrdinateDimType",
-                                             "DetOrdinateDimType",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             lookup<&R::position, StructDetOrdinatePosition>("Position"),
-                                             lookup<&R::reference, StructDetOrdinateReference>("Reference"),
-                                             runName<&R::runName>("RunName"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetOrdinateDimType",
+                           "DetOrdinateDimType",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           lookup<&R::position, StructDetOrdinatePosition>("Position"),
+                           lookup<&R::reference, StructDetOrdinateReference>("Reference"),
+                           runName<&R::runName>("RunName"));
+    });
 }
 
 template <>
@@ -117,108 +113,101 @@ template <>
 const RecordDescription& descriptionOf<StructDetailOutputFileVersion>()
 {
     using R = StructDetailOutputFileVersion;
-    static constexpr auto list = describe<R>("StructDetailOutputFileVersion",
-                                             "DetailOutputFileVersion",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::fileVersion>("FileVersion"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailOutputFileVersion",
+                           "DetailOutputFileVersion",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::fileVersion>("FileVersion"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructNCDXFOutputFileVersion>()
 {
     using R = StructNCDXFOutputFileVersion;
-    static constexpr auto list = describe<R>("StructNCDXFOutputFileVersion",
-                                             "NCDXFOutputFileVersion",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::fileVersion>("FileVersion"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructNCDXFOutputFileVersion",
+                           "NCDXFOutputFileVersion",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::fileVersion>("FileVersion"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructBeamConnectionType>()
 {
     using R = StructBeamConnectionType;
-    static constexpr auto list = describe<R>("StructBeamConnectionType",
-                                             "BeamConnectionType",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::fixity>("Fixity"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructBeamConnectionType",
+                           "BeamConnectionType",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::fixity>("Fixity"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructNodeSupportType>()
 {
     using R = StructNodeSupportType;
-    static constexpr auto list = describe<R>("StructNodeSupportType",
-                                             "NodeSupportType",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::fixed>("Fixed"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructNodeSupportType",
+                           "NodeSupportType",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::fixed>("Fixed"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDegreeOfFreedom>()
 {
     using R = StructDegreeOfFreedom;
-    static constexpr auto list = describe<R>("StructDegreeOfFreedom",
-                                             "DegreeOfFreedom",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::symbol>("Symbol"),
-                                             column<&R::bit>("Bit"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDegreeOfFreedom",
+                           "DegreeOfFreedom",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::symbol>("Symbol"),
+                           column<&R::bit>("Bit"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructNumberingDataRange>()
 {
     using R = StructNumberingDataRange;
-    static constexpr auto list = describe<R>("StructNumberingDataRange",
-                                             "GridMultiLang",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::language>("Language"),
-                                             column<&R::labels>("Labels"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructNumberingDataRange",
+                           "GridMultiLang",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::language>("Language"),
+                           column<&R::labels>("Labels"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructIncrementalCounter>()
 {
     using R = StructIncrementalCounter;
-    static constexpr auto list = describe<R>("StructIncrementalCounter",
-                                             "IncrementalCounter",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::first>("First"),
-                                             column<&R::step>("Step"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructIncrementalCounter",
+                           "IncrementalCounter",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::first>("First"),
+                           column<&R::step>("Step"));
+    });
 }
 
 std::span<const DescriptionFunction> records::detailOptionRecords()

@@ -12,171 +12,160 @@ template <>
 const RecordDescription& descriptionOf<StructDetailProcessDefinition>()
 {
     using R = StructDetailProcessDefinition;
-    static constexpr auto list = describe<R>("StructDetailProcessDefinition",
-                                             "DetailProcessDefinition",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             reference<&R::category, StructDetailProcessCategory>("Category"),
-                                             column<&R::description>("Description"),
-                                             column<&R::bitmapId>("BitmapId"),
-                                             sortOrder<&R::sortOrder>("SortOrder"),
-                                             owner<&R::ownerText>("OwnerText"),
-                                             itemCount<&R::numberSteps>("NumberSteps"),
-                                             numberedReferences<&R::steps, StructDetailProcessStep>("Step%d", 24));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailProcessDefinition",
+                           "DetailProcessDefinition",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           reference<&R::category, StructDetailProcessCategory>("Category"),
+                           column<&R::description>("Description"),
+                           column<&R::bitmapId>("BitmapId"),
+                           sortOrder<&R::sortOrder>("SortOrder"),
+                           owner<&R::ownerText>("OwnerText"),
+                           itemCount<&R::numberSteps>("NumberSteps"),
+                           numberedReferences<&R::steps, StructDetailProcessStep>("Step%d", 24));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetailProcessStep>()
 {
     using R = StructDetailProcessStep;
-    static constexpr auto list =
-        describe<R>("StructDetailProcessStep",
-                    "DetailProcessStep",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    runName<&R::runName>("RunName"),
-                    reference<&R::category, StructDetailProcessCategory>("Category"),
-                    reference<&R::filenameSelector, StructDetailFilenameSelector>("FilenameSelector"),
-                    reference<&R::alternativeScales, StructDetProcessScales>("AlternativeScales"),
-                    reference<&R::dependOnMainView, StructDetailProcessMain2CutScale>("DependOnMainView"),
-                    reference<&R::styleMap, StructDetailStyleMap>("StyleMap"),
-                    lookup<&R::selection, StructDetailProcessSelection>("Selection"),
-                    lookup<&R::sort, StructDetailProcessSort>("Sort"),
-                    column<&R::stepOrder>("StepOrder"),
-                    column<&R::detailsPerSheet>("DetailsPerSheet"),
-                    column<&R::fitSheetToDetails>("FitSheetToDetails"),
-                    column<&R::marginX>("MarginX"),
-                    column<&R::marginY>("MarginY"),
-                    column<&R::detailGap>("DetailGap"),
-                    owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailProcessStep",
+                           "DetailProcessStep",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           reference<&R::category, StructDetailProcessCategory>("Category"),
+                           reference<&R::filenameSelector, StructDetailFilenameSelector>("FilenameSelector"),
+                           reference<&R::alternativeScales, StructDetProcessScales>("AlternativeScales"),
+                           reference<&R::dependOnMainView, StructDetailProcessMain2CutScale>("DependOnMainView"),
+                           reference<&R::styleMap, StructDetailStyleMap>("StyleMap"),
+                           lookup<&R::selection, StructDetailProcessSelection>("Selection"),
+                           lookup<&R::sort, StructDetailProcessSort>("Sort"),
+                           column<&R::stepOrder>("StepOrder"),
+                           column<&R::detailsPerSheet>("DetailsPerSheet"),
+                           column<&R::fitSheetToDetails>("FitSheetToDetails"),
+                           column<&R::marginX>("MarginX"),
+                           column<&R::marginY>("MarginY"),
+                           column<&R::detailGap>("DetailGap"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetailFilenameSelector>()
 {
     using R = StructDetailFilenameSelector;
-    static constexpr auto list = describe<R>("StructDetailFilenameSelector",
-                                             "DetailFilenameSelector",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::folder>("Folder"),
-                                             column<&R::nameFormat>("NameFormat"),
-                                             column<&R::firstNumber>("FirstNumber"),
-                                             column<&R::digits>("Digits"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailFilenameSelector",
+                           "DetailFilenameSelector",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::folder>("Folder"),
+                           column<&R::nameFormat>("NameFormat"),
+                           column<&R::firstNumber>("FirstNumber"),
+                           column<&R::digits>("Digits"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetailProcessSelection>()
 {
     using R = StructDetailProcessSelection;
-    static constexpr auto list = describe<R>("StructDetailProcessSelection",
-                                             "DetailProcessSelection",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::selection>("Selection"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailProcessSelection",
+                           "DetailProcessSelection",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::selection>("Selection"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetailProcessSort>()
 {
     using R = StructDetailProcessSort;
-    static constexpr auto list = describe<R>("StructDetailProcessSort",
-                                             "DetailProcessSort",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::script>("Script"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailProcessSort",
+                           "DetailProcessSort",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::script>("Script"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetailStyleMap>()
 {
     using R = StructDetailStyleMap;
-    static constexpr auto list = describe<R>("StructDetailStyleMap",
-                                             "DetailStyleMapNew",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             owner<&R::ownerText>("OwnerText"),
-                                             itemCount<&R::numberItems>("NumberItems"),
-                                             items<&R::items>());
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailStyleMap",
+                           "DetailStyleMapNew",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           owner<&R::ownerText>("OwnerText"),
+                           itemCount<&R::numberItems>("NumberItems"),
+                           items<&R::items>());
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetailStyleMapItem>()
 {
     using R = StructDetailStyleMapItem;
-    static constexpr auto list =
-        describe<R>("StructDetailStyleMapItem",
-                    "DetailStyleMapItems",
-                    inDetails,
-                    itemOwner<&R::key>("Key"),
-                    itemOrder<&R::order>("Order"),
-                    column<&R::script>("Script"),
-                    reference<&R::objQualifierSet, StructDetObjQualifierSet>("ObjQualifierSet"),
-                    reference<&R::detailStyle, StructDetailStyle>("DetailStyle"),
-                    column<&R::detailStyleOverrides>("DetailStyleOverrides"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailStyleMapItem",
+                           "DetailStyleMapItems",
+                           inDetails,
+                           itemOwner<&R::key>("Key"),
+                           itemOrder<&R::order>("Order"),
+                           column<&R::script>("Script"),
+                           reference<&R::objQualifierSet, StructDetObjQualifierSet>("ObjQualifierSet"),
+                           reference<&R::detailStyle, StructDetailStyle>("DetailStyle"),
+                           column<&R::detailStyleOverrides>("DetailStyleOverrides"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetProcessScales>()
 {
     using R = StructDetProcessScales;
-    static constexpr auto list = describe<R>("StructDetProcessScales",
-                                             "DetailProcessScales",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             owner<&R::ownerText>("OwnerText"),
-                                             itemCount<&R::numberItems>("NumberItems"),
-                                             items<&R::items>());
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetProcessScales",
+                           "DetailProcessScales",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           owner<&R::ownerText>("OwnerText"),
+                           itemCount<&R::numberItems>("NumberItems"),
+                           items<&R::items>());
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetProcessScalesItem>()
 {
     using R = StructDetProcessScalesItem;
-    static constexpr auto list = describe<R>("StructDetProcessScalesItem",
-                                             "DetailProcessScalesItem",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             itemOwner<&R::scales>("DetProcScaleId"),
-                                             itemOrder<&R::order>("Order"),
-                                             column<&R::scale>("Scale"),
-                                             column<&R::maxLength>("MaxLength"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetProcessScalesItem",
+                           "DetailProcessScalesItem",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           itemOwner<&R::scales>("DetProcScaleId"),
+                           itemOrder<&R::order>("Order"),
+                           column<&R::scale>("Scale"),
+                           column<&R::maxLength>("MaxLength"));
+    });
 }
 
 template <>
@@ -184,124 +173,116 @@ const RecordDescription& descriptionOf<StructDetailProcessMain2CutScale>()
 {
     using R = StructDetailProcessMain2CutScale;
     using Item = StructDetailProcessMain2CutScaleItem;
-    static constexpr auto list = describe<R>(
-        "StructDetailProcessMain2CutScale",
-        "DetailProcessMain2CutScale",
-        inDetails,
-        key<&R::key>("Key"),
-        runName<&R::runName>("RunName"),
-        owner<&R::ownerText>("OwnerText"),
-        itemCount<&R::numberItems>("NumberItems"),
-        numberedGroup<&R::items>(
-            12, column<&Item::mainViewScale>("MainViewScale%d"), column<&Item::cutScale>("CutScale%d")));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailProcessMain2CutScale",
+                           "DetailProcessMain2CutScale",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           owner<&R::ownerText>("OwnerText"),
+                           itemCount<&R::numberItems>("NumberItems"),
+                           numberedGroup<&R::items>(12,
+                                                    column<&Item::mainViewScale>("MainViewScale%d"),
+                                                    column<&Item::cutScale>("CutScale%d")));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetailProcessCategory>()
 {
     using R = StructDetailProcessCategory;
-    static constexpr auto list = describe<R>("StructDetailProcessCategory",
-                                             "DetailProcessCategories",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             sortOrder<&R::sortOrder>("SortOrder"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailProcessCategory",
+                           "DetailProcessCategories",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           sortOrder<&R::sortOrder>("SortOrder"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetProcessesSuiteDefinition>()
 {
     using R = StructDetProcessesSuiteDefinition;
-    static constexpr auto list = describe<R>("StructDetProcessesSuiteDefinition",
-                                             "DetProcessesSuiteDefinition",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::description>("Description"),
-                                             owner<&R::ownerText>("OwnerText"),
-                                             itemCount<&R::numberItems>("NumberItems"),
-                                             items<&R::items>());
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetProcessesSuiteDefinition",
+                           "DetProcessesSuiteDefinition",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::description>("Description"),
+                           owner<&R::ownerText>("OwnerText"),
+                           itemCount<&R::numberItems>("NumberItems"),
+                           items<&R::items>());
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetProcessesSuiteItem>()
 {
     using R = StructDetProcessesSuiteItem;
-    static constexpr auto list =
-        describe<R>("StructDetProcessesSuiteItem",
-                    "DetProcessesSuiteItems",
-                    inDetails,
-                    itemOwner<&R::key>("Key"),
-                    itemOrder<&R::order>("Order"),
-                    reference<&R::process, StructDetailProcessDefinition>("Process"),
-                    lookup<&R::objectSelection, StructDetailProcessSelection>("ObjectSelection"),
-                    owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetProcessesSuiteItem",
+                           "DetProcessesSuiteItems",
+                           inDetails,
+                           itemOwner<&R::key>("Key"),
+                           itemOrder<&R::order>("Order"),
+                           reference<&R::process, StructDetailProcessDefinition>("Process"),
+                           lookup<&R::objectSelection, StructDetailProcessSelection>("ObjectSelection"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetailStyleOverrides>()
 {
     using R = StructDetailStyleOverrides;
-    static constexpr auto list = describe<R>(
-        "StructDetailStyleOverrides",
-        "DetailStyleOverrides",
-        inDetails,
-        key<&R::key>("Key"),
-        runName<&R::runName>("RunName"),
-        reference<&R::viewArrangeStrategy, StructDetViewArrangeStrategy>("ViewArrangeStrategy").noneAllowed(),
-        column<&R::scaleFactor>("ScaleFactor"),
-        column<&R::titleFormat>("TitleFormat"),
-        column<&R::frameAppearance>("FrameAppearance"),
-        owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>(
+            "StructDetailStyleOverrides",
+            "DetailStyleOverrides",
+            inDetails,
+            key<&R::key>("Key"),
+            runName<&R::runName>("RunName"),
+            reference<&R::viewArrangeStrategy, StructDetViewArrangeStrategy>("ViewArrangeStrategy").noneAllowed(),
+            column<&R::scaleFactor>("ScaleFactor"),
+            column<&R::titleFormat>("TitleFormat"),
+            column<&R::frameAppearance>("FrameAppearance"),
+            owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructCoordSystemSelector>()
 {
     using R = StructCoordSystemSelector;
-    static constexpr auto list = describe<R>("StructCoordSystemSelector",
-                                             "DetCoordSystemSelector",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             lookup<&R::modelType, StructDetModelType>("ModelType").noneAllowed(),
-                                             lookup<&R::systemSource, StructDetViewSystemSource>("SystemSource"),
-                                             column<&R::keepUpright>("KeepUpright"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructCoordSystemSelector",
+                           "DetCoordSystemSelector",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           lookup<&R::modelType, StructDetModelType>("ModelType").noneAllowed(),
+                           lookup<&R::systemSource, StructDetViewSystemSource>("SystemSource"),
+                           column<&R::keepUpright>("KeepUpright"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetailProcessStepPrecondition>()
 {
     using R = StructDetailProcessStepPrecondition;
-    static constexpr auto list = describe<R>("StructDetailProcessStepPrecondition",
-                                             "DetProcStepPrecondition",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::script>("Script"),
-                                             column<&R::stopProcess>("StopProcess"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailProcessStepPrecondition",
+                           "DetProcStepPrecondition",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::script>("Script"),
+                           column<&R::stopProcess>("StopProcess"));
+    });
 }
 
 std::span<const DescriptionFunction> records::detailProcessRecords()

@@ -11,138 +11,129 @@ template <>
 const RecordDescription& descriptionOf<StructDepthStatus>()
 {
     using R = StructDepthStatus;
-    static constexpr auto list = describe<R>("StructDepthStatus",
-                                             "DepthStatus",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDepthStatus",
+                           "DepthStatus",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetGeometricRestrictions>()
 {
     using R = StructDetGeometricRestrictions;
-    static constexpr auto list = describe<R>("StructDetGeometricRestrictions",
-                                             "DetGeometricRestrictions",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetGeometricRestrictions",
+                           "DetGeometricRestrictions",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetRunningDimensionTextAlignment>()
 {
     using R = StructDetRunningDimensionTextAlignment;
-    static constexpr auto list = describe<R>("StructDetRunningDimensionTextAlignment",
-                                             "DetRunningDimensionTextAlignment",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetRunningDimensionTextAlignment",
+                           "DetRunningDimensionTextAlignment",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructGridReferenceTokenFormat>()
 {
     using R = StructGridReferenceTokenFormat;
-    static constexpr auto list = describe<R>("StructGridReferenceTokenFormat",
-                                             "GridReferenceTokenFormat",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::script>("Script"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructGridReferenceTokenFormat",
+                           "GridReferenceTokenFormat",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::script>("Script"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetailProcessScaleOverride>()
 {
     using R = StructDetailProcessScaleOverride;
-    static constexpr auto list = describe<R>("StructDetailProcessScaleOverride",
-                                             "DetailProcessScaleOverride",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::factor>("Factor"),
-                                             sortOrder<&R::sortOrder>("SortOrder"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailProcessScaleOverride",
+                           "DetailProcessScaleOverride",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::factor>("Factor"),
+                           sortOrder<&R::sortOrder>("SortOrder"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructChangePrototypeScaleTo>()
 {
     using R = StructChangePrototypeScaleTo;
-    static constexpr auto list = describe<R>("StructChangePrototypeScaleTo",
-                                             "ChangePrototypeScaleTo",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::prototype>("Prototype"),
-                                             column<&R::scale>("Scale"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructChangePrototypeScaleTo",
+                           "ChangePrototypeScaleTo",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::prototype>("Prototype"),
+                           column<&R::scale>("Scale"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructHatchesMap>()
 {
     using R = StructHatchesMap;
-    static constexpr auto list = describe<R>("StructHatchesMap",
-                                             "HatchesMap",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::hatch>("Hatch"),
-                                             column<&R::correspondentHatch>("CorrespondentHatch"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructHatchesMap",
+                           "HatchesMap",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::hatch>("Hatch"),
+                           column<&R::correspondentHatch>("CorrespondentHatch"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetExternalObject>()
 {
     using R = StructDetExternalObject;
-    static constexpr auto list = describe<R>("StructDetExternalObject",
-                                             "DetExternalObject",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             column<&R::className>("ClassName"),
-                                             column<&R::modelType>("ModelType"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetExternalObject",
+                           "DetExternalObject",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::className>("ClassName"),
+                           column<&R::modelType>("ModelType"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetExternalObjectPropertyMap>()
 {
     using R = StructDetExternalObjectPropertyMap;
-    static constexpr auto list = describe<R>("StructDetExternalObjectPropertyMap",
-                                             "DetExternalObjectPropertyMap",
-                                             inDetailCatalogue,
-                                             key<&R::key>("Key"),
-                                             lookup<&R::externalObject, StructDetExternalObject>("ExternalObject"),
-                                             column<&R::propertyName>("PropertyName"),
-                                             column<&R::token>("Token"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetExternalObjectPropertyMap",
+                           "DetExternalObjectPropertyMap",
+                           inDetailCatalogue,
+                           key<&R::key>("Key"),
+                           lookup<&R::externalObject, StructDetExternalObject>("ExternalObject"),
+                           column<&R::propertyName>("PropertyName"),
+                           column<&R::token>("Token"));
+    });
 }
 
 int StructDetExternalObjectPropertyMapMarshal::getTables(KorArray<StructDetExternalObject>& objects,

@@ -15,48 +15,45 @@ template <>
 const RecordDescription& descriptionOf<StructDetailStyle>()
 {
     using R = StructDetailStyle;
-    static constexpr auto list =
-        describe<R>("StructDetailStyle",
-                    "DetailStyle",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    runName<&R::runName>("RunName"),
-                    reference<&R::viewArrangeStrategy, StructDetViewArrangeStrategy>("ViewArrangeStrategy"),
-                    column<&R::detailOrientation>("DetailOrientation"),
-                    column<&R::objectSelectionStrategy>("ObjectSelectionStrategy"),
-                    column<&R::titleFormat>("TitleFormat"),
-                    column<&R::titlePosition>("TitlePosition"),
-                    column<&R::cutViewTitleFormat>("CutViewTitleFormat"),
-                    column<&R::cutViewTitlePosition>("CutViewTitlePosition"),
-                    column<&R::scaleFormat>("ScaleFormat"),
-                    column<&R::dateFormat>("DateFormat"),
-                    column<&R::frameAppearance>("FrameAppearance"),
-                    column<&R::objectPosition>("ObjectPosition"),
-                    column<&R::automaticClipping>("AutomaticClipping"),
-                    owner<&R::ownerText>("OwnerText"),
-                    itemCount<&R::numberRequests>("NumberRequests").writtenAfter(11),
-                    numberedReferences<&R::requests, StructDetViewRequest>("Request%d", 8));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailStyle",
+                           "DetailStyle",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           reference<&R::viewArrangeStrategy, StructDetViewArrangeStrategy>("ViewArrangeStrategy"),
+                           column<&R::detailOrientation>("DetailOrientation"),
+                           column<&R::objectSelectionStrategy>("ObjectSelectionStrategy"),
+                           column<&R::titleFormat>("TitleFormat"),
+                           column<&R::titlePosition>("TitlePosition"),
+                           column<&R::cutViewTitleFormat>("CutViewTitleFormat"),
+                           column<&R::cutViewTitlePosition>("CutViewTitlePosition"),
+                           column<&R::scaleFormat>("ScaleFormat"),
+                           column<&R::dateFormat>("DateFormat"),
+                           column<&R::frameAppearance>("FrameAppearance"),
+                           column<&R::objectPosition>("ObjectPosition"),
+                           column<&R::automaticClipping>("AutomaticClipping"),
+                           owner<&R::ownerText>("OwnerText"),
+                           itemCount<&R::numberRequests>("NumberRequests").writtenAfter(11),
+                           numberedReferences<&R::requests, StructDetViewRequest>("Request%d", 8));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetailMaster>()
 {
     using R = StructDetailMaster;
-    static constexpr auto list = describe<R>("StructDetailMaster",
-                                             "DetailMasterTable",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             reference<&R::detailStyle, StructDetailStyle>("DetailStyle"),
-                                             reference<&R::baseCategory, StructDetBaseCategory>("BaseCategory"),
-                                             column<&R::subCategory>("SubCategory"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetailMaster",
+                           "DetailMasterTable",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           reference<&R::detailStyle, StructDetailStyle>("DetailStyle"),
+                           reference<&R::baseCategory, StructDetBaseCategory>("BaseCategory"),
+                           column<&R::subCategory>("SubCategory"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 int StructDetailMasterMarshal::getTableOrdered(KorArray<StructDetailMaster>& records)
@@ -88,36 +85,33 @@ template <>
 const RecordDescription& descriptionOf<StructDetBaseCategory>()
 {
     using R = StructDetBaseCategory;
-    static constexpr auto list = describe<R>("StructDetBaseCategory",
-                                             "DetBaseCategories",
-                                             inDetails,
-                                             key<&R::key>("Key"),
-                                             runName<&R::runName>("RunName"),
-                                             sortOrder<&R::sortOrder>("SortOrder"),
-                                             owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetBaseCategory",
+                           "DetBaseCategories",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           sortOrder<&R::sortOrder>("SortOrder"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 template <>
 const RecordDescription& descriptionOf<StructDetViewArrangeStrategy>()
 {
     using R = StructDetViewArrangeStrategy;
-    static constexpr auto list =
-        describe<R>("StructDetViewArrangeStrategy",
-                    "DetViewArrangeStrategy",
-                    inDetails,
-                    key<&R::key>("Key"),
-                    runName<&R::runName>("RunName"),
-                    lookup<&R::arrangeDirection, StructDetViewArrangeDirection>("ArrangeDirection"),
-                    column<&R::horizontalGap>("HorizontalGap").tolerant(),
-                    column<&R::verticalGap>("VerticalGap").tolerant(),
-                    column<&R::alignViews>("AlignViews"),
-                    owner<&R::ownerText>("OwnerText"));
-    static_assert(valid(list), "column names of the record are not unique, or it has two keys or run names");
-    static const RecordDescription description = list.erased();
-    return description;
+    return described([] {
+        return describe<R>("StructDetViewArrangeStrategy",
+                           "DetViewArrangeStrategy",
+                           inDetails,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           lookup<&R::arrangeDirection, StructDetViewArrangeDirection>("ArrangeDirection"),
+                           column<&R::horizontalGap>("HorizontalGap").tolerant(),
+                           column<&R::verticalGap>("VerticalGap").tolerant(),
+                           column<&R::alignViews>("AlignViews"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
 }
 
 std::span<const DescriptionFunction> records::detailStyleRecords()
