@@ -43,7 +43,7 @@ struct TableShape {
     const char* numberedCount = nullptr;
 };
 
-const std::vector<TableShape>& shapes()
+const std::vector<TableShape>& styleShapes()
 {
     static const std::vector<TableShape> list = {
         {"DetailMasterTable",
@@ -114,6 +114,40 @@ const std::vector<TableShape>& shapes()
     return list;
 }
 
+/// What a process reaches before it comes to the styles.
+const std::vector<TableShape>& processShapes()
+{
+    static const std::vector<TableShape> list = {
+        {"DetailProcessDefinition",
+         Naming::Unique,
+         {{"Category", "DetailProcessCategories"}},
+         nullptr,
+         nullptr,
+         "DetailProcessStep",
+         "Step",
+         "NumberSteps"},
+        {"DetailProcessStep",
+         Naming::Unique,
+         {{"Category", "DetailProcessCategories"},
+          {"FilenameSelector", "DetailFilenameSelector"},
+          {"AlternativeScales", "DetailProcessScales"},
+          {"DependOnMainView", "DetailProcessMain2CutScale"},
+          {"StyleMap", "DetailStyleMapNew"}}},
+        {"DetailProcessCategories", Naming::Reused, {}},
+        {"DetailFilenameSelector", Naming::Unique, {}},
+        {"DetailProcessScales", Naming::Unique, {}, "DetailProcessScalesItem"},
+        {"DetailProcessScalesItem", Naming::None, {}, nullptr, "DetProcScaleId"},
+        {"DetailProcessMain2CutScale", Naming::Unique, {}},
+        {"DetailStyleMapNew", Naming::Unique, {}, "DetailStyleMapItems"},
+        {"DetailStyleMapItems",
+         Naming::None,
+         {{"ObjQualifierSet", "DetObjQualifierSet"}, {"DetailStyle", "DetailStyle"}},
+         nullptr,
+         "Key"},
+    };
+    return list;
+}
+
 struct Table {
     const TableShape* shape;
     Query select, insert, selectInTarget;
@@ -131,13 +165,20 @@ struct Table {
 
 class Copy {
 public:
-    Copy(Database& source, Database& target, bool reuseEqualSets)
+    Copy(Database& source, Database& target, bool reuseEqualSets, bool processes)
         : m_source(source), m_target(target), m_reuseEqualSets(reuseEqualSets)
     {
-        for (const TableShape& shape : shapes()) {
+        const auto add = [this](const TableShape& shape) {
             auto table = std::make_unique<Table>();
             table->shape = &shape;
             m_tables.emplace(shape.name, std::move(table));
+        };
+        for (const TableShape& shape : styleShapes())
+            add(shape);
+        if (processes) {
+            for (const TableShape& shape : processShapes())
+                add(shape);
+            m_mastersOfStyle = m_source.prepare("SELECT Key FROM DetailMasterTable WHERE DetailStyle = ?");
         }
         for (auto& [name, table] : m_tables)
             prepare(*table);
@@ -154,6 +195,7 @@ private:
     static int load(Query& query, int columns, Row& row);
     static void bind(Query& query, const Row& row);
     bool follow(Table& table, Row& row);
+    bool copyMasters(std::int64_t style);
     std::int64_t equalSet(Table& table, const Row& row, const std::vector<Row>& items);
     void makeUnique(Table& table, std::string& name);
 
@@ -161,6 +203,7 @@ private:
     Database& m_target;
     bool m_reuseEqualSets;
     std::unordered_map<std::string, std::unique_ptr<Table>> m_tables;
+    Query m_mastersOfStyle; // in the copy of a process, which comes to its styles first
     long m_read = 0;
 };
 
@@ -384,18 +427,41 @@ std::int64_t Copy::copy(Table& table, std::int64_t key)
         table.items->insert.run();
     }
     table.copied.emplace(key, newKey);
-    return newKey;
+    const bool hasMasters =
+        m_mastersOfStyle.handle() != nullptr && table.shape->name == std::string_view("DetailStyle");
+    return hasMasters && !copyMasters(key) ? -1 : newKey;
+}
+
+bool Copy::copyMasters(std::int64_t style)
+{
+    std::vector<std::int64_t> masters;
+    m_mastersOfStyle.bind(1, style);
+    while (m_mastersOfStyle.step())
+        masters.push_back(m_mastersOfStyle.integer(0));
+    m_mastersOfStyle.reset();
+    return std::all_of(masters.begin(), masters.end(),
+                       [this](std::int64_t key) { return copy(table("DetailMasterTable"), key) >= 0; });
+}
+
+long copyFrom(const char* table, Database& source, Database& target, int key, bool reuseEqualSets, bool process)
+{
+    target.run("BEGIN IMMEDIATE");
+    Copy copy(source, target, reuseEqualSets, process);
+    require(copy.copy(copy.table(table), key) >= 0, std::string("not copied: ") + table);
+    target.run("COMMIT");
+    return copy.read();
 }
 
 } // namespace
 
 long copyStyle(Database& source, Database& target, int masterKey, bool reuseEqualSets)
 {
-    target.run("BEGIN IMMEDIATE");
-    Copy copy(source, target, reuseEqualSets);
-    require(copy.copy(copy.table("DetailMasterTable"), masterKey) >= 0, "the style is not copied");
-    target.run("COMMIT");
-    return copy.read();
+    return copyFrom("DetailMasterTable", source, target, masterKey, reuseEqualSets, false);
+}
+
+long copyProcess(Database& source, Database& target, int processKey, bool reuseEqualSets)
+{
+    return copyFrom("DetailProcessDefinition", source, target, processKey, reuseEqualSets, true);
 }
 
 } // namespace bench

@@ -12,4 +12,7 @@ class Database;
 /// also qualifier sets that are the same in every field. Returns the number of rows read for it.
 long copyStyle(Database& source, Database& target, int masterKey, bool reuseEqualSets);
 
+/// The same for a detail process with the styles that it names and their masters.
+long copyProcess(Database& source, Database& target, int processKey, bool reuseEqualSets);
+
 } // namespace bench

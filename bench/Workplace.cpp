@@ -26,11 +26,7 @@ struct Folders {
     }
 };
 
-Folders& folders()
-{
-    static Folders all;
-    return all;
-}
+Folders folders; // outlives the places that statics of functions hold
 
 /// The repository that all others are copies of.
 const fs::path& original()
@@ -62,14 +58,14 @@ Workplace::Workplace()
     m_folder =
         fs::temp_directory_path() / ("korodbc-bench-" + std::to_string(::getpid()) + "-" + std::to_string(++made));
     fs::create_directories(m_folder);
-    folders().live.insert(m_folder);
+    folders.live.insert(m_folder);
 }
 
 Workplace::~Workplace()
 {
     std::error_code ignored;
     fs::remove_all(m_folder, ignored);
-    folders().live.erase(m_folder);
+    folders.live.erase(m_folder);
 }
 
 Repository::Repository()

@@ -15,6 +15,10 @@ void registerStartBenchmarks();
 void startFigures();
 void registerLookUpBenchmarks();
 void registerReadBenchmarks();
+void registerCompactBenchmarks();
+void compactFigures();
+void registerSharingBenchmarks();
+void sharingFigures();
 
 /// korodbc_bench [--quick] [--strict] [options of Google Benchmark]: --strict ends with 1 when a limit is
 /// missed.
@@ -43,10 +47,14 @@ int main(int argc, char** argv)
     registerStartBenchmarks();
     registerLookUpBenchmarks();
     registerReadBenchmarks();
+    registerCompactBenchmarks();
+    registerSharingBenchmarks();
     benchmark::RunSpecifiedBenchmarks();
     nameFigures();
     transferFigures();
     startFigures();
+    compactFigures();
+    sharingFigures();
     const bool kept = bench::printSummary();
     return strict && !kept ? 1 : 0;
 }
