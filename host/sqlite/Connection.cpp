@@ -90,8 +90,10 @@ int Connection::authorize(void* self, int action, const char* a, const char* b, 
     switch (action) {
     case SQLITE_ATTACH:
         return SQLITE_DENY; // files are reached through data sources only
-    case SQLITE_INSERT:
     case SQLITE_UPDATE:
+        connection.m_assignedByCompile.emplace_back(a == nullptr ? "" : a, b == nullptr ? "" : b);
+        [[fallthrough]];
+    case SQLITE_INSERT:
     case SQLITE_DELETE:
         connection.m_writtenByCompile.emplace_back(a == nullptr ? "" : a);
         break;
@@ -139,6 +141,7 @@ Statement* Connection::compile(std::string_view sql)
     if (known != m_statements.end())
         return known->second.get();
     m_writtenByCompile.clear();
+    m_assignedByCompile.clear();
     m_definedByCompile.clear();
     sqlite3_stmt* handle = nullptr;
     const char* tail = nullptr;
@@ -155,6 +158,13 @@ Statement* Connection::compile(std::string_view sql)
         return nullptr;
     }
     statement->writtenTables = std::exchange(m_writtenByCompile, {});
+    for (const auto& [table, column] : m_assignedByCompile) {
+        int isKey = 0;
+        sqlite3_table_column_metadata(m_db, nullptr, table.c_str(), column.c_str(), nullptr, nullptr, nullptr,
+                                      &isKey, nullptr);
+        if (isKey != 0 || column == "ROWID")
+            statement->rekeyedTables.push_back(table);
+    }
     statement->definedTables = std::exchange(m_definedByCompile, {});
     return m_statements.emplace(std::string(sql), std::move(statement)).first->second.get();
 }
@@ -185,7 +195,18 @@ bool Connection::finish(Statement& statement, bool reported)
         sqlite3_free(text);
     }
     statement.reset();
+    // the engine names a row whose key changed by its new key only
+    rowsChanged(statement.rekeyedTables);
     return code == SQLITE_DONE;
+}
+
+void Connection::rowsChanged(const std::vector<std::string>& names)
+{
+    for (const std::string& name : names) {
+        const auto found = m_tables.find(lowerCase(name));
+        if (found != m_tables.end() && found->second)
+            found->second->allChanged();
+    }
 }
 
 bool Connection::run(std::string_view sql)
@@ -217,11 +238,7 @@ bool Connection::finishWrite(Statement& statement)
         tablesChanged(statement.definedTables);
     } else if (ok && sqlite3_changes64(m_db) != m_rowsNoted - notedBefore) {
         // the engine cleared the table without naming the rows
-        for (const std::string& name : statement.writtenTables) {
-            const auto found = m_tables.find(lowerCase(name));
-            if (found != m_tables.end() && found->second)
-                found->second->allChanged();
-        }
+        rowsChanged(statement.writtenTables);
     }
     return ok;
 }

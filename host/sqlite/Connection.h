@@ -109,6 +109,8 @@ private:
     Statement* compile(std::string_view sql);
     void limitStatements(); // lets kept statements go when there are too many
     bool finishWrite(Statement& statement);
+    /// Rows of these tables changed, which ones is not known.
+    void rowsChanged(const std::vector<std::string>& names);
     void reportLibrary(const KorString& sql, bool ok, bool prepared);
     void logAhead(); // turns write-ahead logging on, once, before the first write
     void loadTableNames();
@@ -129,6 +131,7 @@ private:
     std::unordered_map<std::string, std::unique_ptr<Statement>, TextHash, std::equal_to<>> m_statements;
     Statement* m_compiling = nullptr;
     std::vector<std::string> m_writtenByCompile;
+    std::vector<std::pair<std::string, std::string>> m_assignedByCompile; // table and column
     std::vector<std::string> m_definedByCompile;
     struct KnownPattern {
         std::wstring text;

@@ -40,6 +40,8 @@ public:
 
     /// Tables that the statement writes, found when it was prepared.
     std::vector<std::string> writtenTables;
+    /// Those of them whose keys it assigns.
+    std::vector<std::string> rekeyedTables;
     /// Compiled and not run since; told to the observer with the next run.
     bool fresh = true;
     /// Tables that it makes, drops or changes the columns of.

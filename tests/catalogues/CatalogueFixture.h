@@ -7,6 +7,27 @@
 
 #include <memory>
 
+/// A table that is not there, in any data source, while this object lives.
+class MissingTable {
+public:
+    explicit MissingTable(const RecordDescription& type) : m_type(type) { rename("", "Missing"); }
+    ~MissingTable() { rename("Missing", ""); }
+    MissingTable(const MissingTable&) = delete;
+    MissingTable& operator=(const MissingTable&) = delete;
+
+private:
+    void rename(const std::string& prefix, const std::string& newPrefix) const
+    {
+        const std::string name(m_type.table);
+        const std::string sql = "ALTER TABLE [" + prefix + name + "] RENAME TO [" + newPrefix + name + "]";
+        for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
+            if (m_type.homes.contains(static_cast<eDSN>(dsn))) {
+                EXPECT_EQ(KorDatabaseAccess::doSQLStatement(static_cast<eDSN>(dsn), KorString::fromUtf8(sql)), 1);
+            }
+    }
+    const RecordDescription& m_type;
+};
+
 /// A repository filled from the shipped catalogue, in a temporary folder.
 class CatalogueTest : public RepositoryTest {
 protected:
@@ -43,27 +64,25 @@ protected:
             texts.push_back(name.toUtf8());
         return texts;
     }
-    /// Takes a table out of every data source that a read may look in.
-    static void dropTable(const RecordDescription& type)
-    {
-        for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
-            if (type.homes.contains(static_cast<eDSN>(dsn)))
-                sql(static_cast<eDSN>(dsn), {"DROP TABLE [" + std::string(type.table) + "]"});
-    }
-
-    /// The described columns of a record as `rows` has them; items of the record are left out.
+    /// The described columns of a record, the numbered ones included, as `rows` has them.
     static std::string textOf(const RecordDescription& type, const void* record)
     {
         std::string text;
-        for (const ColumnDescription& column : type.columns) {
-            const KorCellData cell = column.kind == FieldKind::Integer ? KorCellData(column.integer(record))
-                                     : column.kind == FieldKind::Real  ? KorCellData(column.real(record))
-                                                                       : KorCellData(column.text(record));
-            text += (text.empty() && &column == type.columns.data() ? "" : "|") + cell.getStringW().toUtf8();
-        }
+        const auto add = [&](std::span<const ColumnDescription> columns, const void* from) {
+            for (const ColumnDescription& column : columns) {
+                const KorCellData cell = column.kind == FieldKind::Integer ? KorCellData(column.integer(from))
+                                         : column.kind == FieldKind::Real  ? KorCellData(column.real(from))
+                                                                           : KorCellData(column.text(from));
+                text += cell.getStringW().toUtf8() + "|";
+            }
+        };
+        add(type.columns, record);
+        for (long i = 0; type.numbered.exists() && i < type.numbered.list.length(record); ++i)
+            add(type.numbered.columns, type.numbered.list.at(record, i));
+        text.pop_back();
         return text;
     }
-    /// True when the row begins with the columns of the record.
+    /// True when the row begins with the columns of the record; a table can have more than are described.
     static testing::AssertionResult isRow(const RecordDescription& type, const void* record,
                                           const std::string& row)
     {
@@ -71,17 +90,6 @@ protected:
         if (row == text || row.rfind(text + "|", 0) == 0)
             return testing::AssertionSuccess();
         return testing::AssertionFailure() << text << " is not the row " << row;
-    }
-    /// Puts values that no catalogue has into every column.
-    static void mark(const RecordDescription& type, void* record)
-    {
-        for (const ColumnDescription& column : type.columns)
-            if (column.kind == FieldKind::Integer)
-                column.integer(record) = -4711;
-            else if (column.kind == FieldKind::Real)
-                column.real(record) = -47.5;
-            else
-                column.text(record) = L"it's [unchanged] 未变";
     }
 
 private:

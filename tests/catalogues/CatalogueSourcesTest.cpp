@@ -4,7 +4,7 @@
 #include "catalogues/KorModelRolesRules.h"
 #include "catalogues/KorODBCHRLDefinition.h"
 
-#include <functional>
+#include <type_traits>
 
 namespace {
 
@@ -14,94 +14,60 @@ protected:
     static constexpr eDSN sections = KorDSNDefinitions::kUserSections;
     static constexpr eIndex base = KorDSNDefinitions::kBase;
     static constexpr eIndex firstAddin = KorDSNDefinitions::kFirstAddin;
+
+    /// What is asked for, by where there is such a joint.
+    template <class By>
+    struct Asked {
+        By both, baseOnly, addInOnly, nowhere;
+    };
+    /// A reader of joints and its counterpart for one data source; the base has `inBase` joints for `both`.
+    template <class By, class Found>
+    static void expectAddInFirst(int (*addInFirst)(By, Found&), int (*within)(By, Found&, eIndex, eDSN),
+                                 const std::type_identity_t<Asked<std::remove_cvref_t<By>>>& asked,
+                                 std::size_t inBase = 1)
+    {
+        const auto expect = [](const Texts& libraries, auto read) {
+            Found found;
+            EXPECT_EQ(read(found), libraries.empty() ? 0 : 1);
+            Texts texts;
+            if constexpr (std::is_same_v<Found, StructHRLDefinition>)
+                texts.push_back(found.libraryName.toUtf8());
+            else
+                for (const StructHRLDefinition& joint : found)
+                    texts.push_back(joint.libraryName.toUtf8());
+            std::erase(texts, "");
+            EXPECT_EQ(texts, libraries);
+            EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
+        };
+        expect({"add-in"}, [&](Found& found) { return addInFirst(asked.both, found); });
+        expect({"base"}, [&](Found& found) { return addInFirst(asked.baseOnly, found); });
+        expect({"add-in"}, [&](Found& found) { return addInFirst(asked.addInOnly, found); });
+        expect({}, [&](Found& found) { return addInFirst(asked.nowhere, found); });
+        const auto expectIn = [&](eDSN dsn, eIndex index, const auto& by, const Texts& libraries) {
+            expect(libraries, [&](Found& found) { return within(by, found, index, dsn); });
+        };
+        expectIn(definitions, base, asked.both, Texts(inBase, "base"));
+        expectIn(addin, firstAddin, asked.both, {"add-in"});
+        expectIn(definitions, base, asked.addInOnly, {});
+        expectIn(addin, firstAddin, asked.baseOnly, {});
+        expectIn(details, base, asked.both, {}); // has no such table
+    }
 };
 
 TEST_F(CatalogueSourcesTest, JointsOfTheAddInGoBeforeThoseOfTheBase)
 {
     sql(definitions, {"DELETE FROM HRLDefinition",
-                      "INSERT INTO HRLDefinition VALUES (1, 'it''s both', 'Both', 7, "
-                      "'{1}', 'base')",
-                      "INSERT INTO HRLDefinition VALUES (2, 'base only', 'Base', 8, '{2}', 'base')",
-                      "INSERT INTO HRLDefinition VALUES (3, 'base too', 'Base2', 7, '{3}', 'base')"});
-    sql(addin, {"INSERT INTO HRLDefinition VALUES (1, 'it''s both', 'Both', 7, '{1}', 'add-in')",
-                "INSERT INTO HRLDefinition VALUES (2, 'add-in only', 'Addin', 9, '{9}', 'add-in')"});
-
+                      "INSERT INTO HRLDefinition VALUES (1, 'it''s both', 'Both', 7, '{1}', 'base'), "
+                      "(2, 'base only', 'Base', 8, '{2}', 'base'), (3, 'base too', 'Base2', 7, '{3}', 'base')"});
+    sql(addin, {"INSERT INTO HRLDefinition VALUES (1, 'it''s both', 'Both', 7, '{1}', 'add-in'), "
+                "(2, 'add-in only', 'Addin', 9, '{9}', 'add-in')"});
     using Joints = KorODBCHRLDefinition;
-    using Read = std::function<int(KorArray<StructHRLDefinition>&)>;
-    const auto single = [](auto read) {
-        return [read](KorArray<StructHRLDefinition>& found) {
-            StructHRLDefinition joint;
-            joint.libraryName = L"unchanged";
-            const int result = read(joint);
-            if (result == 1)
-                found.append(joint);
-            else
-                EXPECT_EQ(joint.libraryName, L"unchanged");
-            return result;
-        };
-    };
-    struct Operation {
-        const char* name;
-        std::function<Read(const wchar_t* what)> addInFirst;
-        std::function<Read(const wchar_t* what, eIndex, eDSN)> explicitly;
-        const wchar_t *both, *baseOnly, *addInOnly, *none;
-        int inBase; // records of `both` there
-    };
-    for (const Operation& one : {
-             Operation{
-                 "name",
-                 [&](auto*n) { return single([n](auto& r) { return Joints::getHRLDefinitionByName(n, r); }); },
-                 [&](auto*n, eIndex i, eDSN d) {
-                     return single([=](auto& r) { return Joints::getByName(n, r, i, d); });
-                 },
-                 L"it's both", L"base only", L"add-in only", L"neither", 1},
-             Operation{"internal name",
-                       [&](auto*n) {
-                           return single([n](auto& r) { return Joints::getHRLDefinitionByInternalName(n, r); });
-                       },
-                       [&](auto*n, eIndex i, eDSN d) {
-                           return single([=](auto& r) { return Joints::getByInternalName(n, r, i, d); });
-                       },
-                       L"Both", L"Base", L"Addin", L"it's both", 1},
-             Operation{
-                 "class id",
-                 [&](auto*n) { return single([n](auto& r) { return Joints::getHRLDefinitionByClassID(n, r); }); },
-                 [&](auto*n, eIndex i, eDSN d) {
-                     return single([=](auto& r) { return Joints::getByClassID(n, r, i, d); });
-                 },
-                 L"{1}", L"{2}", L"{9}", L"1", 1},
-             Operation{"category",
-                       [](auto*n) -> Read {
-                           return [c = KorString(n).toInteger()](auto& r) {
-                               return Joints::getHRLDefinitionByCategory(c, r);
-                           };
-                       },
-                       [](auto*n, eIndex i, eDSN d) -> Read {
-                           return [=, c = KorString(n).toInteger()](auto& r) {
-                               return Joints::getByCategory(c, r, i, d);
-                           };
-                       },
-                       L"7", L"8", L"9", L"10", 2},
-         }) {
-        SCOPED_TRACE(one.name);
-        const auto expect = [&](const Read& read, int result, int count, const wchar_t* library) {
-            KorArray<StructHRLDefinition> found;
-            EXPECT_EQ(read(found), result);
-            ASSERT_EQ(found.length(), count);
-            for (const StructHRLDefinition& joint : found)
-                EXPECT_EQ(joint.libraryName, library);
-            EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
-        };
-        expect(one.addInFirst(one.both), 1, 1, L"add-in");
-        expect(one.addInFirst(one.baseOnly), 1, 1, L"base");
-        expect(one.addInFirst(one.addInOnly), 1, 1, L"add-in");
-        expect(one.addInFirst(one.none), 0, 0, L"");
-        expect(one.explicitly(one.both, base, definitions), 1, one.inBase, L"base");
-        expect(one.explicitly(one.both, firstAddin, addin), 1, 1, L"add-in");
-        expect(one.explicitly(one.addInOnly, base, definitions), 0, 0, L"");
-        expect(one.explicitly(one.baseOnly, firstAddin, addin), 0, 0, L"");
-        expect(one.explicitly(one.both, base, details), 0, 0, L""); // has no such table
-    }
+    expectAddInFirst(&Joints::getHRLDefinitionByName, &Joints::getByName,
+                     {L"it's both", L"base only", L"add-in only", L"neither"});
+    expectAddInFirst(&Joints::getHRLDefinitionByInternalName, &Joints::getByInternalName,
+                     {L"Both", L"Base", L"Addin", L"it's both"});
+    expectAddInFirst(&Joints::getHRLDefinitionByClassID, &Joints::getByClassID, {L"{1}", L"{2}", L"{9}", L"1"});
+    expectAddInFirst(&Joints::getHRLDefinitionByCategory, &Joints::getByCategory, {7, 8, 9, 10}, 2);
 }
 
 TEST_F(CatalogueSourcesTest, ManualAnnotationsComeFromTheGivenSource)
@@ -122,10 +88,9 @@ TEST_F(CatalogueSourcesTest, RulesOfTheAddInReplaceThoseOfTheConfiguration)
 {
     using ModelRolesRulesNS::KorModelRolesRules;
     using Rule = StructModelRolesRules;
-    sql(configuration, {"DELETE FROM ModelRolesRules", "INSERT INTO ModelRolesRules VALUES (1, 'Beam', 1, 1)",
-                        "INSERT INTO ModelRolesRules VALUES (2, 'Beam', 2, 1)",
-                        "INSERT INTO ModelRolesRules VALUES (3, 'Beam', 2, 0)",
-                        "INSERT INTO ModelRolesRules VALUES (4, 'Post', 1, 0)"});
+    sql(configuration,
+        {"DELETE FROM ModelRolesRules", "INSERT INTO ModelRolesRules VALUES (1, 'Beam', 1, 1), (2, 'Beam', 2, 1), "
+                                        "(3, 'Beam', 2, 0), (4, 'Post', 1, 0)"});
     const KorModelRolesRules ofConfiguration;
     sql(addin, {"INSERT INTO ModelRolesRules VALUES (9, 'Column', 1, 1)"});
     const KorModelRolesRules ofAddIn;
@@ -152,17 +117,17 @@ TEST_F(CatalogueSourcesTest, RulesOfTheAddInReplaceThoseOfTheConfiguration)
 
     KorArray<Rule> rules;
     rules.setLogicalLength(20);
-    EXPECT_EQ(KorModelRolesRules::getAllRecords(rules), 1);
-    EXPECT_EQ(rules.length(), 1);
+    const auto expectRules = [&](int result, long length) {
+        EXPECT_EQ(KorModelRolesRules::getAllRecords(rules), result);
+        EXPECT_EQ(rules.length(), length);
+    };
+    expectRules(1, 1);
     sql(addin, {"DELETE FROM ModelRolesRules"});
-    EXPECT_EQ(KorModelRolesRules::getAllRecords(rules), 1);
-    EXPECT_EQ(rules.length(), 4);
+    expectRules(1, 4);
     sql(addin, {"DROP TABLE ModelRolesRules"});
-    EXPECT_EQ(KorModelRolesRules::getAllRecords(rules), 1);
-    EXPECT_EQ(rules.length(), 4);
+    expectRules(1, 4);
     sql(configuration, {"DROP TABLE ModelRolesRules"});
-    EXPECT_EQ(KorModelRolesRules::getAllRecords(rules), 0);
-    EXPECT_EQ(rules.length(), 0);
+    expectRules(0, 0);
 }
 
 class CompoundMasterTest : public CatalogueSourcesTest {
@@ -171,13 +136,11 @@ protected:
     {
         CatalogueSourcesTest::SetUp();
         sql(sections, {"DELETE FROM CompoundMasterTable",
-                       "INSERT INTO CompoundMasterTable VALUES (1, 'Doppelwinkel Ä', '2L', 'Angles', '')",
-                       "INSERT INTO CompoundMasterTable VALUES (2, 'Lost', 'LOST', 'Missing', '')",
-                       "INSERT INTO CompoundMasterTable VALUES (3, 'Narrow', 'NRW', 'OneColumn', '')",
-                       "INSERT INTO CompoundMasterTable VALUES (4, 'Two', 'TWO', 'TwoColumns', '')",
+                       "INSERT INTO CompoundMasterTable VALUES (1, 'Doppelwinkel Ä', '2L', 'Angles', ''), "
+                       "(2, 'Lost', 'LOST', 'Missing', ''), (3, 'Narrow', 'NRW', 'OneColumn', ''), "
+                       "(4, 'Two', 'TWO', 'TwoColumns', '')",
                        "CREATE TABLE Angles ([Key] INTEGER PRIMARY KEY, RunName TEXT, SectionName TEXT)",
-                       "INSERT INTO Angles VALUES (1, 'Zwei L50, it''s 8', '2L50/8')",
-                       "INSERT INTO Angles VALUES (2, 'Zwei L80', '2L80/10')",
+                       "INSERT INTO Angles VALUES (1, 'Zwei L50, it''s 8', '2L50/8'), (2, 'Zwei L80', '2L80/10')",
                        "CREATE TABLE OneColumn ([Key] INTEGER PRIMARY KEY)", "INSERT INTO OneColumn VALUES (1)",
                        "CREATE TABLE TwoColumns ([Key] INTEGER PRIMARY KEY, RunName TEXT)",
                        "INSERT INTO TwoColumns VALUES (1, 'alone')"});
@@ -251,15 +214,14 @@ TEST_F(CompoundMasterTest, FailsWithoutItsTable)
     EXPECT_EQ(master.key, 4);
     EXPECT_EQ(KorCompoundMaster::getCompoundMasterStruct(L"Three", master), 0);
     EXPECT_EQ(master.key, 4);
-    dropTable(descriptionOf<StructCompoundMaster>());
+    const MissingTable missing(descriptionOf<StructCompoundMaster>());
     KorArray<KorString> names = korTexts({"old"});
     KorString className = L"old", sectionName = L"old";
     EXPECT_NE(KorCompoundMaster::getCompoundSectionRunNames(L"Two", names), 1);
     EXPECT_NE(KorCompoundMaster::getCompoundClassAndSectionName(L"Two", L"alone", className, sectionName), 1);
     EXPECT_NE(KorCompoundMaster::getCompoundSectionRunName(L"TWO", L"alone", sectionName), 1);
     EXPECT_EQ(utf8(names), Texts({"old"}));
-    EXPECT_EQ(className, L"old");
-    EXPECT_EQ(sectionName, L"old");
+    EXPECT_EQ(className + sectionName, L"oldold");
 }
 
 } // namespace

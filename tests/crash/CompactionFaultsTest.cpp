@@ -1,9 +1,6 @@
-#include "repository/Manifest.h"
 #include "support/CrashCycle.h"
-#include "support/RepositoryFolder.h"
 #include "transfer/KorOdbcCompactDetailsTables.h"
 
-#include <optional>
 #include <set>
 
 namespace {
@@ -38,39 +35,14 @@ const Run runs[] = {
 };
 
 /// Compactions of a database in a file whose writes fail on demand.
-class CompactionFaultsTest : public testing::TestWithParam<Run> {
+class CompactionFaultsTest : public testing::TestWithParam<Run>, protected crash::FaultyRepository {
 protected:
     void SetUp() override
     {
-        faults::install();
-        m_folder.emplace();
-        std::string error;
-        korodbc::host::Manifest manifest;
-        ASSERT_TRUE(korodbc::host::Manifest::load(m_folder->path(), manifest, error)) << error;
-        manifest.busyMilliseconds = 1;
-        ASSERT_TRUE(manifest.save(m_folder->path(), error)) << error;
         open();
-        details::fillConfiguration();
         crash::fillTwins(inDetails);
     }
-    void TearDown() override
-    {
-        Man::InitializeStatics::release();
-        m_folder.reset();
-        faults::remove();
-    }
-    void open() const
-    {
-        std::string error;
-        ASSERT_TRUE(korodbc::host::openRepository(m_folder->path(), error)) << error;
-        Man::InitializeStatics::release();
-        Man::InitializeStatics::build();
-        Man::setCurrentDSN(inDetails);
-        Man::setCurrentAddIn(KorDSNDefinitions::kBase);
-        ASSERT_EQ(Man::initializeTables(), 1);
-    }
-    std::filesystem::path file() const { return m_folder->path() / "details.db"; }
-    std::string state() const { return crash::dump(file()); }
+    void TearDown() override { close(); }
     static std::set<int> modified()
     {
         std::set<int> types;
@@ -86,8 +58,6 @@ protected:
         return details::processTree(inDetails, KorDSNDefinitions::kBase, 201, true) + separator +
                details::processTree(inDetails, KorDSNDefinitions::kBase, 301, true);
     }
-
-    std::optional<RepositoryFolder> m_folder;
 };
 
 void PrintTo(const Run& run, std::ostream* out) { *out << run.name; }
@@ -141,20 +111,14 @@ TEST_P(CompactionFaultsTest, FailingDisk)
 TEST_P(CompactionFaultsTest, LockedThenCancelled)
 {
     const std::string before = state(), seenBefore = seen();
-    sqlite3* other = nullptr;
-    ASSERT_EQ(sqlite3_open(file().c_str(), &other), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    EXPECT_EQ(GetParam().act(), 0);
-    EXPECT_FALSE(korodbc::host::lastError().empty());
-    EXPECT_EQ(sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr), SQLITE_OK);
-    sqlite3_close(other);
+    whileLocked([] { EXPECT_EQ(GetParam().act(), 0); });
     EXPECT_EQ(state(), before) << crash::difference(before, state());
     EXPECT_EQ(seen(), seenBefore);
     KorTableEdit edit = crash::compactionEdit();
     ASSERT_EQ(edit.begin(), 1);
-    const std::set<int> open = modified();
+    const std::set<int> opened = modified();
     EXPECT_EQ(GetParam().act(), 1);
-    EXPECT_EQ(modified(), open); // the run changes no table but these
+    EXPECT_EQ(modified(), opened); // the run changes no table but these
     EXPECT_NE(state(), before);
     // only where the rows stay, categories of a merged request join those of the first
     if (std::string(GetParam().name) != "RedirectedOnly") {

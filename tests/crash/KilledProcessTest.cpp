@@ -98,34 +98,38 @@ void styleTitle(const wchar_t* title, Man::eCopyDepth depth)
     CRASH_REQUIRE(Man::setAttribute(Man::kDetailStyle, KorOdbcKey(1), 5, title, 1, depth) == 1);
 }
 
+/// Edits of the styles at some depths, one after the other.
+template <Man::eCopyDepth... depths>
+void titles()
+{
+    (styleTitle(KorString::format(L"at depth %d", depths).c_str(), depths), ...);
+}
+
+constexpr auto first = Man::kFirstCopy, second = Man::kSecondCopy, third = Man::kThirdCopy,
+               fourth = Man::kFourthCopy;
+void ok(Man::eCopyDepth depth) { CRASH_REQUIRE(Man::setStatusOnOK(Man::kDetailStyle, depth) == 1); }
+void update(Man::eCopyDepth depth) { CRASH_REQUIRE(Man::setStatusOnUpdate(Man::kDetailStyle, depth) == 1); }
+void cancel(Man::eCopyDepth depth) { CRASH_REQUIRE(Man::setStatusOnCancel(Man::kDetailStyle, depth) == 1); }
+void okToAll() { CRASH_REQUIRE(Exports::setStatusOnOK() == 1); }
+
 // Transfers
 
 KorString transferFile() { return details::text((repository / "transfer.db").string()); }
 
-void exportStyle()
-{
-    CRASH_REQUIRE(Exports::exportDetail(Exports::kDetailStyle, KorOdbcKey(1), inDetails, KorDSNDefinitions::kBase,
-                                        transferFile()) == 1);
-}
-
-void importStyle()
-{
-    CRASH_REQUIRE(Exports::importDetail(Exports::kDetailStyle, KorOdbcKey(101), inAddin,
-                                        KorDSNDefinitions::kFirstAddin, inDetails, KorDSNDefinitions::kBase) == 1);
-}
-
-void exportProcess()
+template <Exports::eType what>
+void exportIt()
 {
     KorDetailProcessTableDependencies::m_bDeepCopyWithDetailStyles = 1;
-    CRASH_REQUIRE(Exports::exportDetail(Exports::kDetailProcess, KorOdbcKey(1), inDetails,
-                                        KorDSNDefinitions::kBase, transferFile()) == 1);
+    CRASH_REQUIRE(
+        Exports::exportDetail(what, KorOdbcKey(1), inDetails, KorDSNDefinitions::kBase, transferFile()) == 1);
 }
 
-void importProcess(int withStyles)
+template <Exports::eType what, int withStyles = 1>
+void importIt()
 {
     KorDetailProcessTableDependencies::m_bDeepCopyWithDetailStyles = withStyles;
-    CRASH_REQUIRE(Exports::importDetail(Exports::kDetailProcess, KorOdbcKey(101), inAddin,
-                                        KorDSNDefinitions::kFirstAddin, inDetails, KorDSNDefinitions::kBase) == 1);
+    CRASH_REQUIRE(Exports::importDetail(what, KorOdbcKey(101), inAddin, KorDSNDefinitions::kFirstAddin, inDetails,
+                                        KorDSNDefinitions::kBase) == 1);
 }
 
 // Compactions
@@ -141,16 +145,17 @@ void compact(Compact::eCompactType type)
     CRASH_REQUIRE(deleted > 4);
 }
 
-void compactAndLeaveOpen(Compact::eCompactType type)
+void compactAllAndLeaveOpen()
 {
     CRASH_REQUIRE(compactionEdit().begin() == 1);
-    compact(type);
+    compact(Compact::kCompactAll);
 }
 
 void confirm() { CRASH_REQUIRE(compactionEdit().ok() == 1); }
 
 /// Compacts and confirms in one.
-void compactForGood(Compact::eCompactType type)
+template <Compact::eCompactType type>
+void compactForGood()
 {
     KorDatabaseBatch batch;
     compact(type);
@@ -158,101 +163,85 @@ void compactForGood(Compact::eCompactType type)
     CRASH_REQUIRE(batch.end(1) == 1);
 }
 
-void compactSets(int deletes)
+template <int deletes>
+void compactSets()
 {
     CRASH_REQUIRE(Compact::compactQualifierSets(inDetails, deletes, Compact::kCompactDetailStyles) == 1);
 }
 
+constexpr auto Nothing = Operation::Nothing, Something = Operation::Something;
+constexpr auto style = Exports::kDetailStyle, process = Exports::kDetailProcess;
+
 const Operation operations[] = {
-    {"edit at depth 0", nullptr, [] { edit(Man::kFirstCopy); }, Operation::Nothing},
-    {"edit at depth 1", nullptr, [] { edit(Man::kSecondCopy); }, Operation::Nothing},
-    {"edit at depth 2", nullptr, [] { edit(Man::kThirdCopy); }, Operation::Nothing},
-    {"edit at depth 3", nullptr, [] { edit(Man::kFourthCopy); }, Operation::Nothing},
-    {"edit nested in an edit", [] { edit(Man::kFirstCopy); }, [] { edit(Man::kSecondCopy); }, Operation::Nothing},
-    {"edit nested four deep",
+    {"edit at depth 0", nullptr, [] { edit(first); }, Nothing},
+    {"edit at depth 1", nullptr, [] { edit(second); }, Nothing},
+    {"edit at depth 2", nullptr, [] { edit(third); }, Nothing},
+    {"edit at depth 3", nullptr, [] { edit(fourth); }, Nothing},
+    {"edit nested in an edit", [] { edit(first); }, [] { edit(second); }, Nothing},
+    {"edit nested four deep", titles<first, second>,
      [] {
-         styleTitle(L"first", Man::kFirstCopy);
-         styleTitle(L"second", Man::kSecondCopy);
+         titles<third, fourth>();
+         ok(fourth);
+         update(third);
+         cancel(second);
      },
+     Nothing},
+    {"OK of one table", titles<first>, [] { ok(first); }, Something},
+    {"OK at depth 2", titles<third>, [] { ok(third); }, Something},
+    {"Cancel of one table", [] { edit(first); }, [] { cancel(first); }, Nothing},
+    {"Update of one table, then another edit", titles<first>,
      [] {
-         styleTitle(L"third", Man::kThirdCopy);
-         styleTitle(L"fourth", Man::kFourthCopy);
-         CRASH_REQUIRE(Man::setStatusOnOK(Man::kDetailStyle, Man::kFourthCopy) == 1);
-         CRASH_REQUIRE(Man::setStatusOnUpdate(Man::kDetailStyle, Man::kThirdCopy) == 1);
-         CRASH_REQUIRE(Man::setStatusOnCancel(Man::kDetailStyle, Man::kSecondCopy) == 1);
+         update(first);
+         styleTitle(L"after the update", first);
      },
-     Operation::Nothing},
-    {"OK of one table", [] { styleTitle(L"kept", Man::kFirstCopy); },
-     [] { CRASH_REQUIRE(Man::setStatusOnOK(Man::kDetailStyle, Man::kFirstCopy) == 1); }, Operation::Something},
-    {"OK at depth 2", [] { styleTitle(L"kept", Man::kThirdCopy); },
-     [] { CRASH_REQUIRE(Man::setStatusOnOK(Man::kDetailStyle, Man::kThirdCopy) == 1); }, Operation::Something},
-    {"Cancel of one table", [] { edit(Man::kFirstCopy); },
-     [] { CRASH_REQUIRE(Man::setStatusOnCancel(Man::kDetailStyle, Man::kFirstCopy) == 1); }, Operation::Nothing},
-    {"Update of one table, then another edit", [] { styleTitle(L"applied", Man::kFirstCopy); },
-     [] {
-         CRASH_REQUIRE(Man::setStatusOnUpdate(Man::kDetailStyle, Man::kFirstCopy) == 1);
-         styleTitle(L"after the update", Man::kFirstCopy);
-     },
-     Operation::Something},
-    {"OK of the inner dialog only",
-     [] {
-         styleTitle(L"outer", Man::kFirstCopy);
-         styleTitle(L"inner", Man::kSecondCopy);
-     },
-     [] { CRASH_REQUIRE(Man::setStatusOnOK(Man::kDetailStyle, Man::kSecondCopy) == 1); }, Operation::Nothing},
+     Something},
+    {"OK of the inner dialog only", titles<first, second>, [] { ok(second); }, Nothing},
     {"Cancel of the inner dialog, OK of the outer one",
      [] {
-         styleTitle(L"outer", Man::kFirstCopy);
-         styleTitle(L"inner", Man::kSecondCopy);
-         CRASH_REQUIRE(Man::setStatusOnCancel(Man::kDetailStyle, Man::kSecondCopy) == 1);
+         titles<first, second>();
+         cancel(second);
      },
-     [] { CRASH_REQUIRE(Man::setStatusOnOK(Man::kDetailStyle, Man::kFirstCopy) == 1); }, Operation::Something},
-    {"dialog over several tables, left open", nullptr, [] { dialog(); }, Operation::Nothing},
-    {"dialog over several tables, at depth 3", nullptr, [] { dialog(Man::kFourthCopy); }, Operation::Nothing},
-    {"dialog over several tables, OK", nullptr, [] { CRASH_REQUIRE(dialog().ok() == 1); }, Operation::Something},
-    {"dialog over several tables, Cancel", nullptr, [] { CRASH_REQUIRE(dialog().cancel() == 1); },
-     Operation::Nothing},
+     [] { ok(first); }, Something},
+    {"dialog over several tables, left open", nullptr, [] { dialog(); }, Nothing},
+    {"dialog over several tables, at depth 3", nullptr, [] { dialog(fourth); }, Nothing},
+    {"dialog over several tables, OK", nullptr, [] { CRASH_REQUIRE(dialog().ok() == 1); }, Something},
+    {"dialog over several tables, Cancel", nullptr, [] { CRASH_REQUIRE(dialog().cancel() == 1); }, Nothing},
     {"dialog over several tables, Update, then another edit", nullptr,
      [] {
          KorTableEdit tables = dialog();
          CRASH_REQUIRE(tables.update() == 1);
-         styleTitle(L"after the update", Man::kFirstCopy);
+         styleTitle(L"after the update", first);
      },
-     Operation::Something},
-    {"all tables of a transfer, OK", [] { edit(Man::kFirstCopy); },
-     [] { CRASH_REQUIRE(Exports::setStatusOnOK() == 1); }, Operation::Something},
-    {"edit in two databases, OK", editTwoDatabases, [] { CRASH_REQUIRE(Exports::setStatusOnOK() == 1); },
-     Operation::Something},
-    {"export into a new file", nullptr, exportStyle, Operation::Something},
-    {"export into a file with a style", exportStyle, exportStyle, Operation::Something},
-    {"import", nullptr, importStyle, Operation::Something, true},
-    {"export of a process into a new file", nullptr, exportProcess, Operation::Something, true},
-    {"export of a process into a file with a style", exportStyle, exportProcess, Operation::Something, true},
-    {"import of a process with its styles", nullptr, [] { importProcess(1); }, Operation::Something, true},
-    {"import of a process alone", nullptr, [] { importProcess(0); }, Operation::Something},
-    {"compaction of styles", nullptr, [] { compactForGood(Compact::kCompactDetailStyles); }, Operation::Something,
-     true, true},
-    {"compaction of processes", nullptr, [] { compactForGood(Compact::kCompactDetailProcesses); },
-     Operation::Something, true, true, Compact::kCompactDetailProcesses},
-    {"compaction of all", nullptr, [] { compactForGood(Compact::kCompactAll); }, Operation::Something, true, true},
+     Something},
+    {"all tables of a transfer, OK", [] { edit(first); }, okToAll, Something},
+    {"edit in two databases, OK", editTwoDatabases, okToAll, Something},
+    {"export into a new file", nullptr, exportIt<style>, Something},
+    {"export into a file with a style", exportIt<style>, exportIt<style>, Something},
+    {"import", nullptr, importIt<style>, Something, true},
+    {"export of a process into a new file", nullptr, exportIt<process>, Something, true},
+    {"export of a process into a file with a style", exportIt<style>, exportIt<process>, Something, true},
+    {"import of a process with its styles", nullptr, importIt<process>, Something, true},
+    {"import of a process alone", nullptr, importIt<process, 0>, Something},
+    {"compaction of styles", nullptr, compactForGood<Compact::kCompactDetailStyles>, Something, true, true},
+    {"compaction of processes", nullptr, compactForGood<Compact::kCompactDetailProcesses>, Something, true, true,
+     Compact::kCompactDetailProcesses},
+    {"compaction of all", nullptr, compactForGood<Compact::kCompactAll>, Something, true, true},
     {"compaction of all without copies", nullptr,
      [] {
          Exports::CancelBackupTables(1);
          compact(Compact::kCompactAll);
      },
-     Operation::Something, true, true},
-    {"compaction of all, left open", nullptr, [] { compactAndLeaveOpen(Compact::kCompactAll); },
-     Operation::Nothing, true, true},
+     Something, true, true},
+    {"compaction of all, left open", nullptr, compactAllAndLeaveOpen, Nothing, true, true},
     {"compaction of all, then OK", nullptr,
      [] {
-         compactAndLeaveOpen(Compact::kCompactAll);
+         compactAllAndLeaveOpen();
          confirm();
      },
-     Operation::Something, true, true},
-    {"OK after a compaction of all", [] { compactAndLeaveOpen(Compact::kCompactAll); }, confirm,
-     Operation::Something, true, true},
-    {"compaction of qualifier sets", nullptr, [] { compactSets(1); }, Operation::Something, true, true},
-    {"numbering of qualifier sets", nullptr, [] { compactSets(0); }, Operation::Something, true, true},
+     Something, true, true},
+    {"OK after a compaction of all", compactAllAndLeaveOpen, confirm, Something, true, true},
+    {"compaction of qualifier sets", nullptr, compactSets<1>, Something, true, true},
+    {"numbering of qualifier sets", nullptr, compactSets<0>, Something, true, true},
 };
 
 /// The references to nothing in the details of a repository, a line each; with the type of a compaction also those
@@ -290,23 +279,17 @@ protected:
         fs::remove_all(scratch());
         fs::create_directories(base());
         korodbc::host::Manifest manifest;
-        const struct {
-            eDSN dsn;
-            const char* file;
-        } sources[] = {{inDetails, "details.db"},
-                       {inAddin, "addin.db"},
-                       {KorDSNDefinitions::kConfiguration, "configuration.db"}};
         std::string error;
-        for (const auto& [dsn, file] : sources) {
+        for (const auto& [dsn, file] : {std::pair(inDetails, "details.db"), std::pair(inAddin, "addin.db"),
+                                        std::pair(KorDSNDefinitions::kConfiguration, "configuration.db")}) {
             manifest.connections[dsn] = std::string("sqlite:") + file;
             const auto database = korodbc::host::Connection::open((base() / file).string(), true, error);
             ASSERT_TRUE(database != nullptr && korodbc::host::createTables(*database, dsn, error)) << error;
             // of the configuration only what the operations read: a cycle parses every table there is
-            for (const std::string& table : database->tableNames()) {
+            for (const std::string& table : database->tableNames())
                 if (dsn == KorDSNDefinitions::kConfiguration && table != "Authors" && table != "Default_STR") {
                     ASSERT_TRUE(database->run("DROP TABLE [" + table + "]"));
                 }
-            }
         }
         ASSERT_TRUE(manifest.save(base(), error)) << error;
         ASSERT_EQ(inChild(0,

@@ -1,51 +1,21 @@
-#include "repository/Manifest.h"
 #include "support/CrashCycle.h"
-#include "support/RepositoryFolder.h"
 #include "transfer/KorODBCDetailStyleExports.h"
-
-#include <functional>
-#include <memory>
-#include <optional>
 
 using namespace details;
 
 namespace {
 
-/// A repository in files whose writes fail on demand.
-class EditFaultsTest : public testing::Test {
+class EditFaultsTest : public testing::Test, protected crash::FaultyRepository {
 protected:
     using Man = KorOdbcMan;
-    using Exports = KorODBCDetailStyleExports;
 
     void SetUp() override
     {
-        faults::install();
-        m_folder.emplace();
-        std::string error;
-        korodbc::host::Manifest manifest;
-        ASSERT_TRUE(korodbc::host::Manifest::load(m_folder->path(), manifest, error)) << error;
-        manifest.busyMilliseconds = 1;
-        ASSERT_TRUE(manifest.save(m_folder->path(), error)) << error;
-        ASSERT_TRUE(korodbc::host::openRepository(m_folder->path(), error)) << error;
-        fillConfiguration();
+        open();
         fillStyle(KorDSNDefinitions::kDetails, awkward);
         fillStyle(KorDSNDefinitions::kAddin, "add-in", 100);
-        Man::InitializeStatics::release();
-        Man::InitializeStatics::build();
-        Man::setCurrentDSN(KorDSNDefinitions::kDetails);
-        Man::setCurrentAddIn(KorDSNDefinitions::kBase);
-        ASSERT_EQ(Man::initializeTables(), 1);
     }
-    void TearDown() override
-    {
-        Exports::setExportInProgress(0);
-        Man::InitializeStatics::release();
-        m_folder.reset();
-        faults::remove();
-    }
-    std::string state() const { return crash::dump(m_folder->path() / "details.db"); }
-
-    std::optional<RepositoryFolder> m_folder;
+    void TearDown() override { close(); }
 };
 
 struct Operation {
@@ -139,13 +109,7 @@ TEST_F(EditFaultsTest, LockedByAnotherProcess)
         if (operation.prepare)
             operation.prepare();
         const std::string before = state();
-        sqlite3* other = nullptr;
-        ASSERT_EQ(sqlite3_open((m_folder->path() / "details.db").c_str(), &other), SQLITE_OK);
-        ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-        EXPECT_FALSE(operation.act());
-        EXPECT_FALSE(korodbc::host::lastError().empty());
-        EXPECT_EQ(sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr), SQLITE_OK);
-        sqlite3_close(other);
+        whileLocked([&] { EXPECT_FALSE(operation.act()); });
         EXPECT_EQ(state(), before) << crash::difference(before, state());
         EXPECT_TRUE(operation.act());
         cancelAll();
@@ -154,11 +118,7 @@ TEST_F(EditFaultsTest, LockedByAnotherProcess)
     KorDatabaseAccess::doSQLStatement(
         KorDSNDefinitions::kDetails, L"CREATE TABLE Linetypes_VELCopy AS SELECT * FROM Linetypes WHERE [Key] = 2");
     Man::m_bInitializeTables = true;
-    sqlite3* other = nullptr;
-    ASSERT_EQ(sqlite3_open((m_folder->path() / "details.db").c_str(), &other), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    EXPECT_EQ(Man::initializeTables(), 0);
-    sqlite3_close(other);
+    whileLocked([] { EXPECT_EQ(Man::initializeTables(), 0); });
     EXPECT_NE(state().find("[Linetypes_VELCopy]"), std::string::npos);
     EXPECT_EQ(Man::initializeTables(), 1);
     EXPECT_EQ(state().find("[Linetypes_VELCopy]"), std::string::npos);

@@ -256,4 +256,31 @@ TEST(OtherProcessTest, AFileBringsNoCodeAlong)
         0);
 }
 
+/// A row whose key changed is not there any more under the old one.
+TEST_F(RecordReadsTest, KeysThatChange)
+{
+    fill(3);
+    const auto keys = [] {
+        KorArray<StructDetObjQualifierSet> sets;
+        EXPECT_EQ(StructDetObjQualifierSetMarshal::getTable(sets), 1);
+        std::vector<int> list;
+        for (const StructDetObjQualifierSet& one : sets)
+            list.push_back(one.key);
+        return list;
+    };
+    EXPECT_EQ(keys(), (std::vector<int>{1, 2, 3}));
+    const KorFormatArgument values[] = {9, 2};
+    EXPECT_EQ(KorDatabaseAccess::doSQLStatement(details, L"UPDATE DetObjQualifierSet SET [Key]=%d WHERE [Key]=%d",
+                                                values),
+              1);
+    EXPECT_EQ(keys(), (std::vector<int>{1, 3, 9}));
+    sql(details, {"UPDATE DetObjQualifierSet SET [Key]=[Key]+10"});
+    EXPECT_EQ(keys(), (std::vector<int>{11, 13, 19}));
+    EXPECT_EQ(set(3), "none");
+    EXPECT_EQ(
+        KorDatabaseAccess::setTableColumnValue(details, L"DetObjQualifierSet", L"Key", L"11", 0, KorCellData(4)),
+        1);
+    EXPECT_EQ(keys(), (std::vector<int>{4, 13, 19}));
+}
+
 } // namespace

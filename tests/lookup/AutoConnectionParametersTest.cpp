@@ -1,5 +1,4 @@
-#include "lookup/KorOdbcAutoConnection.h"
-#include "support/RepositoryFixture.h"
+#include "Lookups.h"
 
 namespace {
 

@@ -1,16 +1,6 @@
 // Allocations of warm flat look-ups, counted against what their results hold.
 
-#include "lookup/KorOdbcAutoConnection.h"
-#include "lookup/KorOdbcSteelBolts.h"
-#include "lookup/KorOdbcSteelCatalogues.h"
-#include "lookup/KorOdbcSteelPlates.h"
-#include "lookup/KorOdbcSteelRules.h"
-#include "lookup/KorOdbcSteelSections.h"
-#include "lookup/KorOdbcSteelStatics.h"
-#include "lookup/KorOdbcSteelWelding.h"
-#include "lookup/KorOdbcUserTables.h"
-#include "support/RepositoryFixture.h"
-#include "support/RepositoryFolder.h"
+#include "Lookups.h"
 
 #include <cstdlib>
 #include <new>
@@ -93,7 +83,6 @@ protected:
     const RepositoryFolder m_folder{KORODBC_SOURCE_CATALOGUE};
 };
 
-using Names = KorArray<KorString>;
 using Bolts = KorODBCScrewsDll;
 constexpr auto length = StructScale::ScaleUnitType(0);
 
@@ -127,25 +116,19 @@ TEST_F(LookUpAllocationsTest, TextsNumbersAndRecordsAreHandedOutWithoutAny)
         LOOKUP(KorString, Bolts::kor_odbc_getNormDescription(key, out), 0),
         LOOKUP(StructScrewCoating, Bolts::kor_odbc_getScrewCoating(coating, out), 0),
         LOOKUP(StructRules, kor_odbc_getRuleObject(entry.runName, out), 0),
-        LOOKUP(KorString, kor_odbc_getRuleString(entry.runName, StructRules::kIntention, out), 0),
         LOOKUP(KorString, kor_odbc_getRuleInternalName(entry.runName, out), 0),
-        LOOKUP(long, kor_odbc_getRuleVersion(entry.runName, out), 0),
         LOOKUP(KorString, kor_odbc_getRules2ndJointName(entry.runName, out), 0),
         LOOKUP(KorString, (kor_odbc_getRuleRunbezeichnungUse2nd(entry.category, entry.rule, out), 1), 0),
         LOOKUP(int,
                kor_odbc_getCombinationKey(out, c.standard, c.strengthClass, c.boltSet, c.diameter, c.coating,
                                           c.assemblyLocation),
                0),
-        LOOKUP(int, kor_odbc_getCombiWelding(weld.runName, out), 0),
-        LOOKUP(KorString, kor_odbc_getCombiWelding(weld.key, out), 0),
         LOOKUP(int, kor_odbc_getCombiWeldingFor(weld.firstWeld, weld.secondWeld, out), 0),
         LOOKUP(double, kor_odbc_getPlateThicknessKey(plate, out), 0),
         LOOKUP(KorString, kor_odbc_getPlateThicknessDescription(1.5, out), 0),
         LOOKUP(StructScale, kor_odbc_getSpecificScale(scale, length, out), 0),
         LOOKUP(KorString, kor_odbc_getScaleDescription(10.0, out, length, false), 0),
-        LOOKUP(int, kor_odbc_getMaterialClass(1, out), 0),
         LOOKUP(long, kor_odbc_DSTVstatic_getNumberOfObjects(out), 0),
-        LOOKUP(StructDSTVStaticInB01, kor_odbc_DSTVstatic_getObject(1, out), 0),
         LOOKUP(KorString, kor_odbc_DSTVstatic_getProfile(property.objectNumber, out, axis), 0),
         LOOKUP(KorString, kor_odbc_DSTVstatic_getObjectProperty(property.objectNumber, property.propertyName, out),
                0),
@@ -167,11 +150,8 @@ TEST_F(LookUpAllocationsTest, ListsAllocateTheirArray)
     const KorString category = entries[0].category, standard(L"Standard");
     check({
         LOOKUP(Names, Bolts::kor_odbc_getScrewCoatingList(out), array),
-        LOOKUP(Names, kor_odbc_getBasicWeldingList(out), array),
         LOOKUP(Names, kor_odbc_getCombiWeldingList(out), array),
         LOOKUP(Names, kor_odbc_getStandardsList(out), array + sources),
-        LOOKUP(Names, kor_odbc_getDiameterList(out), array + sources),
-        LOOKUP(KorArray<StructScrewType>, kor_odbc_getBoltComponentTypes(out), array),
         LOOKUP(KorArray<StructSetNutsBolts>, kor_odbc_getBoltComponents(out), array + sources),
         LOOKUP(Names, kor_odbc_getRuleSublist(category, out), 2 * array),
         LOOKUP(Names, kor_odbc_getPlateThicknessList(out), texts + 5), // the array grows as its rows are met

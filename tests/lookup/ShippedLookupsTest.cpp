@@ -1,14 +1,4 @@
-#include "lookup/KorOdbcAutoConnection.h"
-#include "lookup/KorOdbcSteelBolts.h"
-#include "lookup/KorOdbcSteelCatalogues.h"
-#include "lookup/KorOdbcSteelPlates.h"
-#include "lookup/KorOdbcSteelRules.h"
-#include "lookup/KorOdbcSteelSections.h"
-#include "lookup/KorOdbcSteelStatics.h"
-#include "lookup/KorOdbcSteelWelding.h"
-#include "lookup/KorOdbcUserTables.h"
-#include "support/RepositoryFixture.h"
-#include "support/RepositoryFolder.h"
+#include "Lookups.h"
 
 namespace {
 
@@ -19,37 +9,26 @@ class ShippedLookupsTest : public testing::Test {
 
 TEST_F(ShippedLookupsTest, NoListOrTableIsEmpty)
 {
-    using Names = KorArray<KorString>;
-    for (int (*list)(Names&) : {kor_odbc_getStandardsList, kor_odbc_getFestigkeitList, kor_odbc_getGarniturList,
-                                kor_odbc_getDiameterList, KorODBCScrewsDll::kor_odbc_getAssemblyLocationList,
-                                KorODBCScrewsDll::kor_odbc_getScrewCoatingList, kor_odbc_getPlateThicknessList,
-                                kor_odbc_getBasicWeldingList, kor_odbc_getCombiWeldingList,
-                                kor_odbc_getFaceShapeDescriptionList, kor_odbc_getSeamExecutingDescriptionList,
+    for (int (*list)(Names&) : {kor_odbc_getPlateThicknessList, kor_odbc_getBasicWeldingList,
                                 kor_odbc_getWelSeamTextDescriptionList, kor_odbc_getNotesList}) {
         Names names;
         EXPECT_EQ(list(names), 1);
         EXPECT_GT(names.length(), 0);
     }
-    const auto filled = []<class T>(int (*table)(KorArray<T>&)) {
-        KorArray<T> records;
-        EXPECT_EQ(table(records), 1);
-        EXPECT_GT(records.length(), 0) << descriptionOf<T>().table;
+    const auto filled = []<class... T>(int (*... tables)(KorArray<T>&)) {
+        const auto one = []<class R>(int (*table)(KorArray<R>&)) {
+            KorArray<R> records;
+            EXPECT_EQ(table(records), 1);
+            EXPECT_GT(records.length(), 0) << descriptionOf<R>().table;
+        };
+        (one(tables), ...);
     };
-    filled(kor_odbc_getBoltComponents);
-    filled(kor_odbc_getBoltComponentTypes);
-    filled(kor_odbc_getWeldTypes);
-    filled(kor_odbc_getCombiWeldTypes);
-    filled(kor_odbc_getWeldShapes);
-    filled(kor_odbc_getWeldDesign);
-    filled(kor_odbc_getRenderMaterials);
-    filled(kor_odbc_getAuthors);
-    filled(kor_odbc_getAnchors);
-    filled(kor_odbc_getAnchorDefinitions);
-    filled(kor_odbc_getSources);
-    filled(kor_odbc_getDSTVNamesTable);
-    filled(StructSymbolsMarshal::getTable);
-    filled(StructHelpButtonsMarshal::getTable);
-    filled(StructScrewDistanceMarshal::getTable);
+    filled(kor_odbc_getBoltComponents, kor_odbc_getBoltComponentTypes, kor_odbc_getCombiWeldTypes,
+           kor_odbc_getWeldShapes, kor_odbc_getWeldDesign, kor_odbc_getRenderMaterials, kor_odbc_getAuthors,
+           kor_odbc_getAnchors, kor_odbc_getAnchorDefinitions, kor_odbc_getSources, kor_odbc_getDSTVNamesTable,
+           StructSymbolsMarshal::getTable, StructHelpButtonsMarshal::getTable,
+           StructScrewDistanceMarshal::getTable, StructValidCombinationsMarshal::getTable,
+           StructRulesCategoryMarshal::getTable, StructRuleNameMappingMarshal::getTable);
     KorArray<AutoConnParamSetSituationStruct> params;
     EXPECT_EQ(kor_odbc_getAutoConnSituationParams(1, L"AutoConnectionParamSetItems", params), 1);
     KorString text;

@@ -1,12 +1,6 @@
 #include "foundation/KorOdbcTables.h"
-#include "lookup/KorOdbcSteelBolts.h"
-#include "lookup/KorOdbcSteelCatalogues.h"
 #include "lookup/KorOdbcSteelObsolete.h"
-#include "lookup/KorOdbcSteelPlates.h"
-#include "lookup/KorOdbcSteelStatics.h"
-#include "lookup/KorOdbcSteelWelding.h"
-#include "support/RepositoryFixture.h"
-#include "support/RepositoryFolder.h"
+#include "Lookups.h"
 
 #include <functional>
 
@@ -14,15 +8,6 @@ namespace {
 
 constexpr eDSN addin = KorDSNDefinitions::kAddin;
 using Dll = KorODBCScrewsDll;
-using Names = KorArray<KorString>;
-
-Texts texts(const Names& array)
-{
-    Texts list;
-    for (const KorString& text : array)
-        list.push_back(text.toUtf8());
-    return list;
-}
 
 class SteelLookupsTest : public RepositoryTest {
 protected:
@@ -180,26 +165,22 @@ TEST_F(SteelLookupsTest, Records)
     insert("Symbols", "[Key], RunName, FileName", "(7, 'it''s [1]', 'a.svg')");
     insert("HelpButtons", "[Key], HelpTag, StringId", "('Beam''s', 'beams', 4)");
 
-    StructScrewCoating coating;
-    EXPECT_EQ(Dll::kor_odbc_getScrewCoating(L"8", coating), 0);
-    EXPECT_EQ(coating.key, -1);
-    EXPECT_EQ(Dll::kor_odbc_getScrewCoating(L"7", coating), 1);
-    EXPECT_EQ(coating.thickness, 40);
-    StructScrewDistance distance;
-    EXPECT_EQ(Dll::kor_odbc_getScrewDistance(L"8", distance), 0);
-    EXPECT_EQ(distance.key, -1);
-    EXPECT_EQ(Dll::kor_odbc_getScrewDistance(L"7", distance), 1);
-    EXPECT_EQ(distance.pitch, 48.4);
-    StructSymbols symbol;
-    EXPECT_EQ(kor_odbc_getSymbolRecord(L"it's", symbol), 0);
-    EXPECT_EQ(symbol.key, -1);
-    EXPECT_EQ(kor_odbc_getSymbolRecord(L"it's [1]", symbol), 1);
-    EXPECT_EQ(symbol.fileName, KorString(L"a.svg"));
-    for (const auto read : {kor_odbc_getHelpTag, kor_odbc_getButtonStringId}) {
+    // what is not found stays as it was
+    const auto read = []<class T>(int (*of)(const KorString&, T&), const wchar_t* missing, const wchar_t* there) {
+        T record;
+        EXPECT_EQ(of(missing, record), 0);
+        EXPECT_EQ(record.key, -1);
+        EXPECT_EQ(of(there, record), 1);
+        return record;
+    };
+    EXPECT_EQ(read(Dll::kor_odbc_getScrewCoating, L"8", L"7").thickness, 40);
+    EXPECT_EQ(read(Dll::kor_odbc_getScrewDistance, L"8", L"7").pitch, 48.4);
+    EXPECT_EQ(read(kor_odbc_getSymbolRecord, L"it's", L"it's [1]").fileName, KorString(L"a.svg"));
+    for (const auto of : {kor_odbc_getHelpTag, kor_odbc_getButtonStringId}) {
         StructHelpButtons button;
-        EXPECT_EQ(read(L"beam's", button), 0);
+        EXPECT_EQ(of(L"beam's", button), 0);
         EXPECT_EQ(button.key, KorString());
-        EXPECT_EQ(read(L"Beam's", button), 1);
+        EXPECT_EQ(of(L"Beam's", button), 1);
         EXPECT_EQ(button.helpTag, KorString(L"beams"));
         EXPECT_EQ(button.stringId, 4);
     }
@@ -315,20 +296,17 @@ TEST_F(SteelLookupsTest, Welds)
     EXPECT_EQ(kor_odbc_getFaceShapeDescription(3), KorString());
     EXPECT_EQ(kor_odbc_getSeamExecutingDescription(2), KorString());
 
-    EXPECT_EQ(kor_odbc_getCombiWelding(L"Both", key), 1);
-    EXPECT_EQ(key, 1001);
+    const auto found = [&](int result) { return result == 1 ? key : -1; };
+    EXPECT_EQ(found(kor_odbc_getCombiWelding(L"Both", key)), 1001);
+    EXPECT_EQ(found(kor_odbc_getCombiWeldingFor(1, -1, key)), 1002);
+    EXPECT_EQ(found(kor_odbc_getFaceShapeDescription(L"Convex", key)), 2);
+    EXPECT_EQ(found(kor_odbc_getSeamExecutingDescription(L"On site", key)), 3);
     EXPECT_EQ(kor_odbc_getCombiWelding(1001, first, second), 1);
     EXPECT_EQ(first, 1);
     EXPECT_EQ(second, 1000);
     EXPECT_EQ(kor_odbc_getCombiWelding(1002, name), 1);
     EXPECT_EQ(name, KorString(L"One"));
-    EXPECT_EQ(kor_odbc_getCombiWeldingFor(1, -1, key), 1);
-    EXPECT_EQ(key, 1002);
-    EXPECT_EQ(kor_odbc_getFaceShapeDescription(L"Convex", key), 1);
-    EXPECT_EQ(key, 2);
     EXPECT_EQ(kor_odbc_getFaceShapeDescription(2), KorString(L"Convex"));
-    EXPECT_EQ(kor_odbc_getSeamExecutingDescription(L"On site", key), 1);
-    EXPECT_EQ(key, 3);
     EXPECT_EQ(kor_odbc_getSeamExecutingDescription(3), KorString(L"On site"));
 
     sql(configuration, {"DROP TABLE WeldType", "DROP TABLE WeldShape"});

@@ -1,5 +1,4 @@
-#include "lookup/KorOdbcSteelRules.h"
-#include "support/RepositoryFixture.h"
+#include "Lookups.h"
 
 namespace {
 
@@ -8,21 +7,14 @@ protected:
     void SetUp() override
     {
         RepositoryTest::SetUp();
-        std::string texts;
+        std::string contents;
         for (int i = 0; i < StructRules::kNumberOfContents; ++i)
-            texts += ", '  text''s " + std::to_string(i) + " '";
-        sql(KorDSNDefinitions::kRules, {"INSERT INTO RulesNew VALUES (1, 'End plate'" + texts + ", 7, 1)",
+            contents += ", '  text''s " + std::to_string(i) + " '";
+        sql(KorDSNDefinitions::kRules, {"INSERT INTO RulesNew VALUES (1, 'End plate'" + contents + ", 7, 1)",
                                         "INSERT INTO Rules2nd VALUES (1, 'b', 'Beam''s', 'RuleB', 'joint b', 2), "
                                         "(2, 'a', 'Beam''s', 'RuleA', "
                                         "'joint a', 1), (3, 'a', 'Other', 'RuleA', 'other', 1)",
                                         "INSERT INTO RuleNameMapping VALUES (1, 'Header''s', 'End plate')"});
-    }
-    static Texts list(const KorArray<KorString>& names)
-    {
-        Texts texts;
-        for (const KorString& name : names)
-            texts.push_back(name.toUtf8());
-        return texts;
     }
 };
 
@@ -75,9 +67,9 @@ TEST_F(SteelRulesTest, Categories)
     for (const auto read : {kor_odbc_getRuleSublist, kor_odbc_getRuleSublistUse2nd}) {
         KorArray<KorString> names = korTexts({"kept"});
         EXPECT_EQ(read(L"None", names), 0);
-        EXPECT_EQ(list(names), Texts{"kept"});
+        EXPECT_EQ(texts(names), Texts{"kept"});
         EXPECT_EQ(read(L"Beam's", names), 1);
-        EXPECT_EQ(list(names), (Texts{"a", "b"}));
+        EXPECT_EQ(texts(names), (Texts{"a", "b"}));
     }
     struct Case {
         const wchar_t* category;

@@ -1,6 +1,5 @@
-#include "lookup/KorOdbcSteelSections.h"
+#include "Lookups.h"
 #include "roots/KorStringSeparators.h"
-#include "support/RepositoryFixture.h"
 
 namespace {
 
@@ -56,10 +55,7 @@ protected:
     {
         KorArray<KorString> names = korTexts({"kept"});
         EXPECT_EQ(kor_odbc_get_menu_list(which, names), count);
-        Texts list;
-        for (const KorString& name : names)
-            list.push_back(name.toUtf8());
-        return list;
+        return texts(names);
     }
 };
 

@@ -1,15 +1,12 @@
 #include "roots/KorString.h"
 
-#include "roots/KorArray.h"
+#include "support/RepositoryFixture.h"
 
 #include <cmath>
 #include <cstdio>
-#include <gtest/gtest.h>
 #include <limits>
 #include <random>
 #include <unordered_set>
-
-static void PrintTo(const KorString& text, std::ostream* stream) { *stream << '"' << text.toUtf8() << '"'; }
 
 namespace {
 
@@ -20,18 +17,14 @@ TEST(KorStringTest, CopiesShareAndChangesStayApart)
     KorString original(L"beam");
     KorString copy = original;
     EXPECT_EQ(copy.c_str(), original.c_str());
-    copy += L" 12";
-    EXPECT_EQ(original, L"beam");
-    EXPECT_EQ(copy, L"beam 12");
-
-    // Growing in place must neither disturb a later copy nor text taken from itself.
+    // Growing in place must neither disturb another copy nor text taken from itself.
     for (int i = 0; i < 6; ++i)
         copy += copy;
-    EXPECT_EQ(copy.length(), 7 * 64);
+    EXPECT_EQ(original, L"beam");
     const KorString before = copy;
-    copy += copy.view().substr(3, 4);
-    EXPECT_EQ(before.length(), 7 * 64);
-    EXPECT_TRUE(copy.endsWith(L" 12m 12"s));
+    copy += copy.view().substr(2, 4);
+    EXPECT_EQ(before.length(), 4 * 64);
+    EXPECT_TRUE(copy.endsWith(L"beamambe"s));
     EXPECT_EQ(copy.c_str()[copy.length()], L'\0');
 
     // A copy taken while there is room behind the text must not see what comes after it.
@@ -46,7 +39,7 @@ TEST(KorStringTest, CopiesShareAndChangesStayApart)
     }
 
     KorString moved = std::move(copy);
-    EXPECT_EQ(moved.length(), 7 * 64 + 4);
+    EXPECT_EQ(moved.length(), 4 * 64 + 4);
     moved = moved.left(3);
     EXPECT_EQ(moved + L"-" + moved, L"bea-bea");
     EXPECT_TRUE(KorString(static_cast<const wchar_t*>(nullptr)).isEmpty());
@@ -160,18 +153,18 @@ TEST(KorStringTest, FindsAndCuts)
     EXPECT_EQ(KorString(L" x \t").trimmedRight(), L" x");
     EXPECT_TRUE(KorString(L"\t ").trimmed().isEmpty());
 
-    const std::pair<const wchar_t*, long> numbers[] = {
-        {L"", 0},
-        {L"x7", 0},
-        {L" \t12mm", 12},
-        {L"-3-4", -3},
-        {L"+5", 5},
-        {L"- 5", 0},
-        {L"007.9", 7},
-        {L"9223372036854775807", std::numeric_limits<long>::max()},
-        {L"9223372036854775808", std::numeric_limits<long>::max()},
-        {L"-9223372036854775808", std::numeric_limits<long>::min()},
-        {L"-99999999999999999999", std::numeric_limits<long>::min()}};
+    constexpr long largest = std::numeric_limits<long>::max(), smallest = std::numeric_limits<long>::min();
+    const std::pair<const wchar_t*, long> numbers[] = {{L"", 0},
+                                                       {L"x7", 0},
+                                                       {L" \t12mm", 12},
+                                                       {L"-3-4", -3},
+                                                       {L"+5", 5},
+                                                       {L"- 5", 0},
+                                                       {L"007.9", 7},
+                                                       {L"9223372036854775807", largest},
+                                                       {L"9223372036854775808", largest},
+                                                       {L"-9223372036854775808", smallest},
+                                                       {L"-99999999999999999999", smallest}};
     for (const auto& [digits, value] : numbers)
         EXPECT_EQ(KorString(digits).toInteger(), value) << KorString(digits).toUtf8();
 

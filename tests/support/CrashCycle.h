@@ -3,14 +3,17 @@
 #include "edit/KorOdbcMan.h"
 #include "edit/KorTableEdit.h"
 #include "EmbeddedHost.h"
+#include "repository/Manifest.h"
 #include "support/DetailRecords.h"
 #include "support/FaultVfs.h"
+#include "support/RepositoryFolder.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <optional>
 #include <sys/mman.h>
 #include <sys/wait.h>
 
@@ -142,29 +145,30 @@ inline void fillTwins(eDSN dsn)
 /// The edit that a compaction is: of every table that one may change, those of items among them.
 inline KorTableEdit compactionEdit()
 {
-    return {{Man::kDetailStyle,
-             Man::kDetViewArrangeStrategy,
-             Man::kDetViewRequest,
-             Man::kDetViewRequestCategories,
-             Man::kDetObjReprMap,
-             Man::kDetViewSystemAndBox,
-             Man::kDetViewDimStrategy,
-             Man::kDetViewLengthClip,
-             Man::kDetObjAnnotationStrategy,
-             Man::kDetAnnotationType,
-             Man::kDetArrangerControl,
-             Man::kDetArrangerStrategy,
-             Man::kDetViewDimRequestLinear,
-             Man::kDetViewDimPointSelection,
-             Man::kDetObjQualifierSet,
-             Man::kLinetypes,
-             Man::kDetailProcessDefinition,
-             Man::kDetailProcessStep,
-             Man::kDetailFilenameSelector,
-             Man::kDetailStyleMap,
-             Man::kDetailProcessScales,
-             Man::kDetailProcessMain2CutScale},
-            Man::kFirstCopy};
+    using enum Man::eTableType;
+    static const auto tables = {kDetailStyle,
+                                kDetViewArrangeStrategy,
+                                kDetViewRequest,
+                                kDetViewRequestCategories,
+                                kDetObjReprMap,
+                                kDetViewSystemAndBox,
+                                kDetViewDimStrategy,
+                                kDetViewLengthClip,
+                                kDetObjAnnotationStrategy,
+                                kDetAnnotationType,
+                                kDetArrangerControl,
+                                kDetArrangerStrategy,
+                                kDetViewDimRequestLinear,
+                                kDetViewDimPointSelection,
+                                kDetObjQualifierSet,
+                                kLinetypes,
+                                kDetailProcessDefinition,
+                                kDetailProcessStep,
+                                kDetailFilenameSelector,
+                                kDetailStyleMap,
+                                kDetailProcessScales,
+                                kDetailProcessMain2CutScale};
+    return {tables, Man::kFirstCopy};
 }
 
 using State = std::map<std::string, std::string>; // database file to its dump
@@ -177,6 +181,43 @@ inline State state(const fs::path& folder)
         files[file] = dump(folder / file);
     return files;
 }
+
+/// A repository in files whose writes fail on demand, and which another process may lock.
+class FaultyRepository {
+protected:
+    void open()
+    {
+        faults::install();
+        m_folder.emplace();
+        std::string error;
+        korodbc::host::Manifest manifest;
+        ASSERT_TRUE(korodbc::host::Manifest::load(m_folder->path(), manifest, error)) << error;
+        manifest.busyMilliseconds = 1;
+        ASSERT_TRUE(manifest.save(m_folder->path(), error)) << error;
+        start(m_folder->path());
+        details::fillConfiguration();
+    }
+    void close()
+    {
+        Man::InitializeStatics::release();
+        m_folder.reset();
+        faults::remove();
+    }
+    fs::path file() const { return m_folder->path() / "details.db"; }
+    std::string state() const { return dump(file()); }
+    /// Acts while another process writes to the details.
+    void whileLocked(const std::function<void()>& act) const
+    {
+        sqlite3* other = nullptr;
+        ASSERT_EQ(sqlite3_open(file().c_str(), &other), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+        act();
+        EXPECT_FALSE(korodbc::host::lastError().empty());
+        sqlite3_close(other);
+    }
+
+    std::optional<RepositoryFolder> m_folder;
+};
 
 /// The first line in which two dumps differ.
 inline std::string difference(const std::string& expected, const std::string& found)

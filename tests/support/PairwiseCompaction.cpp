@@ -1,40 +1,217 @@
 #include "support/PairwiseCompaction.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cstdlib>
 #include <sqlite3.h>
+#include <sstream>
+#include <utility>
 
 namespace pairwise {
 
 namespace {
 
-/// Rows of a query as texts.
-std::vector<std::vector<std::string>> query(sqlite3* db, const std::string& sql)
-{
-    std::vector<std::vector<std::string>> rows;
-    sqlite3_stmt* statement = nullptr;
-    if (sqlite3_prepare_v2(db, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK)
-        return {{sqlite3_errmsg(db)}};
-    while (sqlite3_step(statement) == SQLITE_ROW) {
-        std::vector<std::string>& row = rows.emplace_back();
-        for (int i = 0; i < sqlite3_column_count(statement); ++i)
-            row.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement, i)));
+struct Column {
+    std::string name, target;
+    char mark;
+};
+
+/// Columns that make rows equal. "Name~": reals within 1e-10. "Name?": texts that count where both are longer than
+/// 2 characters. "Name>Table": the key of a row of that compacted table.
+struct Columns : std::vector<Column> {
+    Columns(const char* text = "")
+    {
+        std::istringstream words(text);
+        for (std::string word; words >> word;) {
+            const std::size_t end = std::min(word.find_first_of("~?>"), word.size());
+            push_back({word.substr(0, end), word.substr(std::min(end + 1, word.size())), word[end]});
+        }
     }
-    sqlite3_finalize(statement);
+};
+
+struct Rule {
+    int types; // in which it is compacted
+    std::string table;
+    Columns columns;
+    std::string items = "";   // table of the items, or the column that counts those in numbered columns
+    std::string owner = "";   // column of the items' table with the key of their row; none for numbered columns
+    Columns itemColumns = {}; // without the number
+};
+
+/// Tables that are referred to before those that refer to them.
+const std::vector<Rule> rules = {
+    {1, "DetViewSystemAndBox",
+     "SystemSource SelectMode ViewDirection BoxMode RotationX RotationZ DepthFront~ DepthBack~"},
+    {1, "DetAnnotationType", "LeaderStyle AnnotationTypeContents1"},
+    {1, "DetArrangerControl",
+     "ArrangeGlobally ArrangeInCentre OppositeAngleAllowed TerminateOnFirstFit UseBasePositionOnFailure",
+     "LengthItems", "", "Angle PreferredDistance MaxDistance"},
+    {1, "DetArrangerStrategy", "ArrangeGlobally ArrangeInCenter TerminateOnFirstFit", "LengthItems", "",
+     "SearchArea SearchDirection MinDistance MaxDistance"},
+    {1, "DetViewArrangeStrategy", "ArrangeDirection AlignViews HorizontalGap~ VerticalGap~"},
+    {1, "DetViewLengthClip", "ClipX ClipY ClippingType MinimumLength~ Gap~"},
+    {3, "DetObjQualifierSet", "", "DetObjQualifierSetItem", "IdDetObjQualifierSet",
+     "ObjectQualifier ModelRole Filter"},
+    {1, "DetObjAnnotationStrategy",
+     "AnnotationType>DetAnnotationType ArrangerControl>DetArrangerControl "
+     "ArrangerStrategy>DetArrangerStrategy Group AnnotateOnce Layer TextSize"},
+    {1, "DetObjReprMapsNew", "", "DetObjReprMapItems", "Key",
+     "Description ObjQualifier>DetObjQualifierSet GeometricRestrictions DepthPosition Appearance "
+     "AnnotationStrategy>DetObjAnnotationStrategy LineType SimplifiedGap CompassMark"},
+    {1, "DetViewDimPointSelection", "Type Objects>DetObjQualifierSet GeometricRestrictions OutermostOnly"},
+    {1, "DetViewDimRequestLinear",
+     "AllowCombine ArrangeAbove ArrangeGlobally Direction GroupRelatedDimensions LabelContents LabelPosition "
+     "OneChainPerObjectInFirstSelection",
+     "NumberPoints", "", "Point>DetViewDimPointSelection"},
+    {1, "DetViewDimStrategyNew", "OneChainPerBoltDiam", "DetViewDimStrategyItems", "Key",
+     "Description Type RequestLinear>DetViewDimRequestLinear GroupEqualDistances BrokenRunningDimension "
+     "RunningDimensionTextAlignment HideDimensionPoint"},
+    {1, "DetViewRequest",
+     "SystemAndBox>DetViewSystemAndBox ObjReprMap>DetObjReprMapsNew DimStrategy>DetViewDimStrategyNew "
+     "LengthClipXY>DetViewLengthClip UsedForCutsAndCallouts TitlePosition CalloutTitleTemplate ScaleFactor~ "
+     "Rotation~"},
+    {1, "DetailStyle",
+     "ViewArrangeStrategy>DetViewArrangeStrategy DetailOrientation ObjectSelectionStrategy TitleFormat "
+     "TitlePosition CutViewTitleFormat CutViewTitlePosition ScaleFormat DateFormat FrameAppearance "
+     "ObjectPosition AutomaticClipping",
+     "NumberRequests", "", "Request>DetViewRequest"},
+    {1, "DetViewRequestCategories", "BaseCategory DetViewRequest>DetViewRequest"},
+    {3, "DetailStyleMapNew", "", "DetailStyleMapItems", "Key",
+     "Script? ObjQualifierSet>DetObjQualifierSet DetailStyle>DetailStyle DetailStyleOverrides"},
+    {2, "DetailProcessMain2CutScale", "", "NumberItems", "", "MainViewScale CutScale"},
+    {2, "DetailProcessScales", "", "DetailProcessScalesItem", "DetProcScaleId", "Scale MaxLength"},
+    {2, "DetailFilenameSelector", "Folder NameFormat FirstNumber Digits"},
+    {2, "DetailProcessStep",
+     "Category FilenameSelector>DetailFilenameSelector AlternativeScales>DetailProcessScales "
+     "DependOnMainView>DetailProcessMain2CutScale StyleMap>DetailStyleMapNew Selection Sort StepOrder "
+     "DetailsPerSheet FitSheetToDetails MarginX MarginY DetailGap"},
+    {2, "DetailProcessDefinition", "", "NumberSteps", "", "Step>DetailProcessStep"},
+};
+
+std::vector<Row> query(sqlite3* db, const std::string& sql)
+{
+    std::vector<Row> rows;
+    sqlite3_stmt* select = nullptr;
+    sqlite3_prepare_v2(db, sql.c_str(), -1, &select, nullptr);
+    while (sqlite3_step(select) == SQLITE_ROW) {
+        Row& row = rows.emplace_back();
+        for (int i = 0; i < sqlite3_column_count(select); ++i) {
+            std::string& cell = row[sqlite3_column_name(select, i)];
+            const int type = sqlite3_column_type(select, i);
+            char real[32];
+            if (type == SQLITE_FLOAT)
+                cell.assign(real, std::to_chars(real, std::end(real), sqlite3_column_double(select, i)).ptr);
+            else if (type != SQLITE_NULL)
+                cell = (type == SQLITE_TEXT ? "'" : "") +
+                       std::string(reinterpret_cast<const char*>(sqlite3_column_text(select, i)));
+        }
+    }
+    sqlite3_finalize(select);
     return rows;
 }
 
-std::size_t columnOf(const Table& table, const std::string& name)
+/// A cell of a record or of one of its items.
+struct Cell {
+    const Column* column;
+    std::string value, table, name, order; // the name with the item's number, the order of an item in a table
+};
+
+bool equalCells(const Cell& a, const Cell& b)
 {
-    return static_cast<std::size_t>(std::find(table.columns.begin(), table.columns.end(), name) -
-                                    table.columns.begin());
+    const auto isShort = [](const std::string& text) { // the apostrophe and the first bytes of characters
+        return std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }) <= 3;
+    };
+    if (a.value.starts_with('\'') || b.value.starts_with('\''))
+        return a.value == b.value || (a.column->mark == '?' && (isShort(a.value) || isShort(b.value)));
+    const auto number = [](const Cell& cell) { // NULL reads as the default of the field
+        return cell.value.empty() && cell.name == "ScaleFactor" ? 1 : std::strtod(cell.value.c_str(), nullptr);
+    };
+    const double x = number(a), y = number(b);
+    return a.column->mark == '~' ? (x - y) * (x - y) <= 1e-10 * 1e-10 : x == y; // infinities are not near
 }
 
-std::string line(const std::vector<std::string>& row)
+/// A row and its items as the library reads them.
+struct Record {
+    std::string key;
+    std::vector<Cell> cells;
+};
+
+std::vector<Record> recordsOf(const Rule& rule, const Contents& contents)
 {
-    std::string text;
-    for (const std::string& cell : row)
-        text += cell + "|";
-    return text;
+    std::vector<Record> records;
+    for (const Row& row : contents.at(rule.table)) {
+        Record& record = records.emplace_back(Record{row.at("Key"), {}});
+        const auto add = [&](const std::string& table, const Columns& columns, const Row& from,
+                             const std::string& number, const std::string& order) {
+            for (const Column& column : columns)
+                record.cells.push_back(
+                    {&column, from.at(column.name + number), table, column.name + number, order});
+        };
+        add(rule.table, rule.columns, row, "", "");
+        if (!rule.owner.empty()) {
+            std::multimap<int, Row> items; // equal orders as they are stored
+            for (const Row& item : contents.at(rule.items))
+                if (item.at(rule.owner) == record.key)
+                    items.emplace(std::stoi(item.at("Order")), item);
+            for (const auto& [order, item] : items)
+                add(rule.items, rule.itemColumns, item, "", item.at("Order"));
+        } else if (!rule.items.empty()) {
+            // as many as counted, but not more than there are columns
+            for (int i = 1; i <= std::stoi(row.at(rule.items)); ++i)
+                if (row.contains(rule.itemColumns[0].name + std::to_string(i)))
+                    add(rule.table, rule.itemColumns, row, std::to_string(i), "");
+        }
+    }
+    return records;
+}
+
+using Replaced = std::map<std::string, std::string>; // keys that stay, by the keys of the duplicates
+
+Replaced duplicates(const std::vector<Record>& records)
+{
+    Replaced found;
+    for (auto a = records.begin(); a != records.end(); ++a)
+        for (auto b = a + 1; b != records.end() && !found.contains(a->key); ++b)
+            if (!found.contains(b->key) && std::ranges::equal(a->cells, b->cells, equalCells))
+                found[b->key] = a->key;
+    return found;
+}
+
+void redirect(std::vector<Record>& records, std::map<std::string, Replaced>& replaced, Outcome& outcome)
+{
+    for (Record& record : records)
+        for (Cell& cell : record.cells) {
+            const Replaced& targets = replaced[cell.column->target];
+            const auto target = targets.find(cell.value);
+            if (target == targets.end())
+                continue;
+            cell.value = target->second;
+            ++outcome.statements;
+            for (Row& row : outcome.contents[cell.table]) // every item of that order
+                if (row["Key"] == record.key && (cell.order.empty() || row["Order"] == cell.order))
+                    row[cell.name] = cell.value;
+        }
+}
+
+void renumberQualifierSets(Outcome& outcome)
+{
+    int place = 0;
+    for (Row& set : outcome.contents["DetObjQualifierSet"]) {
+        const std::string key = std::exchange(set["Key"], std::to_string(++place)), number = set["Key"];
+        if (key == number)
+            continue;
+        outcome.statements += 4;
+        // the items go with their set, in place of what belonged to no set
+        std::erase_if(outcome.contents["DetObjQualifierSetItem"],
+                      [&](Row& item) { return item["IdDetObjQualifierSet"] == number; });
+        for (const auto& [table, column] : {std::pair{"DetObjReprMapItems", "ObjQualifier"},
+                                            {"DetViewDimPointSelection", "Objects"},
+                                            {"DetailStyleMapItems", "ObjQualifierSet"},
+                                            {"DetObjQualifierSetItem", "IdDetObjQualifierSet"}})
+            for (Row& row : outcome.contents[table])
+                if (row[column] == key)
+                    row[column] = number;
+    }
 }
 
 } // namespace
@@ -43,572 +220,72 @@ Contents readFile(const std::string& file)
 {
     Contents contents;
     sqlite3* db = nullptr;
-    if (sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK) {
-        for (const auto& name : query(db, "SELECT name FROM sqlite_master WHERE type = 'table'")) {
-            Table& table = contents[name[0]];
-            std::string cells;
-            for (const auto& column : query(db, "SELECT name FROM pragma_table_info('" + name[0] + "')")) {
-                table.columns.push_back(column[0]);
-                cells += (cells.empty() ? "quote([" : ", quote([") + column[0] + "])";
-            }
-            table.rows = query(db, "SELECT " + cells + " FROM [" + name[0] + "] ORDER BY rowid");
+    if (sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK)
+        for (const Row& table : query(db, "SELECT name FROM sqlite_master WHERE type = 'table'")) {
+            const std::string name = table.at("name").substr(1);
+            contents[name] = query(db, "SELECT * FROM [" + name + "] ORDER BY rowid");
         }
-    }
     sqlite3_close(db);
     return contents;
 }
 
 std::string difference(const Contents& expected, const Contents& actual)
 {
-    std::string text;
-    int lines = 0;
-    for (const auto& [name, table] : expected) {
-        const auto found = actual.find(name);
-        if (found == actual.end() || found->second.columns != table.columns) {
-            text += name + " is missing or has other columns\n";
-            continue;
-        }
-        const auto& rows = found->second.rows;
-        if (rows.size() != table.rows.size())
-            text += name + " has " + std::to_string(rows.size()) + " rows, expected " +
-                    std::to_string(table.rows.size()) + "\n";
-        for (std::size_t i = 0; i < std::min(rows.size(), table.rows.size()) && lines < 10; ++i) {
-            if (rows[i] == table.rows[i])
-                continue;
-            ++lines;
-            text += name + " " + line(rows[i]) + ", expected " + line(table.rows[i]) + "\n";
-            if (rows.size() != table.rows.size())
-                break;
-        }
+    const auto line = [](auto row, auto end) {
+        std::string text;
+        if (row != end)
+            for (const auto& [column, cell] : *row)
+                text += " " + column + " " + cell;
+        return text;
+    };
+    std::string text = expected.size() == actual.size() ? "" : "other tables\n";
+    for (const auto& [table, rows] : expected) {
+        const std::vector<Row> others = actual.contains(table) ? actual.at(table) : std::vector<Row>();
+        const auto [row, other] = std::mismatch(rows.begin(), rows.end(), others.begin(), others.end());
+        if (rows != others)
+            text += table + line(other, others.end()) + "\n  expected" + line(row, rows.end()) + "\n";
     }
-    for (const auto& [name, table] : actual)
-        if (!expected.contains(name))
-            text += name + " is new\n";
     return text;
 }
 
-bool readTables(Tables& t)
+std::set<std::string> dangling(const Contents& contents)
 {
-    const int results[] = {
-        StructDetViewSystemAndBoxMarshal::getTable(t.systems),
-        StructDetViewLengthClipMarshal::getTable(t.clips),
-        StructDetViewDimStrategyMarshal::getTable(t.dimStrategies),
-        StructDetViewArrangeStrategyMarshal::getTable(t.arrangements),
-        StructDetArrangerControlMarshal::getTable(t.controls),
-        StructDetArrangerStrategyMarshal::getTable(t.strategies),
-        StructDetAnnotationTypeMarshal::getTable(t.annotationTypes),
-        StructDetailStyleMarshal::getTable(t.styles),
-        StructDetObjAnnotationStrategyMarshal::getTable(t.annotations),
-        StructDetObjQualifierSetMarshal::getTable(t.qualifierSets),
-        StructDetObjReprMapMarshal::getTable(t.maps),
-        StructDetViewDimPointSelectionMarshal::getTable(t.points),
-        StructDetViewDimRequestLinearMarshal::getTable(t.linears),
-        StructDetViewRequestMarshal::getTable(t.requests),
-        StructDetViewRequestCategoryMarshal::getTable(t.categories),
-        StructDetailProcessDefinitionMarshal::getTable(t.processes),
-        StructDetailProcessStepMarshal::getTable(t.steps),
-        StructDetailFilenameSelectorMarshal::getTable(t.selectors),
-        StructDetailProcessMain2CutScaleMarshal::getTable(t.cutScales),
-        StructDetProcessScalesMarshal::getTable(t.scales),
-        StructDetailStyleMapMarshal::getTable(t.styleMaps),
-    };
-    return std::all_of(std::begin(results), std::end(results), [](int result) { return result == 1; });
+    std::set<std::string> keys, found; // of all tables
+    for (const Rule& rule : rules)
+        for (const Row& row : contents.at(rule.table))
+            keys.insert(rule.table + row.at("Key"));
+    for (const Rule& rule : rules)
+        for (const auto& [key, cells] : recordsOf(rule, contents))
+            for (const Cell& cell : cells)
+                if (!cell.column->target.empty() && !keys.contains(cell.column->target + cell.value))
+                    found.insert(cell.table + " " + key + " " + cell.order + " " + cell.name);
+    return found;
 }
 
-std::string Rule::text() const
+Outcome compact(const Contents& before, Type type, bool deletes, bool setsAlone)
 {
-    std::string text(what);
-    if (!where.empty())
-        text += " " + std::string(where);
-    return member == 0 ? text : text + " " + std::to_string(member);
-}
-
-bool Compaction::follows(const char* what, const char* where, int member)
-{
-    if (!broken.what.empty())
-        return broken.member != member || broken.where != where || broken.what != what;
-    rules.insert({what, where, member});
-    return true;
-}
-
-// Equality
-
-/// Members that have to be equal: whole numbers, texts, or reals exactly.
-template <class R, class... Member>
-bool Compaction::same(const char* what, const R& a, const R& b, Member... members)
-{
-    int n = 0;
-    return ((++n, a.*members == b.*members || !follows("compares", what, n)) && ...);
-}
-
-/// Reals that may differ a little.
-template <class R, class... Member>
-bool Compaction::close(const char* what, const R& a, const R& b, Member... members)
-{
-    int n = 0;
-    const auto near = [&](double x, double y) {
-        ++n;
-        if (!follows("compares with tolerance", what, n))
-            return x == y;
-        return (x - y) * (x - y) <= 1e-10 * 1e-10 || !follows("compares the real", what, n);
-    };
-    return (near(a.*members, b.*members) && ...);
-}
-
-template <class T, class Equal>
-bool Compaction::sameItems(const char* what, const KorArray<T>& a, const KorArray<T>& b, Equal equal)
-{
-    if (a.length() != b.length() && follows("compares the number of items of", what))
-        return false;
-    for (int i = 0; i < std::min(a.length(), b.length()); ++i)
-        if (!equal(a[i], b[i]))
-            return false;
-    return true;
-}
-
-bool Compaction::equal(const StructDetViewSystemAndBox& a, const StructDetViewSystemAndBox& b)
-{
-    using R = StructDetViewSystemAndBox;
-    return same("DetViewSystemAndBox", a, b, &R::systemSource, &R::selectMode, &R::viewDirection, &R::boxMode,
-                &R::rotationX, &R::rotationZ) &&
-           close("DetViewSystemAndBox", a, b, &R::depthFront, &R::depthBack);
-}
-
-bool Compaction::equal(const StructDetViewLengthClip& a, const StructDetViewLengthClip& b)
-{
-    using R = StructDetViewLengthClip;
-    return same("DetViewLengthClip", a, b, &R::clipX, &R::clipY, &R::clippingType) &&
-           close("DetViewLengthClip", a, b, &R::minimumLength, &R::gap);
-}
-
-bool Compaction::equal(const StructDetViewDimStrategy& a, const StructDetViewDimStrategy& b)
-{
-    using R = StructDetViewDimStrategy;
-    using Item = StructDetViewDimStrategyItem;
-    return same("DetViewDimStrategyNew", a, b, &R::oneChainPerBoltDiam) &&
-           sameItems("DetViewDimStrategyNew", a.items, b.items, [this](const Item& x, const Item& y) {
-               return same("DetViewDimStrategyItems", x, y, &Item::description, &Item::type, &Item::requestLinear,
-                           &Item::groupEqualDistances, &Item::brokenRunningDimension,
-                           &Item::runningDimensionTextAlignment, &Item::hideDimensionPoint);
-           });
-}
-
-bool Compaction::equal(const StructDetViewArrangeStrategy& a, const StructDetViewArrangeStrategy& b)
-{
-    using R = StructDetViewArrangeStrategy;
-    return same("DetViewArrangeStrategy", a, b, &R::arrangeDirection, &R::alignViews) &&
-           close("DetViewArrangeStrategy", a, b, &R::horizontalGap, &R::verticalGap);
-}
-
-bool Compaction::equal(const StructDetArrangerControl& a, const StructDetArrangerControl& b)
-{
-    using R = StructDetArrangerControl;
-    using Item = StructDetArrangerControlItem;
-    return same("DetArrangerControl", a, b, &R::arrangeGlobally, &R::arrangeInCentre, &R::oppositeAngleAllowed,
-                &R::terminateOnFirstFit, &R::useBasePositionOnFailure) &&
-           sameItems("DetArrangerControl", a.items, b.items, [this](const Item& x, const Item& y) {
-               return same("DetArrangerControl step", x, y, &Item::angle, &Item::preferredDistance,
-                           &Item::maxDistance);
-           });
-}
-
-bool Compaction::equal(const StructDetArrangerStrategy& a, const StructDetArrangerStrategy& b)
-{
-    using R = StructDetArrangerStrategy;
-    using Item = StructDetArrangerStrategyItem;
-    return same("DetArrangerStrategy", a, b, &R::arrangeGlobally, &R::arrangeInCenter, &R::terminateOnFirstFit) &&
-           sameItems("DetArrangerStrategy", a.items, b.items, [this](const Item& x, const Item& y) {
-               return same("DetArrangerStrategy item", x, y, &Item::searchArea, &Item::searchDirection,
-                           &Item::minDistance, &Item::maxDistance);
-           });
-}
-
-bool Compaction::equal(const StructDetAnnotationType& a, const StructDetAnnotationType& b)
-{
-    using R = StructDetAnnotationType;
-    return same("DetAnnotationType", a, b, &R::leaderStyle, &R::contents);
-}
-
-bool Compaction::equal(const StructDetailStyle& a, const StructDetailStyle& b)
-{
-    using R = StructDetailStyle;
-    return same("DetailStyle", a, b, &R::viewArrangeStrategy, &R::detailOrientation, &R::objectSelectionStrategy,
-                &R::titleFormat, &R::titlePosition, &R::cutViewTitleFormat, &R::cutViewTitlePosition,
-                &R::scaleFormat, &R::dateFormat, &R::frameAppearance, &R::objectPosition, &R::automaticClipping) &&
-           sameItems("DetailStyle", a.requests, b.requests,
-                     [this](int x, int y) { return x == y || !follows("compares", "DetailStyle requests"); });
-}
-
-bool Compaction::equal(const StructDetObjAnnotationStrategy& a, const StructDetObjAnnotationStrategy& b)
-{
-    using R = StructDetObjAnnotationStrategy;
-    return same("DetObjAnnotationStrategy", a, b, &R::annotationType, &R::arrangerControl, &R::arrangerStrategy,
-                &R::group, &R::annotateOnce, &R::layer, &R::textSize);
-}
-
-bool Compaction::equal(const StructDetObjQualifierSet& a, const StructDetObjQualifierSet& b)
-{
-    using Item = StructDetObjQualifierSetItem;
-    return sameItems("DetObjQualifierSet", a.items, b.items, [this](const Item& x, const Item& y) {
-        return same("DetObjQualifierSetItem", x, y, &Item::objectQualifier, &Item::modelRole, &Item::filter);
-    });
-}
-
-bool Compaction::equal(const StructDetObjReprMap& a, const StructDetObjReprMap& b)
-{
-    using Item = StructDetObjReprMapItem;
-    return sameItems("DetObjReprMapsNew", a.items, b.items, [this](const Item& x, const Item& y) {
-        return same("DetObjReprMapItems", x, y, &Item::description, &Item::objQualifier,
-                    &Item::geometricRestrictions, &Item::depthPosition, &Item::appearance,
-                    &Item::annotationStrategy, &Item::lineType, &Item::simplifiedGap, &Item::compassMark);
-    });
-}
-
-bool Compaction::equal(const StructDetViewDimPointSelection& a, const StructDetViewDimPointSelection& b)
-{
-    using R = StructDetViewDimPointSelection;
-    return same("DetViewDimPointSelection", a, b, &R::type, &R::objects, &R::geometricRestrictions,
-                &R::outermostOnly);
-}
-
-bool Compaction::equal(const StructDetViewDimRequestLinear& a, const StructDetViewDimRequestLinear& b)
-{
-    using R = StructDetViewDimRequestLinear;
-    return same("DetViewDimRequestLinear", a, b, &R::allowCombine, &R::arrangeAbove, &R::arrangeGlobally,
-                &R::direction, &R::groupRelatedDimensions, &R::labelContents, &R::labelPosition,
-                &R::oneChainPerObjectInFirstSelection) &&
-           sameItems("DetViewDimRequestLinear", a.points, b.points, [this](int x, int y) {
-               return x == y || !follows("compares", "DetViewDimRequestLinear points");
-           });
-}
-
-bool Compaction::equal(const StructDetViewRequest& a, const StructDetViewRequest& b)
-{
-    using R = StructDetViewRequest;
-    return same("DetViewRequest", a, b, &R::systemAndBox, &R::objReprMap, &R::dimStrategy, &R::lengthClipXY,
-                &R::usedForCutsAndCallouts, &R::titlePosition, &R::calloutTitleTemplate) &&
-           close("DetViewRequest", a, b, &R::scaleFactor, &R::rotation);
-}
-
-bool Compaction::equal(const StructDetViewRequestCategory& a, const StructDetViewRequestCategory& b)
-{
-    using R = StructDetViewRequestCategory;
-    return same("DetViewRequestCategories", a, b, &R::baseCategory, &R::detViewRequest);
-}
-
-bool Compaction::equal(const StructDetailProcessStep& a, const StructDetailProcessStep& b)
-{
-    using R = StructDetailProcessStep;
-    return same("DetailProcessStep", a, b, &R::category, &R::filenameSelector, &R::alternativeScales,
-                &R::dependOnMainView, &R::styleMap, &R::selection, &R::sort, &R::stepOrder, &R::detailsPerSheet,
-                &R::fitSheetToDetails, &R::marginX, &R::marginY, &R::detailGap);
-}
-
-bool Compaction::equal(const StructDetailFilenameSelector& a, const StructDetailFilenameSelector& b)
-{
-    using R = StructDetailFilenameSelector;
-    return same("DetailFilenameSelector", a, b, &R::folder, &R::nameFormat, &R::firstNumber, &R::digits);
-}
-
-bool Compaction::equal(const StructDetailProcessMain2CutScale& a, const StructDetailProcessMain2CutScale& b)
-{
-    using Item = StructDetailProcessMain2CutScaleItem;
-    return sameItems("DetailProcessMain2CutScale", a.items, b.items, [this](const Item& x, const Item& y) {
-        return same("DetailProcessMain2CutScale item", x, y, &Item::mainViewScale, &Item::cutScale);
-    });
-}
-
-bool Compaction::equal(const StructDetProcessScales& a, const StructDetProcessScales& b)
-{
-    using Item = StructDetProcessScalesItem;
-    return sameItems("DetailProcessScales", a.items, b.items, [this](const Item& x, const Item& y) {
-        return same("DetailProcessScalesItem", x, y, &Item::scale, &Item::maxLength);
-    });
-}
-
-bool Compaction::equal(const StructDetailStyleMap& a, const StructDetailStyleMap& b)
-{
-    using Item = StructDetailStyleMapItem;
-    return sameItems("DetailStyleMapNew", a.items, b.items, [this](const Item& x, const Item& y) {
-        if (!same("DetailStyleMapItems", x, y, &Item::objQualifierSet, &Item::detailStyle,
-                  &Item::detailStyleOverrides))
-            return false;
-        const bool shortText = x.script.length() <= 2 || y.script.length() <= 2;
-        if (shortText && follows("texts of 2 characters do not count"))
-            return true;
-        return x.script == y.script || !follows("longer texts count");
-    });
-}
-
-// Steps
-
-template <class R, class Equal>
-void Compaction::deduplicate(const char* table, const KorArray<R>& records, Equal equal)
-{
-    Survivors& map = survivors[table];
-    map.clear();
-    for (const R& record : records)
-        map[record.key] = -1;
-    if (!follows("deduplicates", table)) {
-        for (auto& [key, survivor] : map)
-            survivor = key;
-        return;
-    }
-    for (int i = 0; i < records.length(); ++i) {
-        const int key = records[i].key;
-        if (map[key] != -1)
+    Outcome outcome{before};
+    std::map<std::string, Replaced> replaced; // by table
+    for (const Rule& rule : rules) {
+        const std::string& table = rule.table;
+        if ((rule.types & type) == 0)
             continue;
-        for (int j = i + 1; j < records.length(); ++j)
-            if (map[records[j].key] == -1 && equal(records[i], records[j]))
-                map[records[j].key] = key;
-        map[key] = key;
-    }
-    if (!follows("the first one survives")) {
-        // the last one of each group, instead
-        Survivors last;
-        for (const auto& [key, survivor] : map)
-            last[survivor] = key;
-        for (auto& [key, survivor] : map)
-            survivor = last[survivor];
-    }
-}
-
-void Compaction::set(const std::string& table, const std::string& column, int value, const std::string& where,
-                     int is, int order)
-{
-    Table& rows = contents[table];
-    const std::size_t to = columnOf(rows, column), key = columnOf(rows, where), position = columnOf(rows, "Order");
-    const std::string isText = std::to_string(is), orderText = std::to_string(order);
-    for (auto& row : rows.rows)
-        if (row.at(key) == isText && (order == noOrder || row.at(position) == orderText))
-            row.at(to) = std::to_string(value);
-}
-
-void Compaction::redirect(const char* table, const char* column, int number, int& field, const char* target,
-                          int key, int order)
-{
-    const Survivors& map = survivors[target];
-    const auto found = map.find(field);
-    if (found == map.end() || found->second == field || !follows(column, table))
-        return;
-    field = found->second;
-    ++statements;
-    set(table, number == 0 ? column : column + std::to_string(number), field, "Key", key, order);
-}
-
-void Compaction::remove(const char* table, const char* items, const char* owner)
-{
-    if (!follows("deletes from", table))
-        return;
-    const auto removeFrom = [this](const std::string& name, const std::string& where, int key) {
-        Table& rows = contents[name];
-        const std::size_t column = columnOf(rows, where);
-        const std::string text = std::to_string(key);
-        std::erase_if(rows.rows, [&](const auto& row) { return row.at(column) == text; });
-    };
-    for (const auto& [key, survivor] : survivors[table]) {
-        if (key == survivor)
+        std::vector<Record> records = recordsOf(rule, before);
+        redirect(records, replaced, outcome);
+        if (setsAlone ? table == "DetObjQualifierSet" && type != kProcesses : table != "DetailProcessDefinition")
+            replaced[table] = duplicates(records);
+        // equal styles stay; style maps too when processes are not looked at
+        if (!deletes || (setsAlone ? type != kStyles
+                                   : table == "DetailStyle" || (table == "DetailStyleMapNew" && type == kStyles)))
             continue;
-        removeFrom(table, "Key", key);
-        if (items != nullptr && follows("deletes from", items))
-            removeFrom(items, owner, key);
+        const auto isDuplicate = [&](const Row& row) { return replaced[table].contains(row.at("Key")); };
+        std::erase_if(outcome.contents[table], isDuplicate);
+        if (rule.owner == "Key") // items with keys of their own stay
+            std::erase_if(outcome.contents[rule.items], isDuplicate);
     }
-}
-
-void Compaction::updateAnnotations()
-{
-    for (StructDetObjAnnotationStrategy& r : tables.annotations) {
-        redirect("DetObjAnnotationStrategy", "AnnotationType", r.annotationType, "DetAnnotationType", r.key);
-        redirect("DetObjAnnotationStrategy", "ArrangerControl", r.arrangerControl, "DetArrangerControl", r.key);
-        redirect("DetObjAnnotationStrategy", "ArrangerStrategy", r.arrangerStrategy, "DetArrangerStrategy", r.key);
-    }
-}
-
-void Compaction::updateMaps()
-{
-    for (StructDetObjReprMap& map : tables.maps) {
-        for (StructDetObjReprMapItem& r : map.items) {
-            redirect("DetObjReprMapItems", "ObjQualifier", r.objQualifier, "DetObjQualifierSet", r.key, r.order);
-            redirect("DetObjReprMapItems", "AnnotationStrategy", r.annotationStrategy, "DetObjAnnotationStrategy",
-                     r.key, r.order);
-        }
-    }
-}
-
-void Compaction::updatePoints()
-{
-    for (StructDetViewDimPointSelection& r : tables.points)
-        redirect("DetViewDimPointSelection", "Objects", r.objects, "DetObjQualifierSet", r.key);
-}
-
-void Compaction::updateStyleMaps()
-{
-    for (StructDetailStyleMap& map : tables.styleMaps) {
-        for (StructDetailStyleMapItem& r : map.items) {
-            redirect("DetailStyleMapItems", "ObjQualifierSet", r.objQualifierSet, "DetObjQualifierSet", r.key,
-                     r.order);
-            redirect("DetailStyleMapItems", "DetailStyle", r.detailStyle, "DetailStyle", r.key, r.order);
-        }
-    }
-}
-
-void Compaction::deduplicateQualifierSets()
-{
-    deduplicate("DetObjQualifierSet", tables.qualifierSets, [this](auto& a, auto& b) { return equal(a, b); });
-}
-
-void Compaction::compactStyles()
-{
-    const auto equals = [this](auto& a, auto& b) { return equal(a, b); };
-    deduplicate("DetViewSystemAndBox", tables.systems, equals);
-    deduplicate("DetAnnotationType", tables.annotationTypes, equals);
-    deduplicate("DetArrangerControl", tables.controls, equals);
-    deduplicate("DetArrangerStrategy", tables.strategies, equals);
-    deduplicate("DetViewArrangeStrategy", tables.arrangements, equals);
-    deduplicate("DetViewLengthClip", tables.clips, equals);
-    deduplicateQualifierSets();
-
-    const bool early = !follows("references of annotation strategies are rewritten before they are compared");
-    if (early)
-        deduplicate("DetObjAnnotationStrategy", tables.annotations, equals);
-    updateAnnotations();
-    if (!early)
-        deduplicate("DetObjAnnotationStrategy", tables.annotations, equals);
-    updateMaps();
-    deduplicate("DetObjReprMapsNew", tables.maps, equals);
-    updatePoints();
-    deduplicate("DetViewDimPointSelection", tables.points, equals);
-
-    for (StructDetViewDimRequestLinear& r : tables.linears)
-        for (int i = 0; i < r.points.length(); ++i)
-            redirect("DetViewDimRequestLinear", "Point", i + 1, r.points[i], "DetViewDimPointSelection", r.key);
-    deduplicate("DetViewDimRequestLinear", tables.linears, equals);
-
-    for (StructDetViewDimStrategy& strategy : tables.dimStrategies)
-        for (StructDetViewDimStrategyItem& r : strategy.items)
-            redirect("DetViewDimStrategyItems", "RequestLinear", r.requestLinear, "DetViewDimRequestLinear", r.key,
-                     r.order);
-    deduplicate("DetViewDimStrategyNew", tables.dimStrategies, equals);
-
-    for (StructDetViewRequest& r : tables.requests) {
-        redirect("DetViewRequest", "SystemAndBox", r.systemAndBox, "DetViewSystemAndBox", r.key);
-        redirect("DetViewRequest", "ObjReprMap", r.objReprMap, "DetObjReprMapsNew", r.key);
-        redirect("DetViewRequest", "DimStrategy", r.dimStrategy, "DetViewDimStrategyNew", r.key);
-        redirect("DetViewRequest", "LengthClipXY", r.lengthClipXY, "DetViewLengthClip", r.key);
-    }
-    deduplicate("DetViewRequest", tables.requests, equals);
-
-    for (StructDetailStyle& r : tables.styles) {
-        for (int i = 0; i < r.requests.length(); ++i)
-            redirect("DetailStyle", "Request", i + 1, r.requests[i], "DetViewRequest", r.key);
-        redirect("DetailStyle", "ViewArrangeStrategy", r.viewArrangeStrategy, "DetViewArrangeStrategy", r.key);
-    }
-    deduplicate("DetailStyle", tables.styles, equals);
-
-    for (StructDetViewRequestCategory& r : tables.categories)
-        redirect("DetViewRequestCategories", "DetViewRequest", r.detViewRequest, "DetViewRequest", r.key);
-    deduplicate("DetViewRequestCategories", tables.categories, equals);
-    updateStyleMaps();
-    deduplicate("DetailStyleMapNew", tables.styleMaps, equals);
-}
-
-void Compaction::compactProcesses()
-{
-    const auto equals = [this](auto& a, auto& b) { return equal(a, b); };
-    deduplicate("DetailProcessMain2CutScale", tables.cutScales, equals);
-    deduplicate("DetailProcessScales", tables.scales, equals);
-    deduplicate("DetailFilenameSelector", tables.selectors, equals);
-    updateStyleMaps();
-    deduplicate("DetailStyleMapNew", tables.styleMaps, equals);
-
-    for (StructDetailProcessStep& r : tables.steps) {
-        redirect("DetailProcessStep", "FilenameSelector", r.filenameSelector, "DetailFilenameSelector", r.key);
-        redirect("DetailProcessStep", "AlternativeScales", r.alternativeScales, "DetailProcessScales", r.key);
-        redirect("DetailProcessStep", "DependOnMainView", r.dependOnMainView, "DetailProcessMain2CutScale", r.key);
-        redirect("DetailProcessStep", "StyleMap", r.styleMap, "DetailStyleMapNew", r.key);
-    }
-    deduplicate("DetailProcessStep", tables.steps, equals);
-
-    for (StructDetailProcessDefinition& r : tables.processes)
-        for (int i = 0; i < r.steps.length(); ++i)
-            redirect("DetailProcessDefinition", "Step", i + 1, r.steps[i], "DetailProcessStep", r.key);
-}
-
-void Compaction::run(Type type, bool deletes)
-{
-    // the tables of a type do not depend on those that only the other one takes
-    if (type == kProcesses)
-        deduplicateQualifierSets();
-    else
-        compactStyles();
-    if (type != kStyles)
-        compactProcesses();
-    if (!deletes)
-        return;
-    if (type == kProcesses) {
-        remove("DetObjQualifierSet", "DetObjQualifierSetItem", "IdDetObjQualifierSet");
-    } else {
-        remove("DetViewSystemAndBox");
-        remove("DetAnnotationType");
-        remove("DetArrangerControl");
-        remove("DetArrangerStrategy");
-        remove("DetViewArrangeStrategy");
-        remove("DetViewLengthClip");
-        remove("DetViewDimStrategyNew", "DetViewDimStrategyItems");
-        remove("DetObjQualifierSet", "DetObjQualifierSetItem", "IdDetObjQualifierSet");
-        remove("DetObjAnnotationStrategy");
-        remove("DetObjReprMapsNew", "DetObjReprMapItems");
-        remove("DetViewDimPointSelection");
-        remove("DetViewDimRequestLinear");
-        remove("DetViewRequest");
-        remove("DetViewRequestCategories");
-        if (!follows("equal styles stay"))
-            remove("DetailStyle");
-    }
-    if (type != kStyles) {
-        remove("DetailFilenameSelector");
-        remove("DetailProcessMain2CutScale");
-        remove("DetailProcessScales", "DetailProcessScalesItem", "DetProcScaleId");
-        remove("DetailProcessStep");
-        remove("DetailStyleMapNew", "DetailStyleMapItems");
-    }
-}
-
-void Compaction::renumberQualifierSets()
-{
-    const Table& sets = contents["DetObjQualifierSet"];
-    std::vector<int> keys;
-    for (const auto& row : sets.rows)
-        keys.push_back(std::stoi(row.at(columnOf(sets, "Key"))));
-    std::sort(keys.begin(), keys.end());
-    int place = 0;
-    for (const int key : keys) {
-        if (++place == key)
-            continue;
-        set("DetObjReprMapItems", "ObjQualifier", place, "ObjQualifier", key);
-        set("DetViewDimPointSelection", "Objects", place, "Objects", key);
-        set("DetailStyleMapItems", "ObjQualifierSet", place, "ObjQualifierSet", key);
-        set("DetObjQualifierSet", "Key", place, "Key", key);
-        statements += 4;
-        // the items go with their set, in place of what belonged to no set
-        Table& items = contents["DetObjQualifierSetItem"];
-        const std::size_t owner = columnOf(items, "IdDetObjQualifierSet");
-        std::erase_if(items.rows, [&](const auto& row) { return row.at(owner) == std::to_string(place); });
-        set("DetObjQualifierSetItem", "IdDetObjQualifierSet", place, "IdDetObjQualifierSet", key);
-    }
-}
-
-void Compaction::runQualifierSets(Type type, bool deletes)
-{
-    if (type != kProcesses) {
-        deduplicateQualifierSets();
-        updateMaps();
-        updatePoints();
-    }
-    updateStyleMaps();
-    if (type == kStyles && deletes)
-        remove("DetObjQualifierSet", "DetObjQualifierSetItem", "IdDetObjQualifierSet");
-    renumberQualifierSets();
+    if (setsAlone)
+        renumberQualifierSets(outcome);
+    return outcome;
 }
 
 } // namespace pairwise

@@ -1,5 +1,4 @@
-#include "roots/ProgressSink.h"
-#include "support/DetailFixture.h"
+#include "TransferFixture.h"
 
 #include <memory>
 
@@ -7,88 +6,42 @@ using namespace details;
 
 namespace {
 
-using D = KorDetailTableDependencies;
-using M = KorOdbcMan;
-
-class DeepCopyTest : public DetailTest {
+class DeepCopyTest : public TransferTest {
 protected:
-    void TearDown() override
+    static std::string styleLengths()
     {
-        D::pInitProgressBar = nullptr;
-        D::pUpdateProgressBar = nullptr;
-        D::pGetNameForRowFn = nullptr;
-        D::m_bKernelNewerThan42 = 1;
-        D::m_RunningFromCommand = 0;
-        D::detQualifierSetGroup = D::detDimStrategyGroup = D::detAnnotationGroup = D::detBaseCategory = -1;
-        korodbc::host::setProgressSink(nullptr);
-        DetailTest::TearDown();
+        return lengths(D::m_DetStyleCopy, D::m_DetViewArrangeStrategyCopy, D::m_DetViewRequest,
+                       D::m_DetViewRequestCategory, D::m_DetObjReprMap, D::m_DetViewSystemAndBox,
+                       D::m_DetObjAppearance, D::m_DetViewDimStrategy, D::m_DetViewLengthClip,
+                       D::m_DetObjAnnotationStrategy, D::m_DetAnnotationType, D::m_DetArrangerControl,
+                       D::m_DetArrangerStrategy, D::m_DetViewDimRequestLinear, D::m_DetViewDimPointSelection,
+                       D::m_DetMasterCopy, D::m_DetObjQualifierSet, D::m_LineType, D::m_DetBaseCategory,
+                       D::m_DetObjAnnotationGroup, D::m_DetViewDimRequestLinearGroup, D::m_DetObjQualifierSetGroup,
+                       D::m_DetHatchSettings);
     }
-    /// Collects the style 1 of the base and saves it to the base, as the host's copy command does.
-    static long copyInPlace()
+    /// A text as wide as the progress shows it.
+    static std::string label(std::string text)
     {
-        D::ResetDeepCopyInfo();
-        StructDetailMaster master;
-        if (D::GetDependenciesFromCommand(master, 1) == -1)
-            return -1;
-        D::SetRowNr();
-        Exports::CancelBackupTables(1);
-        master = D::m_DetMasterCopy[0];
-        const long key = D::Save(master, 0);
-        Exports::CancelBackupTables(0);
-        return key;
-    }
-    static std::string lengths()
-    {
-        std::string text;
-        for (const long length : {D::m_DetStyleCopy.length(),
-                                  D::m_DetViewArrangeStrategyCopy.length(),
-                                  D::m_DetViewRequest.length(),
-                                  D::m_DetViewRequestCategory.length(),
-                                  D::m_DetObjReprMap.length(),
-                                  D::m_DetViewSystemAndBox.length(),
-                                  D::m_DetObjAppearance.length(),
-                                  D::m_DetViewDimStrategy.length(),
-                                  D::m_DetViewLengthClip.length(),
-                                  D::m_DetObjAnnotationStrategy.length(),
-                                  D::m_DetAnnotationType.length(),
-                                  D::m_DetArrangerControl.length(),
-                                  D::m_DetArrangerStrategy.length(),
-                                  D::m_DetViewDimRequestLinear.length(),
-                                  D::m_DetViewDimPointSelection.length(),
-                                  D::m_DetMasterCopy.length(),
-                                  D::m_DetObjQualifierSet.length(),
-                                  D::m_LineType.length(),
-                                  D::m_DetBaseCategory.length(),
-                                  D::m_DetObjAnnotationGroup.length(),
-                                  D::m_DetViewDimRequestLinearGroup.length(),
-                                  D::m_DetObjQualifierSetGroup.length(),
-                                  D::m_DetHatchSettings.length()})
-            text += std::to_string(length) + " ";
-        return text;
+        return text.append(text.size() < 40 ? 40 - text.size() : 0, ' ');
     }
 };
 
-std::vector<std::pair<int, std::string>> named; // by the naming callback
 std::vector<std::pair<int, std::string>> steps; // of the host's progress bar
-int refused = -1;
 
-TEST_F(DeepCopyTest, EveryRowIsCollectedOnce)
+TEST_F(DeepCopyTest, EveryRowOfAStyleIsCollectedOnce)
 {
     EXPECT_EQ(D::GetDependenciesByDetailKey(1), 0);
-    EXPECT_EQ(lengths(), "1 1 2 2 1 2 2 1 1 1 1 1 1 2 2 1 2 1 2 1 1 1 1 ");
+    EXPECT_EQ(styleLengths(), "1 1 2 2 1 2 2 1 1 1 1 1 1 2 2 1 2 1 2 1 1 1 1 ");
     EXPECT_EQ(D::SetRowNr(), 31);
     EXPECT_EQ(D::m_CurrRowsToWrite, 0);
     // references are positions; what is referred to is collected first
-    EXPECT_EQ(D::m_DetStyleCopy[0].requests[0], 0);
     EXPECT_EQ(D::m_DetStyleCopy[0].requests[1], 1);
-    EXPECT_EQ(D::m_DetViewRequest[0].objReprMap, 0);
     EXPECT_EQ(D::m_DetViewRequest[1].objReprMap, 0);
     EXPECT_EQ(D::m_DetViewRequest[1].systemAndBox, 1);
     EXPECT_EQ(D::m_DetObjReprMap[0].items[0].lineType, 0);
     EXPECT_EQ(D::m_DetObjReprMap[0].items[1].lineType, -1);
     EXPECT_EQ(D::m_DetObjReprMap[0].items[1].objQualifier, 1);
     EXPECT_EQ(D::m_DetViewDimRequestLinear[0].points[1], 1);
-    EXPECT_EQ(D::m_DetMasterCopy[0].detailStyle, 0);
     EXPECT_EQ(D::m_DetBaseCategory[0].key, 2); // of the first request, before the master's
     EXPECT_EQ(D::m_DetMasterCopy[0].baseCategory, 1);
     // again: nothing new, and the collected row comes back
@@ -104,36 +57,102 @@ TEST_F(DeepCopyTest, EveryRowIsCollectedOnce)
     EXPECT_EQ(D::SetRowNr(), 0);
     D::m_bKernelNewerThan42 = 0;
     EXPECT_EQ(D::GetDependenciesByDetailKey(1), 0);
-    EXPECT_EQ(lengths(), "1 1 2 2 1 2 2 1 1 1 1 1 1 2 2 1 2 1 2 0 0 0 1 ");
+    EXPECT_EQ(styleLengths(), "1 1 2 2 1 2 2 1 1 1 1 1 1 2 2 1 2 1 2 0 0 0 1 ");
     EXPECT_EQ(D::m_DetObjQualifierSet[0].group, 1); // as it stands
+}
+
+TEST_F(DeepCopyTest, EveryRowOfAProcessIsCollectedOnce)
+{
+    const struct {
+        int withStyles, reached;      // rows of the styles' lists
+        std::vector<int> styleOfItem; // key, or position when the styles are collected
+    } cases[] = {{0, 3, {1, 2}}, {1, 32, {0, 1}}};
+    for (const auto& [withStyles, reached, styleOfItem] : cases) {
+        SCOPED_TRACE(withStyles);
+        P::m_bDeepCopyWithDetailStyles = withStyles;
+        ASSERT_EQ(collectProcess(), 0);
+        EXPECT_EQ(processLengths(), "1 2 1 1 1 1 2 ");
+        P::SetRowNr();
+        EXPECT_EQ(P::m_NrRowsToWrite, 9);
+        EXPECT_EQ(D::m_NrRowsToWrite, 9 + reached);
+        EXPECT_EQ(D::m_DetMasterCopy.length(), withStyles); // the other style has none
+        EXPECT_EQ(P::m_DetailProcessDefinition[0].category, 0);
+        EXPECT_EQ(P::m_DetailProcessDefinition[0].steps[1], 1);
+        for (const StructDetailProcessStep& step : P::m_DetailProcessStep) {
+            EXPECT_EQ(step.category, step.key - 1);
+            EXPECT_EQ(step.filenameSelector + step.alternativeScales + step.dependOnMainView + step.styleMap, 0);
+            EXPECT_EQ(step.selection, 1); // no reference to follow
+        }
+        StructDetailStyleMap map; // collected already
+        ASSERT_EQ(P::GetDependencies(map, 1), 0);
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_EQ(map.items[i].objQualifierSet, i);
+            EXPECT_EQ(map.items[i].detailStyle, styleOfItem[static_cast<std::size_t>(i)]);
+        }
+        EXPECT_EQ(processLengths(), "1 2 1 1 1 1 2 ");
+    }
+}
+
+TEST_F(DeepCopyTest, ResetEmptiesBothGraphs)
+{
+    P::m_bDeepCopyWithDetailStyles = 1;
+    ASSERT_EQ(copyInPlace(E::kDetailProcess), 2);
+    P::m_bDeepCopyCanceledByUser = D::m_bDeepCopyCanceledByUser = true;
+    long key = -1;
+    ASSERT_TRUE(P::m_writeTransferKeyMap.lookup({L"StructDetailStyleMap", 0, 1}, key));
+    EXPECT_EQ(key, 2);
+    ASSERT_TRUE(D::m_writeTransferKeyMap.lookup({L"StructDetailStyle", 0, 1}, key));
+    P::ResetDeepCopyInfo();
+    EXPECT_EQ(P::m_writeTransferKeyMap.length() + D::m_writeTransferKeyMap.length(), 0);
+    EXPECT_FALSE(P::m_bDeepCopyCanceledByUser || D::m_bDeepCopyCanceledByUser);
+    EXPECT_EQ(processLengths(), "0 0 0 0 0 0 0 ");
+    EXPECT_EQ(D::SetRowNr(), 0);
+    EXPECT_EQ(lengths(P::m_DetailProcessStepsResultedFromDeepCopy, P::m_DetailStyleMapsResultedFromDeepCopy,
+                      D::m_QualifierSetsResultedFromDeepCopy),
+              "0 0 0 ");
+    EXPECT_EQ(P::m_bDeepCopyWithDetailStyles, 1); // is the host's
 }
 
 TEST_F(DeepCopyTest, WhatIsMissingEndsTheCollection)
 {
+    const int style = -1; // otherwise a process, without or with its styles
     const struct {
         const char* statement;
-        const char* lengths; // of styles, arrangements, requests, categories, maps, boxes
+        int what;
+        const char* lengths; // how the lists begin; nullptr: does not matter to the copy
     } cases[] = {
-        {"DELETE FROM DetailMasterTable", "0 0 0 0 0 0 "},
-        {"DELETE FROM DetailStyle", "0 0 0 0 0 0 "},
-        {"DELETE FROM DetViewArrangeStrategy", "0 0 0 0 0 0 "},
-        {"DELETE FROM DetViewRequest WHERE [Key] = 2", "0 1 1 2 1 1 "},
-        {"DELETE FROM Linetypes", "0 1 0 0 0 1 "},
-        {"UPDATE DetViewRequest SET LengthClipXY = -1", "0 1 0 0 1 1 "},
-        {"DELETE FROM DetObjAnnotationGroup", "0 1 0 0 0 1 "},
-        {"DELETE FROM DetViewDimPointSelection WHERE [Key] = 2", "0 1 0 0 1 1 "},
-        {"DELETE FROM DetBaseCategories WHERE [Key] = 2", "0 1 0 0 1 1 "},
+        {"DELETE FROM DetailMasterTable", style, "0 0 0 0 0 0 "},
+        {"DELETE FROM DetailStyle", style, "0 0 0 0 0 0 "},
+        {"DELETE FROM DetViewArrangeStrategy", style, "0 0 0 0 0 0 "},
+        {"DELETE FROM DetViewRequest WHERE [Key] = 2", style, "0 1 1 2 1 1 "},
+        {"DELETE FROM Linetypes", style, "0 1 0 0 0 1 "},
+        {"UPDATE DetViewRequest SET LengthClipXY = -1", style, "0 1 0 0 1 1 "},
+        {"DELETE FROM DetViewDimPointSelection WHERE [Key] = 2", style, "0 1 0 0 1 1 "},
+        {"DELETE FROM DetBaseCategories WHERE [Key] = 2", style, "0 1 0 0 1 1 "},
+        {"DELETE FROM DetailProcessDefinition", 0, "0 0 0 0 0 0 0 "},
+        {"DELETE FROM DetailProcessCategories WHERE [Key] = 2", 0, "0 1 1 1 1 1 1 "},
+        {"UPDATE DetailProcessStep SET DependOnMainView = -1", 0, "0 0 1 0 1 0 1 "},
+        {"DELETE FROM DetObjQualifierSetGroup", 0, "0 0 1 0 1 1 1 "},
+        {"DELETE FROM DetailStyle WHERE [Key] = 2", 0, nullptr},
+        {"DELETE FROM DetailStyle WHERE [Key] = 2", 1, "0 0 1 0 1 1 1 "},
+        {"DELETE FROM DetailProcessSelection", 0, nullptr},
+        {"DELETE FROM DetailStyleMapItems", 1, nullptr}, // a map without items
+        {"UPDATE DetailProcessDefinition SET NumberSteps = 0", 1, nullptr},
     };
-    for (const auto& [statement, expected] : cases) {
-        D::ResetDeepCopyInfo();
+    for (const auto& [statement, what, expected] : cases) {
+        SCOPED_TRACE(statement);
+        P::m_bDeepCopyWithDetailStyles = what == 1 ? 1 : 0;
         sql(details, {statement});
-        EXPECT_EQ(D::GetDependenciesByDetailKey(1), -1) << statement;
-        EXPECT_EQ(lengths().substr(0, 12), expected) << statement;
-        TearDown();
-        SetUp();
+        EXPECT_EQ(what == style ? D::GetDependenciesByDetailKey(1) : collectProcess(),
+                  expected == nullptr ? 0 : -1);
+        if (expected != nullptr) {
+            EXPECT_TRUE((what == style ? styleLengths() : processLengths()).starts_with(expected));
+        }
+        again();
     }
     EXPECT_EQ(D::GetDependenciesByDetailKey(2), -1); // a style without master
     EXPECT_EQ(D::GetDependenciesByDetailKey(99), -1);
+    EXPECT_EQ(collectProcess(99), -1);
 }
 
 TEST_F(DeepCopyTest, DefaultNames)
@@ -156,11 +175,8 @@ TEST_F(DeepCopyTest, DefaultNames)
         {22, {"A) b", "Copy of A) b"}, "A) b", "Copy (1) A) b"},
         {22, {""}, "", "Copy of "},
         {22, {"it's", "Copy of it's"}, "it's", "Copy (1) it's"},
-        {22, {"[100%d]"}, "[100%d]", "Copy of [100%d]"},
-        {22, {"Träger", "Copy of Träger"}, "Träger", "Copy (1) Träger"},
-        {22, {"梁 %s 🏗"}, "梁 %s 🏗", "Copy of 梁 %s 🏗"},
+        {22, {"[100%d] 梁 %s 🏗"}, "[100%d] 梁 %s 🏗", "Copy of [100%d] 梁 %s 🏗"},
         {26, {"A"}, "A", "Copy of A"},
-        {23, {"A"}, "A", "Copy of A"},
         {0, {"A"}, "A", "Copy of A"},
         {18, {"A"}, "A", nullptr}, // types without a list of names
         {24, {"A"}, "A", nullptr},
@@ -171,89 +187,91 @@ TEST_F(DeepCopyTest, DefaultNames)
         M::getTableName(type(t), table);
         sql(details, {"DELETE FROM Linetypes"});
         int key = 1000;
-        for (const std::string& row : t == 18 ? Texts() : existing) {
-            std::string quoted;
-            for (const char c : row)
-                quoted.append(c == '\'' ? 2 : 1, c);
+        for (const std::string& row : t == 18 ? Texts() : existing)
             sql(details, {"INSERT OR REPLACE INTO " + table.toUtf8() + " ([Key], RunName) VALUES (" +
-                          std::to_string(++key) + ", '" + quoted + "')"});
+                          std::to_string(++key) + ", '" + text(row).replace(L"'", L"''").toUtf8() + "')"});
+        for (const auto nameFor : {D::GetDefaultNameForRow, D::GetNameForRow}) {
+            KorString found = text(name);
+            EXPECT_EQ(nameFor(type(t), found), unique == nullptr && nameFor == D::GetDefaultNameForRow ? 0 : 1);
+            EXPECT_EQ(found.toUtf8(), unique == nullptr ? name : unique) << "of " << name;
         }
-        KorString found = text(name);
-        EXPECT_EQ(D::GetDefaultNameForRow(type(t), found), unique == nullptr ? 0 : 1) << name;
-        EXPECT_EQ(found.toUtf8(), unique == nullptr ? name : unique) << "of " << name;
-        found = text(name);
-        EXPECT_EQ(D::GetNameForRow(type(t), found), 1);
-        EXPECT_EQ(found.toUtf8(), unique == nullptr ? name : unique);
     }
 }
 
 /// A copy inside one database: new rows under new names, groups and categories reused, the owner is the user.
-TEST_F(DeepCopyTest, CopyInPlace)
+TEST_F(DeepCopyTest, StyleInPlace)
 {
-    const std::string before = styleTree(details, base, 1);
-    EXPECT_EQ(copyInPlace(), 2);
+    const std::string before = tree(E::kDetailStyle, details, 1);
+    EXPECT_EQ(copyInPlace(E::kDetailStyle), 2);
     EXPECT_EQ(D::getRunningFromCommand(), 1);
-    EXPECT_EQ(styleTree(details, base, 1), before);
-    StructDetailMaster master;
-    ASSERT_EQ(StructDetailMasterMarshal::getStructByKey(2, master), 1);
+    EXPECT_EQ(tree(E::kDetailStyle, details, 1), before);
     const std::string style = std::string("style ") + awkward;
-    EXPECT_EQ(master.runName.toUtf8(), "Copy of " + style); // the style's new name
-    EXPECT_EQ(master.subCategory, 2);                       // the first free one
-    EXPECT_EQ(master.baseCategory, 1);
-    EXPECT_EQ(master.ownerText.toUtf8(), "OFFICE");
+    // the style's new name, the first free sub-category
+    EXPECT_EQ(rows(details, "DetailMasterTable")[1], "2|Copy of " + style + "|3|1|2|OFFICE");
     EXPECT_EQ(cell(details, "DetailStyle", 3, 14), "OFFICE");
     EXPECT_EQ(cell(details, "DetHatchSettings", 2, 7), "OFFICE");
+    EXPECT_EQ(counts(details), "1 2 2 1 1 2 1 1 2 4 1 3 2 4 4 2 2 ");
     const struct {
         const char* table;
         std::size_t rows;
-    } cases[] = {{"DetailStyle", 3},
-                 {"DetViewArrangeStrategy", 2},
-                 {"DetViewRequest", 4},
-                 {"DetViewRequestCategories", 4},
-                 {"DetObjReprMapsNew", 2},
-                 {"DetObjReprMapItems", 4},
-                 {"DetViewDimStrategyItems", 4},
-                 {"DetObjQualifierSet", 4},
-                 {"DetObjQualifierSetItem", 8},
-                 {"DetViewDimRequestLinear", 4},
-                 {"DetObjAnnotationStrategy", 2},
-                 {"DetHatchSettings", 2},
-                 {"Linetypes", 2},
-                 {"DetBaseCategories", 2},
-                 {"DetObjAnnotationGroup", 1},
-                 {"DetViewDimRequestLinearGroup", 1},
-                 {"DetObjQualifierSetGroup", 1},
-                 {"DetailMasterTable", 2}};
+    } cases[] = {{"DetViewArrangeStrategy", 2},   {"DetViewRequestCategories", 4},
+                 {"DetObjReprMapsNew", 2},        {"DetViewDimStrategyItems", 4},
+                 {"DetObjQualifierSetItem", 8},   {"DetViewDimRequestLinear", 4},
+                 {"DetObjAnnotationStrategy", 2}, {"DetHatchSettings", 2},
+                 {"DetObjAnnotationGroup", 1},    {"DetViewDimRequestLinearGroup", 1}};
     for (const auto& [table, count] : cases)
         EXPECT_EQ(rows(details, table).size(), count) << table;
     // what was newly written, and not what was reused
-    ASSERT_EQ(D::m_QualifierSetsResultedFromDeepCopy.length(), 2);
+    EXPECT_EQ(lengths(D::m_QualifierSetsResultedFromDeepCopy, D::m_BaseCategoriesResultedFromDeepCopy,
+                      D::m_LinearDimRequestsResultedFromDeepCopy, D::m_AnnotationStrategiesResultedFromDeepCopy),
+              "2 0 2 1 ");
     EXPECT_EQ(D::m_QualifierSetsResultedFromDeepCopy[0].key, 3);
     EXPECT_EQ(D::m_QualifierSetsResultedFromDeepCopy[0].ownerText.toUtf8(), "OFFICE");
-    EXPECT_EQ(D::m_BaseCategoriesResultedFromDeepCopy.length(), 0);
-    EXPECT_EQ(D::m_LinearDimRequestsResultedFromDeepCopy.length(), 2);
     EXPECT_EQ(D::m_LinearDimRequestsResultedFromDeepCopy[1].points[0], 4);
-    EXPECT_EQ(D::m_AnnotationStrategiesResultedFromDeepCopy.length(), 1);
     // saving again in the same copy writes nothing
-    master = D::m_DetMasterCopy[0];
+    StructDetailMaster master = D::m_DetMasterCopy[0];
     EXPECT_EQ(D::Save(master, 0), 2);
     long key = -1;
     EXPECT_TRUE(D::m_writeTransferKeyMap.lookup({L"StructDetailStyle", 0, 1}, key));
     EXPECT_EQ(key, 3);
-    EXPECT_EQ(copyInPlace(), 3);
-    ASSERT_EQ(StructDetailMasterMarshal::getStructByKey(3, master), 1);
-    EXPECT_EQ(master.runName.toUtf8(), "Copy (1) " + style);
-    EXPECT_EQ(master.subCategory, 3);
+    EXPECT_EQ(copyInPlace(E::kDetailStyle), 3);
+    EXPECT_EQ(rows(details, "DetailMasterTable")[2], "3|Copy (1) " + style + "|4|1|3|OFFICE");
 }
 
-TEST_F(DeepCopyTest, GroupsOfTheHostsChoice)
+TEST_F(DeepCopyTest, ProcessInPlace)
+{
+    const std::string before = tree(E::kDetailProcess, details, 1);
+    P::m_bDeepCopyWithDetailStyles = 1;
+    ASSERT_EQ(copyInPlace(E::kDetailProcess), 2);
+    EXPECT_EQ(tree(E::kDetailProcess, details, 1), before);
+    const struct {
+        const char* table;
+        int key;
+        const char* name; // without suffix
+        int owner;        // column
+    } cases[] = {
+        {"DetailProcessDefinition", 2, "process", 6}, {"DetailProcessStep", 4, "erection", 15},
+        {"DetailFilenameSelector", 2, "files", 6},    {"DetailProcessScales", 2, "scales", 2},
+        {"DetailProcessMain2CutScale", 2, "cuts", 2}, {"DetailStyleMapNew", 2, "style map", 2},
+        {"DetObjQualifierSet", 3, "beams", 3},        {"DetailMasterTable", 2, "style", 5},
+    };
+    for (const auto& [table, key, name, owner] : cases) {
+        EXPECT_EQ(cell(details, table, key, 1), std::string("Copy of ") + name + " " + awkward) << table;
+        EXPECT_EQ(cell(details, table, key, owner), "OFFICE") << table;
+    }
+    EXPECT_EQ(counts(details), "2 4 2 2 2 4 2 2 4 4 1 4 2 4 4 2 2 ");
+    EXPECT_EQ(cell(details, "DetailProcessDefinition", 2, 2), "1");
+    EXPECT_EQ(stylesOfMap(details, 2), std::vector<int>({3, 4}));
+}
+
+TEST_F(DeepCopyTest, GroupsAndCategoriesOfTheHostsChoice)
 {
     put(details, StructDetObjQualifierSetGroup{7, L"chosen", 0});
     D::detQualifierSetGroup = 7;
     D::detDimStrategyGroup = 8;
     D::detAnnotationGroup = 9;
     D::detBaseCategory = 2;
-    ASSERT_EQ(copyInPlace(), 2);
+    ASSERT_EQ(copyInPlace(E::kDetailStyle), 2);
     EXPECT_EQ(cell(details, "DetObjQualifierSet", 3, 2), "7"); // the next written row only
     EXPECT_EQ(cell(details, "DetObjQualifierSet", 4, 2), "1");
     EXPECT_EQ(D::m_LinearDimRequestsResultedFromDeepCopy[0].group, 8);
@@ -262,50 +280,89 @@ TEST_F(DeepCopyTest, GroupsOfTheHostsChoice)
     EXPECT_EQ(cell(details, "DetailMasterTable", 2, 3), "2");
     EXPECT_EQ(cell(details, "DetailMasterTable", 2, 4), "1"); // free in that category
     EXPECT_EQ(D::detQualifierSetGroup + D::detDimStrategyGroup + D::detAnnotationGroup + D::detBaseCategory, -4);
+    // the definition comes first, then the first step; the others keep theirs
+    P::detProcessCategory = 7;
+    ASSERT_EQ(copyInPlace(E::kDetailProcess), 2);
+    EXPECT_EQ(P::detProcessCategory, -1);
+    EXPECT_EQ(cell(details, "DetailProcessDefinition", 2, 2), "7");
+    EXPECT_EQ(cell(details, "DetailProcessStep", 3, 2), "1");
+    EXPECT_EQ(cell(details, "DetailProcessStep", 4, 2), "2");
+    P::ResetDeepCopyInfo();
+    StructDetailProcessStep step;
+    ASSERT_EQ(P::GetDependencies(step, 2), 0);
+    P::detProcessCategory = 8;
+    step = P::m_DetailProcessStep[0];
+    ASSERT_EQ(P::Save(step, 0), 5);
+    EXPECT_EQ(cell(details, "DetailProcessStep", 5, 2), "8");
 }
 
 TEST_F(DeepCopyTest, NamingCallback)
 {
-    named.clear();
-    D::pGetNameForRowFn = [](M::eTableType t, M::eTableType root, KorString& name) {
-        EXPECT_EQ(root, M::kDetailStyle);
-        named.emplace_back(t, name.toUtf8());
-        name = L"N'" + name;
-        return t == refused ? -1 : 1;
+    // no groups, categories, line types or masters; maps after their items; of processes definitions and steps
+    const std::string ofStyle = "0 1 2 5 16 6 30 9 10 11 12 16 6 4 7 13 14 14 13 8 2 5 ",
+                      ofProcess = "32 33 16 16 33 ";
+    const struct {
+        E::eType what;
+        int type, answer;
+        bool written;
+        std::string order;  // of the types asked about
+        const char* counts; // how they begin afterwards: what was written before stays
+    } cases[] = {
+        {E::kDetailStyle, -1, 1, true, ofStyle, "1 2 2 1 1 2 1 1 2 4 1 3 2 4 "},
+        {E::kDetailStyle, 8, -1, false, "0 1 2 5 16 6 30 9 10 11 12 16 6 4 7 13 14 14 13 8 ",
+         "1 2 2 1 1 2 1 1 2 4 1 2 1 2 4 "},
+        {E::kDetailProcess, -1, 1, true, ofProcess, "2 4 2 2 2 4 2 2 "},
+        {E::kDetailProcess, 32, 0, false, "32 ", "1 2 2 1 1 2 1 1 "},
+        {E::kDetailProcess, 32, -1, false, "32 ", "1 2 2 1 1 2 1 1 "},
+        {E::kDetailProcess, 33, 2, false, "32 33 ", "1 2 2 1 1 2 1 1 "},
+        {E::kDetailProcess, 16, 0, true, ofProcess, "2 4 2 2 2 4 2 2 "},
+        {E::kDetailProcess, 16, 2, true, ofProcess, "2 4 2 2 2 4 2 2 "},
+        {E::kDetailProcess, 16, -1, false, "32 33 16 ", "1 2 2 2 2 4 2 1 "},
     };
-    refused = M::kDetViewLengthClip;
-    const Texts styles = rows(details, "DetailStyle");
-    EXPECT_EQ(copyInPlace(), -1);
-    EXPECT_EQ(named.back().first, refused);
-    EXPECT_EQ(rows(details, "DetailStyle"), styles);
-    EXPECT_EQ(rows(details, "DetViewLengthClip").size(), 1u);
-    EXPECT_EQ(rows(details, "DetViewDimStrategyNew").size(), 2u); // written before, stays
-    refused = -1;
-    named.clear();
-    EXPECT_GT(copyInPlace(), 0);
-    std::string order;
-    for (const auto& [t, name] : named)
-        order += std::to_string(t) + " ";
-    // no groups, categories, line types or masters; maps after their items
-    EXPECT_EQ(order, "0 1 2 5 16 6 30 9 10 11 12 16 6 4 7 13 14 14 13 8 2 5 ");
-    EXPECT_EQ(cell(details, "DetailStyle", 3, 1), std::string("N'style ") + awkward);
+    for (const auto& [what, forType, result, written, order, expected] : cases) {
+        SCOPED_TRACE(std::to_string(forType) + " answered " + std::to_string(result));
+        answerFor = forType;
+        answer = result;
+        D::pGetNameForRowFn = nameRow;
+        const bool style = what == E::kDetailStyle;
+        EXPECT_EQ(copyInPlace(what), written ? 2 : -1);
+        EXPECT_EQ(askedTypes(), order);
+        for (const Named& row : named)
+            EXPECT_EQ(row.root, style ? M::kDetailStyle : M::kDetailProcessDefinition);
+        EXPECT_EQ(named.front().name, std::string(style ? "style " : "process ") + awkward);
+        EXPECT_TRUE(counts(details).starts_with(expected)) << counts(details);
+        if (written && style) {
+            EXPECT_EQ(cell(details, "DetailStyle", 3, 1), std::string("N'style ") + awkward);
+        } else if (written) {
+            EXPECT_EQ(cell(details, "DetailProcessStep", 4, 1), std::string("N'erection ") + awkward);
+            EXPECT_EQ(cell(details, "DetailStyleMapNew", 2, 1), std::string("Copy of style map ") + awkward);
+        }
+        again();
+    }
+    // styles are asked about as ever, under the process
+    P::m_bDeepCopyWithDetailStyles = 1;
+    answerFor = M::kDetailStyle;
+    answer = 0;
+    D::pGetNameForRowFn = nameRow;
+    EXPECT_EQ(copyInPlace(E::kDetailProcess), 2);
+    EXPECT_EQ(std::ranges::count(named, static_cast<int>(M::kDetailStyle), &Named::type), 2);
+    EXPECT_EQ(std::ranges::count(named, static_cast<int>(M::kDetailProcessDefinition), &Named::root),
+              static_cast<long>(named.size()));
+    EXPECT_EQ(stylesOfMap(details, 2), std::vector<int>({3, 4}));
+    // transfers say what they move; categories that are new there are not asked about either
+    for (const bool exported : {true, false}) {
+        again();
+        D::pGetNameForRowFn = nameRow;
+        EXPECT_EQ(exported ? exportDetail(E::kDetailProcess) : importDetail(E::kDetailProcess), 1);
+        EXPECT_EQ(askedTypes(), ofProcess);
+        EXPECT_EQ(named.front().root, M::kDetailProcessDefinition);
+    }
 }
 
 TEST_F(DeepCopyTest, Progress)
 {
-    struct Sink : korodbc::host::ProgressSink {
-        Texts seen;
-        void title(const KorString& t) override { seen.push_back(t.toUtf8()); }
-        void percentage(int p, int flag) override
-        {
-            seen.push_back(std::to_string(p) + "/" + std::to_string(flag));
-        }
-        void reset() override { seen.push_back("reset"); }
-    };
-    const auto sink = std::make_shared<Sink>();
+    const auto sink = std::make_shared<ProgressRecorder>();
     korodbc::host::setProgressSink(sink);
-    const auto label = [](std::string text) { return text.append(text.size() < 40 ? 40 - text.size() : 0, ' '); };
-    D::ResetDeepCopyInfo();
     StructLinetypes line;
     D::GetDependencies(line, 1);
     EXPECT_EQ(sink->seen, (Texts{label("Reading DetObjQualifierSet"), "0/1", "1/0"})); // not under their own type
@@ -315,20 +372,44 @@ TEST_F(DeepCopyTest, Progress)
     D::ProgressBar(M::kLinetypes, 1);
     EXPECT_EQ(sink->seen, (Texts{label("Writing Linetypes"), "65/1", "66/0"}));
     EXPECT_EQ(D::m_CurrRowsToWrite, 3);
-    sink->seen.clear();
-    ASSERT_GT(copyInPlace(), 0);
+    ASSERT_GT(copyInPlace(E::kDetailStyle), 0);
     EXPECT_EQ(sink->seen.back(), "77/0"); // 24 of 31 rows before the last one: reused rows are not reported
-    // the host's own bar sees the writing only
+    // also of rows that are there already: the second step's
     sink->seen.clear();
-    steps.clear();
+    ASSERT_EQ(collectProcess(), 0);
+    EXPECT_EQ(std::ranges::count(sink->seen, label("Reading DetailStyleMapNew")), 2);
+    EXPECT_EQ(std::ranges::count(sink->seen, label("Reading DetObjQualifierSet")), 2);
+    EXPECT_EQ(sink->seen.front(), label("Reading DetailProcessDefinition"));
+    sink->seen.clear();
+    EXPECT_EQ(importDetail(E::kDetailProcess, 99), 0);
+    EXPECT_EQ(sink->seen, (Texts{label("Reading DetailProcessDefinition"), "0/1", "1/0", "reset"}));
+
+    // the host's own bar sees the writing only; every row of a new file counts
+    const struct {
+        E::eType what;
+        int withStyles, rows;
+        const char *first, *last;
+    } cases[] = {{E::kDetailStyle, 0, 31, "Writing DetViewArrangeStrategy", "Writing DetailMasterTable"},
+                 {E::kDetailProcess, 0, 12, "Writing DetailProcessCategories", "Writing DetailProcessDefinition"},
+                 {E::kDetailProcess, 1, 41, "Writing DetailProcessCategories", "Writing DetailProcessDefinition"}};
+    sink->seen.clear();
     D::pInitProgressBar = [](int start, int total) { steps.emplace_back(start, std::to_string(total)); };
     D::pUpdateProgressBar = [](int row, KorString what) { steps.emplace_back(row, what.toUtf8()); };
-    ASSERT_GT(copyInPlace(), 0);
-    EXPECT_TRUE(sink->seen.empty());
-    EXPECT_EQ(steps.at(0), std::make_pair(0, std::string("31")));
-    EXPECT_EQ(steps.at(1), std::make_pair(1, label("Writing DetViewArrangeStrategy")));
-    EXPECT_EQ(steps.back(),
-              std::make_pair(static_cast<int>(steps.size()) - 1, label("Writing DetailMasterTable")));
+    for (const auto& [what, withStyles, count, first, last] : cases) {
+        P::m_bDeepCopyWithDetailStyles = withStyles;
+        steps.clear();
+        ASSERT_EQ(exportDetail(what), 1);
+        std::filesystem::remove(file().toUtf8());
+        EXPECT_TRUE(sink->seen.empty());
+        EXPECT_EQ(D::m_NrRowsToWrite, count);
+        if (what == E::kDetailStyle) { // processes do not set it up
+            EXPECT_EQ(steps.at(0), std::make_pair(0, std::to_string(count)));
+            steps.erase(steps.begin());
+        }
+        ASSERT_EQ(steps.size(), static_cast<std::size_t>(count));
+        EXPECT_EQ(steps[0], std::make_pair(1, label(first)));
+        EXPECT_EQ(steps.back(), std::make_pair(count, label(last)));
+    }
 }
 
 } // namespace

@@ -1,10 +1,8 @@
-#include "catalogues/CatalogueFixture.h"
+#include "catalogues/ReaderCases.h"
 #include "support/DetailFixture.h"
 #include "transfer/KorODBCDetStyle.h"
 
 #include <algorithm>
-#include <functional>
-#include <set>
 
 using namespace details;
 
@@ -12,224 +10,65 @@ namespace {
 
 using Style = KorODBCDetStyle;
 
-/// Readers on the shipped catalogue.
-class DetStyleReadersTest : public CatalogueTest {
-protected:
-    /// One record per row, found by the texts of a column; none for others.
-    template <class T, class By, class Read>
-    static void expectRecords(const char* name, int column, By by, Read read, const Texts& unknown)
-    {
-        SCOPED_TRACE(name);
-        const RecordDescription& type = descriptionOf<T>();
-        const Texts rows = rowsOf(type), values = valuesOf(type, column);
-        EXPECT_FALSE(rows.empty());
-        T record;
-        for (std::size_t i = 0; i < rows.size(); ++i) {
-            mark(type, &record);
-            EXPECT_EQ(read(by(values[i]), record), 1);
-            EXPECT_TRUE(isRow(type, &record, rows[i]));
-            if (const MemberList* items = type.itemList(); items != nullptr && type.itemCount >= 0) {
-                EXPECT_EQ(items->length(&record), type.at(type.itemCount)->integer(&record));
-            }
-        }
-        mark(type, &record);
-        const std::string before = textOf(type, &record);
-        for (const std::string& value : unknown)
-            EXPECT_EQ(read(by(value), record), 0) << value;
-        dropTable(type);
-        EXPECT_NE(read(by(values[0]), record), 1);
-        EXPECT_EQ(textOf(type, &record), before);
-    }
-    template <class T>
-    static void byKey(const char* name, int (*read)(const KorOdbcKey&, T&))
-    {
-        expectRecords<T>(name, descriptionOf<T>().key,
-                         [](const std::string& key) { return KorOdbcKey(std::stol(key)); }, read,
-                         {"-1", "0", "4711"});
-    }
-    template <class T>
-    static void byName(const char* name, int (*read)(const KorString&, T&))
-    {
-        expectRecords<T>(name, descriptionOf<T>().runName, text, read,
-                         {"", "' OR 1 = 1", "no such name", awkward});
-    }
-    template <class T>
-    static void wholeTable(const char* name, int (*read)(KorArray<T>&))
-    {
-        SCOPED_TRACE(name);
-        const RecordDescription& type = descriptionOf<T>();
-        const Texts rows = rowsOf(type);
-        EXPECT_FALSE(rows.empty());
-        KorArray<T> records;
-        records.setLogicalLength(2); // replaced, not added to
-        EXPECT_EQ(read(records), 1);
-        ASSERT_EQ(records.length(), static_cast<int>(rows.size()));
-        for (int i = 0; i < records.length(); ++i)
-            EXPECT_TRUE(isRow(type, &records[i], rows[static_cast<std::size_t>(i)]));
-        dropTable(type);
-        EXPECT_NE(read(records), 1);
-        EXPECT_EQ(records.length(), static_cast<int>(rows.size()));
-    }
-    template <class T>
-    static void nameList(const char* name, int (*read)(KorArray<KorString>&))
-    {
-        SCOPED_TRACE(name);
-        const RecordDescription& type = descriptionOf<T>();
-        const Texts expected = valuesOf(type, type.runName);
-        EXPECT_FALSE(expected.empty());
-        KorArray<KorString> names = korTexts({"old"});
-        EXPECT_EQ(read(names), 1);
-        EXPECT_EQ(utf8(names), expected);
-        dropTable(type);
-        EXPECT_NE(read(names), 1);
-        EXPECT_EQ(utf8(names), expected);
-    }
-    /// The records whose field has each value that occurs, in table order.
-    template <class T>
-    static void where(const char* name, int T::*field, const std::function<int(long, KorArray<T>&)>& read)
-    {
-        SCOPED_TRACE(name);
-        KorArray<T> all;
-        ASSERT_EQ(RecordMarshal<T>::getTable(all), 1);
-        std::set<int> values;
-        for (const T& record : all)
-            values.insert(record.*field);
-        EXPECT_GT(values.size(), 1u);
-        for (const int value : values) {
-            std::vector<int> expected, found;
-            for (const T& record : all)
-                if (record.*field == value)
-                    expected.push_back(record.key);
-            KorArray<T> records;
-            EXPECT_EQ(read(value, records), 1);
-            for (const T& record : records)
-                found.push_back(record.key);
-            EXPECT_EQ(found, expected);
-        }
-        KorArray<T> records;
-        EXPECT_EQ(read(4711, records), 0);
-        EXPECT_TRUE(records.isEmpty());
-    }
-};
-
-#define READS(operation) #operation, &Style::operation
-
-// Each reader is the last to see its table: the tables go when their readers are through.
+class DetStyleReadersTest : public ReaderTest {};
 
 TEST_F(DetStyleReadersTest, RecordsByKey)
 {
-    byKey(READS(getDetObjQualifier));
-    byKey<StructDetObjQualifierSet>(READS(getDetObjQualifierSet));
-    byKey(READS(getDetAcadSettings));
-    byKey(READS(getDetHatchSettings));
-    byKey(READS(getDetGridRefSettings));
-    byKey(READS(getDetObjAppearance));
-    byKey(READS(getDetObjAnnotationStrategy));
-    byKey(READS(getDetViewSystemSource));
-    byKey(READS(getDetViewSystemAndBox));
-    byKey(READS(getDetViewDimPointSelection));
-    byKey(READS(getDetViewDimSum));
-    byKey(READS(getDetViewRequest));
-    byKey(READS(getDetObjSelectionStrategy));
-    byKey(READS(getDetailOrientation));
-    byKey(READS(getDetViewArrangeStrategy));
-    byKey(READS(getDetLeaderStyle));
-    byKey(READS(getDetViewLengthClip));
-    byKey(READS(getDetObjReprMap));
-    byKey(READS(getDetViewDimRequestLinear));
-    byKey(READS(getDetViewDimStrategy));
-    byKey<StructDetailStyle>(READS(getDetailStyle));
-    byKey(READS(getDetAnnotationType));
-    byKey(READS(getDetArrangerControl));
-    byKey(READS(getDetArrangerStrategy));
-    byKey<StructDetailProcessDefinition>(READS(getDetailProcessDefinition));
-    byKey<StructDetailProcessStep>(READS(getDetailProcessStep));
-    byKey(READS(getCoordSystemSelector));
-    byKey<StructDetailStyleMap>(READS(getDetailStyleMap));
-    byKey<StructDetailStyleOverrides>(READS(getDetailStyleOverrides));
-    byKey<StructDetailFilenameSelector>(READS(getDetailFilenameSelector));
-    byKey(READS(getDetailProcessStepPrecondition));
-    byKey<StructDetailProcessSort>(READS(getDetailProcessSort));
-    byKey<StructDetailProcessSelection>(READS(getDetailProcessSelection));
-    byKey<StructDetProcessScales>(READS(getDetProcessScales));
-    byKey(READS(getLinetypes));
+    byKey(&Style::getDetObjQualifier, &Style::getDetObjQualifierSet, &Style::getDetAcadSettings,
+          &Style::getDetHatchSettings, &Style::getDetGridRefSettings, &Style::getDetObjAppearance,
+          &Style::getDetObjAnnotationStrategy, &Style::getDetViewSystemSource, &Style::getDetViewSystemAndBox,
+          &Style::getDetViewDimPointSelection, &Style::getDetViewDimSum, &Style::getDetViewRequest,
+          &Style::getDetObjSelectionStrategy, &Style::getDetailOrientation, &Style::getDetViewArrangeStrategy,
+          &Style::getDetLeaderStyle, &Style::getDetViewLengthClip, &Style::getDetObjReprMap,
+          &Style::getDetViewDimRequestLinear, &Style::getDetViewDimStrategy, &Style::getDetailStyle,
+          &Style::getDetAnnotationType, &Style::getDetArrangerControl, &Style::getDetArrangerStrategy,
+          &Style::getDetailProcessDefinition, &Style::getDetailProcessStep, &Style::getCoordSystemSelector,
+          &Style::getDetailStyleMap, &Style::getDetailStyleOverrides, &Style::getDetailFilenameSelector,
+          &Style::getDetailProcessStepPrecondition, &Style::getDetailProcessSort,
+          &Style::getDetailProcessSelection, &Style::getDetProcessScales, &Style::getLinetypes);
 }
 
 TEST_F(DetStyleReadersTest, RecordsByRunName)
 {
-    byName<StructDetObjQualifierSet>(READS(getDetObjQualifierSet));
-    byName<StructDetailStyle>(READS(getDetailStyle));
-    byName<StructDetailProcessDefinition>(READS(getDetailProcessDefinition));
-    byName<StructDetailProcessStep>(READS(getDetailProcessStep));
-    byName<StructDetailStyleMap>(READS(getDetailStyleMap));
-    byName<StructDetailStyleOverrides>(READS(getDetailStyleOverrides));
-    byName<StructDetailFilenameSelector>(READS(getDetailFilenameSelector));
-    byName<StructDetailProcessSort>(READS(getDetailProcessSort));
-    byName<StructDetailProcessSelection>(READS(getDetailProcessSelection));
-    byName<StructDetProcessScales>(READS(getDetProcessScales));
-    byName(READS(getProfileSubtype));
+    byRunName(&Style::getDetObjQualifierSet, &Style::getProfileSubtype);
+    named(&Style::getDetailStyle, &Style::getDetailStyleList);
+    named(&Style::getDetailStyleMap, &Style::getDetailStyleMapList);
+    named(&Style::getDetailProcessDefinition, &Style::getDetailProcessDefinitionList);
+    named(&Style::getDetailProcessStep, &Style::getDetailProcessStepList);
+    named(&Style::getDetailStyleOverrides, &Style::getDetailStyleOverridesList);
+    named(&Style::getDetProcessScales, &Style::getDetProcessScalesList);
+    named(&Style::getDetailFilenameSelector, &Style::getDetailFilenameSelectorList);
+    named(&Style::getDetailProcessSort, &Style::getDetailProcessSortList);
+    named(&Style::getDetailProcessSelection, &Style::getDetailProcessSelectionList);
+    runNames<StructDetailProcessCategory>(&Style::getDetailProcessCategoryList);
 }
 
 TEST_F(DetStyleReadersTest, WholeTables)
 {
-    wholeTable(READS(getDetObjQualifierSetTable));
-    wholeTable(READS(getDetViewRequestTable));
-    wholeTable(READS(getDetViewRequestCategoriesTable));
-    wholeTable(READS(getDetBaseCategoriesTable));
-    wholeTable(READS(getDetailStyleTable));
-    wholeTable(READS(getDetailProcessDefinitionTable));
-    wholeTable(READS(getDetailProcessStepTable));
-    wholeTable(READS(getDetailStyleOverridesTable));
-}
-
-TEST_F(DetStyleReadersTest, RunNameLists)
-{
-    nameList<StructDetailStyle>(READS(getDetailStyleList));
-    nameList<StructDetailStyleMap>(READS(getDetailStyleMapList));
-    nameList<StructDetailProcessDefinition>(READS(getDetailProcessDefinitionList));
-    nameList<StructDetailProcessStep>(READS(getDetailProcessStepList));
-    nameList<StructDetailProcessCategory>(READS(getDetailProcessCategoryList));
-    nameList<StructDetailStyleOverrides>(READS(getDetailStyleOverridesList));
-    nameList<StructDetProcessScales>(READS(getDetProcessScalesList));
-    nameList<StructDetailFilenameSelector>(READS(getDetailFilenameSelectorList));
-    nameList<StructDetailProcessSort>(READS(getDetailProcessSortList));
-    nameList<StructDetailProcessSelection>(READS(getDetailProcessSelectionList));
+    tables(&Style::getDetObjQualifierSetTable, &Style::getDetViewRequestTable,
+           &Style::getDetViewRequestCategoriesTable, &Style::getDetBaseCategoriesTable,
+           &Style::getDetailStyleTable, &Style::getDetailProcessDefinitionTable, &Style::getDetailProcessStepTable,
+           &Style::getDetailStyleOverridesTable);
 }
 
 TEST_F(DetStyleReadersTest, RecordsOfAGroupOrType)
 {
-    where<StructDetObjQualifierSet>("sets", &StructDetObjQualifierSet::group,
-                                    &Style::getDetObjQualifierSetByGroup);
-    where<StructDetObjAnnotationStrategy>("strategies", &StructDetObjAnnotationStrategy::group,
-                                          &Style::getDetObjAnnotationStrategyByGroup);
-    where<StructDetViewDimPointSelection>("points", &StructDetViewDimPointSelection::type,
-                                          &Style::getDetViewDimPointSelectionByType);
+    where(&StructDetObjQualifierSet::group, &Style::getDetObjQualifierSetByGroup, Held::Kept);
+    where(&StructDetObjAnnotationStrategy::group, &Style::getDetObjAnnotationStrategyByGroup, Held::Kept);
+    where(&StructDetViewDimPointSelection::type, &Style::getDetViewDimPointSelectionByType, Held::Kept);
 }
 
 /// Every class of sections names a subtype that there is, with the shape of the class.
 TEST_F(DetStyleReadersTest, SubtypesOfSectionClasses)
 {
+    field(&StructProfileSubtype::key, &Style::getProfileSubtypeKey<int>, 0, 0);
     KorArray<StructProfileClass> classes;
     ASSERT_EQ(StructProfileClassMarshal::getTable(classes), 1);
     for (const StructProfileClass& profileClass : classes) {
         StructProfileSubtype subtype;
         EXPECT_EQ(Style::getProfileSubtype(profileClass.subtypeName, subtype), 1) << profileClass.key.toUtf8();
         EXPECT_EQ(subtype.shape, profileClass.shape);
-        int key = -1;
-        EXPECT_EQ(Style::getProfileSubtypeKey(profileClass.subtypeName, key), 1);
-        EXPECT_EQ(key, subtype.key);
     }
-    KorString key = L"old";
-    EXPECT_EQ(Style::getProfileSubtypeKey(L"it's no section", key), 0);
-    EXPECT_EQ(key, L"old");
-}
-
-/// What the processes of the catalogue draw.
-TEST_F(DetStyleReadersTest, SelectModesOfTheShippedProcesses)
-{
-    const int modes[] = {2, 2, 3, 6, 2, 1, 1, 4};
-    for (int definition = 1; definition <= 8; ++definition)
-        EXPECT_EQ(Style::getProcessSelectMode(definition), modes[definition - 1]) << definition;
 }
 
 class DetStyleTest : public DetailTest {
@@ -265,48 +104,31 @@ TEST_F(DetStyleTest, SelectModes)
     put(details, second);
     put(details, StructDetailProcessDefinition{3, L"process", -1, L"", 0, 0, L"", 0, list<int>({5, 6})});
     const struct {
-        const char* text;
         int mode;
+        Texts selections;
     } cases[] = {
-        {"ALL", 1},
-        {"ALL_SINGLEPARTS", 2},
-        {"ALL SINGLEPARTS", 2},
-        {"ALL'SINGLEPARTS and more", 2},
-        {"ALL_MAINPARTS", 3},
-        {"ALL_MAINPARTSWITH", 3},
-        {"ALL_MAINPARTSWITHCONNPARTS", 4},
-        {"ALL_MAINPARTSWITHCONNPARTS_X", 4},
-        {"ALLX", 0},
-        {"ALL_", 0},
-        {"ALLSINGLEPARTS", 0}, // the S would be the separator
-        {"ALL__SINGLEPARTS", 0},
-        {"ALL_SELECTIONSET", 0},
-        {"SELECTIONSET", 8},
-        {"SELECTIONSETX", 8},
-        {"SELECTIONSET_", 8},
-        {"SELECTIONSET_ALL", 8},
-        {"SELECTIONSETMAINPARTS", 8},
-        {"SELECTIONSET_SINGLEPARTS", 5},
-        {"SELECTIONSET_MAINPARTS", 6},
-        {"SELECTIONSET_MAINPARTSWITHCONNPARTS", 7},
-        {"SINGLEPARTS", 2},
-        {"SINGLEPARTS_MAINPARTS", 2},
-        {"MAINPARTS", 3},
-        {"MAINPARTSWITHCONNPARTS", 4},
-        {"", 0},
-        {" ALL", 0},
-        {"all", 0},
-        {"AL", 0},
-        {"SELECTION", 0},
-        {"_MAINPARTS", 0},
-        {awkward, 0},
+        {1, {"ALL"}},
+        {2,
+         {"ALL_SINGLEPARTS", "ALL SINGLEPARTS", "ALL'SINGLEPARTS and more", "SINGLEPARTS",
+          "SINGLEPARTS_MAINPARTS"}},
+        {3, {"ALL_MAINPARTS", "ALL_MAINPARTSWITH", "MAINPARTS"}},
+        {4, {"ALL_MAINPARTSWITHCONNPARTS", "ALL_MAINPARTSWITHCONNPARTS_X", "MAINPARTSWITHCONNPARTS"}},
+        {5, {"SELECTIONSET_SINGLEPARTS"}},
+        {6, {"SELECTIONSET_MAINPARTS"}},
+        {7, {"SELECTIONSET_MAINPARTSWITHCONNPARTS"}},
+        {8, {"SELECTIONSET", "SELECTIONSETX", "SELECTIONSET_", "SELECTIONSET_ALL", "SELECTIONSETMAINPARTS"}},
+        // in the first, the S is the separator
+        {0,
+         {"ALLSINGLEPARTS", "ALLX", "ALL_", "ALL__SINGLEPARTS", "ALL_SELECTIONSET", "", " ALL", "all", "AL",
+          "SELECTION", "_MAINPARTS", awkward}},
     };
-    for (const auto& [selection, mode] : cases) {
-        ASSERT_EQ(KorDatabaseAccess::setTableColumnValue(details, L"DetailProcessSelection", L"Key", L"7", 2,
-                                                         text(selection)),
-                  1);
-        EXPECT_EQ(Style::getProcessSelectMode(3), mode) << selection;
-    }
+    for (const auto& [mode, selections] : cases)
+        for (const std::string& selection : selections) {
+            ASSERT_EQ(KorDatabaseAccess::setTableColumnValue(details, L"DetailProcessSelection", L"Key", L"7", 2,
+                                                             text(selection)),
+                      1);
+            EXPECT_EQ(Style::getProcessSelectMode(3), mode) << selection;
+        }
     AssertionRecorder assertions;
     EXPECT_EQ(Style::getProcessSelectMode(4), 0);
     sql(details, {"UPDATE DetailProcessSelection SET Selection = 'ALL'"});
@@ -342,7 +164,6 @@ TEST_F(DetStyleTest, StyleKeyByBaseCategoryAndNumber)
     sql(details, {"UPDATE DetailMasterTable SET BaseCategory = 2, SubCategory = 7, DetailStyle = 5"});
     long key = -5;
     EXPECT_EQ(Style::composeDetailStyleKey(2, 7, key), 0);
-    EXPECT_EQ(Style::composeDetailStyleKey(7, 1, key), 0);
     EXPECT_EQ(key, -5);
     EXPECT_EQ(Style::composeDetailStyleKey(7, 2, key), 1);
     EXPECT_EQ(key, 5);

@@ -1,5 +1,6 @@
 #include "transfer/DetailGroups.h"
 
+#include "catalogues/ReaderCases.h"
 #include "support/DetailFixture.h"
 
 #include <algorithm>
@@ -9,216 +10,148 @@ using namespace details;
 
 namespace {
 
-/// A group of any of the three kinds.
-struct Group {
-    int key = -1;
-    KorString runName;
-    int bitmapId = 0;
-};
+using Annotations = KorODBCDetObjAnnotationGroup;
+using Sets = KorODBCDetObjQualifierSetGroup;
+using Chains = KorODBCDetViewDimRequestLinearGroup;
+
+class DetailGroupReadersTest : public ReaderTest {};
+
+TEST_F(DetailGroupReadersTest, Readers)
+{
+    byKey(&Annotations::getDetObjAnnotationGroup, &Sets::getDetObjQualifierSetGroup,
+          &Chains::getDetViewDimRequestLinearGroup);
+    named(&Annotations::getDetObjAnnotationGroupByRunName, &Annotations::getDetObjAnnotationSetGroupRunNameList);
+    named(&Sets::getDetObjQualifierSetGroupByRunName, &Sets::getDetObjQualifierSetGroupRunNameList);
+    named(&Chains::getDetViewDimRequestLinearGroupByRunName, &Chains::getDetViewDimRequestLinearGroupRunNameList);
+    tables(&Annotations::getDetObjAnnotationGroupList, &Sets::getDetObjQualifierSetGroupTable,
+           &Chains::getDetViewDimRequestLinearGroupList);
+}
+
+/// Stands for a group of any of the three kinds.
+using Group = StructDetObjAnnotationGroup;
 
 struct Kind {
-    const char* table;
-    const char* asserting; // source of its assertions; nullptr: none
+    std::string table;
+    Texts failedWrite; // the assertions that it raises
     std::function<int(Group&, int isNew)> save;
-    std::function<int(int key, Group&)> byKey;
-    std::function<int(const KorString&, Group&)> byRunName;
-    std::function<int(std::vector<Group>&)> all;
-    int (*names)(KorArray<KorString>&);
+    std::function<int(int key)> bitmapId; // of the record as it is read
 };
 
 template <class G>
-Kind kind(const char* asserting, int (*save)(G&, int), int (*byKey)(const KorOdbcKey&, G&),
-          int (*byRunName)(const KorString&, G&), int (*all)(KorArray<G>&), int (*names)(KorArray<KorString>&))
+Kind kind(const Texts& failedWrite, int (*save)(G&, int))
 {
-    const auto through = [](Group& group, auto act) {
-        G record{group.key, group.runName, group.bitmapId};
-        const int result = act(record);
-        group = {record.key, record.runName, record.bitmapId};
-        return result;
-    };
-    return {
-        descriptionOf<G>().table.data(),
-        asserting,
-        [=](Group& group, int isNew) { return through(group, [=](G& record) { return save(record, isNew); }); },
-        [=](int key, Group& group) {
-            return through(group, [=](G& record) { return byKey(KorOdbcKey(key), record); });
-        },
-        [=](const KorString& runName, Group& group) {
-            return through(group, [=](G& record) { return byRunName(runName, record); });
-        },
-        [=](std::vector<Group>& groups) {
-            KorArray<G> records;
-            const int result = all(records);
-            for (const G& record : records)
-                groups.push_back({record.key, record.runName, record.bitmapId});
-            return result;
-        },
-        names};
+    return {std::string(descriptionOf<G>().table), failedWrite,
+            [=](Group& group, int isNew) {
+                G record{group.key, group.runName, group.bitmapId};
+                const int result = save(record, isNew);
+                group = {record.key, record.runName, record.bitmapId};
+                return result;
+            },
+            [](int key) {
+                G record;
+                EXPECT_EQ(RecordMarshal<G>::getStructByKey(key, record), 1);
+                return record.bitmapId;
+            }};
 }
 
-std::vector<Kind> kinds()
-{
-    using Annotations = KorODBCDetObjAnnotationGroup;
-    using Sets = KorODBCDetObjQualifierSetGroup;
-    using Chains = KorODBCDetViewDimRequestLinearGroup;
-    return {kind<StructDetObjAnnotationGroup>(
-                "KorODBCDetObjAnnotationGroup", &Annotations::saveDetObjAnnotationGroup,
-                &Annotations::getDetObjAnnotationGroup, &Annotations::getDetObjAnnotationGroupByRunName,
-                &Annotations::getDetObjAnnotationGroupList, &Annotations::getDetObjAnnotationSetGroupRunNameList),
-            kind<StructDetObjQualifierSetGroup>(
-                "KorODBCDetObjQualifierSetGroup", &Sets::saveDetObjQualifierSetGroup,
-                &Sets::getDetObjQualifierSetGroup, &Sets::getDetObjQualifierSetGroupByRunName,
-                &Sets::getDetObjQualifierSetGroupTable, &Sets::getDetObjQualifierSetGroupRunNameList),
-            kind<StructDetViewDimRequestLinearGroup>(
-                nullptr, &Chains::saveDetViewDimRequestLinearGroup, &Chains::getDetViewDimRequestLinearGroup,
-                &Chains::getDetViewDimRequestLinearGroupByRunName, &Chains::getDetViewDimRequestLinearGroupList,
-                &Chains::getDetViewDimRequestLinearGroupRunNameList)};
-}
-
-class DetailGroupsTest : public DetailTest {
+class DetailGroupsTest : public DetailTest, public testing::WithParamInterface<Kind> {
 protected:
+    static int save(Group& group, int isNew) { return GetParam().save(group, isNew); }
+    static const std::string& table() { return GetParam().table; }
+    static Texts stored(eDSN dsn = details) { return rows(dsn, table()); }
     /// Executions of statements that start so.
     static long executed(const Texts& statements, const std::string& start)
     {
         return std::ranges::count_if(statements, [&](const std::string& sql) { return sql.starts_with(start); });
     }
 };
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, DetailGroupsTest,
+    testing::Values(kind({"KorODBCDetObjAnnotationGroup: 1 == nOk"}, &Annotations::saveDetObjAnnotationGroup),
+                    kind({"KorODBCDetObjQualifierSetGroup: 1 == nOk"}, &Sets::saveDetObjQualifierSetGroup),
+                    kind({}, &Chains::saveDetViewDimRequestLinearGroup)),
+    [](const auto& one) { return one.param.table; });
 
-TEST_F(DetailGroupsTest, Readers)
+TEST_P(DetailGroupsTest, SavingAppendsOrUpdates)
 {
-    for (const Kind& kind : kinds()) {
-        SCOPED_TRACE(kind.table);
-        sql(details, {std::string("INSERT INTO ") + kind.table + " VALUES (9, 'it''s ''9''', 90)"});
-        const Texts stored = rows(details, kind.table);
-        ASSERT_EQ(stored.size(), 2u);
-        const auto row = [](const Group& group) {
-            return std::to_string(group.key) + "|" + group.runName.toUtf8() + "|" + std::to_string(group.bitmapId);
-        };
-        std::vector<Group> all;
-        EXPECT_EQ(kind.all(all), 1);
-        ASSERT_EQ(all.size(), 2u);
-        KorArray<KorString> names;
-        EXPECT_EQ(kind.names(names), 1);
-        ASSERT_EQ(names.length(), 2);
-        for (std::size_t i = 0; i < 2; ++i) {
-            EXPECT_EQ(row(all[i]), stored[i]);
-            EXPECT_EQ(names[static_cast<long>(i)], all[i].runName);
-            Group group;
-            EXPECT_EQ(kind.byKey(all[i].key, group), 1);
-            EXPECT_EQ(row(group), stored[i]);
-            group = {};
-            EXPECT_EQ(kind.byRunName(all[i].runName, group), 1);
-            EXPECT_EQ(row(group), stored[i]);
-        }
-        Group group{5, L"unchanged", 6};
-        EXPECT_EQ(kind.byKey(4711, group), 0);
-        EXPECT_EQ(kind.byRunName(L"it's ''9''", group), 0);
-        EXPECT_EQ(row(group), "5|unchanged|6");
+    const std::string first = stored().at(0), added = std::string("|") + awkward + "|77";
+    AssertionRecorder assertions;
+
+    // the new flag goes before the key, which is in use
+    Group group{1, text(awkward), 77};
+    EXPECT_EQ(save(group, 1), 1);
+    EXPECT_EQ(group.key, 2);
+    EXPECT_EQ(stored(), Texts({first, "2" + added}));
+
+    // an unknown key is not kept
+    for (const int unknown : {4711, -1}) {
+        group.key = unknown;
+        EXPECT_EQ(save(group, 0), 1);
+        EXPECT_EQ(group.key, unknown == 4711 ? 3 : 4);
+    }
+
+    // a known one is
+    group = {2, L"", -3};
+    EXPECT_EQ(save(group, 0), 1);
+    EXPECT_EQ(group.key, 2);
+    EXPECT_EQ(stored(), Texts({first, "2||-3", "3" + added, "4" + added}));
+    EXPECT_EQ(GetParam().bitmapId(2), -3);
+    EXPECT_EQ(assertions.take(), Texts());
+}
+
+TEST_P(DetailGroupsTest, SavingIsOneStatement)
+{
+    Group group{-1, L"warm", 1};
+    ASSERT_EQ(save(group, 1), 1);
+    for (const int isNew : {1, 0}) {
+        StatementRecorder recorder(true);
+        EXPECT_EQ(save(group, isNew), 1);
+        const Texts statements = recorder.take();
+        EXPECT_EQ(executed(statements, "INSERT"), isNew);
+        EXPECT_EQ(executed(statements, "UPDATE"), 1 - isNew);
+        EXPECT_EQ(executed(statements, "COMMIT"), 1);
     }
 }
 
-TEST_F(DetailGroupsTest, SavingAppendsOrUpdates)
+TEST_P(DetailGroupsTest, SavingGoesToTheCurrentDatabase)
 {
-    for (const Kind& kind : kinds()) {
-        SCOPED_TRACE(kind.table);
-        const std::string first = rows(details, kind.table).at(0);
-        const std::string added = std::string("|") + awkward + "|77";
-        AssertionRecorder assertions;
-
-        // the new flag goes before the key, which is in use
-        Group group{1, text(awkward), 77};
-        EXPECT_EQ(kind.save(group, 1), 1);
-        EXPECT_EQ(group.key, 2);
-        EXPECT_EQ(rows(details, kind.table), Texts({first, "2" + added}));
-
-        // an unknown key is not kept
-        for (const int unknown : {4711, -1}) {
-            const Texts before = rows(details, kind.table);
-            group.key = unknown;
-            EXPECT_EQ(kind.save(group, 0), 1);
-            EXPECT_EQ(group.key, static_cast<int>(before.size()) + 1);
-            EXPECT_EQ(rows(details, kind.table).size(), before.size() + 1);
-            EXPECT_EQ(rows(details, kind.table).back(), std::to_string(group.key) + added);
-        }
-
-        // a known one is
-        group = {2, L"", -3};
-        EXPECT_EQ(kind.save(group, 0), 1);
-        EXPECT_EQ(group.key, 2);
-        EXPECT_EQ(rows(details, kind.table), Texts({first, "2||-3", "3" + added, "4" + added}));
-        Group read;
-        EXPECT_EQ(kind.byKey(2, read), 1);
-        EXPECT_EQ(read.bitmapId, -3);
-        EXPECT_EQ(assertions.take(), Texts());
-    }
+    const Texts before = stored();
+    current(addin, firstAddin);
+    Group group{1, L"of the add-in", 8}; // the key is known in the base details alone
+    EXPECT_EQ(save(group, 0), 1);
+    EXPECT_EQ(group.key, 102);
+    EXPECT_EQ(stored(addin).back(), "102|of the add-in|8");
+    EXPECT_EQ(stored(), before);
+    EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
 }
 
-TEST_F(DetailGroupsTest, SavingIsOneStatement)
+TEST_P(DetailGroupsTest, FailedSaves)
 {
-    for (const Kind& kind : kinds()) {
-        SCOPED_TRACE(kind.table);
-        Group group{-1, L"warm", 1};
-        ASSERT_EQ(kind.save(group, 1), 1);
-        for (const int isNew : {1, 0}) {
-            StatementRecorder recorder(true);
-            EXPECT_EQ(kind.save(group, isNew), 1);
-            const Texts statements = recorder.take();
-            EXPECT_EQ(executed(statements, "INSERT"), isNew);
-            EXPECT_EQ(executed(statements, "UPDATE"), 1 - isNew);
-            EXPECT_EQ(executed(statements, "COMMIT"), 1);
-        }
-    }
-}
+    const Texts before = stored();
+    AssertionRecorder assertions;
 
-TEST_F(DetailGroupsTest, SavingGoesToTheCurrentDatabase)
-{
-    for (const Kind& kind : kinds()) {
-        SCOPED_TRACE(kind.table);
-        const Texts before = rows(details, kind.table);
-        current(addin, firstAddin);
-        Group group{1, L"of the add-in", 8}; // the key is known in the base details alone
-        EXPECT_EQ(kind.save(group, 0), 1);
-        EXPECT_EQ(group.key, 102);
-        EXPECT_EQ(rows(addin, kind.table).back(), "102|of the add-in|8");
-        EXPECT_EQ(rows(details, kind.table), before);
-        EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
-        current(details, base);
-    }
-}
+    // what the database refuses leaves nothing behind
+    sql(details, {"CREATE UNIQUE INDEX refused ON " + table() + " (BitmapId)"});
+    Group group{-5, L"new", GetParam().bitmapId(1)};
+    EXPECT_EQ(save(group, 1), 0);
+    EXPECT_EQ(group.key, -5);
+    EXPECT_EQ(stored(), before);
+    sql(details, {"DROP INDEX refused"});
+    assertions.take();
 
-TEST_F(DetailGroupsTest, FailedSaves)
-{
-    for (const Kind& kind : kinds()) {
-        SCOPED_TRACE(kind.table);
-        const std::string table = kind.table;
-        const Texts before = rows(details, table);
-        AssertionRecorder assertions;
+    // a cell that cannot be written: the others are
+    sql(details, {"ALTER TABLE " + table() + " DROP COLUMN BitmapId"});
+    EXPECT_EQ(save(group, 1), 0);
+    EXPECT_EQ(group.key, 2);
+    EXPECT_EQ(stored().back(), "2|new");
+    EXPECT_EQ(assertions.take(), GetParam().failedWrite);
 
-        // what the database refuses leaves nothing behind
-        sql(details, {"CREATE UNIQUE INDEX refused" + table + " ON " + table + " (BitmapId)"});
-        Group group{-5, L"new", std::stoi(before[0].substr(before[0].rfind('|') + 1))};
-        EXPECT_EQ(kind.save(group, 1), 0);
-        EXPECT_EQ(group.key, -5);
-        EXPECT_EQ(rows(details, table), before);
-        sql(details, {"DROP INDEX refused" + table});
-        assertions.take();
-
-        // a cell that cannot be written: the others are
-        sql(details, {"ALTER TABLE " + table + " DROP COLUMN BitmapId"});
-        EXPECT_EQ(kind.save(group, 1), 0);
-        EXPECT_EQ(group.key, 2);
-        EXPECT_EQ(rows(details, table).back(), "2|new");
-        const Texts raised =
-            kind.asserting == nullptr ? Texts() : Texts({std::string(kind.asserting) + ": 1 == nOk"});
-        EXPECT_EQ(assertions.take(), raised);
-
-        // no row can be appended
-        sql(details, {"DROP TABLE " + table});
-        EXPECT_EQ(kind.save(group, 1), 0);
-        EXPECT_EQ(kind.save(group, 0), 0);
-        EXPECT_EQ(group.key, 2);
-        EXPECT_EQ(assertions.take(), Texts());
-    }
+    // no row can be appended
+    sql(details, {"DROP TABLE " + table()});
+    EXPECT_EQ(save(group, 1), 0);
+    EXPECT_EQ(save(group, 0), 0);
+    EXPECT_EQ(group.key, 2);
+    EXPECT_EQ(assertions.take(), Texts());
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "support/DetailRecords.h"
 
 #include <functional>
+#include <type_traits>
 
 namespace {
 
@@ -11,53 +12,35 @@ using details::put;
 
 constexpr eDSN inDetails = KorDSNDefinitions::kDetails;
 
-/// Stores a record with that key that refers to each of the components.
+/// Stores a record with that key that refers to each of the components: one for a single field.
+using Store = std::function<void(int key, const std::vector<int>& components)>;
+
+/// Where references come from: a field of a type, a list of numbers, or a field of the items.
 struct Referring {
     const RecordDescription& type;
-    std::function<void(int key, const std::vector<int>& components)> store;
+    Store store;
     bool many; // one record can hold several references
 };
 
-template <class T>
-Referring column(int T::*field)
+template <class T, class Field>
+Referring from(Field field)
 {
-    return {descriptionOf<T>(),
-            [=](int key, const std::vector<int>& components) {
-                T record;
-                record.key = key;
-                record.*field = components.at(0);
-                put(inDetails, record);
-            },
-            false};
-}
-template <class T>
-Referring numbered(KorArray<int> T::*list)
-{
-    return {descriptionOf<T>(),
-            [=](int key, const std::vector<int>& components) {
-                T record;
-                record.key = key;
-                for (const int component : components)
-                    (record.*list).append(component);
-                put(inDetails, record);
-            },
-            true};
-}
-template <class T, class Item>
-Referring item(int Item::*field)
-{
-    return {descriptionOf<T>(),
-            [=](int key, const std::vector<int>& components) {
-                T record;
-                record.key = key;
-                for (const int component : components) {
-                    Item one;
-                    one.*field = component;
-                    record.items.append(one);
-                }
-                put(inDetails, record);
-            },
-            true};
+    const auto store = [=](int key, const std::vector<int>& components) {
+        T record;
+        record.key = key;
+        for (const int component : components)
+            if constexpr (std::is_same_v<Field, int T::*>)
+                record.*field = component;
+            else if constexpr (std::is_same_v<Field, KorArray<int> T::*>)
+                (record.*field).append(component);
+            else {
+                typename std::decay_t<decltype(record.items[0])> item;
+                item.*field = component;
+                record.items.append(item);
+            }
+        put(inDetails, record);
+    };
+    return {descriptionOf<T>(), store, !std::is_same_v<Field, int T::*>};
 }
 
 using Check = bool (*)(const KorOdbcKey&);
@@ -65,120 +48,105 @@ using Check = bool (*)(const KorOdbcKey&);
 struct Case {
     const char* name;
     Check shared;
-    Check exists; // nullptr: the type has no such check
     Referring from;
+    Check exists = nullptr; // not all have such a check
 };
 
 std::vector<Case> cases()
 {
-    const auto control = column(&StructDetObjAnnotationStrategy::arrangerControl);
+    using Strategy = StructDetObjAnnotationStrategy;
+    using Request = StructDetViewRequest;
+    using Style = StructDetailStyle;
+    using Map = StructDetObjReprMap;
+    using MapItem = StructDetObjReprMapItem;
+    using Points = StructDetViewDimPointSelection;
+    using Linear = StructDetViewDimRequestLinear;
     return {
-        {"annotation strategy", &G::isAnnotationStrategyShared, &G::findAnnotationStrategy,
-         item<StructDetObjReprMap>(&StructDetObjReprMapItem::annotationStrategy)},
-        {"qualifier set in maps", &G::isQualifierSetShared, &G::findQualifierSet,
-         item<StructDetObjReprMap>(&StructDetObjReprMapItem::objQualifier)},
-        {"qualifier set in point selections", &G::isQualifierSetShared, &G::findQualifierSet,
-         column(&StructDetViewDimPointSelection::objects)},
-        {"dimension request", &G::isDimensionRequestShared, &G::findDimensionRequest,
-         item<StructDetViewDimStrategy>(&StructDetViewDimStrategyItem::requestLinear)},
-        {"point selection", &G::isDimPointSelectionShared, nullptr,
-         numbered(&StructDetViewDimRequestLinear::points)},
-        {"view request", &G::isViewRequestShared, nullptr, numbered(&StructDetailStyle::requests)},
-        {"arrange strategy", &G::isViewArrangeStrategyShared, nullptr,
-         column(&StructDetailStyle::viewArrangeStrategy)},
-        {"length clip", &G::isViewLengthClipShared, nullptr, column(&StructDetViewRequest::lengthClipXY)},
-        {"representation map", &G::isObjReprMapRuleShared, nullptr, column(&StructDetViewRequest::objReprMap)},
-        {"dimension strategy", &G::isViewDimStrategyShared, nullptr, column(&StructDetViewRequest::dimStrategy)},
-        {"system and box", &G::isSystemAndBoxShared, nullptr, column(&StructDetViewRequest::systemAndBox)},
-        {"arranger control", &G::isArrangerControlShared, nullptr, control},
-        {"annotation type", &G::isAnnotationTypeShared, nullptr,
-         column(&StructDetObjAnnotationStrategy::annotationType)},
-        {"arranger strategy, of the control with its key", &G::isArrangerStrategyShared, nullptr, control},
+        {"LabelsInMaps", &G::isAnnotationStrategyShared, from<Map>(&MapItem::annotationStrategy),
+         &G::findAnnotationStrategy},
+        {"SetsInMaps", &G::isQualifierSetShared, from<Map>(&MapItem::objQualifier), &G::findQualifierSet},
+        {"SetsInPoints", &G::isQualifierSetShared, from<Points>(&Points::objects), &G::findQualifierSet},
+        {"DimensionRequest", &G::isDimensionRequestShared,
+         from<StructDetViewDimStrategy>(&StructDetViewDimStrategyItem::requestLinear), &G::findDimensionRequest},
+        {"PointSelection", &G::isDimPointSelectionShared, from<Linear>(&Linear::points)},
+        {"ViewRequest", &G::isViewRequestShared, from<Style>(&Style::requests)},
+        {"ArrangeStrategy", &G::isViewArrangeStrategyShared, from<Style>(&Style::viewArrangeStrategy)},
+        {"LengthClip", &G::isViewLengthClipShared, from<Request>(&Request::lengthClipXY)},
+        {"RepresentationMap", &G::isObjReprMapRuleShared, from<Request>(&Request::objReprMap)},
+        {"DimensionStrategy", &G::isViewDimStrategyShared, from<Request>(&Request::dimStrategy)},
+        {"SystemAndBox", &G::isSystemAndBoxShared, from<Request>(&Request::systemAndBox)},
+        {"ArrangerControl", &G::isArrangerControlShared, from<Strategy>(&Strategy::arrangerControl)},
+        {"AnnotationType", &G::isAnnotationTypeShared, from<Strategy>(&Strategy::annotationType)},
+        // of the control with the key of the strategy
+        {"ArrangerStrategy", &G::isArrangerStrategyShared, from<Strategy>(&Strategy::arrangerControl)},
     };
 }
 
 class DetailSharingTest : public RepositoryTest {
 protected:
-    static void expect(const Case& one, int references)
-    {
-        EXPECT_EQ(one.shared(component), references >= 2) << references;
-        EXPECT_EQ(one.exists != nullptr && one.exists(component), one.exists != nullptr && references >= 1)
-            << references;
-    }
-    static void empty(const RecordDescription& type)
-    {
-        Texts statements{"DELETE FROM [" + std::string(type.table) + "]"};
-        if (type.items.exists())
-            statements.push_back("DELETE FROM [" + std::string(type.items.item().table) + "]");
-        sql(details, statements);
-    }
     static constexpr int component = 40, other = 41;
 };
 
-TEST_F(DetailSharingTest, ReferencesFromSeveralRecords)
+class DetailReferencesFromTest : public DetailSharingTest, public testing::WithParamInterface<Case> {
+protected:
+    static void store(int key, const std::vector<int>& components) { GetParam().from.store(key, components); }
+    static const RecordDescription& type() { return GetParam().from.type; }
+    static void expect(int references, const KorOdbcKey& key = component)
+    {
+        const Check exists = GetParam().exists;
+        EXPECT_EQ(GetParam().shared(key), references >= 2) << references;
+        EXPECT_TRUE(exists == nullptr || exists(key) == (references >= 1)) << references;
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Components, DetailReferencesFromTest, testing::ValuesIn(cases()),
+                         [](const auto& one) { return one.param.name; });
+
+TEST_P(DetailReferencesFromTest, SeveralRecords)
 {
-    for (const Case& one : cases()) {
-        SCOPED_TRACE(one.name);
-        one.from.store(component, {other}); // a record with the component's key refers to another one
-        one.from.store(1, {other});
-        expect(one, 0);
-        for (int references = 1; references <= 4; ++references) {
-            one.from.store(10 + references, {component});
-            expect(one, references);
+    store(component, {other}); // a record with the component's key refers to another one
+    store(1, {other});
+    expect(0);
+    for (int references = 1; references <= 4; ++references) {
+        store(10 + references, {component});
+        expect(references);
+    }
+    for (const int key : {2, 3})
+        store(key, {-1});
+    expect(0, -1); // nothing refers to no record
+}
+
+TEST_P(DetailReferencesFromTest, OneRecord)
+{
+    if (!GetParam().from.many)
+        return;
+    store(1, {other, component, other});
+    store(2, {other, other});
+    expect(1);
+    sql(details, {"DELETE FROM [" + std::string(type().table) + "]"});
+    store(3, {component, other, component});
+    expect(2);
+}
+
+TEST_P(DetailReferencesFromTest, TablesThatCannotBeReadHoldNone)
+{
+    store(1, {component});
+    store(2, {component});
+    for (const RecordDescription* table : {&type(), type().items.exists() ? &type().items.item() : &type()}) {
+        {
+            const MissingTable missing(*table);
+            expect(0);
         }
-        empty(one.from.type);
-        expect(one, 0);
+        expect(2);
     }
 }
 
-TEST_F(DetailSharingTest, ReferencesFromOneRecord)
+TEST_P(DetailReferencesFromTest, ItemsWithoutTheirRecordDoNotCount)
 {
-    for (const Case& one : cases()) {
-        SCOPED_TRACE(one.name);
-        if (!one.from.many)
-            continue;
-        one.from.store(1, {other, component, other});
-        expect(one, 1);
-        one.from.store(2, {other, other});
-        expect(one, 1);
-        empty(one.from.type);
-        one.from.store(3, {component, other, component});
-        expect(one, 2);
-        empty(one.from.type);
-    }
-}
-
-TEST_F(DetailSharingTest, TablesThatCannotBeReadHoldNoReferences)
-{
-    for (const Case& one : cases()) {
-        SCOPED_TRACE(one.name);
-        const RecordDescription& type = one.from.type;
-        one.from.store(1, {component});
-        one.from.store(2, {component});
-        for (const RecordDescription* missing : {&type, type.items.exists() ? &type.items.item() : &type}) {
-            const std::string table(missing->table);
-            sql(details, {"ALTER TABLE [" + table + "] RENAME TO [Elsewhere]"});
-            expect(one, 0);
-            sql(details, {"ALTER TABLE [Elsewhere] RENAME TO [" + table + "]"});
-            expect(one, 2);
-        }
-        empty(type);
-    }
-}
-
-TEST_F(DetailSharingTest, ItemsWithoutTheirRecordDoNotCount)
-{
-    for (const Case& one : cases()) {
-        SCOPED_TRACE(one.name);
-        if (!one.from.type.items.exists())
-            continue;
-        for (const int key : {1, 2, 3})
-            one.from.store(key, {component});
-        sql(details, {"DELETE FROM [" + std::string(one.from.type.table) + "] WHERE Key = 1"});
-        expect(one, 2);
-        sql(details, {"DELETE FROM [" + std::string(one.from.type.table) + "] WHERE Key = 2"});
-        expect(one, 1);
-        empty(one.from.type);
+    for (const int key : {1, 2, 3})
+        store(key, {component});
+    for (const int key : {1, 2}) {
+        sql(details, {"DELETE FROM [" + std::string(type().table) + "] WHERE Key = " + std::to_string(key)});
+        expect(3 - key);
     }
 }
 
@@ -197,48 +165,35 @@ TEST_F(DetailSharingTest, ItemsOfAnotherSourceDoNotCount)
     EXPECT_FALSE(G::findAnnotationStrategy(component));
 }
 
-TEST_F(DetailSharingTest, NothingRefersToNoRecord)
-{
-    for (const Case& one : cases()) {
-        SCOPED_TRACE(one.name);
-        for (const int key : {1, 2})
-            one.from.store(key, {-1});
-        EXPECT_FALSE(one.shared(KorOdbcKey()));
-        EXPECT_TRUE(one.exists == nullptr || !one.exists(-1));
-        empty(one.from.type);
-    }
-}
-
 TEST_F(DetailSharingTest, PointSelectionsCountOnlyForSetsThatNoMapUses)
 {
-    const Referring maps = item<StructDetObjReprMap>(&StructDetObjReprMapItem::objQualifier);
-    const Referring points = column(&StructDetViewDimPointSelection::objects);
-    maps.store(1, {component});
+    const Store map = from<StructDetObjReprMap>(&StructDetObjReprMapItem::objQualifier).store;
+    const Store points = from<StructDetViewDimPointSelection>(&StructDetViewDimPointSelection::objects).store;
+    map(1, {component});
     for (const int key : {1, 2, 3}) {
-        points.store(key, {component});
+        points(key, {component});
         EXPECT_FALSE(G::isQualifierSetShared(component)) << key;
     }
     EXPECT_TRUE(G::findQualifierSet(component));
-    empty(maps.type);
+    sql(details, {"DELETE FROM DetObjReprMapsNew", "DELETE FROM DetObjReprMapItems"});
     EXPECT_TRUE(G::isQualifierSetShared(component));
-    maps.store(1, {component, component});
-    empty(points.type);
+    map(1, {component, component});
+    sql(details, {"DELETE FROM DetViewDimPointSelection"});
     EXPECT_TRUE(G::isQualifierSetShared(component));
 }
 
 TEST_F(DetailSharingTest, ArrangerStrategiesAreLookedUpAmongControls)
 {
-    const Referring strategies = column(&StructDetObjAnnotationStrategy::arrangerStrategy);
+    using Strategy = StructDetObjAnnotationStrategy;
     for (const int key : {1, 2})
-        strategies.store(key, {component});
+        from<Strategy>(&Strategy::arrangerStrategy).store(key, {component});
     EXPECT_FALSE(G::isArrangerStrategyShared(component));
     EXPECT_FALSE(G::isArrangerControlShared(component));
 }
 
 TEST_F(DetailSharingTest, OnlyTheCurrentSourceCounts)
 {
-    const Referring styles = numbered(&StructDetailStyle::requests);
-    styles.store(1, {component, component});
+    from<StructDetailStyle>(&StructDetailStyle::requests).store(1, {component, component});
     EXPECT_TRUE(G::isViewRequestShared(component));
     const KorDSNRequest request(KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin);
     EXPECT_FALSE(G::isViewRequestShared(component));
