@@ -292,29 +292,25 @@ protected:
                 }
         }
         ASSERT_TRUE(manifest.save(base(), error)) << error;
-        ASSERT_EQ(inChild(0,
-                          [] {
-                              start(base());
-                              details::fillConfiguration();
-                              details::fillStyle(inDetails, details::awkward);
-                              details::fillStyle(inAddin, "add-in", 100);
-                              details::fillProcess(inDetails, details::awkward);
-                              details::fillProcess(inAddin, "add-in", 100);
-                              // what the steps of the add-in look up by key
-                              details::put(inDetails, StructDetailProcessSelection{101, L"all", L"ALL", L""});
-                              details::put(inDetails, StructDetailProcessSort{101, L"none", L"", L""});
-                              details::put(inAddin, StructDetViewArrangeStrategy{1, L"first", 0, 1, 2, 0, L"x"});
-                              korodbc::host::closeRepository();
-                          }),
-                  End::Done);
+        ASSERT_TRUE(done([] {
+            start(base());
+            details::fillConfiguration();
+            details::fillStyle(inDetails, details::awkward);
+            details::fillStyle(inAddin, "add-in", 100);
+            details::fillProcess(inDetails, details::awkward);
+            details::fillProcess(inAddin, "add-in", 100);
+            // what the steps of the add-in look up by key
+            details::put(inDetails, StructDetailProcessSelection{101, L"all", L"ALL", L""});
+            details::put(inDetails, StructDetailProcessSort{101, L"none", L"", L""});
+            details::put(inAddin, StructDetViewArrangeStrategy{1, L"first", 0, 1, 2, 0, L"x"});
+            korodbc::host::closeRepository();
+        }));
         copyFolder(base(), twins());
-        ASSERT_EQ(inChild(0,
-                          [] {
-                              start(twins());
-                              fillTwins(inDetails);
-                              korodbc::host::closeRepository();
-                          }),
-                  End::Done);
+        ASSERT_TRUE(done([] {
+            start(twins());
+            fillTwins(inDetails);
+            korodbc::host::closeRepository();
+        }));
     }
     static void TearDownTestSuite() { fs::remove_all(scratch()); }
 
@@ -378,10 +374,8 @@ TEST_P(KilledProcessTest, LeavesBeforeOrAfter)
 {
     const Operation& operation = GetParam();
     copyFolder(base(), work());
-    ASSERT_EQ(
-        inChild(0,
-                [] { CRASH_REQUIRE(Exports::CreateDbFile(details::text((work() / "empty.db").string())) == 1); }),
-        End::Done);
+    ASSERT_TRUE(
+        done([] { CRASH_REQUIRE(Exports::CreateDbFile(details::text((work() / "empty.db").string())) == 1); }));
     m_emptyDetails = dump(work() / "empty.db");
 
     ASSERT_EQ(run(operation, 0, true), End::Done);
@@ -426,7 +420,7 @@ TEST_P(KilledProcessTest, LeavesBeforeOrAfter)
         long recoveryCalls = 0;
         ASSERT_EQ(recover(0, &recoveryCalls), End::Done);
         const State recovered = state(work());
-        for (const long m : sampled(recoveryCalls, 45)) {
+        for (const long m : sampled(recoveryCalls, 9 * ends / 4)) {
             ++cycles;
             copyFolder(killed(), work());
             const std::string where = "killed at call " + std::to_string(n) + ", recovery at call " +

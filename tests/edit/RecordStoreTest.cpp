@@ -1,8 +1,9 @@
-#include "DetailTypes.h"
+#include "../src/edit/DetailTables.h"
 #include "project/KorODBCUserProfile.h"
 #include "support/DetailFixture.h"
 
 #include <set>
+#include <sstream>
 
 using namespace details;
 
@@ -10,25 +11,49 @@ namespace {
 
 class RecordStoreTest : public DetailTest {};
 
+using korodbc::detailTable;
+
 using Event = korodbc::host::StatementEvent;
 
 TEST_F(RecordStoreTest, NamesKeysAndColumnsOfEveryType)
 {
+    // tables in the order of their types, with their fixed columns and those per item
+    std::istringstream expected(
+        "DetailStyle 16 1  DetViewArrangeStrategy 0 0  DetViewRequest 0 0  DetViewRequestCategories 0 0  "
+        "DetObjReprMapsNew 4 5  DetViewSystemAndBox 0 0  DetObjAppearance 0 0  "
+        "DetViewDimStrategyNew 5 2  DetViewLengthClip 0 0  DetObjAnnotationStrategy 0 0  "
+        "DetAnnotationType 4 1  DetArrangerControl 9 3  DetArrangerStrategy 7 4  "
+        "DetViewDimRequestLinear 14 1  DetViewDimPointSelection 0 0  DetailMasterTable 0 0  "
+        "DetObjQualifierSet 5 3  DetObjQualifierFilter 0 0  NumberingPrefix 8 0  ExplodeSettings 7 0  "
+        "ObjectStructure 3 0  ExplodeProfile 3 0  Linetypes 3 0  DetBaseCategories 1 0  "
+        "DetManualAnnotationType 5 1  DetObjReprMapItems 0 0  DetObjAnnotationGroup 1 0  "
+        "DetViewDimRequestLinearGroup 1 0  DetObjQualifierSetGroup 3 0  DetViewDimStrategyItems 0 0  "
+        "DetHatchSettings 0 0  DetGridReferenceSettings 0 0  DetailProcessDefinition 8 1  "
+        "DetailProcessStep 0 0  DetailFilenameSelector 0 0  DetailProcessSelection 0 0  "
+        "DetailProcessSort 0 0  DetailStyleMapNew 0 0  DetailStyleMapItems 0 0  DetailProcessScales 4 1  "
+        "DetailProcessMain2CutScale 4 2  DetailProcessCategories 0 0  DetProcessesSuiteDefinition 0 0  "
+        "DetProcessesSuiteItems 0 0  NumberingPrefixProfile 3 0  ProfileShapeRunName 3 0  "
+        "DetObjQualifierSetItem 0 0  DetailProcessScalesItem 0 0  ");
+    const std::set<int> withoutKey = {3, 6, 17, 25, 29, 30, 31, 38, 43, 46, 47};
     current(addin, firstAddin);
     for (int t = 0; t < Man::kTableTypes; ++t) {
         SCOPED_TRACE(t);
-        const detailtypes::Type& expected = detailtypes::types[t];
+        std::string table;
+        int fixed = -1, perItem = -1;
+        expected >> table >> fixed >> perItem;
         KorString name;
         EXPECT_EQ(Man::getTableName(type(t), name), 1);
-        EXPECT_EQ(name.toUtf8(), expected.table);
-        EXPECT_EQ(Man::m_numberOfColumns[t][0], expected.fixed);
-        EXPECT_EQ(Man::m_numberOfColumns[t][1], expected.perItem);
+        EXPECT_EQ(name.toUtf8(), table);
+        EXPECT_EQ(Man::m_numberOfColumns[t][0], fixed);
+        EXPECT_EQ(Man::m_numberOfColumns[t][1], perItem);
         int count = -1;
         EXPECT_EQ(Man::getNumberOfColumns(type(t), count), 1);
-        EXPECT_EQ(count, static_cast<int>(columns(addin, expected.table).size()));
-        if (expected.record != nullptr && !expected.description().hasTextKey())
-            expected.description().keyColumn().integer(expected.record) = 4711 + t;
-        EXPECT_EQ(Man::getRecordKey(type(t)), expected.access == detailtypes::Keyed ? 4711 + t : -1);
+        EXPECT_EQ(count, static_cast<int>(columns(addin, table).size()));
+        void* record = detailTable(t).currentRecord;
+        EXPECT_TRUE(record == nullptr || detailTable(t).description().table == table);
+        if (record != nullptr && !detailTable(t).description().hasTextKey())
+            detailTable(t).description().keyColumn().integer(record) = 4711 + t;
+        EXPECT_EQ(Man::getRecordKey(type(t)), withoutKey.contains(t) ? -1 : 4711 + t);
         Man::m_structDetObjQualifierFilter.key = L"F'1";
         EXPECT_EQ(Man::getRecordStringKey(type(t)).toUtf8(), t == 17 ? "F'1" : "");
     }
@@ -67,16 +92,16 @@ TEST_F(RecordStoreTest, StatementsPerRecord)
 {
     current(addin, firstAddin);
     for (int t = 0; t < Man::kTableTypes; ++t) {
-        const detailtypes::Type& expected = detailtypes::types[t];
-        if (expected.record == nullptr)
+        void* const record = detailTable(t).currentRecord;
+        if (record == nullptr)
             continue;
-        SCOPED_TRACE(expected.table);
-        const RecordDescription& description = expected.description();
-        const std::string row = "[" + std::string(expected.table) + "]";
+        const RecordDescription& description = detailTable(t).description();
+        const std::string row = "[" + std::string(description.table) + "]";
+        SCOPED_TRACE(row);
         const auto fill = [&] {
             if (const MemberList* items = description.itemList()) {
-                items->resize(expected.record, 0);
-                items->resize(expected.record, 3);
+                items->resize(record, 0);
+                items->resize(record, 3);
             }
         };
         const int items = description.items.exists() ? 3 : 0;
@@ -194,6 +219,11 @@ TEST_F(RecordStoreTest, ItemStatements)
 
 TEST_F(RecordStoreTest, ItemColumns)
 {
+    // one item more than there are columns
+    StructDetailStyleMarshal::getStructByKey(1, Man::m_structDetailStyle);
+    Man::m_structDetailStyle.requests = list<int>({1, 2, 1, 2, 1, 2, 1, 2, 1});
+    EXPECT_EQ(Man::storeCurrentRecord(Man::kDetailStyle, depth(0)), 1);
+    EXPECT_EQ(cell(details, "DetailStyle", 1, 16 + 8), "1");
     const auto altered = [](const std::string& table, const Texts& added) {
         Texts statements;
         for (const std::string& column : added)
@@ -202,7 +232,7 @@ TEST_F(RecordStoreTest, ItemColumns)
     };
     /// Room for so many items in a table with so many columns: the columns that are added.
     const auto check = [&](Man::eTableType t, int count, int items, const Texts& added) {
-        const std::string table = detailtypes::types[t].table;
+        const std::string table = KorString(detailTable(t).name).toUtf8();
         const Texts all = columns(details, table);
         for (std::size_t i = all.size(); i > static_cast<std::size_t>(count); --i)
             sql(details, {"ALTER TABLE [" + table + "] DROP COLUMN [" + all[i - 1] + "]"});
@@ -239,10 +269,7 @@ TEST_F(RecordStoreTest, KeysAndOwnersOfNewRecords)
     const struct {
         eDSN dsn;
         eIndex index;
-        int exporting;
-        int keepKey;
-        int wanted;
-        int key;
+        int exporting, keepKey, wanted, key;
         const char* owner;
     } cases[] = {
         {details, base, 0, 1, 40, 3, "OFFICE"},  // the base chooses its keys itself
@@ -411,9 +438,8 @@ TEST_F(RecordStoreTest, Ownership)
             AssertionRecorder assertions;
             const bool byOwner = withOwner.contains(t);
             for (const char* owner : {"VEL", "PC-VEL", "OFFICE"}) {
-                const detailtypes::Type& known = detailtypes::types[t];
                 if (byOwner)
-                    known.description().ownerColumn()->text(known.record) = text(owner);
+                    detailTable(t).description().ownerColumn()->text(detailTable(t).currentRecord) = text(owner);
                 const bool ownedBySystem = std::string(owner) != "OFFICE";
                 EXPECT_EQ(Man::getAttributeStatus(type(t)), byOwner ? !ownedBySystem || isSystem : t == 24)
                     << t << owner;

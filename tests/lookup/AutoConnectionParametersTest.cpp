@@ -63,33 +63,22 @@ TEST_F(AutoConnectionParametersTest, Reads)
 
 TEST_F(AutoConnectionParametersTest, Writes)
 {
-    struct Case {
-        int situation;
-        std::vector<Param> params;
-        int result;
-        Texts rows;
-    };
-    const Param changed{99, 1, -1, L"Bolt's [1]", -2, L"it's 板🔩", -3};
-    for (const Case& one : {
-             Case{3, {changed}, 0, initial}, // a situation is never started
-             {1, {}, 1, initial},
-             {1, {changed}, 1, {"1|1|-1|Bolt's [1]|-2|it's 板🔩|-3", initial[1], initial[2], initial[3]}},
-             {1,
-              {{0, 1, 5, L"Twice", 6, L"new", 7}},
-              1,
-              {initial[0], initial[1], "3|1|5|Twice|6|new|7", initial[3]}},
-             {1,
-              {{0, 1, 5, L"twice", 6, L"new", 7}, changed},
-              1,
-              {"1|1|-1|Bolt's [1]|-2|it's 板🔩|-3", initial[1], initial[2], initial[3], "5|1|5|twice|6|new|7"}},
-             // the parameter's own situation is written
-             {2, {{0, 8, 5, L"Plate", 6, L"", 7}}, 1, {initial[0], "2|8|5|Plate|6||7", initial[2], initial[3]}},
-         }) {
+    const auto check = [&](int situation, const std::vector<Param>& params, int result, const Texts& after) {
         RepositoryTest::TearDown();
         SetUp();
-        EXPECT_EQ(write(one.situation, one.params), one.result);
-        EXPECT_EQ(rows(configuration, table), one.rows);
-    }
+        EXPECT_EQ(write(situation, params), result);
+        EXPECT_EQ(rows(configuration, table), after);
+    };
+    const Param changed{99, 1, -1, L"Bolt's [1]", -2, L"it's 板🔩", -3};
+    const std::string changedRow = "1|1|-1|Bolt's [1]|-2|it's 板🔩|-3";
+    check(3, {changed}, 0, initial); // a situation is never started
+    check(1, {}, 1, initial);
+    check(1, {changed}, 1, {changedRow, initial[1], initial[2], initial[3]});
+    check(1, {{0, 1, 5, L"Twice", 6, L"new", 7}}, 1, {initial[0], initial[1], "3|1|5|Twice|6|new|7", initial[3]});
+    check(1, {{0, 1, 5, L"twice", 6, L"new", 7}, changed}, 1,
+          {changedRow, initial[1], initial[2], initial[3], "5|1|5|twice|6|new|7"});
+    // the parameter's own situation is written
+    check(2, {{0, 8, 5, L"Plate", 6, L"", 7}}, 1, {initial[0], "2|8|5|Plate|6||7", initial[2], initial[3]});
     EXPECT_EQ(write(1, {changed}, L"Missing"), 0);
 }
 

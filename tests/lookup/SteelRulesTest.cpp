@@ -28,28 +28,22 @@ TEST_F(SteelRulesTest, TextsOfARule)
     }
     KorString kept(L" kept ");
     EXPECT_EQ(kor_odbc_getRuleString(L"End plate", StructRules::kNumberOfContents, kept), 1);
-    EXPECT_EQ(kor_odbc_getRuleString(L"end plate", StructRules::kParameters, kept), 0);
-    EXPECT_EQ(kept, KorString(L" kept "));
+    EXPECT_EQ(shown(kor_odbc_getRuleString(L"end plate", StructRules::kParameters, kept), kept), "0  kept ");
 }
 
 TEST_F(SteelRulesTest, OneTextByRunName)
 {
-    struct Case {
-        int (*read)(const KorString&, KorString&);
-        const wchar_t* runName;
-        const char* text;
-    };
-    for (const Case& one : {Case{kor_odbc_getRuleInternalName, L"End plate", "  text's 0 "},
-                            {kor_odbc_getRuleIntention, L"End plate", "  text's 4 "},
-                            {kor_odbc_getRuleSublistString, L"End plate", "  text's 10 "},
-                            {kor_odbc_getRules2ndJointName, L"b", "joint b"},
-                            {kor_odbc_mapRuleName, L"Header's", "End plate"}}) {
+    const auto check = [](int (*read)(const KorString&, KorString&), const wchar_t* runName,
+                          const char* expected) {
         KorString text(L"kept");
-        EXPECT_EQ(one.read(L"' OR 1 --", text), 0);
-        EXPECT_EQ(text, KorString(L"kept"));
-        EXPECT_EQ(one.read(one.runName, text), 1);
-        EXPECT_EQ(text.toUtf8(), one.text);
-    }
+        EXPECT_EQ(shown(read(L"' OR 1 --", text), text), "0 kept");
+        EXPECT_EQ(shown(read(runName, text), text), expected);
+    };
+    check(kor_odbc_getRuleInternalName, L"End plate", "1   text's 0 ");
+    check(kor_odbc_getRuleIntention, L"End plate", "1   text's 4 ");
+    check(kor_odbc_getRuleSublistString, L"End plate", "1   text's 10 ");
+    check(kor_odbc_getRules2ndJointName, L"b", "1 joint b");
+    check(kor_odbc_mapRuleName, L"Header's", "1 End plate");
     StructRules rule;
     long version = 1;
     EXPECT_EQ(kor_odbc_getRuleObject(L"none", rule), 0);
@@ -71,16 +65,11 @@ TEST_F(SteelRulesTest, Categories)
         EXPECT_EQ(read(L"Beam's", names), 1);
         EXPECT_EQ(texts(names), (Texts{"a", "b"}));
     }
-    struct Case {
-        const wchar_t* category;
-        int position;
-        const char* rule;
-    };
-    for (const Case& one :
-         {Case{L"Beam's", 1, "RuleB"}, {L"Beam's", 2, ""}, {L"Beam's", -1, ""}, {L"None", 0, ""}}) {
+    for (const auto& [category, position, expected] :
+         {std::tuple(L"Beam's", 1, "RuleB"), {L"Beam's", 2, ""}, {L"Beam's", -1, ""}, {L"None", 0, ""}}) {
         KorString rule(L"emptied");
-        kor_odbc_getRuleKeyUse2nd(one.category, one.position, rule);
-        EXPECT_EQ(rule.toUtf8(), one.rule);
+        kor_odbc_getRuleKeyUse2nd(category, position, rule);
+        EXPECT_EQ(rule.toUtf8(), expected);
     }
     for (const auto& [category, rule, name] :
          {std::tuple(L"Beam's", L"RuleB", "b"), {L"Other", L"RuleA", "a"}, {L"Other", L"RuleB", ""}}) {

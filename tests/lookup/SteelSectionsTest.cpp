@@ -80,74 +80,58 @@ TEST_F(SteelSectionsTest, MenuLists)
 
 TEST_F(SteelSectionsTest, FieldsOfAClass)
 {
-    struct Case {
-        int (*read)(const KorString&, KorString&);
-        KorString argument;
-        int result;
-        const char* text;
-    };
-    const auto typeName = [](const KorString& name, KorString& text) {
-        return kor_odbc_get_ClassTypeName(name, text);
-    };
-    const auto runName = [](const KorString& name, KorString& text) {
-        return kor_odbc_get_ClassRunName(name, text);
-    };
-    for (const Case& one : {
-             Case{typeName, L"Wide", 1, "Type's"},
-             {typeName, L"HEA", 0, "kept"},
-             {typeName, L"Added", 1, "From the add-in"},
-             {runName, L"HEA", 1, "Wide"},
-             {runName, L"Type's", 0, "kept"},
-             {kor_odbc_get_sec_subtype_name, internalName("HEA", "any"), 1, "Subtype"},
-             {kor_odbc_get_sec_subtype_name, internalName("", "any"), 0, "kept"},
-             {kor_odbc_get_sec_subtype_name, internalName("HEA", ""), 0, "kept"},
-             {kor_odbc_get_sec_subtype_name, L"HEA", 0, "kept"},
-             {kor_odbc_getMaterialForSectionClass, internalName("HEA", "any"), 1, "S235"},
-             {kor_odbc_getMaterialForSectionClass, internalName("HE'A", "any"), 0, "kept"},
-             {kor_odbc_getMaterialForSectionClass, L"HEA", -1, "kept"},
-         }) {
-        if (!exists(KorDSNDefinitions::kAddin, "ProfileMasterTable"))
-            makeClasses(KorDSNDefinitions::kAddin, "'ADD', 'Added', 'From the add-in', '', '', ''", "", 0);
+    makeClasses(KorDSNDefinitions::kAddin, "'ADD', 'Added', 'From the add-in', '', '', ''", "", 0);
+    const auto check = [](auto read, const KorString& argument, const char* expected) {
         KorString text(L"kept");
-        EXPECT_EQ(one.read(one.argument, text), one.result) << one.argument.toUtf8();
-        EXPECT_EQ(text.toUtf8(), one.text);
-    }
+        EXPECT_EQ(shown(read(argument, text), text), expected) << argument.toUtf8();
+    };
+    const auto typeName = [](const auto& name, KorString& text) { return kor_odbc_get_ClassTypeName(name, text); };
+    const auto runName = [](const auto& name, KorString& text) { return kor_odbc_get_ClassRunName(name, text); };
+    check(typeName, L"Wide", "1 Type's");
+    check(typeName, L"HEA", "0 kept");
+    check(typeName, L"Added", "1 From the add-in");
+    check(runName, L"HEA", "1 Wide");
+    check(runName, L"Type's", "0 kept");
+    check(kor_odbc_get_sec_subtype_name, internalName("HEA", "any"), "1 Subtype");
+    check(kor_odbc_get_sec_subtype_name, internalName("", "any"), "0 kept");
+    check(kor_odbc_get_sec_subtype_name, internalName("HEA", ""), "0 kept");
+    check(kor_odbc_get_sec_subtype_name, L"HEA", "0 kept");
+    check(kor_odbc_getMaterialForSectionClass, internalName("HEA", "any"), "1 S235");
+    check(kor_odbc_getMaterialForSectionClass, internalName("HE'A", "any"), "0 kept");
+    check(kor_odbc_getMaterialForSectionClass, L"HEA", "-1 kept");
 }
 
 TEST_F(SteelSectionsTest, CalculationValues)
 {
-    struct Case {
-        KorString name;
-        int result;
-        double alpha;
-    };
-    for (const Case& one : {
-             Case{internalName("HEA", "HEA100"), 1, 34}, // without regard to case
-             {internalName("HEA", "hea'120"), 1, 32},
-             {internalName("HEA", "äHNLICH"), 1, 33},
-             {internalName("HEA", "ZZZZzzzzzextern"), 1, 31},
-             {internalName("HEA", "HEA 100"), 0, -1},
-             {internalName("HEA", "' OR 1 --"), 0, -1},
-             {internalName("hea", "HEA100"), 0, -1}, // class keys are exact
-             {internalName("Empty", "HEA100"), 0, -1},
-             {internalName("Lost", "HEA100"), 0, -1},
-             {internalName("", "HEA100"), 0, -1},
-             {internalName("HEA", ""), 0, -1},
-             {L"HEA100", 0, -1},
-             {L"", 0, -1},
-         }) {
-        SCOPED_TRACE(one.name.toUtf8());
+    const auto check = [](const KorString& name, double alphaThere) {
+        SCOPED_TRACE(name.toUtf8());
+        const int result = alphaThere < 0 ? 0 : 1;
         double alpha = -1;
-        EXPECT_EQ(kor_odbc_getSectionAlpha(alpha, one.name), one.result);
-        EXPECT_EQ(alpha, one.alpha);
+        EXPECT_EQ(kor_odbc_getSectionAlpha(alpha, name), result);
+        EXPECT_EQ(alpha, alphaThere);
         KorArray<double> params;
         params.append(99);
-        EXPECT_EQ(kor_odbc_getSectionCalculationParams(params, one.name), one.result);
-        ASSERT_EQ(params.length(), one.result == 1 ? 18 : 0);
+        EXPECT_EQ(kor_odbc_getSectionCalculationParams(params, name), result);
+        ASSERT_EQ(params.length(), result == 1 ? 18 : 0);
         EXPECT_GE(params.physicalLength(), 18);
         for (int i = 0; i < params.length(); ++i)
-            EXPECT_EQ(params[i], i == 7 ? one.alpha : i + 1);
-    }
+            EXPECT_EQ(params[i], i == 7 ? alpha : i + 1);
+    };
+    // without regard to case, but class keys are exact
+    check(internalName("HEA", "HEA100"), 34);
+    check(internalName("HEA", "hea'120"), 32);
+    check(internalName("HEA", "äHNLICH"), 33);
+    check(internalName("HEA", "ZZZZzzzzzextern"), 31);
+    for (const auto& [classKey, section] : {std::pair("HEA", "HEA 100"),
+                                            {"HEA", "' OR 1 --"},
+                                            {"hea", "HEA100"},
+                                            {"Empty", "HEA100"},
+                                            {"Lost", "HEA100"},
+                                            {"", "HEA100"},
+                                            {"HEA", ""}})
+        check(internalName(classKey, section), -1);
+    check(L"HEA100", -1);
+    check(L"", -1);
 }
 
 TEST_F(SteelSectionsTest, AlphaComesFromTheProfilesFirst)
@@ -176,9 +160,7 @@ TEST_F(SteelSectionsTest, Behaviour)
     EXPECT_EQ(kor_odbc_getSectionUnwind(unwind, behaviour), 0);
     EXPECT_EQ(behaviour + unwind, 18);
     EXPECT_EQ(kor_odbc_getSectionBehaviourKey(L"C's", behaviour), 1);
-    EXPECT_EQ(kor_odbc_getSectionUnwind(unwind, behaviour), 1);
-    EXPECT_EQ(behaviour, 4);
-    EXPECT_EQ(unwind, 2);
+    EXPECT_EQ(shown(kor_odbc_getSectionUnwind(unwind, behaviour), behaviour, unwind), "1 4 2");
 }
 
 } // namespace

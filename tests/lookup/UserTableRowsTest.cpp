@@ -1,6 +1,6 @@
 #include "lookup/UserTableRows.h"
 
-#include "support/RepositoryFixture.h"
+#include "Lookups.h"
 
 using namespace korodbc;
 
@@ -21,39 +21,24 @@ protected:
 
 TEST_F(UserTableRowsTest, AppendsRows)
 {
-    struct Case {
-        const char* table;
-        int kind;
-        const wchar_t* text;
-        int number;
-        bool keepKey;
-        int result, newKind;
-        const wchar_t* newText;
-        int newNumber;
-        std::size_t rows;
-    };
-    for (const Case& one : {
-             Case{"ByText", kTextKey, L"it's 板🔩", 0, true, 1, kTextKey, L"it's 板🔩", 0, 2},
-             {"ByText", kTextKey, L"old", 0, true, 0, kTextKey, L"old", 0, 1}, // taken
-             {"ByNumber", kIntKey, L"", 12, true, 1, kIntKey, L"", 12, 2},
-             {"ByNumber", kIntKey, L"", 7, true, 0, kIntKey, L"", 7, 1}, // taken
-             {"ByNumber", kIntKey, L"", 7, false, 1, kIntKey, L"", 8, 2},
-             {"Alias", kIntKey, L"", -1, false, 1, kIntKey, L"", 8, 2},
-             {"ByNumber", kTextKey, L"21", 5, true, 1, kIntKey, L"21", 21, 2}, // the table's keys are numbers
-             {"Missing", kIntKey, L"", 12, true, 0, kIntKey, L"", 12, 1},
-         }) {
-        SCOPED_TRACE(one.table);
+    // the result and the key that the row got
+    const auto check = [this](const wchar_t* table, int kind, KorString key, int number, bool keepKey,
+                              const char* after, std::size_t count) {
+        SCOPED_TRACE(after);
         RepositoryTest::TearDown();
         SetUp();
-        int kind = one.kind, number = one.number;
-        KorString text(one.text);
-        EXPECT_EQ(appendUserTableRow(KorString::fromUtf8(one.table), kind, text, number, one.keepKey), one.result);
-        EXPECT_EQ(kind, one.newKind);
-        EXPECT_EQ(text, KorString(one.newText));
-        EXPECT_EQ(number, one.newNumber);
-        EXPECT_EQ(rows(configuration, std::string(one.table) == "ByText" ? "ByText" : "ByNumber").size(),
-                  one.rows);
-    }
+        const int result = appendUserTableRow(table, kind, key, number, keepKey);
+        EXPECT_EQ(shown(result, kind, key, number), after);
+        EXPECT_EQ(rows(configuration, KorString(table) == L"ByText" ? "ByText" : "ByNumber").size(), count);
+    };
+    check(L"ByText", kTextKey, L"it's 板🔩", 0, true, "1 0 it's 板🔩 0", 2);
+    check(L"ByText", kTextKey, L"old", 0, true, "0 0 old 0", 1); // taken
+    check(L"ByNumber", kIntKey, L"", 12, true, "1 1  12", 2);
+    check(L"ByNumber", kIntKey, L"", 7, true, "0 1  7", 1); // taken
+    check(L"ByNumber", kIntKey, L"", 7, false, "1 1  8", 2);
+    check(L"Alias", kIntKey, L"", -1, false, "1 1  8", 2);
+    check(L"ByNumber", kTextKey, L"21", 5, true, "1 1 21 21", 2); // the table's keys are numbers
+    check(L"Missing", kIntKey, L"", 12, true, "0 1  12", 1);
 }
 
 TEST_F(UserTableRowsTest, KeyOfAnotherKindIsRefused)
@@ -70,29 +55,21 @@ TEST_F(UserTableRowsTest, KeyOfAnotherKindIsRefused)
 
 TEST_F(UserTableRowsTest, WritesCells)
 {
-    struct Case {
-        const wchar_t *table, *key;
-        int column;
-        KorCellData value;
-        int result;
-        const char* row; // the first of the table
-    };
-    for (const Case& one : {
-             Case{L"ByText", L"old", 1, KorCellData(L"it's [1] 板🔩 100%"), 1, "old|it's [1] 板🔩 100%|1"},
-             {L"ByText", L"old", 2, KorCellData(5), 1, "old|x|5"},
-             {L"ByText", L"none", 2, KorCellData(5), 0, "old|x|1"},
-             {L"ByText", L"old", 3, KorCellData(5), 0, "old|x|1"},
-             {L"ByText", L"old", -1, KorCellData(5), 0, "old|x|1"},
-             {L"ByNumber", L"7", 2, KorCellData(5), 1, "7|x|5"},
-             {L"Alias", L"7", 1, KorCellData(L"ü"), 1, "7|ü|1"},
-             {L"ByNumber", L"seven", 2, KorCellData(5), 0, "7|x|1"},
-         }) {
+    // the first row of the table afterwards
+    const auto check = [this](const wchar_t* table, const wchar_t* key, int column, const KorCellData& value,
+                              int result, const char* row) {
         RepositoryTest::TearDown();
         SetUp();
-        const bool byText = KorString(one.table) == L"ByText";
-        EXPECT_EQ(setUserTableCell(one.table, one.key, one.column, one.value), one.result) << one.row;
-        EXPECT_EQ(rows(configuration, byText ? "ByText" : "ByNumber")[0], one.row);
-    }
+        EXPECT_EQ(setUserTableCell(table, key, column, value), result) << row;
+        EXPECT_EQ(rows(configuration, KorString(table) == L"ByText" ? "ByText" : "ByNumber")[0], row);
+    };
+    check(L"ByText", L"old", 1, KorCellData(L"it's [1] 板🔩 100%"), 1, "old|it's [1] 板🔩 100%|1");
+    check(L"ByText", L"none", 2, KorCellData(5), 0, "old|x|1");
+    check(L"ByText", L"old", 3, KorCellData(5), 0, "old|x|1");
+    check(L"ByText", L"old", -1, KorCellData(5), 0, "old|x|1");
+    check(L"ByNumber", L"7", 2, KorCellData(5), 1, "7|x|5");
+    check(L"Alias", L"7", 1, KorCellData(L"ü"), 1, "7|ü|1");
+    check(L"ByNumber", L"seven", 2, KorCellData(5), 0, "7|x|1");
     EXPECT_EQ(setUserTableCell(L"Missing", L"1", 0, KorCellData(5)), 0);
 }
 

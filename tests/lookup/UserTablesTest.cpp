@@ -67,31 +67,20 @@ protected:
 
 TEST_F(UserTablesTest, Structure)
 {
-    const Texts byNumber{"Key", "Name", "Size", "Section"}, kept{"kept"};
-    KorArray<KorColumn> columns;
-    const auto start = [&] {
-        columns.setLogicalLength(0);
+    const auto check = [](int result, const auto&... where) {
+        KorArray<KorColumn> columns;
         columns.append(KorColumn(L"kept", KorItemType::kInt));
+        EXPECT_EQ(kor_odbc_getTableStructure(where..., columns), result);
+        EXPECT_EQ(names(columns), result == 1 ? (Texts{"Key", "Name", "Size", "Section"}) : Texts{"kept"});
     };
-    for (const auto& [table, result] : {std::pair(L"ByNumber", 1), {L"Alias", 1}, {L"Missing", 0}}) {
-        start();
-        EXPECT_EQ(kor_odbc_getTableStructure(table, columns), result);
-        EXPECT_EQ(names(columns), result == 1 ? byNumber : kept);
-    }
-    struct Case {
-        eDSN dsn;
-        const wchar_t* table;
-        int result;
-    };
-    for (const Case& one : {Case{configuration, L"ByNumber", 1},
-                            {unresolved, L"ByNumber", 1},
-                            {unresolved, L"Alias", 0}, // the name is passed on as given
-                            {details, L"ByNumber", 0},
-                            {unresolved, L"Missing", 0}}) {
-        start();
-        EXPECT_EQ(kor_odbc_getTableStructure(one.dsn, one.table, columns), one.result) << one.dsn;
-        EXPECT_EQ(names(columns), one.result == 1 ? byNumber : kept);
-    }
+    check(1, L"ByNumber");
+    check(1, L"Alias");
+    check(0, L"Missing");
+    check(1, configuration, L"ByNumber");
+    check(1, unresolved, L"ByNumber");
+    check(0, unresolved, L"Alias"); // the name is passed on as given
+    check(0, details, L"ByNumber");
+    check(0, unresolved, L"Missing");
 }
 
 TEST_F(UserTablesTest, Existence)
@@ -147,56 +136,45 @@ TEST(UserTablesResetTest, ShowsWhatAnotherProcessChanged)
 
 TEST_F(UserTablesTest, KeysByConditions)
 {
-    struct Case {
-        const wchar_t* table;
-        Conditions conditions;
-        int result;
-        Texts keys;        // "i7" or "ttext"
-        std::string where; // as it reaches the database
-    };
-    for (const Case& one :
-         {Case{L"ByNumber", {}, 1, {"i3", "i7", "i9"}, "( 1 = 1)"},
-          {L"Alias", {{"Name", L"x"}}, 1, {"i7", "i9"}, "([Name] = 'x') AND ( 1 = 1)"},
-          {L"ByNumber",
-           {{"Name", L"x"}, {"Section", L"IPE"}},
-           1,
-           {"i9"},
-           "([Name] = 'x') AND ([Section] = 'IPE') AND ( 1 = 1)"},
-          {L"ByNumber", {{"Name", L"none"}}, 1, {}, "([Name] = 'none') AND ( 1 = 1)"},
-          {L"ByText",
-           {{"Name", L"it's [1] 板🔩 100%"}},
-           1,
-           {"tb'1"},
-           "([Name] = 'it''s [1] 板🔩 100%') AND ( 1 = 1)"},
-          {L"ByText", {{"Name", L"') OR (1=1) --"}}, 1, {}, "([Name] = ''') OR (1=1) --') AND ( 1 = 1)"},
-          {L"ByText", {{"Name] = 1 OR [Name", L"x"}}, 0, {}, ""},
-          {L"ByText", {{"Missing", L"x"}}, 0, {}, ""},
-          {L"Missing", {}, 0, {}, ""}}) {
-        SCOPED_TRACE(one.where);
-        const KorArray<KorColumn> list = conditions(one.conditions);
+    // `keys` are "i7" or "ttext", `where` is how the conditions reach the database
+    const auto check = [](const wchar_t* table, const Conditions& of, int result, const Texts& expected,
+                          const std::string& where) {
+        SCOPED_TRACE(where);
+        const KorArray<KorColumn> list = conditions(of);
         KorArray<KorColumn> keys;
         keys.append(KorColumn(L"kept", KorItemType::kInt));
         StatementRecorder statements(true);
-        EXPECT_EQ(korOdbcGetUserKeys(list, one.table, keys), one.result);
+        EXPECT_EQ(korOdbcGetUserKeys(list, table, keys), result);
         const Texts ran = statements.take();
-        if (!one.where.empty()) {
+        if (!where.empty()) {
             ASSERT_FALSE(ran.empty());
-            EXPECT_NE(ran.back().find(" WHERE " + one.where + " "), std::string::npos) << ran.back();
+            EXPECT_NE(ran.back().find(" WHERE " + where + " "), std::string::npos) << ran.back();
         }
         Texts found;
         for (int i = 1; i < keys.length(); ++i)
             found.push_back((keys[i].getType() == KorItemType::kInt ? "i" : "t") + keys[i].getsValue().toUtf8());
-        EXPECT_EQ(found, one.keys);
+        EXPECT_EQ(found, expected);
         EXPECT_EQ(keys[0].getName(), KorString(L"kept"));
         // the first of them
         KorColumn key = condition("Key", L"kept"), there = key, elsewhere = key;
-        EXPECT_EQ(kor_odbc_getUserFirstKey(list, one.table, key), one.result);
-        EXPECT_EQ(key.getsValue().toUtf8(), one.keys.empty() ? "kept" : one.keys[0].substr(1));
-        EXPECT_EQ(kor_odbc_getUserFirstKey(configuration, list, one.table, there), one.result);
+        EXPECT_EQ(kor_odbc_getUserFirstKey(list, table, key), result);
+        EXPECT_EQ(key.getsValue().toUtf8(), expected.empty() ? "kept" : expected[0].substr(1));
+        EXPECT_EQ(kor_odbc_getUserFirstKey(configuration, list, table, there), result);
         EXPECT_EQ(there, key);
-        EXPECT_EQ(kor_odbc_getUserFirstKey(details, list, one.table, elsewhere), 0);
+        EXPECT_EQ(kor_odbc_getUserFirstKey(details, list, table, elsewhere), 0);
         EXPECT_EQ(elsewhere.getsValue(), KorString(L"kept"));
-    }
+    };
+    check(L"ByNumber", {}, 1, {"i3", "i7", "i9"}, "( 1 = 1)");
+    check(L"Alias", {{"Name", L"x"}}, 1, {"i7", "i9"}, "([Name] = 'x') AND ( 1 = 1)");
+    check(L"ByNumber", {{"Name", L"x"}, {"Section", L"IPE"}}, 1, {"i9"},
+          "([Name] = 'x') AND ([Section] = 'IPE') AND ( 1 = 1)");
+    check(L"ByNumber", {{"Name", L"none"}}, 1, {}, "([Name] = 'none') AND ( 1 = 1)");
+    check(L"ByText", {{"Name", L"it's [1] 板🔩 100%"}}, 1, {"tb'1"},
+          "([Name] = 'it''s [1] 板🔩 100%') AND ( 1 = 1)");
+    check(L"ByText", {{"Name", L"') OR (1=1) --"}}, 1, {}, "([Name] = ''') OR (1=1) --') AND ( 1 = 1)");
+    check(L"ByText", {{"Name] = 1 OR [Name", L"x"}}, 0, {}, "");
+    check(L"ByText", {{"Missing", L"x"}}, 0, {}, "");
+    check(L"Missing", {}, 0, {}, "");
     // joined by the conditions' own operators
     KorArray<KorColumn> list = conditions({{"Section", L"IPE"}, {"Size", L"2"}});
     list[1].setLogicalOperator(KorColumn::kOr);
@@ -219,36 +197,25 @@ TEST_F(UserTablesTest, KeysByConditions)
 
 TEST_F(UserTablesTest, FirstKeyOfASection)
 {
-    struct Case {
-        const wchar_t *section, *table;
-        int result; // of the text key alone
-        const wchar_t* key;
-        int kindResult; // with kinds
-        const wchar_t* textKey;
-        int intKey, kind;
-    };
-    for (const Case& one : {
-             Case{L"HEA's", L"ByText", 1, L"b'1", 1, L"b'1", 5, 0},
-             {L"IPE]", L"ByText", 1, L"a", 1, L"a", 5, 0},
-             {L"HEA", L"ByNumber", 1, L"kept", 1, L"kept", 3, 1},
-             {L"IPE", L"Alias", 1, L"kept", 1, L"kept", 9, 1},
-             {L"none", L"ByText", 1, L"kept", 1, L"kept", 5, 7},
-             {L"' OR 1=1 --", L"ByText", 1, L"kept", 1, L"kept", 5, 7},
-             {L"HEA", L"Two", 1, L"kept", 1, L"kept", 5, 7}, // no such column: nothing is searched
-             {L"HEA", L"Odd", 1, L"kept", -2, L"kept", 5, -1},
-             {L"HEA", L"Missing", 0, L"kept", -2, L"kept", 5, 7},
-         }) {
-        SCOPED_TRACE(KorString(one.table).toUtf8() + " " + KorString(one.section).toUtf8());
+    // a text key alone, and a key of either kind
+    const auto check = [](const wchar_t* section, const wchar_t* table, const char* ofText, const char* ofEither) {
+        SCOPED_TRACE(shown(KorString(section), KorString(table)));
         AssertionRecorder assertions;
         KorString key(L"kept"), textKey(L"kept");
-        int intKey = 5, kind = 7;
-        EXPECT_EQ(kor_odbc_getUserFirstKey(one.section, one.table, key), one.result);
-        EXPECT_EQ(key, KorString(one.key));
-        EXPECT_EQ(kor_odbc_getUserFirstKey(one.section, one.table, textKey, intKey, kind), one.kindResult);
-        EXPECT_EQ(textKey, KorString(one.textKey));
-        EXPECT_EQ(intKey, one.intKey);
-        EXPECT_EQ(kind, one.kind);
-    }
+        int intKey = 5, kind = 7, result = kor_odbc_getUserFirstKey(section, table, key);
+        EXPECT_EQ(shown(result, key), ofText);
+        result = kor_odbc_getUserFirstKey(section, table, textKey, intKey, kind);
+        EXPECT_EQ(shown(result, textKey, intKey, kind), ofEither);
+    };
+    check(L"HEA's", L"ByText", "1 b'1", "1 b'1 5 0");
+    check(L"IPE]", L"ByText", "1 a", "1 a 5 0");
+    check(L"HEA", L"ByNumber", "1 kept", "1 kept 3 1");
+    check(L"IPE", L"Alias", "1 kept", "1 kept 9 1");
+    check(L"none", L"ByText", "1 kept", "1 kept 5 7");
+    check(L"' OR 1=1 --", L"ByText", "1 kept", "1 kept 5 7");
+    check(L"HEA", L"Two", "1 kept", "1 kept 5 7"); // no such column: nothing is searched
+    check(L"HEA", L"Odd", "1 kept", "-2 kept 5 -1");
+    check(L"HEA", L"Missing", "0 kept", "-2 kept 5 7");
     StatementRecorder statements(true);
     KorString key;
     kor_odbc_getUserFirstKey(L"HEA", L"Two", key);
@@ -257,64 +224,47 @@ TEST_F(UserTablesTest, FirstKeyOfASection)
 
 TEST_F(UserTablesTest, ComboBoxKeys)
 {
-    struct Case {
-        const wchar_t *runName, *table;
-        int intResult, intKey; // asking for an int key
-        int result;            // asking for either
-        const wchar_t* text;
-        int number, kind;
-    };
-    for (const Case& one : {
-             Case{L"x", L"ByNumber", 1, 7, 1, L"kept", 7, 1},
-             {L"y", L"Alias", 1, 3, 1, L"kept", 3, 1},
-             {L"it's [1] 板🔩 100%", L"ByText", 0, 5, 1, L"b'1", 5, 0},
-             {L"X", L"ByNumber", 0, 5, 0, L"kept", 5, 1}, // unknown: the kind that a new row needs
-             {L"none", L"ByText", 0, 5, 0, L"kept", 5, 0},
-             {L"none", L"Odd", 0, 5, 0, L"kept", 5, -1},
-             {L"x", L"Odd", 0, 5, 0, L"kept", 5, -1},
-             {L"x", L"Missing", 0, 5, -2, L"kept", 5, 7},
-         }) {
-        SCOPED_TRACE(KorString(one.table).toUtf8() + " " + KorString(one.runName).toUtf8());
-        int key = 5, number = 5, kind = 7;
+    // an int key alone, and a key of either kind
+    const auto check = [](const wchar_t* runName, const wchar_t* table, const char* ofInt, const char* ofEither) {
+        SCOPED_TRACE(shown(KorString(runName), KorString(table)));
         KorString text(L"kept");
-        EXPECT_EQ(kor_odbc_getUserComboBoxKey(one.runName, one.table, key), one.intResult);
-        EXPECT_EQ(key, one.intKey);
-        EXPECT_EQ(kor_odbc_getUserComboBoxKey(one.runName, one.table, text, number, kind), one.result);
-        EXPECT_EQ(text, KorString(one.text));
-        EXPECT_EQ(number, one.number);
-        EXPECT_EQ(kind, one.kind);
-    }
+        int key = 5, number = 5, kind = 7, result = kor_odbc_getUserComboBoxKey(runName, table, key);
+        EXPECT_EQ(shown(result, key), ofInt);
+        result = kor_odbc_getUserComboBoxKey(runName, table, text, number, kind);
+        EXPECT_EQ(shown(result, text, number, kind), ofEither);
+    };
+    check(L"x", L"ByNumber", "1 7", "1 kept 7 1");
+    check(L"y", L"Alias", "1 3", "1 kept 3 1");
+    check(L"it's [1] 板🔩 100%", L"ByText", "0 5", "1 b'1 5 0");
+    check(L"X", L"ByNumber", "0 5", "0 kept 5 1"); // unknown: the kind that a new row needs
+    check(L"none", L"ByText", "0 5", "0 kept 5 0");
+    check(L"none", L"Odd", "0 5", "0 kept 5 -1");
+    check(L"x", L"Odd", "0 5", "0 kept 5 -1");
+    check(L"x", L"Missing", "0 5", "-2 kept 5 7");
     KorString runName(L"kept");
     EXPECT_EQ(kor_odbc_getUserComboBoxRunname(4, L"ByNumber", runName), 0);
     EXPECT_EQ(kor_odbc_getUserComboBoxRunname(L"b'1' OR 1", L"ByText", runName), 0);
-    EXPECT_EQ(kor_odbc_getUserComboBoxRunname(L"b'1", L"Missing", runName), 0);
-    EXPECT_EQ(runName, KorString(L"kept"));
-    EXPECT_EQ(kor_odbc_getUserComboBoxRunname(3, L"Alias", runName), 1);
-    EXPECT_EQ(runName, KorString(L"y"));
-    EXPECT_EQ(kor_odbc_getUserComboBoxRunname(L"b'1", L"ByText", runName), 1);
-    EXPECT_EQ(runName, KorString(L"it's [1] 板🔩 100%"));
+    EXPECT_EQ(shown(kor_odbc_getUserComboBoxRunname(L"b'1", L"Missing", runName), runName), "0 kept");
+    EXPECT_EQ(shown(kor_odbc_getUserComboBoxRunname(3, L"Alias", runName), runName), "1 y");
+    EXPECT_EQ(shown(kor_odbc_getUserComboBoxRunname(L"b'1", L"ByText", runName), runName), "1 it's [1] 板🔩 100%");
 }
 
 TEST_F(UserTablesTest, ComboBoxLists)
 {
-    struct Case {
-        const wchar_t* table;
-        int result;
-        std::vector<long> keys;
-        Texts names;
-    };
-    for (const Case& one : {Case{L"ByText", 1, {20, 10}, {"it's [1] 板🔩 100%", "Träger"}},
-                            {L"Alias", 1, {2, 1, 3}, {"y", "x", "x"}},
-                            {L"Two", 1, {}, {"one"}}, // no numbers
-                            {L"Empty", 0, {}, {}},
-                            {L"Missing", 0, {}, {"kept"}}}) {
+    const auto check = [](const wchar_t* table, int result, std::vector<long> expected,
+                          const Texts& expectedNames) {
         KorArray<long> keys;
         keys.append(4);
         KorArray<KorString> names = korTexts({"kept"});
-        EXPECT_EQ(kor_odbc_getUserComboBoxList(one.table, keys, names), one.result);
-        EXPECT_EQ(std::vector<long>(keys.begin(), keys.end()), one.keys);
-        EXPECT_EQ(texts(names), one.names);
-    }
+        EXPECT_EQ(kor_odbc_getUserComboBoxList(table, keys, names), result);
+        EXPECT_EQ(std::vector<long>(keys.begin(), keys.end()), expected);
+        EXPECT_EQ(texts(names), expectedNames);
+    };
+    check(L"ByText", 1, {20, 10}, {"it's [1] 板🔩 100%", "Träger"});
+    check(L"Alias", 1, {2, 1, 3}, {"y", "x", "x"});
+    check(L"Two", 1, {}, {"one"}); // no numbers
+    check(L"Empty", 0, {}, {});
+    check(L"Missing", 0, {}, {"kept"});
     KorArray<KorString> names = korTexts({"kept"});
     kor_odbc_getUserCSComboBoxList(L"ByNumber", L"[Nothing] = 1", names);
     EXPECT_EQ(texts(names), Texts{"kept"});
@@ -328,8 +278,8 @@ TEST_F(UserTablesTest, CombinationKey)
         {"INSERT INTO ValidCombinations VALUES (4, 'ISO 4014', '8.8', 'Set', 'M20', 'Plain', 'Site'),"
          "(5, 'ISO 4014', '8.8', 'it''s', 'M20', 'Plain', 'Site')"});
     int key = 1;
-    EXPECT_EQ(kor_odbc_getCombinationKey(key, L"ISO 4014", L"8.8", L"it's", L"M20", L"Plain", L"Site"), 1);
-    EXPECT_EQ(key, 5);
+    EXPECT_EQ(shown(kor_odbc_getCombinationKey(key, L"ISO 4014", L"8.8", L"it's", L"M20", L"Plain", L"Site"), key),
+              "1 5");
     const wchar_t* properties[] = {L"ISO 4014", L"8.8", L"Set", L"M20", L"Plain", L"Site"};
     for (const wchar_t*& other : properties) { // each of the six counts
         const wchar_t* const right = std::exchange(other, L"x");
@@ -345,60 +295,43 @@ TEST_F(UserTablesTest, ListControls)
 {
     sql(configuration, {"CREATE TABLE ByCode ([Key] TEXT, Name TEXT)",
                         "INSERT INTO ByCode VALUES ('c', 'one'), ('a', 'two'), ('b', 'three')"});
-    struct Case {
-        const wchar_t* table;
-        int result;
-        Texts values;
-        int sortedResult;
-        Texts sorted;
-    };
-    for (const Case& one : {
-             Case{L"ByCode", 1, {"c|a|b", "one|two|three"}, 1, {"a|b|c", "two|three|one"}},
-             {L"Alias",
-              1,
-              {"3|7|9", "y|x|x", "2|1|3", "HEA|HEA|IPE"},
-              1,
-              {"3|7|9", "y|x|x", "2|1|3", "HEA|HEA|IPE"}},
-             {L"Two", 1, {"1", "one"}, 0, {"", ""}}, // has no column of that name
-             {L"Empty", 1, {"", "", ""}, 0, {"", "", ""}},
-             {L"Missing", 0, {}, 0, {}},
-         }) {
-        SCOPED_TRACE(KorString(one.table).toUtf8());
+    // as it stands, and sorted by its key
+    const auto check = [](const wchar_t* table, const char* found, const char* sorted) {
+        SCOPED_TRACE(KorString(table).toUtf8());
         KorArray<KorColumnData> data;
         data.append(KorColumnData());
         KorArray<KorColumn> columns;
         columns.append(KorColumn());
-        EXPECT_EQ(kor_odbc_getListcontrolTable(one.table, data, columns), one.result);
-        EXPECT_EQ(values(data), one.values);
+        int result = kor_odbc_getListcontrolTable(table, data, columns);
+        EXPECT_EQ(shown(result, values(data)), found);
         EXPECT_EQ(columns.length(), data.length());
-        EXPECT_EQ(kor_odbc_getListcontrolTableSortedByKey(one.table, data, columns), one.sortedResult);
-        EXPECT_EQ(values(data), one.sorted);
+        result = kor_odbc_getListcontrolTableSortedByKey(table, data, columns);
+        EXPECT_EQ(shown(result, values(data)), sorted);
         EXPECT_EQ(columns.length(), data.length());
-    }
+    };
+    check(L"ByCode", "1 c|a|b,one|two|three", "1 a|b|c,two|three|one");
+    check(L"Alias", "1 3|7|9,y|x|x,2|1|3,HEA|HEA|IPE", "1 3|7|9,y|x|x,2|1|3,HEA|HEA|IPE");
+    check(L"Two", "1 1,one", "0 "); // has no column of that name
+    check(L"Empty", "1 ", "0 ");
+    check(L"Missing", "0 ", "0 ");
 }
 
 TEST_F(UserTablesTest, ListControlKeys)
 {
-    struct Case {
-        int row;
-        const wchar_t* table;
-        int textResult;
-        const wchar_t* text;
-        int result, number;
-    };
-    for (const Case& one : {Case{0, L"ByText", 1, L"b'1", 1, 0},
-                            {2, L"Alias", 1, L"9", 1, 9},
-                            {3, L"ByNumber", 1, L"kept", 0, 5},
-                            {-1, L"ByNumber", 1, L"kept", 0, 5},
-                            {0, L"Empty", 1, L"kept", 0, 5},
-                            {0, L"Missing", 0, L"kept", 0, 5}}) {
+    // as a text, and as a number
+    const auto check = [](int row, const wchar_t* table, const char* ofText, const char* ofInt) {
         KorString text(L"kept");
-        int number = 5;
-        EXPECT_EQ(kor_odbc_getUserListcontrolKey(one.row, one.table, text), one.textResult);
-        EXPECT_EQ(text, KorString(one.text));
-        EXPECT_EQ(kor_odbc_getUserListcontrolKey(one.row, one.table, number), one.result);
-        EXPECT_EQ(number, one.number);
-    }
+        int number = 5, result = kor_odbc_getUserListcontrolKey(row, table, text);
+        EXPECT_EQ(shown(result, text), ofText) << row;
+        result = kor_odbc_getUserListcontrolKey(row, table, number);
+        EXPECT_EQ(shown(result, number), ofInt) << row;
+    };
+    check(0, L"ByText", "1 b'1", "1 0");
+    check(2, L"Alias", "1 9", "1 9");
+    check(3, L"ByNumber", "1 kept", "0 5");
+    check(-1, L"ByNumber", "1 kept", "0 5");
+    check(0, L"Empty", "1 kept", "0 5");
+    check(0, L"Missing", "0 kept", "0 5");
 }
 
 TEST_F(UserTablesTest, LanguageDependentStrings)
@@ -409,10 +342,8 @@ TEST_F(UserTablesTest, LanguageDependentStrings)
          {kor_odbc_LanguageDependent_getRunname, kor_odbc_LanguageDependent_getUserComboBoxRunname,
           kor_odbc_LanguageDependent_getUserComboBoxRunname_NonCaseSensitiveKey}) {
         KorString text(L"kept");
-        EXPECT_EQ(read(L"len'gth", text), 0); // every one of them is case-sensitive
-        EXPECT_EQ(text, KorString(L"kept"));
-        EXPECT_EQ(read(L"Len'gth", text), 1);
-        EXPECT_EQ(text, KorString(L"Länge [l]"));
+        EXPECT_EQ(shown(read(L"len'gth", text), text), "0 kept"); // every one of them is case-sensitive
+        EXPECT_EQ(shown(read(L"Len'gth", text), text), "1 Länge [l]");
     }
     long unit = 8, control = 8;
     EXPECT_EQ(kor_odbc_LanguageDependent_getUserUnitUsedForRunname(L"Länge", unit), 0);

@@ -238,25 +238,4 @@ TEST_F(TableMaintenanceTest, EachOperationIsStoredAtOnce)
     EXPECT_EQ(columns(details, "Plates"), Texts{"Key"});
 }
 
-TEST_F(TableMaintenanceTest, RecordsFollowTheirTable)
-{
-    // a described table, read through its records before and after
-    const KorString copy(L"Authors_VELCopy");
-    sql(configuration, {"INSERT INTO Authors VALUES ('ACME', 'Acme')"});
-    EXPECT_EQ(KorOdbcGUI::backupTable(L"Authors", copy), 1);
-    KorCellData name;
-    const auto companyName = [&] {
-        return KorDatabaseAccess::getTableColumnValue(configuration, L"Authors", L"CompanyText", L"ACME", 1,
-                                                      name) == 1
-                   ? name.getStringW().toUtf8()
-                   : "none";
-    };
-    EXPECT_EQ(KorOdbcGUI::updateTableInformation(L"Authors", L"[CompanyName]='edited'", L"1=1"), 1);
-    EXPECT_EQ(companyName(), "edited");
-    EXPECT_EQ(KorOdbcGUI::restoreTable(L"Authors", copy), 1);
-    EXPECT_EQ(companyName(), "Acme");
-    EXPECT_EQ(KorOdbcGUI::deleteTableInformation(L"Authors"), 1);
-    EXPECT_EQ(companyName(), "none");
-}
-
 } // namespace

@@ -97,38 +97,23 @@ TEST(KorStringTest, EveryCodePointSurvivesUtf8)
 
 TEST(KorStringTest, ComparesWithoutCase)
 {
-    struct Case {
-        const wchar_t* left;
-        const wchar_t* right;
-        int order;
+    const auto check = [](const KorString& left, const KorString& right, int order) {
+        EXPECT_EQ(left.compareNoCase(right), order) << left.toUtf8() << ' ' << right.toUtf8();
+        EXPECT_EQ(KorString::strCompareNoCase(right, left), -order) << left.toUtf8() << ' ' << right.toUtf8();
+        EXPECT_EQ(left.foldedCase() == right.foldedCase(), order == 0) << left.toUtf8();
     };
-    const Case cases[] = {
-        {L"", L"", 0},
-        {L"", L"a", -1},
-        {L"HEA 200", L"hea 200", 0},
-        {L"hea 200", L"HEA 20", 1},
-        {L"A_", L"aB", -1}, // the underscore stands before the folded letter
-        {L"Stra\u00DFe", L"STRASSE", 0},
-        {L"Stra\u1E9Ee", L"strasse", 0},
-        {L"stras", L"stra\u00DF", -1},
-        {L"stra\u00DF", L"stras", 1},
-        {L"\u0130", L"i\u0307", 0}, // capital I with a dot
-        {L"\u0130", L"i", 1},
-        {L"I", L"\u0131", -1}, // dotless i is a letter of its own
-        {L"\u03A3\u03A3", L"\u03C3\u03C2", 0},
-        {L"TR\u00C4GER", L"tr\u00E4ger", 0},
-        {L"\u0416", L"\u0436", 0},
-        {L"\U00010400", L"\U00010428", 0},
-        {L"\u94A2a", L"\u94A2B", -1},
-        {L"\uFB03", L"FFI", 0},
-    };
-    for (const Case& one : cases) {
-        const KorString left(one.left);
-        const KorString right(one.right);
-        EXPECT_EQ(left.compareNoCase(right), one.order) << left.toUtf8() << ' ' << right.toUtf8();
-        EXPECT_EQ(KorString::strCompareNoCase(right, left), -one.order) << left.toUtf8() << ' ' << right.toUtf8();
-        EXPECT_EQ(left.foldedCase() == right.foldedCase(), one.order == 0) << left.toUtf8();
-    }
+    const wchar_t* const equal[] = {
+        L"",        L"",       L"HEA 200",    L"hea 200",      L"Stra\u00DFe",  L"STRASSE",     L"Stra\u1E9Ee",
+        L"strasse", L"\u0130", L"i\u0307",    L"\u03A3\u03A3", L"\u03C3\u03C2", L"TR\u00C4GER", L"tr\u00E4ger",
+        L"\u0416",  L"\u0436", L"\U00010400", L"\U00010428",   L"\uFB03",       L"FFI"};
+    for (std::size_t i = 0; i < std::size(equal); i += 2)
+        check(equal[i], equal[i + 1], 0);
+    // the underscore stands before the folded letters; capital I with a dot and dotless i are letters of their own
+    const wchar_t* const ascending[] = {L"",   L"a",      L"HEA 20",     L"hea 200", L"A_",
+                                        L"aB", L"stras",  L"stra\u00DF", L"i",       L"\u0130",
+                                        L"I",  L"\u0131", L"\u94A2a",    L"\u94A2B"};
+    for (std::size_t i = 0; i < std::size(ascending); i += 2)
+        check(ascending[i], ascending[i + 1], -1);
     EXPECT_LT(KorString(L"B").compare(L"a"), 0);
     EXPECT_TRUE(KorString(L"B") < KorString(L"a") && KorString(L"b") > L"a" && KorString(L"x") != L"X");
 }

@@ -68,6 +68,9 @@ inline End inChild(long killAt, const std::function<void()>& act, long* calls = 
     return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? End::Done : End::Failed;
 }
 
+/// Runs `act`, which must succeed, in a child.
+inline bool done(const std::function<void()>& act) { return inChild(0, act) == End::Done; }
+
 /// Starts the library on the repository as the application does; leftover copies come back.
 inline void start(const fs::path& folder)
 {
@@ -146,29 +149,13 @@ inline void fillTwins(eDSN dsn)
 inline KorTableEdit compactionEdit()
 {
     using enum Man::eTableType;
-    static const auto tables = {kDetailStyle,
-                                kDetViewArrangeStrategy,
-                                kDetViewRequest,
-                                kDetViewRequestCategories,
-                                kDetObjReprMap,
-                                kDetViewSystemAndBox,
-                                kDetViewDimStrategy,
-                                kDetViewLengthClip,
-                                kDetObjAnnotationStrategy,
-                                kDetAnnotationType,
-                                kDetArrangerControl,
-                                kDetArrangerStrategy,
-                                kDetViewDimRequestLinear,
-                                kDetViewDimPointSelection,
-                                kDetObjQualifierSet,
-                                kLinetypes,
-                                kDetailProcessDefinition,
-                                kDetailProcessStep,
-                                kDetailFilenameSelector,
-                                kDetailStyleMap,
-                                kDetailProcessScales,
-                                kDetailProcessMain2CutScale};
-    return {tables, Man::kFirstCopy};
+    const auto editOf = [](auto... types) { return KorTableEdit({types...}, Man::kFirstCopy); };
+    return editOf(kDetailStyle, kDetViewArrangeStrategy, kDetViewRequest, kDetViewRequestCategories,
+                  kDetObjReprMap, kDetViewSystemAndBox, kDetViewDimStrategy, kDetViewLengthClip,
+                  kDetObjAnnotationStrategy, kDetAnnotationType, kDetArrangerControl, kDetArrangerStrategy,
+                  kDetViewDimRequestLinear, kDetViewDimPointSelection, kDetObjQualifierSet, kLinetypes,
+                  kDetailProcessDefinition, kDetailProcessStep, kDetailFilenameSelector, kDetailStyleMap,
+                  kDetailProcessScales, kDetailProcessMain2CutScale);
 }
 
 using State = std::map<std::string, std::string>; // database file to its dump
@@ -244,13 +231,19 @@ inline void copyFolder(const fs::path& from, const fs::path& to)
     fs::copy(from, to, fs::copy_options::recursive);
 }
 
-/// Which of `count` calls to try: all, or the first and last twenty and a spread of the others.
-inline std::vector<long> sampled(long count, long most = 60)
+#if defined(__SANITIZE_ADDRESS__)
+constexpr long ends = 3; // every try starts processes, which is slow under the sanitizers
+#else
+constexpr long ends = 20;
+#endif
+
+/// Which of `count` calls to try: all, or those at both ends and a spread of the others.
+inline std::vector<long> sampled(long count, long most = 3 * ends)
 {
     std::vector<long> numbers;
-    const long step = count <= most ? 1 : (count - 40) / std::max(1L, most - 40) + 1;
+    const long step = count <= most ? 1 : (count - 2 * ends) / std::max(1L, most - 2 * ends) + 1;
     for (long n = 1; n <= count; ++n)
-        if (n <= 20 || n > count - 20 || n % step == 0)
+        if (n <= ends || n > count - ends || n % step == 0)
             numbers.push_back(n);
     return numbers;
 }
