@@ -513,9 +513,29 @@ bool KorDatabaseAccess::checkDbEngine(bool)
 
 KorString KorDatabaseAccess::getDateTimeFormat() { return KorString(L"%Y-%m-%d %H:%M:%S"); }
 
-void KorDatabaseBatch::whenUndone(std::function<void()> undo) { service().whenUndone(std::move(undo)); }
+int KorDatabaseAccess::claimTable(eDSN dsn, const KorString&) { return service().connection(dsn) != nullptr ? 1 : 0; }
+int KorDatabaseAccess::releaseTable(eDSN dsn, const KorString&)
+{
+    return service().connection(dsn) != nullptr ? 1 : 0;
+}
+int KorDatabaseAccess::isTableClaimed(eDSN dsn, const KorString&)
+{
+    return service().connection(dsn) != nullptr ? 1 : 0;
+}
+int KorDatabaseAccess::checkTable(eDSN dsn, const RecordDescription&, bool)
+{
+    return service().connection(dsn) != nullptr ? 1 : 0;
+}
 
-KorDatabaseBatch::KorDatabaseBatch() { service().beginBatch(); }
+int KorDatabaseBatch::lock(eDSN dsn)
+{
+    Connection* database = service().connection(dsn);
+    return database != nullptr && service().inBatch() && database->beginWrite() ? 1 : 0;
+}
+
+void KorDatabaseBatch::whenUndone(eDSN, std::function<void()> undo) { service().whenUndone(std::move(undo)); }
+
+KorDatabaseBatch::KorDatabaseBatch(Kind) : m_exceptions(std::uncaught_exceptions()) { service().beginBatch(); }
 
 KorDatabaseBatch::~KorDatabaseBatch()
 {
@@ -530,3 +550,8 @@ int KorDatabaseBatch::end(int result)
     m_open = false;
     return service().endBatch() ? result : 0;
 }
+
+int KorDatabaseBatch::undo(int result) { return end(result); }
+
+KorDatabaseReading::KorDatabaseReading(eDSN) {}
+KorDatabaseReading::~KorDatabaseReading() = default;

@@ -7,6 +7,7 @@
 #include "roots/KorString.h"
 
 #include <functional>
+#include <memory>
 #include <span>
 
 struct RecordDescription;
@@ -70,6 +71,20 @@ public:
     static int cellDataArr2LongArr(const KorArray<KorCellData>& values, KorArray<long>& out);
     static int cellDataArr2ColumnData(const KorArray<KorCellData>& values, KorColumnData& out);
 
+    // Several programs, tables from elsewhere
+
+    /// Claims a table for an edit under copies: until it is released, or this program ends, no other program can
+    /// claim it, write it or write its copies. 1 when it is claimed, also when it was before; 0 when another
+    /// program has it, or when the claim cannot be noted.
+    static int claimTable(eDSN dsn, const KorString& table);
+    /// Gives a claim back; inside a batch with its end, if the batch is stored. 1 when the table was claimed.
+    static int releaseTable(eDSN dsn, const KorString& table);
+    /// 1 while this program has claimed the table.
+    static int isTableClaimed(eDSN dsn, const KorString& table);
+    /// 1 when the table of that record type fits the type, its items included, and for writing no other program
+    /// has claimed it; 0 when it must not be used.
+    static int checkTable(eDSN dsn, const RecordDescription& type, bool forWriting);
+
     // Names, connections, files
 
     /// Resolves a logical table name. For an alias, `dsn` becomes all bits set and `physical` the name to
@@ -92,21 +107,48 @@ public:
 };
 
 /// Groups the writes of one operation: they become visible to other processes together, when the outermost
-/// batch ends, or not at all when the process dies before. Batches nest. Writes are kept whatever the
-/// operation's result.
+/// batch ends, or not at all when the process dies before. Batches nest. Each database is stored as a whole or not
+/// at all; several databases are not stored in one.
 class KorDatabaseBatch {
 public:
-    KorDatabaseBatch();
+    enum class Kind {
+        Whole,  // can be undone by itself
+        Joined, // undone only together with the batch around it, which makes it cheaper: for a single write
+    };
+    explicit KorDatabaseBatch(Kind kind = Kind::Whole);
+    /// Ends a batch that is still open, keeping its writes; undoes it when an exception passes.
     ~KorDatabaseBatch();
     KorDatabaseBatch(const KorDatabaseBatch&) = delete;
     KorDatabaseBatch& operator=(const KorDatabaseBatch&) = delete;
 
-    /// Ends the batch and returns `result`, or 0 when the writes could not be stored (they are undone then).
+    /// Ends the batch, keeping its writes whatever the operation's result. Returns `result`; the outermost batch 0
+    /// when the writes of a database could not be stored, which are undone then.
     int end(int result);
-    /// Has `undo` called when the writes of the open batch cannot be stored, so that what is remembered of them
-    /// can be taken back. Does nothing outside a batch.
-    static void whenUndone(std::function<void()> undo);
+    /// Ends the batch and takes back everything that was written in it, ended batches inside it included, in every
+    /// database. Returns `result`.
+    int undo(int result = 0);
+
+    /// Takes the write lock of a data source for the open batch: what is read from now on stays true until the
+    /// batch ends. 1, or 0 when another program keeps the lock too long; 0 outside a batch.
+    static int lock(eDSN dsn);
+    /// Has `undo` called when the writes of the open batch to that data source are undone or cannot be stored, so
+    /// that what is remembered of them can be taken back. Does nothing outside a batch.
+    static void whenUndone(eDSN dsn, std::function<void()> undo);
 
 private:
     bool m_open = true;
+    const int m_exceptions; // under way when the batch began
+};
+
+/// While it lives, reads of a data source see one state of it: other programs' changes up to now, and none that come
+/// later. Ends early when this program writes to that data source.
+class KorDatabaseReading {
+public:
+    explicit KorDatabaseReading(eDSN dsn);
+    ~KorDatabaseReading();
+    KorDatabaseReading(const KorDatabaseReading&) = delete;
+    KorDatabaseReading& operator=(const KorDatabaseReading&) = delete;
+
+private:
+    const std::shared_ptr<void> m_reading;
 };

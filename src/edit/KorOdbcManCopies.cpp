@@ -41,7 +41,7 @@ void change(Cell cell, int slot, int type, int depth, T value)
     if (before == value)
         return;
     cell(slot, type, depth) = value;
-    KorDatabaseBatch::whenUndone([=] { cell(slot, type, depth) = before; });
+    KorDatabaseBatch::whenUndone(Man::m_currentDSN, [=] { cell(slot, type, depth) = before; });
 }
 
 KorArray<KorAddInId> installedCountryAddIns()

@@ -130,15 +130,15 @@ TEST_F(StatementsTest, CellWritesOfARowAreOneStatement)
 TEST_F(StatementsTest, ABatchThatCannotBeStoredTakesBackWhatWasRemembered)
 {
     int undone = 0;
-    KorDatabaseBatch::whenUndone([&] { ++undone; }); // outside a batch: ignored
+    KorDatabaseBatch::whenUndone(details, [&] { ++undone; }); // outside a batch: ignored
     {
         KorDatabaseBatch batch;
-        KorDatabaseBatch::whenUndone([&] { ++undone; });
+        KorDatabaseBatch::whenUndone(details, [&] { ++undone; });
         EXPECT_EQ(batch.end(1), 1);
     }
     EXPECT_EQ(undone, 0);
     KorDatabaseBatch batch;
-    KorDatabaseBatch::whenUndone([&] { ++undone; });
+    KorDatabaseBatch::whenUndone(details, [&] { ++undone; });
     KorCellData key(1);
     sql(details,
         {"INSERT INTO T VALUES (1,'a',0)", "CREATE TABLE N ([Key] INTEGER PRIMARY KEY, Name TEXT NOT NULL)"});
