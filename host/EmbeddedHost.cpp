@@ -6,6 +6,7 @@
 #include "repository/KorDatabaseAccess.h"
 #include "roots/PromptSource.h"
 #include "roots/SettingsStore.h"
+#include "service/RepositorySwitch.h"
 #include "service/Service.h"
 
 namespace korodbc::host {
@@ -61,6 +62,7 @@ bool opened(bool ok)
     if (!ok)
         return false;
     openAddInManager();
+    repositorySwitched();
     setPromptSource(promptOf);
     setSettingsStore(std::make_shared<RepositorySettings>());
     return true;
@@ -68,10 +70,11 @@ bool opened(bool ok)
 
 } // namespace
 
-bool openRepository(const std::filesystem::path& folder, std::string& error)
+bool openRepository(const std::filesystem::path& folder, std::string& error, Access access)
 {
     closeRepository();
-    return opened(service().open(folder, error));
+    return opened(service().open(
+        folder, access == Access::Look ? Connection::Access::Look : Connection::Access::Write, error));
 }
 
 bool openRepositoryInMemory(const std::vector<CountryAddIn>& countryAddIns, std::string& error)
@@ -87,6 +90,7 @@ void closeRepository()
     setSettingsStore(nullptr);
     service().close();
     KorDSNManager::getInstance().setCurrent(KorDSNDefinitions::kDetails, KorDSNDefinitions::kBase);
+    repositorySwitched();
 }
 
 std::string lastError() { return service().lastError(); }
@@ -116,6 +120,15 @@ std::vector<SourceState> sources()
         add(KorDSNDefinitions::kCountryAddin, static_cast<eIndex>(i + 1),
             "CountryAddin " + manifest.countryAddIns[i].name, manifest.countryAddIns[i].connection);
     return states;
+}
+
+std::vector<ClaimedTable> claimedByOthers(eDSN dsn, eIndex index)
+{
+    std::vector<ClaimedTable> tables;
+    if (Connection* database = service().connection(dsn, index))
+        for (const Claims::Claim& claim : database->claims().ofOthers())
+            tables.push_back({dsn, index, claim.table, claim.holder});
+    return tables;
 }
 
 std::string tableDifferences(eDSN dsn, eIndex index)

@@ -11,9 +11,14 @@
 /// come back as text for a person; nothing is thrown.
 namespace korodbc::host {
 
-/// Opens the repository in `folder` and makes it the one that the table access service works on. On failure
-/// returns false, `error` is one line, and nothing is open.
-bool openRepository(const std::filesystem::path& folder, std::string& error);
+/// What a program wants of a repository.
+enum class Access {
+    Write, // its databases are read and written
+    Look,  // nothing is written, also where nothing can be: the databases are opened for reading
+};
+/// Opens the repository in `folder` and makes it the one that the table access service works on; the library
+/// forgets what it knew of another. On failure returns false, `error` is one line, and nothing is open.
+bool openRepository(const std::filesystem::path& folder, std::string& error, Access access = Access::Write);
 /// Opens a repository that lives in memory only, with every table, empty.
 bool openRepositoryInMemory(const std::vector<CountryAddIn>& countryAddIns, std::string& error);
 /// Closes the databases.
@@ -33,6 +38,15 @@ struct SourceState {
     int tables;
 };
 std::vector<SourceState> sources();
+
+/// A table that another program edits under copies at present.
+struct ClaimedTable {
+    eDSN dsn;
+    eIndex index;
+    std::string table;
+    std::string holder; // "anna on PC7, korodbc (process 1234), since 2026-11-21 17:03"
+};
+std::vector<ClaimedTable> claimedByOthers(eDSN dsn, eIndex index);
 
 /// What the open tables and their record types do not agree on, one line per table; empty when they agree.
 std::string tableDifferences(eDSN dsn, eIndex index);

@@ -4,6 +4,7 @@
 #include "roots/KorString.h"
 
 #include <functional>
+#include <string_view>
 
 namespace korodbc::host {
 
@@ -25,5 +26,10 @@ using StatementObserver = std::function<void(const StatementEvent&)>;
 
 /// Sees every statement from now on; an empty function ends it.
 void setStatementObserver(StatementObserver observer);
+
+/// For trying what happens when statements fail: asked before each statement that writes, transactions excepted,
+/// is run; true lets it fail without running. An empty function ends it.
+using StatementFault = std::function<bool(std::string_view sql)>;
+void setStatementFault(StatementFault fault);
 
 } // namespace korodbc::host

@@ -72,7 +72,7 @@ bool createDetailDatabase(const std::string& file, std::string& error)
     const std::string fresh = file + ".new-" + std::to_string(::getpid());
     fs::remove(fresh, code);
     bool made = false;
-    if (auto database = Connection::open(fresh, true, error)) {
+    if (auto database = Connection::open(fresh, Connection::Access::Create, error)) {
         made = createTables(*database, KorDSNDefinitions::kAddin, error) &&
                database->run("PRAGMA journal_mode = DELETE");
     } else {

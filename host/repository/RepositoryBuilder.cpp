@@ -304,7 +304,7 @@ bool buildRepository(const fs::path& folder, const fs::path& catalogue,
         if (!fileOfConnection(connection, fresh, file, error))
             return false;
         fs::create_directories(fs::path(file).parent_path(), code);
-        auto database = Connection::open(file, true, error);
+        auto database = Connection::open(file, Connection::Access::Create, error);
         if (!database || !createTables(*database, source, error))
             return false;
         if (!database->beginWrite())

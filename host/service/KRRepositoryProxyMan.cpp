@@ -1,6 +1,27 @@
 #include "repository/KRRepositoryProxyMan.h"
 
+#include "service/RepositorySwitch.h"
 #include "service/Service.h"
+
+#include <vector>
+
+namespace {
+
+std::vector<void (*)()>& listeners()
+{
+    static std::vector<void (*)()> list;
+    return list;
+}
+
+} // namespace
+
+void korodbc::host::repositorySwitched()
+{
+    for (void (*const forget)() : listeners())
+        forget();
+}
+
+void KRRepositoryProxyMan::whenSwitched(void (*forget)()) { listeners().push_back(forget); }
 
 void KRRepositoryProxyMan::resetTableCache(int index)
 {

@@ -41,15 +41,16 @@ Table* readable(eDSN dsn, const KorString& name)
 
 /// Runs a write in a transaction of its own or of the open batch.
 template <class Write>
-int written(Table* table, Write write)
+int written(Table* table, Write write, KorDatabaseBatch::Kind kind = KorDatabaseBatch::Kind::Joined)
 {
     if (table == nullptr)
         return 0;
-    KorDatabaseBatch batch;
-    const int result = table->connection().beginWrite() && write() ? 1 : 0;
-    if (result != 1)
-        service().setError(table->connection().lastError());
-    return batch.end(result);
+    KorDatabaseBatch batch(kind);
+    Connection& database = table->connection();
+    if (database.beginWrite() && !database.isRefused(table->name()) && write())
+        return batch.end(1);
+    service().setError(database.lastError());
+    return batch.undo(0);
 }
 
 /// Runs a statement of the library's.
@@ -59,7 +60,7 @@ int executed(eDSN dsn, Execute execute)
     Connection* database = service().connection(dsn);
     if (database == nullptr)
         return 0;
-    KorDatabaseBatch batch;
+    KorDatabaseBatch batch(KorDatabaseBatch::Kind::Joined);
     const int result = execute(*database);
     if (result != 1)
         service().setError(database->lastError());
@@ -230,17 +231,20 @@ int KorDatabaseAccess::doesColumnExists(const eDSN& dsn, const KorString& name, 
 int KorDatabaseAccess::copyTable(eDSN dsn, const KorString& from, const KorString& to, bool keepExisting)
 {
     Table* table = tableIn(dsn, from);
-    return written(table, [&] {
-        Connection& database = table->connection();
-        if (!database.flush() || table->columns().empty())
-            return false;
-        if (database.table(to) != nullptr) {
-            if (keepExisting || !database.run("DROP TABLE " + bracketed(to.toUtf8())))
+    return written(
+        table,
+        [&] {
+            Connection& database = table->connection();
+            if (!database.flush() || table->columns().empty() || database.isRefused(to.toUtf8()))
                 return false;
-            database.tablesChanged({to.toUtf8()});
-        }
-        return copy(database, *table, to);
-    });
+            if (database.table(to) != nullptr) {
+                if (keepExisting || !database.run("DROP TABLE " + bracketed(to.toUtf8())))
+                    return false;
+                database.tablesChanged({to.toUtf8()});
+            }
+            return copy(database, *table, to);
+        },
+        KorDatabaseBatch::Kind::Whole);
 }
 
 int KorDatabaseAccess::resetCachedTable(eDSN dsn, const KorString& table)
@@ -283,7 +287,7 @@ int KorDatabaseAccess::appendNewLine(eDSN dsn, const KorString& name, KorCellDat
             else if (const auto* text = std::get_if<KorString>(&newKey))
                 key.setData(*text);
         }
-        database.pending() = Connection::PendingRow{table, std::move(newKey), true, {}};
+        database.pending() = Connection::PendingRow{table, std::move(newKey), true, {}, Connection::batchDepth};
         return true;
     });
 }
@@ -325,7 +329,7 @@ int KorDatabaseAccess::setTableColumnValue(eDSN dsn, const KorString& name, cons
         if (!pending || pending->table != table || pending->key != key) {
             if (!database.flush() || table->rowOfKey(key, by) < 0)
                 return false;
-            pending = Connection::PendingRow{table, key, false, {}};
+            pending = Connection::PendingRow{table, key, false, {}, Connection::batchDepth};
         }
         pending->cells[columnIndex] = valueOf(value);
         return true;
@@ -513,45 +517,107 @@ bool KorDatabaseAccess::checkDbEngine(bool)
 
 KorString KorDatabaseAccess::getDateTimeFormat() { return KorString(L"%Y-%m-%d %H:%M:%S"); }
 
-int KorDatabaseAccess::claimTable(eDSN dsn, const KorString&) { return service().connection(dsn) != nullptr ? 1 : 0; }
-int KorDatabaseAccess::releaseTable(eDSN dsn, const KorString&)
+int KorDatabaseAccess::claimTable(eDSN dsn, const KorString& table)
 {
-    return service().connection(dsn) != nullptr ? 1 : 0;
+    Connection* database = service().connection(dsn);
+    if (database == nullptr)
+        return 0;
+    const std::string name = table.toUtf8();
+    Claims& claims = database->claims();
+    if (claims.holds(name)) {
+        if (claims.isLeaving(name)) {
+            claims.setLeaving(name, false);
+            service().whenUndone(database, [&claims, name] { claims.setLeaving(name, true); });
+        }
+        return 1;
+    }
+    std::string reason;
+    if (!claims.take(name, reason)) {
+        service().setError("table " + name + " is being edited by " + reason +
+                           "; try again when that edit is closed");
+        return 0;
+    }
+    service().whenUndone(database, [&claims, name] { claims.giveBack(name); });
+    return 1;
 }
-int KorDatabaseAccess::isTableClaimed(eDSN dsn, const KorString&)
+
+int KorDatabaseAccess::releaseTable(eDSN dsn, const KorString& table)
 {
-    return service().connection(dsn) != nullptr ? 1 : 0;
+    Connection* database = service().connection(dsn);
+    const std::string name = table.toUtf8();
+    if (database == nullptr || !database->claims().holds(name))
+        return 0;
+    Claims& claims = database->claims();
+    claims.setLeaving(name, true);
+    service().whenUndone(database, [&claims, name] { claims.setLeaving(name, false); });
+    service().whenStored(database, [&claims, name] {
+        if (claims.isLeaving(name))
+            claims.giveBack(name);
+    });
+    return 1;
 }
-int KorDatabaseAccess::checkTable(eDSN dsn, const RecordDescription&, bool)
+
+int KorDatabaseAccess::isTableClaimed(eDSN dsn, const KorString& table)
 {
-    return service().connection(dsn) != nullptr ? 1 : 0;
+    Connection* database = service().connection(dsn);
+    return database != nullptr && database->claims().holds(table.toUtf8()) ? 1 : 0;
+}
+
+int KorDatabaseAccess::checkTable(eDSN dsn, const RecordDescription& type, bool forWriting)
+{
+    Table* table = tableIn(dsn, service().physicalName(type));
+    if (table == nullptr)
+        return 0;
+    if (!forWriting || !table->connection().isRefused(table->name()))
+        return 1;
+    service().setError(table->connection().lastError());
+    return 0;
 }
 
 int KorDatabaseBatch::lock(eDSN dsn)
 {
     Connection* database = service().connection(dsn);
-    return database != nullptr && service().inBatch() && database->beginWrite() ? 1 : 0;
+    if (database == nullptr || !service().inBatch())
+        return 0;
+    if (database->beginWrite())
+        return 1;
+    service().setError(database->lastError());
+    return 0;
 }
 
-void KorDatabaseBatch::whenUndone(eDSN, std::function<void()> undo) { service().whenUndone(std::move(undo)); }
+void KorDatabaseBatch::whenUndone(eDSN dsn, std::function<void()> undo)
+{
+    if (service().inBatch())
+        service().whenUndone(service().connection(dsn), std::move(undo));
+}
 
-KorDatabaseBatch::KorDatabaseBatch(Kind) : m_exceptions(std::uncaught_exceptions()) { service().beginBatch(); }
+KorDatabaseBatch::KorDatabaseBatch(Kind kind)
+    : m_open(kind == Kind::Whole || !service().inBatch()), m_exceptions(std::uncaught_exceptions())
+{
+    if (m_open)
+        service().beginBatch();
+}
 
 KorDatabaseBatch::~KorDatabaseBatch()
 {
-    if (m_open)
+    if (m_open && std::uncaught_exceptions() > m_exceptions)
+        undo();
+    else
         end(1);
 }
 
 int KorDatabaseBatch::end(int result)
 {
-    if (!m_open)
-        return result;
-    m_open = false;
-    return service().endBatch() ? result : 0;
+    return !std::exchange(m_open, false) || service().endBatch(true) ? result : 0;
 }
 
-int KorDatabaseBatch::undo(int result) { return end(result); }
+int KorDatabaseBatch::undo(int result)
+{
+    if (std::exchange(m_open, false))
+        service().endBatch(false);
+    return result;
+}
 
-KorDatabaseReading::KorDatabaseReading(eDSN) {}
+KorDatabaseReading::KorDatabaseReading(eDSN dsn) : m_reading(service().beginReading(service().connection(dsn))) {}
+
 KorDatabaseReading::~KorDatabaseReading() = default;

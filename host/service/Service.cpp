@@ -17,7 +17,7 @@ Service& Service::instance()
     return service;
 }
 
-bool Service::open(const fs::path& folder, std::string& error)
+bool Service::open(const fs::path& folder, Connection::Access access, std::string& error)
 {
     Manifest manifest;
     if (!Manifest::load(folder, manifest, error))
@@ -25,6 +25,7 @@ bool Service::open(const fs::path& folder, std::string& error)
     close();
     m_folder = folder;
     m_manifest = std::move(manifest);
+    m_access = access;
     m_open = true;
     return true;
 }
@@ -35,6 +36,7 @@ bool Service::openInMemory(const std::vector<CountryAddIn>& countryAddIns, std::
     m_manifest = Manifest();
     m_manifest.connections.fill("sqlite::memory:");
     m_manifest.countryAddIns = countryAddIns;
+    m_access = Connection::Access::Write;
     m_open = true;
     for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn) {
         const bool country = dsn == KorDSNDefinitions::kCountryAddin;
@@ -56,8 +58,10 @@ void Service::close()
     m_connections.clear();
     m_physicalNames.clear();
     m_open = false;
-    m_batches = 0;
-    m_undo.clear();
+    Connection::batchDepth = 0;
+    m_actions.clear();
+    m_detachAtEnd.clear();
+    m_checkAtEnd = false;
     m_error.clear();
 }
 
@@ -116,7 +120,7 @@ Connection* Service::connection(eDSN dsn, eIndex index)
         if (!inMemory && !fs::is_regular_file(file, code))
             error = "the file is missing";
         else
-            pooled = Connection::open(file, inMemory, error);
+            pooled = Connection::open(file, inMemory ? Connection::Access::Create : m_access, error);
         if (!pooled) {
             m_connections.erase(pool);
             m_error =
@@ -162,8 +166,10 @@ bool Service::detach(const std::string& file)
     for (const auto& [place, used] : m_places)
         if (used == database)
             return false;
-    if (database->inTransaction())
-        return false;
+    if (inBatch()) {
+        m_detachAtEnd.push_back(file);
+        return true;
+    }
     database->run("PRAGMA journal_mode = DELETE");
     m_connections.erase(found);
     return true;
@@ -188,6 +194,7 @@ bool Service::alias(const KorString& name, KorString& target)
     Connection* database = connection(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase);
     if (database == nullptr)
         return false;
+    database->validate();
     const RecordDescription& type = descriptionOf<StructTableAlias>();
     Table* table = database->table(physicalName(type));
     RecordCache* aliases = table == nullptr || !database->flush() ? nullptr : table->records(type);
@@ -205,6 +212,8 @@ eDSN Service::dataSourceOf(const KorString& physical)
         if (connectionOf({dsn, index}) == nullptr)
             return false;
         Connection* database = connection(dsn, index);
+        if (database != nullptr)
+            database->validate();
         return database != nullptr && database->table(physical) != nullptr;
     };
     if (holds(manager.getCurrentDSN(), manager.getCurrentIndex()))
@@ -255,31 +264,102 @@ std::vector<Table*> Service::tablesOfAllSources(const KorString& name, eDSN base
     return tables;
 }
 
-bool Service::endBatch()
+void Service::beginBatch()
 {
-    if (--m_batches > 0)
-        return true;
-    m_batches = 0;
-    bool stored = true;
-    for (auto& [file, database] : m_connections) {
-        if (!database->commit()) {
-            stored = false;
+    if (++Connection::batchDepth == 1)
+        m_error.clear();
+}
+
+void Service::undoActions(int depth)
+{
+    std::vector<Action> undone;
+    while (!m_actions.empty() && m_actions.back().depth >= depth) {
+        undone.push_back(std::move(m_actions.back()));
+        m_actions.pop_back();
+    }
+    for (const Action& action : undone)
+        if (!action.whenStored)
+            action.act();
+}
+
+bool Service::endBatch(bool keep)
+{
+    const int depth = Connection::batchDepth;
+    if (depth == 0) // the repository was closed meanwhile
+        return false;
+    if (depth == 1)
+        return endOutermost(keep);
+    for (Connection* database : Connection::writing) {
+        if (keep && !database->flush()) {
+            m_error = database->lastError();
+            keep = false;
+        }
+    }
+    for (Connection* database : Connection::writing)
+        keep ? database->keepBatch(depth) : database->undoBatch(depth);
+    --Connection::batchDepth;
+    if (keep) {
+        for (auto action = m_actions.rbegin(); action != m_actions.rend() && action->depth == depth; ++action)
+            action->depth = depth - 1;
+    } else {
+        undoActions(depth);
+    }
+    return keep;
+}
+
+bool Service::endOutermost(bool keep)
+{
+    const std::vector<Connection*> writing = std::exchange(Connection::writing, {});
+    std::vector<const Connection*> lost;
+    for (Connection* database : writing) {
+        if (!keep) {
+            database->rollback();
+        } else if (!database->commit()) {
+            lost.push_back(database);
             m_error = database->lastError();
         }
     }
-    std::vector<std::function<void()>> undo;
-    undo.swap(m_undo);
-    for (auto step = undo.rbegin(); !stored && step != undo.rend(); ++step)
-        (*step)();
+    Connection::batchDepth = 0;
+    const std::vector<Action> actions = std::exchange(m_actions, {});
+    const auto isStored = [&](const Action& action) {
+        return keep && std::find(lost.begin(), lost.end(), action.database) == lost.end();
+    };
+    for (auto action = actions.rbegin(); action != actions.rend(); ++action)
+        if (!action->whenStored && !isStored(*action))
+            action->act();
+    for (const Action& action : actions)
+        if (action.whenStored && isStored(action))
+            action.act();
+    for (const std::string& file : std::exchange(m_detachAtEnd, {}))
+        detach(file);
     if (std::exchange(m_checkAtEnd, false))
         checkAll();
-    return stored;
+    return keep && lost.empty();
 }
 
-void Service::whenUndone(std::function<void()> undo)
+std::shared_ptr<void> Service::beginReading(Connection* database)
+{
+    if (database == nullptr || !database->beginReading())
+        return nullptr;
+    return {database, [this](void* reading) {
+                for (const auto& [file, open] : m_connections) // it may have been closed meanwhile
+                    if (open.get() == reading)
+                        open->endReading();
+            }};
+}
+
+void Service::whenUndone(const Connection* database, std::function<void()> act)
 {
     if (inBatch())
-        m_undo.push_back(std::move(undo));
+        m_actions.push_back({database, Connection::batchDepth, false, std::move(act)});
+}
+
+void Service::whenStored(const Connection* database, std::function<void()> act)
+{
+    if (inBatch())
+        m_actions.push_back({database, Connection::batchDepth, true, std::move(act)});
+    else
+        act();
 }
 
 void Service::checkAll()
@@ -287,6 +367,7 @@ void Service::checkAll()
     m_checkAtEnd = m_checkAtEnd || inBatch();
     if (inBatch())
         return;
+    m_physicalNames.clear();
     for (auto& [file, database] : m_connections)
         database->checkBeforeNextRead();
 }

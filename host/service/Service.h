@@ -23,7 +23,7 @@ public:
 
     /// Opens the repository in that folder; the one that was open is closed. On failure returns false, `error` one
     /// line.
-    bool open(const std::filesystem::path& folder, std::string& error);
+    bool open(const std::filesystem::path& folder, Connection::Access access, std::string& error);
     /// Opens a repository without files: every data source in memory, with its tables, empty.
     bool openInMemory(const std::vector<CountryAddIn>& countryAddIns, std::string& error);
     void close();
@@ -56,12 +56,17 @@ public:
     /// Data source that holds a table: the current one, else the first that does; kUnresolved without one.
     eDSN dataSourceOf(const KorString& physical);
 
-    void beginBatch() { ++m_batches; }
-    /// True when everything written was stored.
-    bool endBatch();
-    bool inBatch() const { return m_batches > 0; }
-    /// Called, last first, when the open batch cannot be stored.
-    void whenUndone(std::function<void()> undo);
+    void beginBatch();
+    /// Ends the innermost batch and keeps what was written in it, or takes it back. True when it is kept; of the
+    /// outermost batch, when everything written was stored.
+    bool endBatch(bool keep);
+    bool inBatch() const { return Connection::batchDepth > 0; }
+    /// Holds the database in one state for reads while the result lives; nullptr when that fails.
+    std::shared_ptr<void> beginReading(Connection* database);
+    /// Called, last first, when what the open batch wrote to that database is undone or cannot be stored.
+    void whenUndone(const Connection* database, std::function<void()> act);
+    /// Called when what the open batch wrote to that database is stored; at once outside a batch.
+    void whenStored(const Connection* database, std::function<void()> act);
 
     /// The next reads look for changes of other processes. Inside a batch this waits for its end: an operation
     /// sees the databases as they were when it began.
@@ -81,8 +86,17 @@ private:
     std::map<std::string, std::unique_ptr<Connection>> m_connections; // by file
     std::map<Place, Connection*> m_places;                            // opened so far
     std::unordered_map<const RecordDescription*, KorString> m_physicalNames;
-    int m_batches = 0;
-    std::vector<std::function<void()>> m_undo;
+    struct Action {
+        const Connection* database; // nullptr: of none
+        int depth;                  // of the batch that it belongs to
+        bool whenStored;            // otherwise when undone
+        std::function<void()> act;
+    };
+    bool endOutermost(bool keep);
+    void undoActions(int depth);
+    Connection::Access m_access = Connection::Access::Write;
+    std::vector<Action> m_actions;
+    std::vector<std::string> m_detachAtEnd;
     bool m_checkAtEnd = false;
     std::string m_error;
 };

@@ -9,64 +9,14 @@ namespace korodbc::host {
 namespace {
 
 StatementObserver observer;
+StatementFault fault;
 // Kept statements beyond this number are let go before the next one of the library's runs.
 constexpr std::size_t mostStatements = 1000;
 
 } // namespace
 
 void setStatementObserver(StatementObserver newObserver) { observer = std::move(newObserver); }
-
-std::unique_ptr<Connection> Connection::open(const std::string& path, bool create, std::string& error)
-{
-    std::unique_ptr<Connection> connection(new Connection);
-    connection->m_path = path;
-    const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
-    const int code = sqlite3_open_v2(path.c_str(), &connection->m_db, flags, nullptr);
-    if (code != SQLITE_OK) {
-        error = connection->m_db == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(connection->m_db);
-        return nullptr;
-    }
-    sqlite3_extended_result_codes(connection->m_db, 1);
-    // A file from elsewhere brings data along, no code: its triggers and functions in its schema do not run.
-    sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
-    // What stands between double quotes is a name; an unknown one is an error and never a text.
-    sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-    sqlite3_db_config(connection->m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-    sqlite3_busy_timeout(connection->m_db, 2000);
-    sqlite3_set_authorizer(connection->m_db, &Connection::authorize, connection.get());
-    sqlite3_update_hook(connection->m_db, &Connection::rowChanged, connection.get());
-    // Reading the schema is what tells a database from another file. A file that is only read keeps its journal
-    // mode.
-    if (!connection->run("PRAGMA schema_version")) {
-        error = connection->lastError();
-        return nullptr;
-    }
-    if (Statement* mode = connection->prepare("PRAGMA journal_mode")) {
-        const StatementRun run(*mode);
-        connection->m_logsAhead = mode->step() == SQLITE_ROW && mode->bytes(0) != "delete";
-    }
-    if (create)
-        connection->logAhead();
-    connection->run("PRAGMA synchronous = FULL");
-    return connection;
-}
-
-Connection::~Connection()
-{
-    m_pending.reset();
-    m_patterns.clear();
-    m_statements.clear();
-    m_tables.clear();
-    sqlite3_close(m_db);
-}
-
-void Connection::logAhead()
-{
-    if (!std::exchange(m_logsAhead, true))
-        run("PRAGMA journal_mode = WAL");
-}
+void setStatementFault(StatementFault newFault) { fault = std::move(newFault); }
 
 bool Connection::observed() const { return static_cast<bool>(observer); }
 
@@ -96,6 +46,10 @@ int Connection::authorize(void* self, int action, const char* a, const char* b, 
     case SQLITE_INSERT:
     case SQLITE_DELETE:
         connection.m_writtenByCompile.emplace_back(a == nullptr ? "" : a);
+        break;
+    case SQLITE_TRANSACTION:
+    case SQLITE_SAVEPOINT:
+        connection.m_controlsTransaction = true;
         break;
     case SQLITE_CREATE_TABLE:
     case SQLITE_DROP_TABLE:
@@ -128,9 +82,9 @@ void Connection::noteFailure(int code)
     const bool generic = (code & 0xff) == SQLITE_OK || sqlite3_errcode(m_db) == SQLITE_OK;
     m_error = generic ? sqlite3_errstr(code) : sqlite3_errmsg(m_db);
     // Some failures (disk full, input or output errors) undo the whole transaction.
-    if (m_inTransaction && sqlite3_get_autocommit(m_db) != 0) {
-        m_inTransaction = false;
-        m_lostTransaction = true;
+    if (!m_marks.empty() && sqlite3_get_autocommit(m_db) != 0) {
+        m_marks.clear();
+        lose();
         dropCaches();
     }
 }
@@ -143,6 +97,7 @@ Statement* Connection::compile(std::string_view sql)
     m_writtenByCompile.clear();
     m_assignedByCompile.clear();
     m_definedByCompile.clear();
+    m_controlsTransaction = false;
     sqlite3_stmt* handle = nullptr;
     const char* tail = nullptr;
     const int code = sqlite3_prepare_v3(m_db, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
@@ -166,6 +121,7 @@ Statement* Connection::compile(std::string_view sql)
             statement->rekeyedTables.push_back(table);
     }
     statement->definedTables = std::exchange(m_definedByCompile, {});
+    statement->controlsTransaction = m_controlsTransaction;
     return m_statements.emplace(std::string(sql), std::move(statement)).first->second.get();
 }
 
@@ -183,11 +139,17 @@ Statement* Connection::prepare(std::string_view sql)
 
 bool Connection::finish(Statement& statement, bool reported)
 {
-    int code;
-    while ((code = statement.step()) == SQLITE_ROW) {
+    int code = SQLITE_DONE;
+    if (fault && !(statement.writtenTables.empty() && statement.definedTables.empty()) &&
+        fault(sqlite3_sql(statement.handle()))) {
+        code = SQLITE_ERROR;
+        m_error = "the statement was made to fail";
+    } else {
+        while ((code = statement.step()) == SQLITE_ROW) {
+        }
+        if (code != SQLITE_DONE)
+            noteFailure(code);
     }
-    if (code != SQLITE_DONE)
-        noteFailure(code);
     const bool prepared = std::exchange(statement.fresh, false);
     if (observer && reported) {
         char* text = sqlite3_expanded_sql(statement.handle());
@@ -253,7 +215,7 @@ int Connection::execute(const KorString& sql)
         if (!split)
             m_pattern = sql.toUtf8();
         Statement* statement = compile(m_pattern);
-        ok = statement != nullptr;
+        ok = statement != nullptr && !isRefused(*statement);
         if (ok) {
             for (std::size_t i = 0; split && i < m_values.size(); ++i)
                 statement->bind(static_cast<int>(i) + 1, m_values[i]);
@@ -292,8 +254,11 @@ int Connection::execute(std::wstring_view text, std::span<const KorFormatArgumen
     if (known == nullptr || !fitsPattern(known->pattern, arguments))
         return execute(patternText(text, arguments));
     const bool prepared = known->statement->fresh;
-    bindPattern(known->pattern, arguments, *known->statement);
-    ok = finishWrite(*known->statement);
+    ok = !isRefused(*known->statement);
+    if (ok) {
+        bindPattern(known->pattern, arguments, *known->statement);
+        ok = finishWrite(*known->statement);
+    }
     if (observer)
         reportLibrary(patternText(text, arguments), ok, prepared);
     return ok ? 1 : 0;
@@ -371,7 +336,7 @@ bool Connection::noteDataVersion()
 
 void Connection::validate()
 {
-    if (!m_unchecked || m_inTransaction)
+    if (!m_unchecked || inTransaction() || m_reading)
         return;
     m_unchecked = false;
     if (noteDataVersion())
@@ -391,53 +356,6 @@ void Connection::dropCaches()
     m_namesLoaded = false;
     for (auto& [name, table] : m_tables)
         table->schemaChanged();
-}
-
-bool Connection::beginWrite()
-{
-    if (m_inTransaction)
-        return true;
-    if (m_lostTransaction)
-        return false;
-    logAhead();
-    if (!run("BEGIN IMMEDIATE")) {
-        m_lostTransaction = true; // a batch whose first write is refused fails as a whole
-        return false;
-    }
-    m_inTransaction = true;
-    m_unchecked = false;
-    if (noteDataVersion())
-        dropCaches();
-    return true;
-}
-
-bool Connection::flush()
-{
-    if (!m_pending)
-        return true;
-    const PendingRow row = std::move(*m_pending);
-    m_pending.reset();
-    const bool stored =
-        row.isNew ? row.table->insertCells(row.key, row.cells)
-                  : row.cells.empty() || row.table->updateCells(row.key, row.table->keyColumn(), row.cells);
-    m_flushFailed = m_flushFailed || !stored;
-    return stored;
-}
-
-bool Connection::commit()
-{
-    bool ok = flush() && !m_flushFailed && !m_lostTransaction;
-    if (m_inTransaction && !run("COMMIT")) {
-        ok = false;
-        const std::string reason = m_error;
-        run("ROLLBACK");
-        m_error = reason;
-        dropCaches();
-    }
-    m_inTransaction = false;
-    m_lostTransaction = false;
-    m_flushFailed = false;
-    return ok;
 }
 
 } // namespace korodbc::host

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Observer.h"
+#include "sqlite/Claims.h"
 #include "sqlite/Statement.h"
 #include "sqlite/StatementPattern.h"
 
@@ -19,12 +20,16 @@ namespace korodbc::host {
 
 class Table;
 
-/// One open database file: its kept statements, its tables, its transaction.
+/// One open database file: its kept statements, its tables, its transaction, its claims.
 class Connection {
 public:
-    /// Opens a database; `path` is a file or ":memory:". With `create` a missing file is made. On failure returns
-    /// nullptr and says why in `error`.
-    static std::unique_ptr<Connection> open(const std::string& path, bool create, std::string& error);
+    enum class Access {
+        Look,   // nothing is written, also where nothing can be: in a folder without permission, on a fixed medium
+        Write,  // an existing file
+        Create, // a missing file is made
+    };
+    /// Opens a database; `path` is a file or ":memory:". On failure returns nullptr and says why in `error`.
+    static std::unique_ptr<Connection> open(const std::string& path, Access access, std::string& error);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -32,6 +37,7 @@ public:
     const std::string& path() const { return m_path; }
     sqlite3* handle() const { return m_db; }
     const std::string& lastError() const { return m_error; }
+    Claims& claims() { return m_claims; }
     /// The data source and slot under which the connection is used, for the observer.
     void setLabel(eDSN dsn, eIndex index)
     {
@@ -64,13 +70,33 @@ public:
     /// False, with lastError set, when the list of tables cannot be read.
     bool canListTables();
 
-    // Transactions. Every write runs in one; the service ends it with the outermost batch.
+    // Transactions. Every write runs in one. Batches are numbered by depth, the outermost 1; the service says how
+    // deep they are nested and ends them.
 
-    /// Starts the write transaction unless it runs already; false when the database cannot be written now.
+    /// Depth of the innermost batch, over all connections; 0 outside batches.
+    static inline int batchDepth = 0;
+    /// Connections that have written, or tried to, since the outermost batch began.
+    static inline std::vector<Connection*> writing;
+
+    /// Starts the write transaction unless it runs already, so that the innermost batch can be undone; false when
+    /// the database cannot be written now. A batch whose first write is refused cannot write at all.
     bool beginWrite();
-    /// Stores what waits and commits; false when the writes are lost.
+    /// Stores what waits and commits; false when the writes are lost, which are undone then.
     bool commit();
-    bool inTransaction() const { return m_inTransaction; }
+    /// Undoes all writes since the outermost batch began.
+    void rollback();
+    /// The batch of that depth ended: its writes belong to the one around it.
+    void keepBatch(int depth);
+    /// Takes back what was written since the batch of that depth began.
+    void undoBatch(int depth);
+    bool inTransaction() const { return !m_marks.empty(); }
+
+    /// From now on reads see one state, until as many calls of endReading, or a write. False when that fails.
+    bool beginReading();
+    void endReading();
+
+    /// True, with lastError set, when another program has claimed the table or, for a copy, what it is a copy of.
+    bool isRefused(std::string_view table);
 
     /// A row whose cell writes wait in memory for one INSERT or UPDATE.
     struct PendingRow {
@@ -78,6 +104,7 @@ public:
         Value key;
         bool isNew;
         std::map<int, Value> cells; // by column index
+        int depth = 0;              // of the batch that wrote it
     };
     std::optional<PendingRow>& pending() { return m_pending; }
     /// Stores the waiting row; false when that failed.
@@ -105,10 +132,11 @@ public:
     };
 
 private:
-    Connection() = default;
+    explicit Connection(const std::string& path);
     Statement* compile(std::string_view sql);
     void limitStatements(); // lets kept statements go when there are too many
     bool finishWrite(Statement& statement);
+    bool isRefused(const Statement& statement);
     /// Rows of these tables changed, which ones is not known.
     void rowsChanged(const std::vector<std::string>& names);
     void reportLibrary(const KorString& sql, bool ok, bool prepared);
@@ -133,6 +161,7 @@ private:
     std::vector<std::string> m_writtenByCompile;
     std::vector<std::pair<std::string, std::string>> m_assignedByCompile; // table and column
     std::vector<std::string> m_definedByCompile;
+    bool m_controlsTransaction = false; // by compile
     struct KnownPattern {
         std::wstring text;
         StatementPattern pattern;
@@ -148,11 +177,25 @@ private:
     std::map<std::string, std::unique_ptr<Table>> m_tables; // by lower-case name; null: known, not opened yet
     bool m_namesLoaded = false;
 
+    bool openFile(Access access, std::string& error);
+    bool openForLooking(std::string& error);
+    bool connect(const std::string& name, int flags, std::string& error);
+    bool beginTransaction();
+    void lose(); // nothing more is written until the outermost batch ends, which undoes everything
+    std::string markName() const { return "batch" + std::to_string(m_marks.size()); }
+
+    bool m_mayWrite = true;
     bool m_logsAhead = false;
-    bool m_inTransaction = false;
-    bool m_lostTransaction = false; // undone by the engine; nothing more is written until the batch ends
-    bool m_flushFailed = false;
+    // Depth of the innermost batch that had begun when the transaction started, and at each savepoint since: going
+    // back there undoes all batches that are deeper than the mark before.
+    std::vector<int> m_marks;
+    std::string m_lost; // why the transaction cannot be stored; empty: it can
     std::optional<PendingRow> m_pending;
+    int m_readings = 0;
+    bool m_reading = false; // a read transaction is open
+    Claims m_claims;
+    std::vector<Claims::Claim> m_claimedByOthers; // when the transaction began
+    std::string m_temporary;                      // folder of a copy that is looked at in place of the file
 
     bool m_unchecked = true;
     std::int64_t m_dataVersion = -1;

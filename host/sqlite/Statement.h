@@ -46,6 +46,8 @@ public:
     bool fresh = true;
     /// Tables that it makes, drops or changes the columns of.
     std::vector<std::string> definedTables;
+    /// Begins, ends or marks a transaction.
+    bool controlsTransaction = false;
 
 private:
     sqlite3_stmt* m_handle;

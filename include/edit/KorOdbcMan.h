@@ -114,9 +114,19 @@ public:
     /// Confirms the edits so far and takes a fresh copy; the table counts as not modified.
     static int setStatusOnUpdate(eTableType type, eCopyDepth depth);
 
-    /// At its first call brings back every copy that an earlier run left behind; clears all backup flags. Returns
-    /// 1, or 0 when the databases could not be written.
+    /// At its first call in a repository brings back every copy that an earlier run left behind, those of tables
+    /// that other programs edit now excepted; a copy that does not fit its table stays. Clears all backup flags.
+    /// Returns 1, or 0 when the databases could not be written or no repository is open.
     static int initializeTables();
+    /// Does that for the current database alone, whenever: for operations that write without taking copies. 0 also
+    /// when a copy stays.
+    static int bringBackLeftCopies();
+    /// Renames a copy that cannot be brought back, so that nothing takes it for one; `aside` becomes its new name.
+    /// 0 when there is no such copy, or the table is being edited.
+    static int putCopyAside(eTableType type, eCopyDepth depth, KorString& aside);
+    /// True when this program edits the table at that depth: in the current database, in any of them.
+    static bool isOpen(eTableType type, eCopyDepth depth);
+    static bool isOpenAnywhere(eTableType type, eCopyDepth depth);
     /// Brings back the copies of the first three depths in the three fixed databases.
     static void restoreDetailTablesCopies();
 

@@ -92,6 +92,12 @@ int itemTableType(int ownerType)
     return rows == nullptr ? -1 : rows->itemType;
 }
 
+bool itemsAreCopiedAtFirstDepth(int ownerType)
+{
+    const ItemRows* rows = itemRowsOf(ownerType);
+    return rows != nullptr && rows->copiedAtFirstDepth;
+}
+
 int deleteWhere(const KorString& table, const KorString& column, long key)
 {
     return KorDatabaseAccess::doSQLStatement(KorOdbcMan::m_currentDSN,

@@ -2,8 +2,10 @@
 
 #include "addins/AddInManagerInterface.h"
 #include "DetailTables.h"
+#include "ManagerDatabase.h"
 #include "repository/KorDatabaseAccess.h"
 #include "repository/KorDSNManager.h"
+#include "repository/KorTableCopies.h"
 #include "roots/KorAssert.h"
 
 using namespace korodbc;
@@ -13,8 +15,9 @@ eIndex KorOdbcMan::m_currentAddIn = KorDSNDefinitions::kBase;
 bool KorOdbcMan::m_bInitializeTables = true;
 bool KorOdbcMan::m_bAppending = false;
 
-const wchar_t* const KorOdbcMan::ccKorVELCopyString[kCopies] = {L"_VELCopy", L"_VELSecondCopy", L"_VELThirdCopy",
-                                                                L"_VELFourthCopy"};
+const wchar_t* const KorOdbcMan::ccKorVELCopyString[kCopies] = {
+    KorTableCopies::suffixes[0], KorTableCopies::suffixes[1], KorTableCopies::suffixes[2],
+    KorTableCopies::suffixes[3]};
 const KorString KorOdbcMan::korstrVEL(L"VEL");
 const KorString KorOdbcMan::korstrPCVEL(L"PC-VEL");
 
@@ -94,6 +97,7 @@ int KorOdbcMan::getNumberOfColumns(eTableType type, int& count)
     KorString name;
     if (getTableName(type, name) != 1)
         return -2;
+    const ManagerDatabase database;
     const int columns = KorDatabaseAccess::getNumberOfColumns(m_currentDSN, KorDatabaseAccess::getTableName(name));
     if (columns <= 0)
         return 0;
@@ -123,8 +127,9 @@ int KorOdbcMan::getIndex()
         return 1;
     case KorDSNDefinitions::kConfiguration:
         return 2;
-    case KorDSNDefinitions::kCountryAddin:
-        return 3 + KorDSNManager::getAddInIdx(m_currentAddIn);
+    case KorDSNDefinitions::kCountryAddin: // slots are counted from 1
+        return m_currentAddIn < KorDSNDefinitions::kFirstAddin ? -1
+                                                               : 3 + KorDSNManager::getAddInIdx(m_currentAddIn);
     default:
         return -1;
     }

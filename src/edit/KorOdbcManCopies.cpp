@@ -2,6 +2,7 @@
 #include "DetailTables.h"
 #include "edit/KorOdbcMan.h"
 #include "maintenance/KorOdbcGUI.h"
+#include "ManagerDatabase.h"
 #include "repository/KorDatabaseAccess.h"
 #include "repository/KorDSNManager.h"
 #include "repository/KRRepositoryProxyMan.h"
@@ -22,6 +23,17 @@ using Man = KorOdbcMan;
 
 KorOdbcMan::InitializeStatics atLoad;
 int registrations = 0;
+
+/// Nothing is known of the databases of another repository.
+void forgetRepository()
+{
+    Man::InitializeStatics::release();
+    Man::InitializeStatics::build();
+    Man::m_currentDSN = KorDSNDefinitions::kDetails;
+    Man::m_currentAddIn = KorDSNDefinitions::kBase;
+    registrations = 0; // the add-in manager is another one, too
+}
+const bool told = (KRRepositoryProxyMan::whenSwitched(forgetRepository), true);
 
 Man::StatusRows* const statusOfDepth[] = {&Man::m_Status, &Man::m_SecondStatus, &Man::m_ThirdStatus,
                                           &Man::m_FourthStatus};
@@ -52,29 +64,6 @@ KorArray<KorAddInId> installedCountryAddIns()
     return ids;
 }
 
-/// Makes a database the manager's and the service's current one, until the visit ends.
-class DatabaseVisit {
-public:
-    DatabaseVisit(eDSN dsn, eIndex index)
-        : m_dsn(Man::m_currentDSN), m_addIn(Man::m_currentAddIn), m_request(dsn, index)
-    {
-        Man::m_currentDSN = dsn;
-        Man::m_currentAddIn = index;
-    }
-    ~DatabaseVisit()
-    {
-        Man::m_currentDSN = m_dsn;
-        Man::m_currentAddIn = m_addIn;
-    }
-    DatabaseVisit(const DatabaseVisit&) = delete;
-    DatabaseVisit& operator=(const DatabaseVisit&) = delete;
-
-private:
-    eDSN m_dsn;
-    eIndex m_addIn;
-    KorDSNRequest m_request;
-};
-
 /// Calls `act` with each detail database current: base details, add-in, main configuration, country add-ins.
 template <class Act>
 void forEachDatabase(Act act)
@@ -87,14 +76,14 @@ void forEachDatabase(Act act)
                  {KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase}};
     int slot = 0;
     for (const auto& database : fixed) {
-        const DatabaseVisit visit(database.dsn, database.index);
+        const ManagerDatabase visit(database.dsn, database.index);
         act(slot++);
     }
     const KorArray<KorAddInId> ids = installedCountryAddIns();
     for (int position = 0; position < ids.length(); ++position) {
         if (AddInManagerInterface::getInstance()->getAddIn(ids.data()[position]) == nullptr)
             KorAssert::korAssert("pAddIn != NULL", "KorOdbcMan", __LINE__);
-        const DatabaseVisit visit(KorDSNDefinitions::kCountryAddin, KorDSNManager::getAddInIdx(position));
+        const ManagerDatabase visit(KorDSNDefinitions::kCountryAddin, KorDSNManager::getAddInIdx(position));
         act(slot++);
     }
 }
@@ -137,6 +126,147 @@ bool openAt(int slot, int type, int depth)
 KorString copyName(const KorString& table, int depth)
 {
     return isDepth(depth) ? table + KorString(Man::ccKorVELCopyString[depth]) : table;
+}
+
+/// The names by which the service knows a type's table and its copies.
+struct TableNames {
+    explicit TableNames(int type)
+        : logical(detailTable(type).name), table(KorDatabaseAccess::getTableName(logical))
+    {
+    }
+    KorString copy(int depth) const { return KorDatabaseAccess::getTableName(copyName(logical, depth)); }
+    bool hasCopy(int depth) const
+    {
+        return KorDatabaseAccess::doesTableExists(Man::m_currentDSN, copy(depth)) == 1;
+    }
+    bool hasAnyCopy() const { return hasCopy(3) || hasCopy(2) || hasCopy(1) || hasCopy(0); }
+    bool isClaimed() const { return KorDatabaseAccess::isTableClaimed(Man::m_currentDSN, table) == 1; }
+
+    const KorString logical, table;
+};
+
+/// True when the copy has the first columns of the table: Cancel drops those that were added behind.
+bool fits(const TableNames& names, int depth)
+{
+    KorArray<KorColumn> columns, copied;
+    if (KorDatabaseAccess::getTableStructure(Man::m_currentDSN, names.table, columns) != 1 ||
+        KorDatabaseAccess::getTableStructure(Man::m_currentDSN, names.copy(depth), copied) != 1 ||
+        copied.length() > columns.length())
+        return false;
+    for (long i = 0; i < copied.length(); ++i)
+        if (columns[i].getName().compareNoCase(copied[i].getName()) != 0)
+            return false;
+    return true;
+}
+
+/// Writes a copy back into its table, as a whole or not at all. 1; other values leave both as they are.
+int restore(const TableNames& names, int depth)
+{
+    if (!names.hasCopy(depth) || !fits(names, depth))
+        return -1;
+    KorDatabaseBatch batch;
+    const KorString copy = copyName(names.logical, depth);
+    int result = -1;
+    try {
+        if (KorOdbcGUI::restoreTableStructure(names.logical, copy, Man::m_currentDSN) == 1)
+            result = KorOdbcGUI::restoreTable(names.logical, copy, Man::m_currentDSN);
+    } catch (...) {
+        result = -1;
+    }
+    if (result == 1 && names.hasCopy(depth))
+        result = 0; // a copy that stays would come back over later work
+    return result == 1 ? batch.end(1) : batch.undo(result);
+}
+
+int putAside(const TableNames& names, int depth, KorString& aside)
+{
+    KorString free;
+    for (int number = 1; free.isEmpty() || KorDatabaseAccess::doesTableExists(Man::m_currentDSN, free) == 1;
+         ++number)
+        free = names.table + KorString::format(L"_LeftCopy%d", number);
+    const int result = KorDatabaseAccess::doSQLStatement(
+        Man::m_currentDSN, KorString::format(L"ALTER TABLE [%s] RENAME TO [%s]", names.copy(depth), free));
+    if (result == 1)
+        aside = free;
+    return result;
+}
+
+/// Brings back what a program that has ended left of an edit of the table, the deepest copy first. The table is
+/// claimed, and edited by nobody. False when a copy stays.
+bool bringBack(const TableNames& names)
+{
+    bool all = true;
+    for (int depth = Man::kFourthCopy; depth >= Man::kFirstCopy; --depth)
+        all = (!names.hasCopy(depth) || restore(names, depth) == 1) && all;
+    return all;
+}
+
+/// Claims the table for an edit under copies. What another program left of one comes back first; what cannot come
+/// back is put aside, since its name is wanted.
+bool claimForEdit(const TableNames& names)
+{
+    const bool held = names.isClaimed();
+    if (KorDatabaseAccess::claimTable(Man::m_currentDSN, names.table) != 1)
+        return false;
+    if (held)
+        return true;
+    if (KorDatabaseBatch::lock(Man::m_currentDSN) != 1)
+        return false;
+    KorString aside;
+    if (names.hasAnyCopy() && !bringBack(names))
+        for (int depth = 0; depth < Man::kCopies; ++depth)
+            if (names.hasCopy(depth) && putAside(names, depth, aside) != 1)
+                return false;
+    return true;
+}
+
+/// Gives the claim back when no copy of the table is in use any more.
+void releaseIfClosed(int slot, int type, const TableNames& names)
+{
+    for (int depth = 0; depth < Man::kCopies; ++depth)
+        if (backup(slot, type, depth))
+            return;
+    KorDatabaseAccess::releaseTable(Man::m_currentDSN, names.table);
+}
+
+/// Brings back the copies in the manager's database that no other program has in use; `ownToo`: nor this one,
+/// which has only just started.
+int bringBackCopies(bool ownToo)
+{
+    const ManagerDatabase database;
+    const auto isLeft = [=](const TableNames& names) {
+        return (ownToo || !names.isClaimed()) && names.hasAnyCopy();
+    };
+    bool anyLeft = false;
+    for (int type = 0; type < Man::kTableTypes && !anyLeft; ++type)
+        anyLeft = isLeft(TableNames(type));
+    if (!anyLeft)
+        return 1;
+    // what is there is looked at again under the lock: another program may be bringing it back just now
+    KorDatabaseBatch batch;
+    const bool locked = KorDatabaseBatch::lock(Man::m_currentDSN) == 1;
+    bool all = locked;
+    for (int type = 0; type < Man::kTableTypes && locked; ++type) {
+        const TableNames names(type);
+        if (!isLeft(names) || KorDatabaseAccess::claimTable(Man::m_currentDSN, names.table) != 1)
+            continue;
+        all = bringBack(names) && all;
+        Man::resetTable(static_cast<Man::eTableType>(type));
+        KorDatabaseAccess::releaseTable(Man::m_currentDSN, names.table);
+    }
+    return batch.end(all ? 1 : 0);
+}
+
+/// The first step of an operation on the copy of a type at a depth: its result when it ends there, otherwise 1.
+int copyOf(Man::eTableType type, Man::eCopyDepth depth, const char* depthAssertion, int otherwise)
+{
+    KorString name;
+    if (Man::getTableName(type, name) != 1)
+        return -2;
+    if (isDepth(depth))
+        return 1;
+    KorAssert::korAssert(depthAssertion, "KorOdbcMan", __LINE__);
+    return otherwise;
 }
 
 } // namespace
@@ -206,16 +336,14 @@ int KorOdbcMan::backupTable(eTableType type, eCopyDepth depth)
     const int slot = getIndex();
     if (isDepth(depth) && isTableType(type) && backup(slot, type, depth))
         return 1;
-    KorString name;
-    if (getTableName(type, name) != 1)
-        return -2;
-    if (!isDepth(depth)) {
-        KorAssert::korAssert("copyDepth<4", "KorOdbcMan", __LINE__);
-        return 0;
-    }
+    if (const int found = copyOf(type, depth, "copyDepth<4", 0); found != 1)
+        return found;
+    const ManagerDatabase database;
+    const TableNames names(type);
     KorDatabaseBatch batch;
-    const int copied = KorDatabaseAccess::copyTable(m_currentDSN, KorDatabaseAccess::getTableName(name),
-                                                    KorDatabaseAccess::getTableName(copyName(name, depth)), false);
+    int copied = 0;
+    if (claimForEdit(names))
+        copied = KorDatabaseAccess::copyTable(m_currentDSN, names.table, names.copy(depth), false);
     // the copy counts as taken also when copying failed: OK then drops what is there, Cancel restores what it
     // finds
     change(backup, slot, type, depth, true);
@@ -227,25 +355,21 @@ int KorOdbcMan::restoreCopyOfTable(eTableType type, eCopyDepth depth)
     const int slot = getIndex();
     if (!m_bInitializeTables && isDepth(depth) && isTableType(type) && !backup(slot, type, depth))
         return 1;
-    KorString name;
-    if (getTableName(type, name) != 1)
-        return -2;
-    if (!isDepth(depth)) {
-        KorAssert::korAssert("copyDepth >=0 && copyDepth < kCopies", "KorOdbcMan", __LINE__);
-        return -1;
-    }
+    if (const int found = copyOf(type, depth, "copyDepth >=0 && copyDepth < kCopies", -1); found != 1)
+        return found;
+    const ManagerDatabase database;
+    const TableNames names(type);
     KorDatabaseBatch batch;
-    int result = -1;
-    try {
-        const KorString copy = copyName(name, depth);
-        if (KorOdbcGUI::restoreTableStructure(name, copy, m_currentDSN) == 1) {
-            result = KorOdbcGUI::restoreTable(name, copy, m_currentDSN);
-            if (result == 1)
-                change(backup, slot, type, depth, false);
-        }
-    } catch (...) {
-        result = -1;
-    }
+    // without the claim what is there is another program's; at start-up it may be nobody's
+    const bool held = names.isClaimed();
+    if (!held && (!m_bInitializeTables || !names.hasCopy(depth) ||
+                  KorDatabaseAccess::claimTable(m_currentDSN, names.table) != 1))
+        return batch.end(-1);
+    const int result = restore(names, depth);
+    if (result == 1)
+        change(backup, slot, type, depth, false);
+    if (result == 1 || !held)
+        releaseIfClosed(slot, type, names);
     return batch.end(result);
 }
 
@@ -254,20 +378,50 @@ int KorOdbcMan::dropCopyOfTable(eTableType type, eCopyDepth depth)
     const int slot = getIndex();
     if (isDepth(depth) && isTableType(type) && !backup(slot, type, depth))
         return 1;
-    KorString name;
-    if (getTableName(type, name) != 1)
-        return -2;
-    if (!isDepth(depth)) {
-        KorAssert::korAssert("copyDepth<kCopies", "KorOdbcMan", __LINE__);
-        return 0;
-    }
+    if (const int found = copyOf(type, depth, "copyDepth<kCopies", 0); found != 1)
+        return found;
+    const ManagerDatabase database;
+    const TableNames names(type);
+    const KorString copy = names.copy(depth);
     KorDatabaseBatch batch;
-    const KorString copy = KorDatabaseAccess::getTableName(copyName(name, depth));
-    const int result =
-        KorDatabaseAccess::doSQLStatement(m_currentDSN, KorString::format(L"DROP TABLE [%s]", copy));
-    KorDatabaseAccess::resetCachedTable(m_currentDSN, copy);
+    int result = 0;
+    if (names.isClaimed()) { // otherwise what is there is another program's
+        result = KorDatabaseAccess::doSQLStatement(m_currentDSN, KorString::format(L"DROP TABLE [%s]", copy));
+        KorDatabaseAccess::resetCachedTable(m_currentDSN, copy);
+    }
     change(backup, slot, type, depth, false);
+    releaseIfClosed(slot, type, names);
     return batch.end(result);
+}
+
+int KorOdbcMan::putCopyAside(eTableType type, eCopyDepth depth, KorString& aside)
+{
+    if (!isTableType(type) || !isDepth(depth))
+        return 0;
+    const ManagerDatabase database;
+    const TableNames names(type);
+    KorDatabaseBatch batch;
+    if (names.isClaimed() || KorDatabaseBatch::lock(m_currentDSN) != 1 || !names.hasCopy(depth) ||
+        KorDatabaseAccess::claimTable(m_currentDSN, names.table) != 1)
+        return batch.undo(0);
+    const int result = putAside(names, depth, aside);
+    KorDatabaseAccess::releaseTable(m_currentDSN, names.table);
+    return result == 1 ? batch.end(1) : batch.undo(0);
+}
+
+bool KorOdbcMan::isOpen(eTableType type, eCopyDepth depth)
+{
+    const int slot = getIndex();
+    return isTableType(type) && isDepth(depth) && slot >= 0 && slot < m_Status.length() &&
+           (status(slot, type, depth) == eModified || backup(slot, type, depth));
+}
+
+bool KorOdbcMan::isOpenAnywhere(eTableType type, eCopyDepth depth)
+{
+    for (int slot = 0; isTableType(type) && isDepth(depth) && slot < m_Status.length(); ++slot)
+        if (status(slot, type, depth) == eModified || backup(slot, type, depth))
+            return true;
+    return false;
 }
 
 int KorOdbcMan::setStatusOnOK(eTableType type, eCopyDepth depth)
@@ -297,16 +451,17 @@ int KorOdbcMan::setStatusOnUpdate(eTableType type, eCopyDepth depth)
 
 int KorOdbcMan::initializeTables()
 {
+    InitializeStatics::build();
+    if (m_BackupAvailable.length() == 0)
+        return 0;
     KorDatabaseBatch batch;
     const bool first = m_bInitializeTables;
     if (first) {
         forEachDatabase([](int slot) {
-            for (int type = 0; type < kTableTypes; ++type) {
+            for (int type = 0; type < kTableTypes; ++type)
                 for (int depth = 0; depth < kCopies; ++depth)
                     status(slot, type, depth) = eNotModified;
-                for (int depth = kFourthCopy; depth >= kFirstCopy; --depth)
-                    restoreCopyOfTable(static_cast<eTableType>(type), static_cast<eCopyDepth>(depth));
-            }
+            bringBackCopies(true);
         });
         m_bInitializeTables = false;
     }
@@ -319,6 +474,8 @@ int KorOdbcMan::initializeTables()
         m_bInitializeTables = true; // the copies are still there: the next call tries again
     return result;
 }
+
+int KorOdbcMan::bringBackLeftCopies() { return bringBackCopies(false); }
 
 void KorOdbcMan::restoreDetailTablesCopies()
 {
@@ -382,19 +539,7 @@ void KorCountryAddInReactor::onCountryAddInLoaded(KorAddIn& addIn)
     addIn.completeLoading();
     KorOdbcMan::m_currentDSN = KorDSNDefinitions::kCountryAddin;
     KorOdbcMan::m_currentAddIn = KorDSNManager::getAddInIdx(0);
-    {
-        const KorDSNRequest request(KorOdbcMan::m_currentDSN, KorOdbcMan::m_currentAddIn);
-        KorDatabaseBatch batch;
-        for (int type = 0; type < KorOdbcMan::kTableTypes; ++type) {
-            const KorString name(detailTable(type).name);
-            for (int depth = KorOdbcMan::kFourthCopy; depth >= KorOdbcMan::kFirstCopy; --depth) {
-                const KorString copy = copyName(name, depth);
-                if (KorOdbcGUI::restoreTableStructure(name, copy, KorDSNDefinitions::kCountryAddin) == 1)
-                    KorOdbcGUI::restoreTable(name, copy, KorDSNDefinitions::kCountryAddin);
-            }
-        }
-        batch.end(1);
-    }
+    KorOdbcMan::bringBackLeftCopies();
     KorOdbcGUI::resetAddIns();
 }
 

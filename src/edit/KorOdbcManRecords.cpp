@@ -3,6 +3,7 @@
 #include "ItemStore.h"
 #include "lookup/UserTableRows.h"
 #include "maintenance/KorOdbcGUI.h"
+#include "ManagerDatabase.h"
 #include "project/KorODBCUserProfile.h"
 #include "records/AnyRecord.h"
 #include "repository/KorDatabaseAccess.h"
@@ -26,6 +27,15 @@ bool physicalName(Man::eTableType type, KorString& table)
     return true;
 }
 
+/// False when the type's table must not be written: another program edits it, or it does not fit its records. Once
+/// it is marked modified this is settled, and a transfer settles it before it begins.
+bool mayWrite(Man::eTableType type, Man::eCopyDepth depth)
+{
+    return KorODBCDetailStyleExports::isTableBackupProcessCanceled() != 0 ||
+           Man::getStatus(type, depth) == Man::eModified ||
+           KorDatabaseAccess::checkTable(Man::m_currentDSN, detailTable(type).description(), true) == 1;
+}
+
 /// Writes one column of a row under the copy of a depth.
 template <class Key>
 int writeAttribute(Man::eTableType type, const Key& key, int column, const KorCellData& value, int flag,
@@ -34,7 +44,10 @@ int writeAttribute(Man::eTableType type, const Key& key, int column, const KorCe
     KorString table;
     if (!physicalName(type, table))
         return -2;
-    KorDatabaseBatch batch;
+    const ManagerDatabase database;
+    if (!mayWrite(type, depth))
+        return 0;
+    KorDatabaseBatch batch(KorDatabaseBatch::Kind::Joined);
     Man::setStatus(type, Man::eModified, depth);
     const int result = Man::setTableColumnValue(type, key, column, value, flag);
     if (reset)
@@ -58,7 +71,7 @@ int appendRow(Man::eTableType type, const KorString& table, int keepKey, KorCell
 {
     const bool mayKeep =
         Man::m_currentDSN != KorDSNDefinitions::kDetails || KorODBCDetailStyleExports::isTransferInProgress();
-    if (mayKeep && keepKey == 1) {
+    if (mayKeep && keepKey == 1 && (type == Man::kDetObjQualifierFilter || Man::getRecordKey(type) != -1)) {
         key = type == Man::kDetObjQualifierFilter ? KorCellData(Man::getRecordStringKey(type))
                                                   : KorCellData(static_cast<int>(Man::getRecordKey(type)));
         if (KorDatabaseAccess::appendNewLine(Man::m_currentDSN, table, key, true, true) == 1)
@@ -85,13 +98,17 @@ bool holdsItems(Man::eTableType type, const KorString& table, long items)
            (KorDatabaseAccess::getNumberOfColumns(Man::m_currentDSN, table) - fixed) / perItem >= items;
 }
 
+/// A record without items is one statement, which is whole or nothing by itself.
+KorDatabaseBatch::Kind batchFor(Man::eTableType type)
+{
+    return detailTable(type).description().itemList() == nullptr ? KorDatabaseBatch::Kind::Joined
+                                                                 : KorDatabaseBatch::Kind::Whole;
+}
+
 /// Writes all columns and items of a type's current record over its row in the table of that physical name.
 int storeRecord(Man::eTableType type, const KorString& table, Man::eCopyDepth depth)
 {
     const DetailTable& current = detailTable(type);
-    Man::m_bAppending = true;
-    KorDatabaseBatch batch;
-    Man::setStatus(type, Man::eModified, depth);
     const RecordDescription& description = current.description();
     if (const MemberList* items = description.itemList()) {
         const long count = items->length(current.currentRecord);
@@ -100,13 +117,36 @@ int storeRecord(Man::eTableType type, const KorString& table, Man::eCopyDepth de
         if (description.numbered.exists() && !holdsItems(type, table, count))
             Man::setColumnsForNewItems(type, static_cast<int>(count));
     }
-    int result = KorDatabaseAccess::setRecord(Man::m_currentDSN, table, description, currentKey(type),
-                                              current.currentRecord);
-    if (result == 1)
-        result = storeItems(type, description.keyOf(current.currentRecord), depth);
-    Man::m_bAppending = false;
-    Man::resetTable(type);
-    return batch.end(result);
+    const int result = KorDatabaseAccess::setRecord(Man::m_currentDSN, table, description, currentKey(type),
+                                                    current.currentRecord);
+    return result == 1 ? storeItems(type, description.keyOf(current.currentRecord), depth) : result;
+}
+
+/// Appends the type's current record as a new row with its items. Returns the new key, or -1.
+int appendRecord(Man::eTableType type, const KorString& table, int keepKey, Man::eCopyDepth depth)
+{
+    KorCellData key;
+    if (appendRow(type, table, keepKey, key) != 1)
+        return -1;
+    const bool isText = key.getType() == KorItemType::kString;
+    if (!isText && key.getType() != KorItemType::kInt) {
+        KorAssert::korAssert("false", "KorOdbcMan", __LINE__);
+        return -1;
+    }
+    const DetailTable& current = detailTable(type);
+    if (current.currentRecord == nullptr) {
+        KorAssert::korAssert("AppendNewrecord==-1", "KorOdbcMan", __LINE__);
+        return key.getInt();
+    }
+    const ColumnDescription& column = current.description().keyColumn();
+    if (isText != current.description().hasTextKey())
+        return -1; // no key that the record can hold
+    if (isText)
+        column.text(current.currentRecord) = key.getStringW();
+    else
+        column.integer(current.currentRecord) = key.getInt();
+    stampOwner(current);
+    return storeRecord(type, table, depth) != 1 ? -1 : isText ? 1 : key.getInt();
 }
 
 } // namespace
@@ -117,6 +157,7 @@ int KorOdbcMan::setTableColumnValue(eTableType type, const KorOdbcKey& key, int 
     KorString table;
     if (!physicalName(type, table))
         return -2;
+    const ManagerDatabase database;
     return KorDatabaseAccess::setTableColumnValue(m_currentDSN, table, L"Key",
                                                   KorString::format(L"%d", key.getKey()), column, value);
 }
@@ -127,6 +168,7 @@ int KorOdbcMan::setTableColumnValue(eTableType type, const KorString& key, int c
     KorString table;
     if (!physicalName(type, table))
         return -2;
+    const ManagerDatabase database;
     if (m_currentDSN == KorDSNDefinitions::kDetails)
         return setUserTableCell(table, key, column, value);
     return KorDatabaseAccess::setTableColumnValue(m_currentDSN, table, L"Key", key, column, value);
@@ -181,32 +223,21 @@ int KorOdbcMan::appendNewRecord(eTableType type, int keepKey, eCopyDepth depth)
     KorString table;
     if (!physicalName(type, table))
         return -2;
+    const ManagerDatabase database;
+    if (!mayWrite(type, depth))
+        return -1;
+    KorDatabaseBatch edit; // the copy stays, also of a record that cannot be appended
     m_bAppending = true;
-    KorDatabaseBatch batch;
     setStatus(type, eModified, depth);
-    KorCellData key;
-    int newKey = -1;
-    if (appendRow(type, table, keepKey, key) == 1) {
-        const bool isText = key.getType() == KorItemType::kString;
-        if (!isText && key.getType() != KorItemType::kInt) {
-            KorAssert::korAssert("false", "KorOdbcMan", __LINE__);
-        } else if (const DetailTable& current = detailTable(type); current.currentRecord == nullptr) {
-            KorAssert::korAssert("AppendNewrecord==-1", "KorOdbcMan", __LINE__);
-            newKey = key.getInt();
-        } else {
-            const ColumnDescription& column = current.description().keyColumn();
-            if (isText)
-                column.text(current.currentRecord) = key.getStringW();
-            else
-                column.integer(current.currentRecord) = key.getInt();
-            stampOwner(current);
-            newKey = isText ? 1 : key.getInt();
-            if (storeRecord(type, table, depth) != 1)
-                newKey = -1;
-        }
-    }
+    KorDatabaseBatch record(batchFor(type));
+    int key = appendRecord(type, table, keepKey, depth);
+    if (key < 0)
+        record.undo();
+    else if (record.end(1) != 1)
+        key = -1;
     m_bAppending = false;
-    return batch.end(1) == 1 ? newKey : -1;
+    resetTable(type);
+    return edit.end(1) == 1 ? key : -1;
 }
 
 int KorOdbcMan::storeCurrentRecord(eTableType type, eCopyDepth depth)
@@ -214,7 +245,20 @@ int KorOdbcMan::storeCurrentRecord(eTableType type, eCopyDepth depth)
     KorString table;
     if (!physicalName(type, table))
         return -2;
-    return detailTable(type).currentRecord == nullptr ? 1 : storeRecord(type, table, depth);
+    if (detailTable(type).currentRecord == nullptr)
+        return 1;
+    const ManagerDatabase database;
+    if (!mayWrite(type, depth))
+        return 0;
+    KorDatabaseBatch edit;
+    m_bAppending = true;
+    setStatus(type, eModified, depth);
+    KorDatabaseBatch record(batchFor(type));
+    const int stored = storeRecord(type, table, depth);
+    const int result = stored == 1 ? record.end(1) : record.undo(stored);
+    m_bAppending = false;
+    resetTable(type);
+    return edit.end(result);
 }
 
 int KorOdbcMan::deleteRecord(eTableType type, const KorOdbcKey& key, eCopyDepth depth)
@@ -222,7 +266,10 @@ int KorOdbcMan::deleteRecord(eTableType type, const KorOdbcKey& key, eCopyDepth 
     KorString table;
     if (!physicalName(type, table))
         return -2;
-    KorDatabaseBatch batch;
+    const ManagerDatabase database;
+    if (!mayWrite(type, depth))
+        return 0;
+    KorDatabaseBatch batch(KorDatabaseBatch::Kind::Joined);
     setStatus(type, eModified, depth);
     const int result = deleteWhere(table, L"[Key]", key.getKey());
     resetTable(type);
@@ -231,6 +278,7 @@ int KorOdbcMan::deleteRecord(eTableType type, const KorOdbcKey& key, eCopyDepth 
 
 int KorOdbcMan::setColumnsForNewItems(eTableType type, int items)
 {
+    const ManagerDatabase database;
     int columns = 0;
     const int read = getNumberOfColumns(type, columns);
     if (read != 1)
@@ -255,6 +303,7 @@ int KorOdbcMan::AddItemColumns(eTableType type, int item, int count, eDSN dsn)
     KorString name;
     if (getTableName(type, name) != 1)
         return -2;
+    const KorDSNRequest database(dsn, dsn == m_currentDSN ? m_currentAddIn : KorDSNDefinitions::kFirstAddin);
     const int perItem = m_numberOfColumns[type][1];
     KorArray<KorString> definitions;
     for (int column = perItem - count; column < perItem; ++column) {
@@ -273,7 +322,7 @@ void KorOdbcMan::resetTable(eTableType type)
         KorAssert::korAssert("error==-1", "KorOdbcMan", __LINE__);
         return;
     }
-    const KorDSNRequest request(m_currentDSN, m_currentAddIn);
+    const ManagerDatabase database;
     // tables that are read together are reset together
     static const int groups[][2] = {
         {kDetViewRequest, kDetViewRequestCategories},           {kDetObjReprMap, kDetObjReprMapItems},
@@ -298,7 +347,7 @@ void KorOdbcMan::checkItems(eTableType type)
     if (type != kDetailStyle && type != kDetObjReprMap && type != kDetViewDimStrategy &&
         type != kDetViewDimRequestLinear)
         return;
-    const KorDSNRequest request(m_currentDSN, m_currentAddIn);
+    const ManagerDatabase database;
     const DetailTable& table = detailTable(type);
     const RecordDescription& description = table.description();
     const MemberList& list = *description.itemList();
@@ -313,7 +362,12 @@ void KorOdbcMan::checkItems(eTableType type)
         if (target >= 0 && detailTable(target).currentRecord != nullptr)
             return RecordAccess::readByKey(column.target(), key, detailTable(target).currentRecord) == 1;
         const AnyRecord record(column.target());
-        return RecordAccess::readByKey(column.target(), key, record.get()) == 1;
+        if (RecordAccess::readByKey(column.target(), key, record.get()) == 1)
+            return true;
+        // a fixed catalogue lies in one data source for all
+        const KorDSNRequest catalogue(KorDSNDefinitions::kDetails, KorDSNDefinitions::kBase);
+        return column.link == LinkKind::Lookup &&
+               RecordAccess::readByKey(column.target(), key, record.get(), RecordAccess::Sources::All) == 1;
     };
     const auto checked = [&](const ColumnDescription& column) {
         return column.link == LinkKind::Reference ||

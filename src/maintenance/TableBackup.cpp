@@ -54,7 +54,9 @@ int KorOdbcGUI::restoreTable(const KorString& table, const KorString& copy)
     KorDatabaseBatch batch;
     deleteTableInformation(table);
     int result = insertFrom(to.dsn, to.name, from.name);
-    if (result != 0 && dropTable(copy) == 1)
+    if (result == 0)
+        return batch.undo(0); // the rows stay
+    if (dropTable(copy) == 1)
         result = 1;
     return batch.end(result);
 }
@@ -72,7 +74,9 @@ int KorOdbcGUI::restoreTable(const KorString& table, const KorString& copy, eDSN
     KorDatabaseBatch batch;
     deleteRows(dsn, to);
     int result = insertFrom(dsn, to, from);
-    if (result != 0 && dropTable(copy, dsn) == 1)
+    if (result == 0)
+        return batch.undo(0); // the rows stay
+    if (dropTable(copy, dsn) == 1)
         result = 1;
     return batch.end(result);
 }

@@ -28,7 +28,7 @@ int addColumns(eDSN dsn, const KorString& table, const KorArray<KorString>& defi
     for (const KorString& definition : definitions) {
         result = KorDatabaseAccess::doSQLStatement(dsn, prefix + definition);
         if (result == 0)
-            break;
+            return batch.undo(0);
     }
     return batch.end(result);
 }

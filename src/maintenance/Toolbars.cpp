@@ -34,5 +34,5 @@ int KorOdbcGUI::reopenMenu()
     const int result = KorDatabaseAccess::doSQLStatement(resolveTable(toolbars).dsn,
                                                          L"INSERT INTO [Toolbars] SELECT * FROM ToolbarsDefault");
     StructToolbarsTableMarshal::resetTableCache(0);
-    return batch.end(result);
+    return result == 1 ? batch.end(result) : batch.undo(result);
 }

@@ -283,7 +283,8 @@ protected:
         for (const auto& [dsn, file] : {std::pair(inDetails, "details.db"), std::pair(inAddin, "addin.db"),
                                         std::pair(KorDSNDefinitions::kConfiguration, "configuration.db")}) {
             manifest.connections[dsn] = std::string("sqlite:") + file;
-            const auto database = korodbc::host::Connection::open((base() / file).string(), true, error);
+            const auto database = korodbc::host::Connection::open(
+                (base() / file).string(), korodbc::host::Connection::Access::Create, error);
             ASSERT_TRUE(database != nullptr && korodbc::host::createTables(*database, dsn, error)) << error;
             // of the configuration only what the operations read: a cycle parses every table there is
             for (const std::string& table : database->tableNames())

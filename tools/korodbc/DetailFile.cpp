@@ -21,7 +21,7 @@ std::unique_ptr<korodbc::host::Connection> openSound(const std::string& file)
 {
     const std::string damaged = file + " is damaged; put a good copy of it there: ";
     std::string error;
-    auto database = korodbc::host::Connection::open(file, false, error);
+    auto database = korodbc::host::Connection::open(file, korodbc::host::Connection::Access::Look, error);
     if (!database)
         throw Failure{kFailed, damaged + error};
     korodbc::host::Statement* check = database->prepare("PRAGMA quick_check(1)");
@@ -119,7 +119,7 @@ std::string backUp(const std::string& file)
     for (int number = 1; copy.empty() || fs::exists(copy, code); ++number)
         copy = file + ".backup-" + std::to_string(number);
     const std::string fresh = copy + ".new-" + std::to_string(::getpid());
-    const auto from = korodbc::host::Connection::open(file, false, error);
+    const auto from = korodbc::host::Connection::open(file, korodbc::host::Connection::Access::Look, error);
     if (!from)
         throw refused(error);
     sqlite3* to = nullptr;
