@@ -1,6 +1,6 @@
 #include "transfer/KorODBCDetStyle.h"
 
-#include "edit/KorOdbcMan.h"
+#include "edit/ManagerDatabase.h"
 #include "repository/KorDatabaseAccess.h"
 #include "roots/KorAssert.h"
 
@@ -62,9 +62,11 @@ void appendCategory(const KorString& table, const StructDetViewRequest& request,
 
 long KorODBCDetStyle::getSystemAndBoxColumnType(int column)
 {
+    const DetailReading database;
     KorArray<KorColumn> columns;
-    if (KorDatabaseAccess::getTableStructure(
-            Man::getCurrentDSN(), KorDatabaseAccess::getTableName(L"DetViewSystemAndBox"), columns) != 1 ||
+    if (KorDatabaseAccess::getTableStructure(KorDSNManager::getInstance().getCurrentDSN(),
+                                             KorDatabaseAccess::getTableName(L"DetViewSystemAndBox"),
+                                             columns) != 1 ||
         column < 0 || column >= columns.length())
         return KorItemType::kInt;
     return columns[column].getType();
@@ -72,6 +74,7 @@ long KorODBCDetStyle::getSystemAndBoxColumnType(int column)
 
 int KorODBCDetStyle::getDetBaseCategoryByDetViewRequestKey(long requestKey, KorString& name)
 {
+    const DetailReading database;
     KorArray<StructDetViewRequestCategory> entries;
     StructDetBaseCategory category;
     if (StructDetViewRequestCategoryMarshal::getByDetViewRequest(requestKey, entries) != 1 ||
@@ -83,8 +86,7 @@ int KorODBCDetStyle::getDetBaseCategoryByDetViewRequestKey(long requestKey, KorS
 
 int KorODBCDetStyle::setDetViewRequestCategories(StructDetViewRequest& request)
 {
-    // what is read is what is written
-    const KorDSNRequest database(Man::getCurrentDSN(), Man::getCurrentAddIn());
+    const korodbc::ManagerDatabase database;
     StructDetViewRequestMarshal::resetTableCache(0);
     StructDetViewRequestCategoryMarshal::resetTableCache(0);
     StructDetViewRequest stored;
@@ -114,6 +116,7 @@ int KorODBCDetStyle::setDetViewRequestCategories(StructDetViewRequest& request)
 
 int KorODBCDetStyle::composeDetailStyleKey(long subCategory, long baseCategory, long& styleKey)
 {
+    const DetailReading database;
     StructDetailMaster master;
     const int result =
         StructDetailMasterMarshal::getByBaseCategoryAndSubCategory(baseCategory, subCategory, master);
@@ -124,6 +127,7 @@ int KorODBCDetStyle::composeDetailStyleKey(long subCategory, long baseCategory, 
 
 int KorODBCDetStyle::getDetailStyleMap(const KorString& name, StructDetailStyleMap& record)
 {
+    const DetailReading database;
     long key = 0;
     keyOf<StructDetailStyleMap>(name, key);
     StructDetailStyleMapMarshal::loadItems(key);
@@ -132,6 +136,7 @@ int KorODBCDetStyle::getDetailStyleMap(const KorString& name, StructDetailStyleM
 
 int KorODBCDetStyle::getProcessSelectMode(long definitionKey)
 {
+    const DetailReading database;
     StructDetailProcessDefinition definition;
     StructDetailProcessStep step;
     StructDetailProcessSelection selection;
