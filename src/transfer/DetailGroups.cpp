@@ -37,6 +37,8 @@ int save(Group& group, int isNew, bool (*exists)(const Group&), const char* asse
     const KorString table = tableOf<Group>();
     const int key = group.getKey();
     KorDatabaseBatch batch;
+    if (KorDatabaseBatch::lock(dsn) != 1 || KorDatabaseAccess::checkTable(dsn, descriptionOf<Group>(), true) != 1)
+        return batch.end(0);
     if (isNew != 0 || !exists(group)) {
         KorCellData newKey;
         if (const int nOk = KorDatabaseAccess::appendNewLine(dsn, table, newKey, true, false); nOk != 1)

@@ -89,11 +89,15 @@ int KorODBCDetStyle::setDetViewRequestCategories(StructDetViewRequest& request)
     const korodbc::ManagerDatabase database;
     StructDetViewRequestMarshal::resetTableCache(0);
     StructDetViewRequestCategoryMarshal::resetTableCache(0);
-    StructDetViewRequest stored;
-    if (byKey(KorOdbcKey(request.key), stored) != 1)
-        return 0;
-    const KorArray<StructDetViewRequestCategory> before = request.categories;
+    const auto isWritable = [](const RecordDescription& type) {
+        return KorDatabaseAccess::checkTable(Man::getCurrentDSN(), type, true) == 1;
+    };
     KorDatabaseBatch batch;
+    StructDetViewRequest stored;
+    if (KorDatabaseBatch::lock(Man::getCurrentDSN()) != 1 || !isWritable(descriptionOf<StructDetViewRequest>()) ||
+        !isWritable(descriptionOf<StructDetViewRequestCategory>()) || byKey(KorOdbcKey(request.key), stored) != 1)
+        return batch.end(0);
+    const KorArray<StructDetViewRequestCategory> before = request.categories;
     Man::setStatus(Man::kDetViewRequest, Man::eModified, Man::kFirstCopy);
     Man::setStatus(Man::kDetViewRequestCategories, Man::eModified, Man::kFirstCopy);
     const KorString table = KorDatabaseAccess::getTableName(L"DetViewRequestCategories");
