@@ -374,18 +374,10 @@ TEST_F(DeepCopyTest, CallbacksSeeTheRow)
 /// Without a request, a copy takes place in the edit manager's database: the second country add-in.
 TEST_F(DeepCopyTest, InTheManagersDatabase)
 {
-    const eIndex second = static_cast<eIndex>(2);
-    {
-        const KorDSNRequest request(country, second);
-        fillStyle(country, "second", 200);
-        fillProcess(country, "second", 200);
-    }
-    const auto inSecond = [&] {
-        const KorDSNRequest request(country, second);
-        return counts(country);
-    };
-    const std::string base = counts(details), inAddin = counts(addin), inFirst = counts(country);
-    current(country, second);
+    useSecondCountryAddIn();
+    within(country, secondAddin, [] { fillProcess(country, "second", 200); });
+    const auto others = [] { return counts(details) + counts(addin) + counts(country); };
+    const std::string before = others();
     for (const bool process : {false, true}) {
         P::ResetDeepCopyInfo();
         ASSERT_EQ(process ? collectProcess(201) : D::GetDependenciesByDetailKey(201), 0);
@@ -397,20 +389,18 @@ TEST_F(DeepCopyTest, InTheManagersDatabase)
         EXPECT_EQ(process ? P::Save(definition, 0) : D::Save(master, 0), 202);
         Exports::CancelBackupTables(0);
     }
-    EXPECT_EQ(inSecond(), "2 4 2 2 2 4 2 2 4 6 1 3 2 4 4 2 2 ");
+    EXPECT_EQ(within(country, secondAddin, [] { return counts(country); }), "2 4 2 2 2 4 2 2 4 6 1 3 2 4 4 2 2 ");
     KorString name(L"style second");
     EXPECT_EQ(D::GetDefaultNameForRow(M::kDetailStyle, name), 1);
     EXPECT_EQ(name, L"Copy (1) style second");
-    EXPECT_EQ(counts(details) + counts(addin) + counts(country), base + inAddin + inFirst);
     // a request says where to collect, not where to save
     P::ResetDeepCopyInfo();
-    {
-        const KorDSNRequest request(addin, firstAddin);
+    within(addin, firstAddin, [] {
         StructLinetypes line;
         ASSERT_EQ(D::GetDependencies(line, 101), 0);
         EXPECT_EQ(D::Save(line, 0), 203);
-    }
-    EXPECT_EQ(counts(addin), inAddin);
+    });
+    EXPECT_EQ(others(), before);
     EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
 }
 

@@ -234,12 +234,6 @@ TEST_F(DetStyleTest, CategoriesGoToTheCurrentDatabase)
 /// Without a request the readers read where the writers write: in the second of two country add-ins.
 TEST_F(DetStyleTest, ReadersReadTheManagersDatabase)
 {
-    const eIndex second = static_cast<eIndex>(2);
-    {
-        const KorDSNRequest request(country, second);
-        fillStyle(country, "second", 200);
-        sql(country, {"ALTER TABLE DetViewSystemAndBox ADD COLUMN Note TEXT"});
-    }
     const int last = static_cast<int>(columns(details, "DetViewSystemAndBox").size());
     const auto found = [&] {
         StructDetailStyle style;
@@ -261,12 +255,10 @@ TEST_F(DetStyleTest, ReadersReadTheManagersDatabase)
                std::to_string(Style::getSystemAndBoxColumnType(last));
     };
     EXPECT_EQ(found(), "000000 00 4 2");
-    current(country, second);
+    useSecondCountryAddIn();
+    within(country, secondAddin, [] { sql(country, {"ALTER TABLE DetViewSystemAndBox ADD COLUMN Note TEXT"}); });
     EXPECT_EQ(found(), "111111 22 4 3");
-    {
-        const KorDSNRequest request(details, base); // goes before
-        EXPECT_EQ(found(), "000000 00 4 2");
-    }
+    EXPECT_EQ(within(details, base, found), "000000 00 4 2"); // a request goes before
     // what it does not have is read where it is
     StructProfileSubtype subtype;
     put(KorDSNDefinitions::kProfiles, StructProfileSubtype{});
@@ -279,7 +271,7 @@ TEST_F(DetStyleTest, ReadersReadTheManagersDatabase)
     record.categories.append({-1, 201, 201, 0});
     EXPECT_EQ(Style::setDetViewRequestCategories(record), 1);
     EXPECT_EQ(categories(country), Texts());
-    const KorDSNRequest request(country, second);
+    const KorDSNRequest request(country, secondAddin);
     EXPECT_EQ(categories(country), Texts({"201|202|201", "202|201|201", "203|201|201"}));
     EXPECT_TRUE(exists(country, "DetViewRequestCategories_VELCopy"));
 }

@@ -302,45 +302,42 @@ TEST_F(DetailExportsTest, OlderDatabases)
 /// Of two country add-ins the second is current; each is tested and moved in its own slot.
 TEST_F(DetailExportsTest, CountryAddIns)
 {
-    const eIndex second = static_cast<eIndex>(2);
-    const auto within = [](eIndex index, auto act) {
-        const KorDSNRequest request(country, index);
-        return act();
+    useSecondCountryAddIn();
+    const auto inFirst = [](const char* statement) {
+        return within(country, firstAddin, [=] {
+            sql(country, {statement});
+            return counts(country);
+        });
     };
-    const auto count = [] { return counts(country); };
-    within(second, [] { fillStyle(country, "second", 200), fillProcess(country, "second", 200); });
-    const std::string first = within(firstAddin, count), own = within(second, count), sent = [&] {
-        return styleTree(country, second, 201) + processTree(country, second, 201, true);
-    }();
-    within(firstAddin, [] { sql(country, {"ALTER TABLE DetObjAnnotationGroup RENAME TO Hidden"}); });
-    current(country, second);
+    within(country, secondAddin, [] { fillProcess(country, "second", 200); });
+    const auto trees = [] {
+        return styleTree(country, secondAddin, 201) + processTree(country, secondAddin, 201, true);
+    };
+    const std::string sent = trees(), first = inFirst("ALTER TABLE DetObjAnnotationGroup RENAME TO Hidden");
     EXPECT_EQ(E::isDatabaseOlderThan5_1(country), 0);
-    EXPECT_EQ(within(firstAddin, [] { return E::isDatabaseOlderThan5_1(country); }), 1);
+    EXPECT_EQ(within(country, firstAddin, [] { return E::isDatabaseOlderThan5_1(country); }), 1);
 
     for (const E::eType what : {E::kDetailStyle, E::kDetailProcess}) {
         SCOPED_TRACE(what);
-        const long key = 201;
         // a slot without a database, and one without the tables
         for (const int slot : {0, 1, 3}) {
             const eIndex index = static_cast<eIndex>(slot);
-            EXPECT_EQ(E::importDetail(what, KorOdbcKey(key), country, index, details, base), 0);
+            EXPECT_EQ(E::importDetail(what, KorOdbcKey(201), country, index, details, base), 0);
             EXPECT_EQ(messages()[0], "Source database is older than version 5.1!");
             EXPECT_EQ(E::importDetail(what, KorOdbcKey(101), addin, firstAddin, country, index), 0);
             EXPECT_EQ(messages()[0], "Target database is older than version 5.1!");
-            EXPECT_EQ(E::exportDetail(what, KorOdbcKey(key), country, index, file()), 0);
+            EXPECT_EQ(E::exportDetail(what, KorOdbcKey(201), country, index, file()), 0);
             EXPECT_EQ(messages()[0], "Source database is older than version 5.1!");
         }
-        EXPECT_EQ(E::exportDetail(what, KorOdbcKey(key), country, second, file()), 1);
+        EXPECT_EQ(E::exportDetail(what, KorOdbcKey(201), country, secondAddin, file()), 1);
         inFile([&] { EXPECT_EQ(cell(addin, "DetObjQualifierSet", 1, 1), "beams second"); });
         std::filesystem::remove(file().toUtf8());
-        EXPECT_EQ(E::importDetail(what, KorOdbcKey(101), addin, firstAddin, country, second), 1);
+        EXPECT_EQ(E::importDetail(what, KorOdbcKey(101), addin, firstAddin, country, secondAddin), 1);
     }
-    EXPECT_EQ(styleTree(country, second, 201) + processTree(country, second, 201, true), sent);
-    EXPECT_EQ(styleTree(country, second, 203), tree(E::kDetailStyle, addin, 101));
-    EXPECT_EQ(processTree(country, second, 202, false), tree(E::kDetailProcess, addin, 101, false));
-    within(firstAddin, [] { sql(country, {"ALTER TABLE Hidden RENAME TO DetObjAnnotationGroup"}); });
-    EXPECT_EQ(within(firstAddin, count), first);
-    EXPECT_NE(within(second, count), own);
+    EXPECT_EQ(trees(), sent);
+    EXPECT_EQ(styleTree(country, secondAddin, 203), tree(E::kDetailStyle, addin, 101));
+    EXPECT_EQ(processTree(country, secondAddin, 202, false), tree(E::kDetailProcess, addin, 101, false));
+    EXPECT_EQ(inFirst("ALTER TABLE Hidden RENAME TO DetObjAnnotationGroup"), first);
     EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
 }
 

@@ -127,8 +127,7 @@ TEST_P(DetailGroupsTest, SavingGoesToTheCurrentDatabase)
     EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
 
     // the second of two country add-ins; readers without a request read there as well
-    const eIndex second = static_cast<eIndex>(2);
-    current(country, second);
+    current(country, secondAddin);
     for (const int isNew : {1, 0}) {
         group = {1, isNew != 0 ? L"of the second" : L"changed", 9};
         EXPECT_EQ(save(group, isNew), 1);
@@ -136,7 +135,7 @@ TEST_P(DetailGroupsTest, SavingGoesToTheCurrentDatabase)
     }
     EXPECT_EQ(stored(country), Texts());
     EXPECT_EQ(GetParam().bitmapId(1), 9);
-    const KorDSNRequest request(country, second);
+    const KorDSNRequest request(country, secondAddin);
     EXPECT_EQ(stored(country), Texts{"1|changed|9"});
     const KorDSNRequest other(details, base); // a request goes before
     EXPECT_NE(GetParam().bitmapId(1), 9);
