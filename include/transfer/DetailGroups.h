@@ -1,17 +1,18 @@
 #pragma once
 
-#include "catalogues/CatalogueReader.h"
 #include "records/detail/DetailAnnotationRecords.h"
 #include "records/detail/DetailObjectRecords.h"
 #include "records/detail/DetailViewRecords.h"
+#include "transfer/DetailReader.h"
 
 // The groups that the dialogs sort annotation strategies, qualifier sets and linear dimension requests into. Reads
-// go to the current database. A save appends the group when `isNew` is not 0 or its key is unknown, and then gives
+// go to the requested database or, without a request, to the edit manager's, saves always to the manager's. A save
+// appends the group when `isNew` is not 0 or its key is unknown, and then gives
 // it its new key; otherwise it updates the group's row. It returns the result of the last write; with 0 for a save
 // that could not be stored the group's key is unchanged.
 
 /// Groups of annotation strategies.
-class KorODBCDetObjAnnotationGroup : public CatalogueReader<StructDetObjAnnotationGroup> {
+class KorODBCDetObjAnnotationGroup : public DetailReader<StructDetObjAnnotationGroup> {
 public:
     static int getDetObjAnnotationGroup(const KorOdbcKey& key, StructDetObjAnnotationGroup& group)
     {
@@ -30,7 +31,7 @@ public:
 };
 
 /// Groups of qualifier sets.
-class KorODBCDetObjQualifierSetGroup : public CatalogueReader<StructDetObjQualifierSetGroup> {
+class KorODBCDetObjQualifierSetGroup : public DetailReader<StructDetObjQualifierSetGroup> {
 public:
     static int getDetObjQualifierSetGroup(const KorOdbcKey& key, StructDetObjQualifierSetGroup& group)
     {
@@ -49,7 +50,7 @@ public:
 };
 
 /// Groups of linear dimension requests.
-class KorODBCDetViewDimRequestLinearGroup : public CatalogueReader<StructDetViewDimRequestLinearGroup> {
+class KorODBCDetViewDimRequestLinearGroup : public DetailReader<StructDetViewDimRequestLinearGroup> {
 public:
     static int getDetViewDimRequestLinearGroup(const KorOdbcKey& key, StructDetViewDimRequestLinearGroup& group)
     {

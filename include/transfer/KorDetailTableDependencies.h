@@ -5,8 +5,10 @@
 
 /// Copies a detail style, with everything that it refers to, in two passes: collecting, with the source database
 /// current, fills one list per table, in which references are positions in those lists; saving, with the target
-/// database current, writes the collected rows under new keys, referenced rows first. All state is static; a copy
-/// is not re-entrant.
+/// database current, writes the collected rows under new keys, referenced rows first. Collecting reads what the
+/// host requests, and without a request the edit manager's database; saving and naming always mean the manager's.
+/// What a callback throws ends the operation as a failure; what the operation wrote is undone. All state is
+/// static; a copy is not re-entrant.
 class KorDetailTableDependencies {
 public:
     /// Collects the row with that key and everything that it reaches. Returns the row's position in its list, or
@@ -83,6 +85,10 @@ public:
 
     static int m_NrRowsToWrite;
     static int m_CurrRowsToWrite;
+    /// Rows of the current copy, both graphs: newly written, and found in the target by name or as an equal. A row
+    /// that several others refer to counts once.
+    static int m_RowsWritten;
+    static int m_RowsReused;
     static KorOdbcMan::eTableType mainType; // root of the current copy, for the naming callback
     static int m_RunningFromCommand;
     static bool m_bDeepCopyCanceledByUser; // set by the host

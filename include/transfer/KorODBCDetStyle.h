@@ -1,6 +1,5 @@
 #pragma once
 
-#include "catalogues/CatalogueReader.h"
 #include "records/configuration/SectionRecords.h"
 #include "records/detail/DetailAnnotationRecords.h"
 #include "records/detail/DetailCatalogueRecords.h"
@@ -9,10 +8,12 @@
 #include "records/detail/DetailProcessRecords.h"
 #include "records/detail/DetailStyleRecords.h"
 #include "records/detail/DetailViewRecords.h"
+#include "transfer/DetailReader.h"
 
-/// The records that detail styles and detail processes are made of, in the current database. Results: 1 found or
+/// The records that detail styles and detail processes are made of, in the current database: the requested
+/// one, or without a request the edit manager's. Results: 1 found or
 /// done, 0 not found; outputs are unchanged unless the result is 1.
-class KorODBCDetStyle : private CatalogueReader<StructDetailStyle> {
+class KorODBCDetStyle : private DetailReader<StructDetailStyle> {
 public:
     // Objects and how they are drawn
 
@@ -32,7 +33,7 @@ public:
     /// Appends the sets of a group to `records`; 1 when there are any.
     static int getDetObjQualifierSetByGroup(const KorOdbcKey& group, KorArray<StructDetObjQualifierSet>& records)
     {
-        return StructDetObjQualifierSetMarshal::getByGroup(group, records);
+        return current([&] { return StructDetObjQualifierSetMarshal::getByGroup(group, records); });
     }
     static int getDetObjSelectionStrategy(const KorOdbcKey& key, StructDetObjSelectionStrategy& record)
     {
@@ -67,7 +68,7 @@ public:
     static int getDetObjAnnotationStrategyByGroup(const KorOdbcKey& group,
                                                   KorArray<StructDetObjAnnotationStrategy>& records)
     {
-        return StructDetObjAnnotationStrategyMarshal::getByGroup(group, records);
+        return current([&] { return StructDetObjAnnotationStrategyMarshal::getByGroup(group, records); });
     }
     static int getDetAnnotationType(const KorOdbcKey& key, StructDetAnnotationType& record)
     {
@@ -141,8 +142,7 @@ public:
     /// With the items of the strategy.
     static int getDetViewDimStrategy(const KorOdbcKey& key, StructDetViewDimStrategy& record)
     {
-        StructDetViewDimStrategyMarshal::loadItems(key);
-        return byKey(key, record);
+        return withItems<StructDetViewDimStrategyMarshal>(key, record);
     }
     static int getDetViewDimRequestLinear(const KorOdbcKey& key, StructDetViewDimRequestLinear& record)
     {
@@ -155,7 +155,7 @@ public:
     /// Appends the selections of a point type to `records`; 1 when there are any.
     static int getDetViewDimPointSelectionByType(long type, KorArray<StructDetViewDimPointSelection>& records)
     {
-        return StructDetViewDimPointSelectionMarshal::getByType(type, records);
+        return current([&] { return StructDetViewDimPointSelectionMarshal::getByType(type, records); });
     }
     static int getDetViewDimSum(const KorOdbcKey& key, StructDetViewDimSum& record) { return byKey(key, record); }
 
@@ -186,8 +186,7 @@ public:
     /// With the items of the map.
     static int getDetailStyleMap(const KorOdbcKey& key, StructDetailStyleMap& record)
     {
-        StructDetailStyleMapMarshal::loadItems(key);
-        return byKey(key, record);
+        return withItems<StructDetailStyleMapMarshal>(key, record);
     }
     static int getDetailStyleMap(const KorString& name, StructDetailStyleMap& record);
     static int getDetailStyleMapList(KorArray<KorString>& names) { return runNames<StructDetailStyleMap>(names); }
@@ -293,5 +292,14 @@ public:
     static int getProfileSubtypeKey(const KorString& name, CatalogueKey auto& key)
     {
         return keyOf<StructProfileSubtype>(name, key);
+    }
+
+private:
+    template <class Marshal, class T>
+    static int withItems(const KorOdbcKey& key, T& record)
+    {
+        const DetailReading database;
+        Marshal::loadItems(key);
+        return byKey(key, record);
     }
 };

@@ -20,7 +20,8 @@ public:
     /// The last error, localised, or in English with `standard` not 0.
     static void GetErrorMessage(KorString& out, int standard);
 
-    /// 1 when the data source lacks one of the tables that version 5.1 brought.
+    /// 1 when the data source lacks one of the tables that version 5.1 brought. Of the country add-ins it looks at
+    /// the requested one, else at the edit manager's current one.
     static int isDatabaseOlderThan5_1(eDSN dsn);
     /// Where an export from `source` goes, and that target's connection string. Returns the result of reading it.
     static int GetDSNAndIndexToUse(eDSN source, eDSN& targetDsn, eIndex& targetIndex, KorString& connection);

@@ -4,11 +4,15 @@
 #include "foundation/RecordColumns.h"
 #include "project/KorODBCUserProfile.h"
 #include "records/AnyRecord.h"
+#include "repository/KorDatabaseAccess.h"
+#include "repository/KorDSNManager.h"
 #include "repository/RecordAccess.h"
+#include "StyleGraph.h"
 #include "transfer/KorDetailTableDependencies.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 
-#include <optional>
+#include <algorithm>
+#include <tuple>
 
 namespace korodbc {
 
@@ -17,7 +21,7 @@ DeepCopyGraph::DeepCopyGraph(const std::vector<CopyTable>& tables, KorTransferKe
 {
     for (const CopyTable& table : tables) {
         m_byType.emplace(&table.description(), m_nodes.size());
-        m_nodes.push_back({table, {}, {}, {}});
+        m_nodes.push_back({table, {}, {}, {}, {}, {}});
     }
 }
 
@@ -118,8 +122,7 @@ long DeepCopyGraph::collect(const RecordDescription& type, void* record, long ke
     if (own == nullptr)
         return -1;
     const CopyTable& table = own->table;
-    KorDetailTableDependencies::ProgressBar(
-        static_cast<KorOdbcMan::eTableType>(table.readType >= 0 ? table.readType : table.type), 0);
+    reportProgress(static_cast<KorOdbcMan::eTableType>(table.readType >= 0 ? table.readType : table.type), 0);
     const long known = find(table, key);
     if (known >= 0) {
         if (record != nullptr)
@@ -129,7 +132,7 @@ long DeepCopyGraph::collect(const RecordDescription& type, void* record, long ke
     std::optional<AnyRecord> scratch;
     if (record == nullptr)
         record = scratch.emplace(type).get();
-    if (RecordAccess::readByKey(type, key, record) != 1 || !collectReferences(type, record))
+    if (!isReadable(table) || RecordAccess::readByKey(type, key, record) != 1 || !collectReferences(type, record))
         return -1;
     if (own->hooks.referencesCollected != nullptr && !own->hooks.referencesCollected(record, key))
         return -1;
@@ -139,21 +142,47 @@ long DeepCopyGraph::collect(const RecordDescription& type, void* record, long ke
     return position;
 }
 
+bool DeepCopyGraph::isReadable(const CopyTable& table)
+{
+    const KorDSNManager& current = KorDSNManager::getInstance();
+    const std::pair database(current.getCurrentDSN(), current.getCurrentIndex());
+    Node& own = *node(table.description());
+    if (own.readable != database) {
+        own.readable.reset();
+        if (KorDatabaseAccess::checkTable(database.first, table.description(), false) != 1)
+            return false;
+        own.readable = database;
+    }
+    return true;
+}
+
+bool DeepCopyGraph::isWritable() const
+{
+    const eDSN target = KorDSNManager::getInstance().getCurrentDSN();
+    return std::ranges::all_of(m_nodes,
+                               [&](const Node& node) {
+                                   return node.table.length() == 0 ||
+                                          KorDatabaseAccess::checkTable(target, node.table.description(), true) ==
+                                              1;
+                               }) &&
+           (m_beyond == nullptr || m_beyond->isWritable());
+}
+
 bool DeepCopyGraph::nameRow(const CopyTable& table, void* record)
 {
-    using Copy = KorDetailTableDependencies;
     const ColumnDescription* column = table.description().runNameColumn();
     if (column == nullptr)
         return true;
     KorString name = column->text(record);
     if (table.callback == CopyTable::Callback::NotAsked) {
-        Copy::GetDefaultNameForRow(table.type, name);
+        KorDetailTableDependencies::GetDefaultNameForRow(table.type, name);
     } else {
-        const int named = Copy::GetNameForRow(table.type, name);
+        const int named = nameForRow(table.type, name);
         if (named == -1 || (named != 1 && table.callback == CopyTable::Callback::MustName))
             return false;
     }
     column->text(record) = name;
+    column->text(detailTable(table.type).currentRecord) = name;
     return true;
 }
 
@@ -185,6 +214,20 @@ long DeepCopyGraph::saveCollected(const CopyTable& table, long index)
     return save(table.description(), record.get(), index);
 }
 
+long DeepCopyGraph::existing(const Node& node, const void* record)
+{
+    if (node.hooks.existing != nullptr)
+        if (const long key = node.hooks.existing(record); key != -1)
+            return key;
+    if (!node.table.reusedByName)
+        return -1;
+    const RecordDescription& type = node.table.description();
+    const AnyRecord found(type);
+    return RecordAccess::readByRunName(type, type.runNameColumn()->text(record), found.get()) == 1
+               ? type.keyOf(found.get())
+               : -1;
+}
+
 long DeepCopyGraph::save(const RecordDescription& type, void* record, long index)
 {
     Node* own = node(type);
@@ -195,13 +238,13 @@ long DeepCopyGraph::save(const RecordDescription& type, void* record, long index
     long known = -1;
     if (m_keys.lookup({table.identity, static_cast<int>(index), static_cast<int>(sourceKey)}, known))
         return known;
-    if (own->hooks.existing != nullptr && (known = own->hooks.existing(record)) != -1)
+    if ((known = existing(*own, record)) != -1) {
+        if (own->reused.insert(index).second)
+            ++KorDetailTableDependencies::m_RowsReused;
         return known;
-    if (table.reusedByName) {
-        const AnyRecord existing(type);
-        if (RecordAccess::readByRunName(type, type.runNameColumn()->text(record), existing.get()) == 1)
-            return type.keyOf(existing.get());
     }
+    // the host sees the row that it names
+    type.operations->assign(detailTable(table.type).currentRecord, record);
     if (table.naming == CopyTable::Naming::BeforeReferences && !nameRow(table, record))
         return -1;
     if (!saveReferences(table, record))
@@ -222,17 +265,46 @@ long DeepCopyGraph::write(const CopyTable& table, void* record, long index, long
     if (const ColumnDescription* owner = type.ownerColumn();
         owner != nullptr && !KorODBCDetailStyleExports::isTransferInProgress())
         owner->text(record) = KorODBCUserProfile::m_charOwnerText;
-    KorDetailTableDependencies::ProgressBar(table.type, 1);
     void* current = detailTable(table.type).currentRecord;
     type.operations->assign(current, record);
+    reportProgress(table.type, 1);
     const int key = KorOdbcMan::appendNewRecord(table.type, keepKey, KorOdbcMan::kFirstCopy);
     if (key < 0)
         return -1;
     type.keyColumn().integer(record) = key;
     if (table.written != nullptr)
         type.operations->list.append(table.written, current);
-    m_keys.insert({table.identity, static_cast<int>(index), static_cast<int>(sourceKey)}, key);
+    m_written.push_back({table.identity, static_cast<int>(index), static_cast<int>(sourceKey)});
+    m_keys.insert(m_written.back(), key);
+    ++KorDetailTableDependencies::m_RowsWritten;
     return key;
+}
+
+DeepCopyGraph::Written DeepCopyGraph::written() const
+{
+    using Copy = KorDetailTableDependencies;
+    Written now{m_copy, m_written.size(), {}, {Copy::m_RowsWritten, Copy::m_RowsReused}};
+    for (const Node& node : m_nodes)
+        if (node.table.written != nullptr)
+            now.lists.push_back(node.table.description().operations->list.length(node.table.written));
+    return now;
+}
+
+void DeepCopyGraph::backTo(const Written& before)
+{
+    if (before.copy != m_copy)
+        return; // another copy has begun
+    for (; m_written.size() > before.keys; m_written.pop_back())
+        m_keys.remove(m_written.back());
+    std::size_t position = 0;
+    for (Node& node : m_nodes) {
+        node.reused.clear();
+        if (node.table.written == nullptr)
+            continue;
+        const ListOperations& list = node.table.description().operations->list;
+        list.resize(node.table.written, std::min(before.lists[position++], list.length(node.table.written)));
+    }
+    std::tie(KorDetailTableDependencies::m_RowsWritten, KorDetailTableDependencies::m_RowsReused) = before.counts;
 }
 
 void DeepCopyGraph::reset()
@@ -243,8 +315,12 @@ void DeepCopyGraph::reset()
         if (node.table.written != nullptr)
             list.resize(node.table.written, 0);
         node.positions.clear();
+        node.reused.clear();
+        node.readable.reset();
     }
     m_keys.removeAll();
+    m_written.clear();
+    ++m_copy;
 }
 
 long DeepCopyGraph::rows() const

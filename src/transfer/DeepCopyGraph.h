@@ -4,8 +4,10 @@
 #include "records/RecordDescription.h"
 #include "transfer/RowInfo.h"
 
-#include <memory>
+#include <optional>
 #include <unordered_map>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace korodbc {
@@ -76,6 +78,8 @@ public:
     long collect(const RecordDescription& type, void* record, long key);
     /// Collects the rows that the record's reference fields name, and stores their positions in the fields.
     bool collectReferences(const RecordDescription& type, void* record);
+    /// Whether the table of the current database fits its records; asked once in a copy.
+    bool isReadable(const CopyTable& table);
 
     long save(const RecordDescription& type, void* record, long index);
     /// Saves the rows whose positions stand in the record's reference fields, and stores their new keys there.
@@ -84,9 +88,22 @@ public:
     long saveCollected(const CopyTable& table, long index);
     /// Appends the record to the target's table and remembers its key. Returns the key, or -1.
     long write(const CopyTable& table, void* record, long index, long sourceKey, int keepKey);
+    /// Whether all tables of the current database for which there are rows fit them and are free to be written.
+    bool isWritable() const;
 
     void reset();
     long rows() const; // collected, over all tables
+
+    /// What was written so far, for the case that what follows is undone.
+    struct Written {
+        unsigned copy;
+        std::size_t keys;
+        std::vector<long> lists;
+        std::pair<int, int> counts; // rows written, rows reused
+    };
+    Written written() const;
+    void backTo(const Written& before);
+    DeepCopyGraph* beyond() const { return m_beyond; }
 
 private:
     struct Node {
@@ -94,6 +111,8 @@ private:
         Hooks hooks;
         std::unordered_map<const RecordDescription*, Edge> edges; // by target
         std::unordered_map<long, long> positions;                 // by key
+        std::unordered_set<long> reused;                          // positions of rows that the target had
+        std::optional<std::pair<eDSN, eIndex>> readable;          // database whose table was checked
 
         const Edge& edgeTo(const RecordDescription& target) const
         {
@@ -109,10 +128,14 @@ private:
     template <class Act>
     bool forEachReference(const RecordDescription& type, void* record, Act act);
     static bool nameRow(const CopyTable& table, void* record);
+    /// Key of a row of the target that stands for the collected one; -1 without one.
+    static long existing(const Node& node, const void* record);
 
     std::vector<Node> m_nodes;
     std::unordered_map<const RecordDescription*, std::size_t> m_byType;
     KorTransferKeyMap& m_keys;
+    std::vector<rowInfo> m_written; // the keys of that map, in order
+    unsigned m_copy = 0;            // counts the copies
     DeepCopyGraph* m_beyond;
 };
 

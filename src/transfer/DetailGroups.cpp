@@ -1,6 +1,6 @@
 #include "transfer/DetailGroups.h"
 
-#include "edit/KorOdbcMan.h"
+#include "edit/ManagerDatabase.h"
 #include "repository/KorDatabaseAccess.h"
 #include "roots/KorAssert.h"
 
@@ -32,11 +32,13 @@ template <class Group>
 int save(Group& group, int isNew, bool (*exists)(const Group&), const char* asserting = nullptr)
 {
     const eDSN dsn = KorOdbcMan::getCurrentDSN();
-    const KorDSNRequest database(dsn, KorOdbcMan::getCurrentAddIn());
+    const korodbc::ManagerDatabase database;
     RecordMarshal<Group>::resetTableCache(0);
     const KorString table = tableOf<Group>();
     const int key = group.getKey();
     KorDatabaseBatch batch;
+    if (KorDatabaseBatch::lock(dsn) != 1 || KorDatabaseAccess::checkTable(dsn, descriptionOf<Group>(), true) != 1)
+        return batch.end(0);
     if (isNew != 0 || !exists(group)) {
         KorCellData newKey;
         if (const int nOk = KorDatabaseAccess::appendNewLine(dsn, table, newKey, true, false); nOk != 1)

@@ -1,6 +1,6 @@
 #include "transfer/KorDetailProcessTableDependencies.h"
 
-#include "DeepCopyGraph.h"
+#include "CopyPass.h"
 #include "StyleGraph.h"
 #include "transfer/KorDetailTableDependencies.h"
 
@@ -36,8 +36,9 @@ namespace {
 using Naming = CopyTable::Naming;
 using Callback = CopyTable::Callback;
 
-/// The tables that a detail process reaches; what its style maps name lies in the tables of the detail styles.
-DeepCopyGraph& processGraph()
+} // namespace
+
+DeepCopyGraph& korodbc::processGraph()
 {
     static DeepCopyGraph graph = [] {
         const std::vector<CopyTable> tables = {
@@ -92,16 +93,14 @@ DeepCopyGraph& processGraph()
     return graph;
 }
 
-} // namespace
-
 long Copy::collect(const RecordDescription& type, void* record, long key)
 {
-    return processGraph().collect(type, record, key);
+    return collecting([&] { return processGraph().collect(type, record, key); });
 }
 
 long Copy::save(const RecordDescription& type, void* record, long index)
 {
-    return processGraph().save(type, record, index);
+    return saving(processGraph(), [&] { return processGraph().save(type, record, index); });
 }
 
 void Copy::ResetDeepCopyInfo()

@@ -1,11 +1,13 @@
 #include "transfer/KorDetailTableDependencies.h"
 
-#include "DeepCopyGraph.h"
+#include "CopyPass.h"
 #include "edit/DetailTables.h"
 #include "repository/KorDefaults.h"
 #include "roots/KorProgressCtrl.h"
 #include "roots/KorPromptsProxy.h"
-#include "transfer/StyleGraph.h"
+#include "StyleGraph.h"
+
+#include <limits>
 
 using namespace korodbc;
 
@@ -45,6 +47,8 @@ KorTransferKeyMap Copy::m_writeTransferKeyMap;
 
 int Copy::m_NrRowsToWrite = 1;
 int Copy::m_CurrRowsToWrite = 0;
+int Copy::m_RowsWritten = 0;
+int Copy::m_RowsReused = 0;
 Man::eTableType Copy::mainType = Man::kDetailStyle;
 int Copy::m_RunningFromCommand = 0;
 bool Copy::m_bDeepCopyCanceledByUser = false;
@@ -88,46 +92,55 @@ bool hasNameList(Man::eTableType type)
     }
 }
 
+/// The number of the next copy; behind the last one comes 1.
+int following(long number)
+{
+    using Limits = std::numeric_limits<int>;
+    return number < Limits::min() || number >= Limits::max() ? 1 : static_cast<int>(number) + 1;
+}
+
 } // namespace
 
 long Copy::collect(const RecordDescription& type, void* record, long key)
 {
-    return &type == &descriptionOf<StructDetailMaster>()
-               ? collectMaster(*static_cast<StructDetailMaster*>(record), key)
-               : styleGraph().collect(type, record, key);
+    return collecting([&] {
+        return &type == &descriptionOf<StructDetailMaster>()
+                   ? collectMaster(*static_cast<StructDetailMaster*>(record), key)
+                   : styleGraph().collect(type, record, key);
+    });
 }
 
 long Copy::save(const RecordDescription& type, void* record, long index)
 {
-    return &type == &descriptionOf<StructDetailMaster>()
-               ? saveMaster(*static_cast<StructDetailMaster*>(record), index)
-               : styleGraph().save(type, record, index);
+    return saving(styleGraph(), [&] {
+        return &type == &descriptionOf<StructDetailMaster>()
+                   ? saveMaster(*static_cast<StructDetailMaster*>(record), index)
+                   : styleGraph().save(type, record, index);
+    });
 }
 
 long Copy::GetDependenciesByDetailKey(long styleKey)
 {
-    StructDetailMaster master;
-    if (StructDetailMasterMarshal::getByStyleKey(styleKey, master) != 1)
-        return -1;
-    return collectMaster(master, master.key);
+    return collecting([&] { return collectMasterOf(styleKey); });
 }
 
 long Copy::GetDependenciesByMasterKey(StructDetailMaster& master, long masterKey)
 {
     m_RunningFromCommand = 0;
-    return collectMaster(master, masterKey);
+    return collect(descriptionOf<StructDetailMaster>(), &master, masterKey);
 }
 
 long Copy::GetDependenciesFromCommand(StructDetailMaster& master, long masterKey)
 {
     m_RunningFromCommand = 1;
-    return collectMaster(master, masterKey);
+    return collect(descriptionOf<StructDetailMaster>(), &master, masterKey);
 }
 
 void Copy::ResetDeepCopyInfo()
 {
     styleGraph().reset();
     m_bDeepCopyCanceledByUser = false;
+    m_RowsWritten = m_RowsReused = 0;
 }
 
 int Copy::SetRowNr()
@@ -139,41 +152,26 @@ int Copy::SetRowNr()
 
 void Copy::ProgressBar(Man::eTableType type, int writing)
 {
-    const unsigned prompt = writing != 0 ? m_scuiWriting : m_scuiReading;
-    KorString table;
-    Man::getTableName(type, table);
-    KorString label = KorPromptsProxy::getInstance()->getPrompt(L"UPS", prompt);
-    label += L" ";
-    label += table;
-    label = KorString::format(L"%-40s", label);
-    int percentage = 1;
-    if (writing != 0) {
-        percentage = m_NrRowsToWrite == 0
-                         ? 100
-                         : static_cast<int>(static_cast<long long>(m_CurrRowsToWrite) * 100 / m_NrRowsToWrite);
-        ++m_CurrRowsToWrite;
-    }
-    if (pUpdateProgressBar == nullptr) {
-        KorProgressCtrl::setTitle(label);
-        KorProgressCtrl::setPercentage(percentage - 1, 1);
-        KorProgressCtrl::setPercentage(percentage, 0);
-    } else if (writing != 0) {
-        pUpdateProgressBar(m_CurrRowsToWrite, label);
+    try {
+        reportProgress(type, writing);
+    } catch (...) { // a progress that cannot be shown
     }
 }
 
 int Copy::GetNameForRow(Man::eTableType type, KorString& name)
 {
-    if (pGetNameForRowFn != nullptr)
-        return pGetNameForRowFn(type, mainType, name);
-    GetDefaultNameForRow(type, name);
-    return 1;
+    try {
+        return nameForRow(type, name);
+    } catch (...) {
+        return -1;
+    }
 }
 
 int Copy::GetDefaultNameForRow(Man::eTableType type, KorString& name)
 {
     if (!hasNameList(type))
         return 0;
+    const ManagerDatabase database;
     const RecordDescription& description = detailTable(type).description();
     if (RecordAccess::hasRunName(description, name) != 1)
         return 0;
@@ -187,7 +185,7 @@ int Copy::GetDefaultNameForRow(Man::eTableType type, KorString& name)
             const int bracket = rest.find(L")");
             const long number = rest.left(bracket < 0 ? rest.length() : bracket).toInteger();
             const KorString text = bracket < 0 ? KorString() : rest.mid(bracket + 1).trimmedLeft();
-            name = next + KorString::format(L"%d) %s", number + 1, text);
+            name = next + KorString::format(L"%d) %s", following(number), text);
         } else if (name.startsWith(first.view())) {
             name = next + KorString::format(L"%d) %s", 1, name.mid(first.length()));
         } else {
@@ -195,4 +193,38 @@ int Copy::GetDefaultNameForRow(Man::eTableType type, KorString& name)
         }
     } while (RecordAccess::hasRunName(description, name) == 1);
     return 1;
+}
+
+int korodbc::nameForRow(Man::eTableType type, KorString& name)
+{
+    if (Copy::pGetNameForRowFn != nullptr)
+        return Copy::pGetNameForRowFn(type, Copy::mainType, name);
+    Copy::GetDefaultNameForRow(type, name);
+    return 1;
+}
+
+void korodbc::reportProgress(Man::eTableType type, int writing)
+{
+    const unsigned prompt = writing != 0 ? Copy::m_scuiWriting : Copy::m_scuiReading;
+    KorString table;
+    Man::getTableName(type, table);
+    KorString label = KorPromptsProxy::getInstance()->getPrompt(L"UPS", prompt);
+    label += L" ";
+    label += table;
+    label = KorString::format(L"%-40s", label);
+    int percentage = 1;
+    if (writing != 0) {
+        percentage =
+            Copy::m_NrRowsToWrite == 0
+                ? 100
+                : static_cast<int>(static_cast<long long>(Copy::m_CurrRowsToWrite) * 100 / Copy::m_NrRowsToWrite);
+        ++Copy::m_CurrRowsToWrite;
+    }
+    if (Copy::pUpdateProgressBar == nullptr) {
+        KorProgressCtrl::setTitle(label);
+        KorProgressCtrl::setPercentage(percentage - 1, 1);
+        KorProgressCtrl::setPercentage(percentage, 0);
+    } else if (writing != 0) {
+        Copy::pUpdateProgressBar(Copy::m_CurrRowsToWrite, label);
+    }
 }

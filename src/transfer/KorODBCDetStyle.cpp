@@ -1,6 +1,6 @@
 #include "transfer/KorODBCDetStyle.h"
 
-#include "edit/KorOdbcMan.h"
+#include "edit/ManagerDatabase.h"
 #include "repository/KorDatabaseAccess.h"
 #include "roots/KorAssert.h"
 
@@ -62,9 +62,11 @@ void appendCategory(const KorString& table, const StructDetViewRequest& request,
 
 long KorODBCDetStyle::getSystemAndBoxColumnType(int column)
 {
+    const DetailReading database;
     KorArray<KorColumn> columns;
-    if (KorDatabaseAccess::getTableStructure(
-            Man::getCurrentDSN(), KorDatabaseAccess::getTableName(L"DetViewSystemAndBox"), columns) != 1 ||
+    if (KorDatabaseAccess::getTableStructure(KorDSNManager::getInstance().getCurrentDSN(),
+                                             KorDatabaseAccess::getTableName(L"DetViewSystemAndBox"),
+                                             columns) != 1 ||
         column < 0 || column >= columns.length())
         return KorItemType::kInt;
     return columns[column].getType();
@@ -72,6 +74,7 @@ long KorODBCDetStyle::getSystemAndBoxColumnType(int column)
 
 int KorODBCDetStyle::getDetBaseCategoryByDetViewRequestKey(long requestKey, KorString& name)
 {
+    const DetailReading database;
     KorArray<StructDetViewRequestCategory> entries;
     StructDetBaseCategory category;
     if (StructDetViewRequestCategoryMarshal::getByDetViewRequest(requestKey, entries) != 1 ||
@@ -83,15 +86,18 @@ int KorODBCDetStyle::getDetBaseCategoryByDetViewRequestKey(long requestKey, KorS
 
 int KorODBCDetStyle::setDetViewRequestCategories(StructDetViewRequest& request)
 {
-    // what is read is what is written
-    const KorDSNRequest database(Man::getCurrentDSN(), Man::getCurrentAddIn());
+    const korodbc::ManagerDatabase database;
     StructDetViewRequestMarshal::resetTableCache(0);
     StructDetViewRequestCategoryMarshal::resetTableCache(0);
-    StructDetViewRequest stored;
-    if (byKey(KorOdbcKey(request.key), stored) != 1)
-        return 0;
-    const KorArray<StructDetViewRequestCategory> before = request.categories;
+    const auto isWritable = [](const RecordDescription& type) {
+        return KorDatabaseAccess::checkTable(Man::getCurrentDSN(), type, true) == 1;
+    };
     KorDatabaseBatch batch;
+    StructDetViewRequest stored;
+    if (KorDatabaseBatch::lock(Man::getCurrentDSN()) != 1 || !isWritable(descriptionOf<StructDetViewRequest>()) ||
+        !isWritable(descriptionOf<StructDetViewRequestCategory>()) || byKey(KorOdbcKey(request.key), stored) != 1)
+        return batch.end(0);
+    const KorArray<StructDetViewRequestCategory> before = request.categories;
     Man::setStatus(Man::kDetViewRequest, Man::eModified, Man::kFirstCopy);
     Man::setStatus(Man::kDetViewRequestCategories, Man::eModified, Man::kFirstCopy);
     const KorString table = KorDatabaseAccess::getTableName(L"DetViewRequestCategories");
@@ -114,6 +120,7 @@ int KorODBCDetStyle::setDetViewRequestCategories(StructDetViewRequest& request)
 
 int KorODBCDetStyle::composeDetailStyleKey(long subCategory, long baseCategory, long& styleKey)
 {
+    const DetailReading database;
     StructDetailMaster master;
     const int result =
         StructDetailMasterMarshal::getByBaseCategoryAndSubCategory(baseCategory, subCategory, master);
@@ -124,6 +131,7 @@ int KorODBCDetStyle::composeDetailStyleKey(long subCategory, long baseCategory, 
 
 int KorODBCDetStyle::getDetailStyleMap(const KorString& name, StructDetailStyleMap& record)
 {
+    const DetailReading database;
     long key = 0;
     keyOf<StructDetailStyleMap>(name, key);
     StructDetailStyleMapMarshal::loadItems(key);
@@ -132,6 +140,7 @@ int KorODBCDetStyle::getDetailStyleMap(const KorString& name, StructDetailStyleM
 
 int KorODBCDetStyle::getProcessSelectMode(long definitionKey)
 {
+    const DetailReading database;
     StructDetailProcessDefinition definition;
     StructDetailProcessStep step;
     StructDetailProcessSelection selection;

@@ -1,15 +1,18 @@
 #include "transfer/KorODBCDetailStyleExports.h"
 
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
+#include "CopyPass.h"
 #include "roots/KorAssert.h"
 #include "roots/KorProgressCtrl.h"
 #include "roots/KorPromptsProxy.h"
+#include "Scoped.h"
+#include "StyleGraph.h"
 #include "transfer/KorDetailProcessTableDependencies.h"
 #include "transfer/KorDetailTableDependencies.h"
 
 #include <filesystem>
 #include <optional>
+
+using namespace korodbc;
 
 using Exports = KorODBCDetailStyleExports;
 using Styles = KorDetailTableDependencies;
@@ -35,7 +38,6 @@ public:
         KorOdbcMan::m_currentAddIn = index;
         m_request.emplace(dsn, index);
     }
-    void release() { m_request.reset(); }
 
 private:
     std::optional<KorDSNRequest> m_request;
@@ -49,42 +51,65 @@ void setMessages(unsigned prompt, const wchar_t* standard, const Args&... args)
     Exports::m_StandardErrorMessage = KorString::format(standard, args...);
 }
 
+const wchar_t* const sourceOlder = L"Source database is older than version 5.1!";
+const wchar_t* const targetOlder = L"Target database is older than version 5.1!";
+
 void clearMessages()
 {
     Exports::m_ErrorMessage = KorString();
     Exports::m_StandardErrorMessage = KorString();
 }
 
-bool olderThan5_1(eDSN source, eDSN target)
+void resetProgress()
 {
-    if (Exports::isDatabaseOlderThan5_1(source) != 0) {
-        setMessages(45058, L"Source database is older than version 5.1!");
-        return true;
+    try {
+        KorProgressCtrl::reset();
+    } catch (...) { // a progress that cannot be shown
     }
-    if (Exports::isDatabaseOlderThan5_1(target) != 0) {
-        setMessages(45059, L"Target database is older than version 5.1!");
-        return true;
-    }
-    return false;
+}
+
+bool olderThan5_1(eDSN dsn, eIndex index)
+{
+    const KorDSNRequest request(dsn, index);
+    return Exports::isDatabaseOlderThan5_1(dsn) != 0;
+}
+
+/// Where a data source without a slot is looked at: in the slot that is requested or the manager's current one.
+eIndex slotInUse(eDSN dsn)
+{
+    const KorDSNManager& service = KorDSNManager::getInstance();
+    const bool current = service.getCurrentDSN() == dsn;
+    if (!(current && service.isRequested()) && KorOdbcMan::m_currentDSN == dsn)
+        return KorOdbcMan::m_currentAddIn;
+    if (current)
+        return service.getCurrentIndex();
+    return dsn == KorDSNDefinitions::kCountryAddin ? KorDSNDefinitions::kFirstAddin : KorDSNDefinitions::kBase;
 }
 
 /// Collects a style, or a process with what it reaches, from the current database.
 bool collect(Exports::eType type, long key)
 {
-    if (type == Exports::kDetailStyle)
-        return Styles::GetDependenciesByDetailKey(key) != -1;
-    StructDetailProcessDefinition process;
-    return Processes::GetDependencies(process, key) != -1;
+    return collecting([&] {
+               return type == Exports::kDetailStyle
+                          ? collectMasterOf(key)
+                          : processGraph().collect(descriptionOf<StructDetailProcessDefinition>(), nullptr, key);
+           }) != -1;
 }
 
-template <class Graph, class T>
-bool saveAll(const KorArray<T>& collected)
+bool saveAll(Exports::eType type)
 {
-    for (int position = 0; position < collected.length(); ++position) {
-        T record = collected.getAt(position);
-        if (Graph::Save(record, position) == -1)
-            return false;
+    if (type == Exports::kDetailStyle) {
+        for (int position = 0; position < Styles::m_DetMasterCopy.length(); ++position) {
+            StructDetailMaster master = Styles::m_DetMasterCopy.getAt(position);
+            if (saveMaster(master, position) == -1)
+                return false;
+        }
+        return true;
     }
+    const CopyTable& definitions = *processGraph().table(KorOdbcMan::kDetailProcessDefinition);
+    for (long position = 0; position < definitions.length(); ++position)
+        if (processGraph().saveCollected(definitions, position) == -1)
+            return false;
     return true;
 }
 
@@ -95,16 +120,47 @@ int write(Exports::eType type, const bool& cancelled)
     Styles::m_CurrRowsToWrite = 0;
     Styles::mainType =
         type == Exports::kDetailStyle ? KorOdbcMan::kDetailStyle : KorOdbcMan::kDetailProcessDefinition;
-    Exports::m_bCancelBackupTables = 1; // a transfer is no edit: it takes no copies
-    KorDatabaseBatch batch;
-    const bool saved = type == Exports::kDetailStyle ? saveAll<Styles>(Styles::m_DetMasterCopy)
-                                                     : saveAll<Processes>(Processes::m_DetailProcessDefinition);
-    const int written = batch.end(saved ? 1 : 0);
-    Exports::m_bCancelBackupTables = 0;
-    if (written != 1 && !cancelled)
+    // a transfer is no edit: it takes no copies
+    const Scoped withoutCopies(Exports::m_bCancelBackupTables, 1, 0);
+    const bool written = saving(type == Exports::kDetailStyle ? styleGraph() : processGraph(),
+                                [&] { return saveAll(type) ? 1 : -1; }) == 1;
+    if (!written && !cancelled)
         setMessages(45062, L"Unable to write info to target database!");
-    return written;
+    return written ? 1 : 0;
 }
+
+/// Points a data source at a detail database file. At its end the data source has its own database again, the
+/// export is over and the file is let go of.
+class ExportFile {
+public:
+    ExportFile(eDSN dsn, eIndex index, const KorString& connection, const KorString& file)
+        : m_dsn(dsn), m_index(index), m_connection(connection), m_file(file)
+    {
+        // what cannot be attached has no tables either
+        m_attached = KorDatabaseAccess::setConnection(dsn, file) == 1 && !olderThan5_1(dsn, index);
+        if (!m_attached)
+            setMessages(45059, targetOlder);
+    }
+    ~ExportFile()
+    {
+        KorDatabaseAccess::setConnectionString(m_dsn, m_connection);
+        Exports::deleteCache(m_index);
+        if (!m_attached)
+            return; // the export stays marked as in progress, the file attached
+        Exports::m_bExportInProgress = 0;
+        KorDatabaseAccess::detachDatabase(m_file);
+    }
+    ExportFile(const ExportFile&) = delete;
+    ExportFile& operator=(const ExportFile&) = delete;
+
+    bool isAttached() const { return m_attached; }
+
+private:
+    const eDSN m_dsn;
+    const eIndex m_index;
+    const KorString m_connection, m_file;
+    bool m_attached = false;
+};
 
 const struct {
     const wchar_t* record;
@@ -141,8 +197,8 @@ int Exports::exportDetail(eType type, const KorOdbcKey& key, eDSN sourceDsn, eIn
     m_pType = type;
     m_bExportInProgress = 1;
     clearMessages();
-    if (isDatabaseOlderThan5_1(sourceDsn) != 0) {
-        setMessages(45058, L"Source database is older than version 5.1!");
+    if (olderThan5_1(sourceDsn, sourceIndex)) {
+        setMessages(45058, sourceOlder);
         return 0;
     }
     eDSN targetDsn;
@@ -154,75 +210,61 @@ int Exports::exportDetail(eType type, const KorOdbcKey& key, eDSN sourceDsn, eIn
         setMessages(45064, L"Failed to create file %s!", file);
         return 0;
     }
-    KorDatabaseAccess::setConnection(targetDsn, file);
-    if (isDatabaseOlderThan5_1(targetDsn) != 0) {
-        setMessages(45059, L"Target database is older than version 5.1!");
-        KorDatabaseAccess::setConnectionString(targetDsn, connection);
-        deleteCache(targetIndex);
+    const ExportFile target(targetDsn, targetIndex, connection, file);
+    if (!target.isAttached())
+        return 0;
+    if (type != kDetailStyle && type != kDetailProcess) {
+        KorAssert::korAssert("false", "KorODBCDetailStyleExports", __LINE__);
+        return 1;
+    }
+    if (type == kDetailStyle)
+        Styles::ResetDeepCopyInfo();
+    else
+        Processes::ResetDeepCopyInfo();
+    CurrentDatabase current;
+    current.set(sourceDsn, sourceIndex);
+    if (!collect(type, key.getKey())) {
+        setMessages(45061, L"Failed to load dependencies for detail style with key %d!", key.getKey());
+        resetProgress();
         return 0;
     }
-
-    CurrentDatabase current;
-    int result = 1;
-    if (type == kDetailStyle || type == kDetailProcess) {
-        if (type == kDetailStyle)
-            Styles::ResetDeepCopyInfo();
-        else
-            Processes::ResetDeepCopyInfo();
-        current.set(sourceDsn, sourceIndex);
-        if (!collect(type, key.getKey())) {
-            setMessages(45061, L"Failed to load dependencies for detail style with key %d!", key.getKey());
-            KorProgressCtrl::reset();
-            result = 0;
-        } else {
-            current.set(targetDsn, targetIndex);
-            deleteCache(targetIndex);
-            if (type == kDetailStyle)
-                Styles::SetRowNr();
-            else
-                Processes::SetRowNr();
-            result = write(type, type == kDetailStyle ? Styles::m_bDeepCopyCanceledByUser
-                                                      : Processes::m_bDeepCopyCanceledByUser);
-        }
-    } else {
-        KorAssert::korAssert("false", "KorODBCDetailStyleExports", __LINE__);
-    }
-
-    current.release();
-    KorDatabaseAccess::setConnectionString(targetDsn, connection);
+    current.set(targetDsn, targetIndex);
     deleteCache(targetIndex);
-    m_bExportInProgress = 0;
-    KorDatabaseAccess::detachDatabase(file);
-    return result;
+    if (type == kDetailStyle)
+        Styles::SetRowNr();
+    else
+        Processes::SetRowNr();
+    return write(type,
+                 type == kDetailStyle ? Styles::m_bDeepCopyCanceledByUser : Processes::m_bDeepCopyCanceledByUser);
 }
 
 int Exports::importDetail(eType type, const KorOdbcKey& key, eDSN sourceDsn, eIndex sourceIndex, eDSN targetDsn,
                           eIndex targetIndex)
 {
     m_pType = type;
-    m_bImportInProgress = 1;
+    const Scoped importing(m_bImportInProgress, 1, 0);
     clearMessages();
-    CurrentDatabase current;
-    int result = olderThan5_1(sourceDsn, targetDsn) ? 0 : 1;
-    if (result == 1 && (type == kDetailStyle || type == kDetailProcess)) {
-        Processes::ResetDeepCopyInfo(); // the styles, too
-        current.set(sourceDsn, sourceIndex);
-        if (!collect(type, key.getKey())) {
-            setMessages(type == kDetailStyle ? 45061 : 45068,
-                        L"Failed to load dependencies for detail style with key %d", key.getKey());
-            KorProgressCtrl::reset();
-            result = 0;
-        } else {
-            current.set(targetDsn, targetIndex);
-            if (type == kDetailProcess)
-                Processes::SetRowNr();
-            // a cancel of the styles' copy is what counts here, for processes as well
-            result = write(type, Styles::m_bDeepCopyCanceledByUser);
-        }
+    const bool fromOlder = olderThan5_1(sourceDsn, sourceIndex);
+    if (fromOlder || olderThan5_1(targetDsn, targetIndex)) {
+        setMessages(fromOlder ? 45058 : 45059, fromOlder ? sourceOlder : targetOlder);
+        return 0;
     }
-    current.release();
-    m_bImportInProgress = 0;
-    return result;
+    if (type != kDetailStyle && type != kDetailProcess)
+        return 1;
+    Processes::ResetDeepCopyInfo(); // the styles, too
+    CurrentDatabase current;
+    current.set(sourceDsn, sourceIndex);
+    if (!collect(type, key.getKey())) {
+        setMessages(type == kDetailStyle ? 45061 : 45068,
+                    L"Failed to load dependencies for detail style with key %d", key.getKey());
+        resetProgress();
+        return 0;
+    }
+    current.set(targetDsn, targetIndex);
+    if (type == kDetailProcess)
+        Processes::SetRowNr();
+    // a cancel of the styles' copy is what counts here, for processes as well
+    return write(type, Styles::m_bDeepCopyCanceledByUser);
 }
 
 void Exports::GetErrorMessage(KorString& out, int standard)
@@ -232,6 +274,10 @@ void Exports::GetErrorMessage(KorString& out, int standard)
 
 int Exports::isDatabaseOlderThan5_1(eDSN dsn)
 {
+    const eIndex index = slotInUse(dsn);
+    if (dsn == KorDSNDefinitions::kCountryAddin && index < KorDSNDefinitions::kFirstAddin)
+        return 1; // there is no such database
+    const KorDSNRequest request(dsn, index);
     for (const wchar_t* table :
          {L"DetObjAnnotationGroup", L"DetObjQualifierSetGroup", L"DetViewDimRequestLinearGroup",
           L"DetViewDimStrategyNew", L"DetViewDimStrategyItems"})

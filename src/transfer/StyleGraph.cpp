@@ -3,8 +3,15 @@
 #include "foundation/RecordEquality.h"
 #include "roots/KorAssert.h"
 #include "roots/KorProgressCtrl.h"
+#include "Scoped.h"
 #include "transfer/KorDetailTableDependencies.h"
 #include "transfer/KorODBCDetailStyleExports.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <utility>
+#include <vector>
 
 namespace korodbc {
 
@@ -17,20 +24,19 @@ using Naming = CopyTable::Naming;
 
 bool collectCategories(void* record, long)
 {
+    DeepCopyGraph& graph = styleGraph();
     StructDetViewRequest& request = *static_cast<StructDetViewRequest*>(record);
-    if (StructDetViewRequestMarshal::loadCategories(request) == -1)
+    if (!graph.isReadable(*graph.table(Man::kDetViewRequestCategories)) ||
+        StructDetViewRequestMarshal::loadCategories(request) == -1)
         return false;
-    for (const StructDetViewRequestCategory& entry : request.categories) {
-        StructDetViewRequestCategory category;
-        if (Copy::GetDependencies(category, entry.key) == -1)
-            return false;
-    }
-    return true;
+    return std::ranges::all_of(request.categories, [&](const StructDetViewRequestCategory& entry) {
+        return graph.collect(descriptionOf<StructDetViewRequestCategory>(), nullptr, entry.key) != -1;
+    });
 }
 
 bool collectMasterOfStyle(void*, long key)
 {
-    Copy::GetDependenciesByDetailKey(key);
+    collectMasterOf(key);
     return true;
 }
 
@@ -47,7 +53,7 @@ bool saveCategories(long collectedRequest, long newKey)
             return false;
         StructDetViewRequestCategory category = Copy::m_DetViewRequestCategory.getAt(position);
         category.detViewRequest = static_cast<int>(newKey);
-        if (Copy::Save(category, newKey) == -1)
+        if (graph.save(categories.description(), &category, newKey) == -1)
             return false;
     }
     return true;
@@ -57,9 +63,33 @@ void saveMastersOfStyle(long index, long)
 {
     for (long position = 0; position < Copy::m_DetMasterCopy.length(); ++position) {
         StructDetailMaster master = Copy::m_DetMasterCopy.getAt(position);
-        if (master.detailStyle == index && Copy::Save(master, position) == -1)
+        if (master.detailStyle == index && saveMaster(master, position) == -1)
             KorAssert::korAssert("false", "KorDetailTableDependencies", __LINE__);
     }
+}
+
+/// The first number from `from` on that is not taken; behind the last number comes 1.
+int firstFree(const std::vector<int>& taken, int from)
+{
+    std::vector<bool> used(taken.size() + 1, false);
+    for (const int number : taken)
+        if (const std::int64_t distance = std::int64_t{number} - from;
+            distance >= 0 && distance < std::ssize(used))
+            used[static_cast<std::size_t>(distance)] = true;
+    const std::int64_t free = from + (std::ranges::find(used, false) - used.begin());
+    return free <= std::numeric_limits<int>::max() ? static_cast<int>(free) : firstFree(taken, 1);
+}
+
+int freeSubCategory(int baseCategory, int from)
+{
+    std::vector<int> taken;
+    RecordAccess::visit(descriptionOf<StructDetailMaster>(), [&](const void* record) {
+        const StructDetailMaster& master = *static_cast<const StructDetailMaster*>(record);
+        if (master.baseCategory == baseCategory)
+            taken.push_back(master.subCategory);
+        return true;
+    });
+    return firstFree(taken, from);
 }
 
 /// While importing, a qualifier set of the target that has the same name and equals the collected one in every
@@ -96,11 +126,29 @@ long collectMaster(StructDetailMaster& master, long key)
         master = Copy::m_DetMasterCopy.getAt(position);
         return position;
     }
-    if (StructDetailMasterMarshal::getStructByKey(key, master) != 1 || !graph.collectReferences(type, &master))
+    const CopyTable& categories = *graph.table(Man::kDetBaseCategories);
+    if (!graph.isReadable(masters) || !graph.isReadable(categories) ||
+        StructDetailMasterMarshal::getStructByKey(key, master) != 1)
         return -1;
+    const long style = graph.collect(descriptionOf<StructDetailStyle>(), nullptr, master.detailStyle);
+    // a category that does not exist is none
+    master.baseCategory = static_cast<int>(graph.collect(categories.description(), nullptr, master.baseCategory));
+    if (style == -1)
+        return -1;
+    master.detailStyle = static_cast<int>(style);
     // collecting the style has usually collected this master already
     position = graph.find(masters, key);
     return position >= 0 ? position : graph.append(masters, &master, key);
+}
+
+long collectMasterOf(long styleKey)
+{
+    StructDetailMaster master;
+    DeepCopyGraph& graph = styleGraph();
+    return graph.isReadable(*graph.table(Man::kDetailMaster)) &&
+                   StructDetailMasterMarshal::getByStyleKey(styleKey, master) == 1
+               ? collectMaster(master, master.key)
+               : -1;
 }
 
 long saveMaster(StructDetailMaster& master, long index)
@@ -111,25 +159,37 @@ long saveMaster(StructDetailMaster& master, long index)
     long known = -1;
     if (Copy::m_writeTransferKeyMap.lookup(identity, known))
         return known;
-    if (Copy::m_CurrRowsToWrite == 0) {
+    Man::m_structDetailMaster = master;
+    const long sourceKey = master.key;
+    static long underWay = -1;
+    if (index != underWay) {
         if (Copy::pInitProgressBar != nullptr)
             Copy::pInitProgressBar(0, Copy::m_NrRowsToWrite);
         else
             KorProgressCtrl::setPercentage(0, 1);
     }
-    const long sourceKey = master.key;
-    if (!graph.saveReferences(masters, &master))
+    {
+        // saving the style saves its masters, this one included
+        const Scoped saved(underWay, index);
+        master.detailStyle =
+            static_cast<int>(graph.saveCollected(*graph.table(Man::kDetailStyle), master.detailStyle));
+    }
+    if (master.detailStyle == -1)
         return -1;
-    // saving the style has saved its masters, this one included
     if (Copy::m_writeTransferKeyMap.lookup(identity, known))
         return known;
     StructDetailStyle style;
     if (StructDetailStyleMarshal::getStructByKey(master.detailStyle, style) == 1)
         master.runName = style.runName;
-    StructDetailMaster taken;
-    while (StructDetailMasterMarshal::getByBaseCategoryAndSubCategory(master.baseCategory, master.subCategory,
-                                                                      taken) == 1)
-        ++master.subCategory;
+    if (Copy::detBaseCategory != -1) {
+        master.baseCategory = static_cast<int>(std::exchange(Copy::detBaseCategory, -1));
+    } else if (master.baseCategory != -1) {
+        master.baseCategory =
+            static_cast<int>(graph.saveCollected(*graph.table(Man::kDetBaseCategories), master.baseCategory));
+        if (master.baseCategory == -1)
+            return -1;
+    }
+    master.subCategory = freeSubCategory(master.baseCategory, master.subCategory);
     return graph.write(masters, &master, index, sourceKey, 0);
 }
 
@@ -219,7 +279,6 @@ DeepCopyGraph& styleGraph()
                      {withGroups, &Copy::detDimStrategyGroup});
         made.setEdge(Man::kDetObjAnnotationStrategy, Man::kDetObjAnnotationGroup,
                      {withGroups, &Copy::detAnnotationGroup});
-        made.setEdge(Man::kDetailMaster, Man::kDetBaseCategories, {nullptr, &Copy::detBaseCategory});
         made.setHooks(Man::kDetViewRequest, {.referencesCollected = collectCategories});
         made.setHooks(Man::kDetailStyle, {.collected = collectMasterOfStyle,
                                           .listReferenceSaved = saveCategories,

@@ -17,6 +17,7 @@ protected:
     static constexpr eDSN country = KorDSNDefinitions::kCountryAddin;
     static constexpr eIndex base = KorDSNDefinitions::kBase;
     static constexpr eIndex firstAddin = KorDSNDefinitions::kFirstAddin;
+    static constexpr eIndex secondAddin = static_cast<eIndex>(2); // of the country add-ins
 
     void SetUp() override
     {
@@ -44,6 +45,19 @@ protected:
     {
         Man::setCurrentDSN(dsn);
         Man::setCurrentAddIn(index);
+    }
+    /// `act` with a database requested.
+    template <class Act>
+    static auto within(eDSN dsn, eIndex index, Act act)
+    {
+        const KorDSNRequest request(dsn, index);
+        return act();
+    }
+    /// A style with keys from 201 in the second country add-in, which becomes the manager's database.
+    static void useSecondCountryAddIn()
+    {
+        within(country, secondAddin, [] { details::fillStyle(country, "second", 200); });
+        current(country, secondAddin);
     }
     static Man::eTableType type(int number) { return static_cast<Man::eTableType>(number); }
     static Man::eCopyDepth depth(int number) { return static_cast<Man::eCopyDepth>(number); }

@@ -172,6 +172,10 @@ TEST_F(DeepCopyTest, DefaultNames)
         {22, {"Copy (9) A"}, "Copy (9) A", "Copy (10) A"},
         {22, {"Copy (9)  A"}, "Copy (9)  A", "Copy (10) A"},
         {22, {"Copy (x) A"}, "Copy (x) A", "Copy (1) A"},
+        {22, {"Copy (-5) A"}, "Copy (-5) A", "Copy (-4) A"},
+        {22, {"Copy (2147483646) A"}, "Copy (2147483646) A", "Copy (2147483647) A"},
+        {22, {"Copy (2147483647) A", "Copy (1) A"}, "Copy (2147483647) A", "Copy (2) A"}, // after the last number
+        {22, {"Copy (99999999999999999999) A"}, "Copy (99999999999999999999) A", "Copy (1) A"},
         {22, {"A) b", "Copy of A) b"}, "A) b", "Copy (1) A) b"},
         {22, {""}, "", "Copy of "},
         {22, {"it's", "Copy of it's"}, "it's", "Copy (1) it's"},
@@ -224,9 +228,12 @@ TEST_F(DeepCopyTest, StyleInPlace)
     EXPECT_EQ(D::m_QualifierSetsResultedFromDeepCopy[0].key, 3);
     EXPECT_EQ(D::m_QualifierSetsResultedFromDeepCopy[0].ownerText.toUtf8(), "OFFICE");
     EXPECT_EQ(D::m_LinearDimRequestsResultedFromDeepCopy[1].points[0], 4);
+    EXPECT_EQ(D::m_RowsWritten, 25);
+    EXPECT_EQ(D::m_RowsReused, 6); // the groups, line type and categories, each once
     // saving again in the same copy writes nothing
     StructDetailMaster master = D::m_DetMasterCopy[0];
     EXPECT_EQ(D::Save(master, 0), 2);
+    EXPECT_EQ(D::m_RowsWritten + D::m_RowsReused, 31);
     long key = -1;
     EXPECT_TRUE(D::m_writeTransferKeyMap.lookup({L"StructDetailStyle", 0, 1}, key));
     EXPECT_EQ(key, 3);
@@ -290,6 +297,111 @@ TEST_F(DeepCopyTest, GroupsAndCategoriesOfTheHostsChoice)
     step = P::m_DetailProcessStep[0];
     ASSERT_EQ(P::Save(step, 0), 5);
     EXPECT_EQ(cell(details, "DetailProcessStep", 5, 2), "8");
+}
+
+TEST_F(DeepCopyTest, MastersWithoutOrInAnotherCategory)
+{
+    const struct {
+        const char* statement;
+        long chosen;
+        int category; // of the new master
+    } cases[] = {{"DELETE FROM DetBaseCategories WHERE [Key] = 101", -1, -1}, {nullptr, 2, 2}, {nullptr, -1, 101}};
+    for (const auto& [statement, chosen, category] : cases) {
+        SCOPED_TRACE(category);
+        sql(addin, {"DELETE FROM DetViewRequestCategories WHERE BaseCategory = 101"});
+        if (statement != nullptr)
+            sql(addin, {statement});
+        D::detBaseCategory = chosen;
+        ASSERT_EQ(importDetail(E::kDetailStyle), 1);
+        EXPECT_EQ(cell(details, "DetailMasterTable", 2, 3), std::to_string(category));
+        EXPECT_EQ(cell(details, "DetailMasterTable", 2, 4), "1");
+        EXPECT_EQ(cell(details, "DetBaseCategories", 101, 0), category == 101 ? "101" : "(none)");
+        again();
+    }
+}
+
+TEST_F(DeepCopyTest, FirstFreeSubCategory)
+{
+    const struct {
+        std::vector<int> taken; // the first one is copied
+        int free;
+    } cases[] = {{{0}, 1},
+                 {{3, 4, 6}, 5},
+                 {{-2, -1, 0, 1}, 2},
+                 {{-7, 1, 2}, -6},
+                 {{2147483647}, 1},
+                 {{2147483646, 2147483647, 1, 2}, 3},
+                 {{5, 5, 5, 6}, 7},
+                 {{-2147483647 - 1, 1}, -2147483647}};
+    for (const auto& [taken, free] : cases) {
+        sql(details, {"DELETE FROM DetailMasterTable"});
+        for (std::size_t i = 0; i < taken.size(); ++i)
+            put(details, StructDetailMaster{static_cast<int>(i) + 1, L"master", i == 0 ? 1 : 2, 1, taken[i], L""});
+        put(details, StructDetailMaster{50, L"of another category", 2, 2, free, L""});
+        ASSERT_EQ(copyInPlace(E::kDetailStyle), 51);
+        EXPECT_EQ(cell(details, "DetailMasterTable", 51, 4), std::to_string(free));
+        again();
+    }
+}
+
+/// The host finds the row among the current records when it names it and when it is told of the progress.
+TEST_F(DeepCopyTest, CallbacksSeeTheRow)
+{
+    static Texts seen;
+    seen.clear();
+    static const auto see = [](M::eTableType type) {
+        if (type == M::kDetailStyle)
+            seen.push_back(M::m_structDetailStyle.runName.toUtf8() + M::m_structDetailStyle.ownerText.toUtf8());
+        else if (type == M::kDetailMaster)
+            seen.push_back(M::m_structDetailMaster.runName.toUtf8());
+    };
+    D::pGetNameForRowFn = [](M::eTableType type, M::eTableType, KorString& name) {
+        see(type);
+        name = L"new";
+        return 1;
+    };
+    D::pInitProgressBar = [](int, int) { see(M::kDetailMaster); };
+    D::pUpdateProgressBar = [](int, KorString label) {
+        see(label.startsWith(L"Writing DetailStyle ")         ? M::kDetailStyle
+            : label.startsWith(L"Writing DetailMasterTable ") ? M::kDetailMaster
+                                                              : M::kLinetypes);
+    };
+    ASSERT_EQ(copyInPlace(E::kDetailStyle), 2);
+    const std::string style = std::string("style ") + awkward, owner = std::string("owner ") + awkward;
+    EXPECT_EQ(seen, (Texts{style, style + owner, "newOFFICE", "new"}));
+}
+
+/// Without a request, a copy takes place in the edit manager's database: the second country add-in.
+TEST_F(DeepCopyTest, InTheManagersDatabase)
+{
+    useSecondCountryAddIn();
+    within(country, secondAddin, [] { fillProcess(country, "second", 200); });
+    const auto others = [] { return counts(details) + counts(addin) + counts(country); };
+    const std::string before = others();
+    for (const bool process : {false, true}) {
+        P::ResetDeepCopyInfo();
+        ASSERT_EQ(process ? collectProcess(201) : D::GetDependenciesByDetailKey(201), 0);
+        StructDetailMaster master = process ? StructDetailMaster() : D::m_DetMasterCopy[0];
+        StructDetailProcessDefinition definition;
+        if (process)
+            definition = P::m_DetailProcessDefinition[0];
+        Exports::CancelBackupTables(1);
+        EXPECT_EQ(process ? P::Save(definition, 0) : D::Save(master, 0), 202);
+        Exports::CancelBackupTables(0);
+    }
+    EXPECT_EQ(within(country, secondAddin, [] { return counts(country); }), "2 4 2 2 2 4 2 2 4 6 1 3 2 4 4 2 2 ");
+    KorString name(L"style second");
+    EXPECT_EQ(D::GetDefaultNameForRow(M::kDetailStyle, name), 1);
+    EXPECT_EQ(name, L"Copy (1) style second");
+    // a request says where to collect, not where to save
+    P::ResetDeepCopyInfo();
+    within(addin, firstAddin, [] {
+        StructLinetypes line;
+        ASSERT_EQ(D::GetDependencies(line, 101), 0);
+        EXPECT_EQ(D::Save(line, 0), 203);
+    });
+    EXPECT_EQ(others(), before);
+    EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
 }
 
 TEST_F(DeepCopyTest, NamingCallback)
@@ -383,25 +495,24 @@ TEST_F(DeepCopyTest, Progress)
     // the host's own bar sees the writing only; every row of a new file counts
     const struct {
         E::eType what;
-        int withStyles, rows;
+        int withStyles, masters, rows;
         const char *first, *last;
-    } cases[] = {{E::kDetailStyle, 0, 31, "Writing DetViewArrangeStrategy", "Writing DetailMasterTable"},
-                 {E::kDetailProcess, 0, 12, "Writing DetailProcessCategories", "Writing DetailProcessDefinition"},
-                 {E::kDetailProcess, 1, 41, "Writing DetailProcessCategories", "Writing DetailProcessDefinition"}};
+    } cases[] = {
+        {E::kDetailStyle, 0, 1, 31, "Writing DetViewArrangeStrategy", "Writing DetailMasterTable"},
+        {E::kDetailProcess, 0, 0, 12, "Writing DetailProcessCategories", "Writing DetailProcessDefinition"},
+        {E::kDetailProcess, 1, 1, 41, "Writing DetailProcessCategories", "Writing DetailProcessDefinition"}};
     sink->seen.clear();
     D::pInitProgressBar = [](int start, int total) { steps.emplace_back(start, std::to_string(total)); };
     D::pUpdateProgressBar = [](int row, KorString what) { steps.emplace_back(row, what.toUtf8()); };
-    for (const auto& [what, withStyles, count, first, last] : cases) {
+    for (const auto& [what, withStyles, masters, count, first, last] : cases) {
         P::m_bDeepCopyWithDetailStyles = withStyles;
         steps.clear();
         ASSERT_EQ(exportDetail(what), 1);
         std::filesystem::remove(file().toUtf8());
         EXPECT_TRUE(sink->seen.empty());
         EXPECT_EQ(D::m_NrRowsToWrite, count);
-        if (what == E::kDetailStyle) { // processes do not set it up
-            EXPECT_EQ(steps.at(0), std::make_pair(0, std::to_string(count)));
-            steps.erase(steps.begin());
-        }
+        // every master starts it
+        EXPECT_EQ(std::erase(steps, std::make_pair(0, std::to_string(count))), static_cast<std::size_t>(masters));
         ASSERT_EQ(steps.size(), static_cast<std::size_t>(count));
         EXPECT_EQ(steps[0], std::make_pair(1, label(first)));
         EXPECT_EQ(steps.back(), std::make_pair(count, label(last)));

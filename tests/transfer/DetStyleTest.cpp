@@ -231,6 +231,51 @@ TEST_F(DetStyleTest, CategoriesGoToTheCurrentDatabase)
     EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
 }
 
+/// Without a request the readers read where the writers write: in the second of two country add-ins.
+TEST_F(DetStyleTest, ReadersReadTheManagersDatabase)
+{
+    const int last = static_cast<int>(columns(details, "DetViewSystemAndBox").size());
+    const auto found = [&] {
+        StructDetailStyle style;
+        StructDetViewDimStrategy strategy;
+        KorArray<StructDetailStyle> styles;
+        KorArray<StructDetObjQualifierSet> sets;
+        KorArray<KorString> names;
+        KorString category;
+        long key = 0;
+        const std::string results = std::to_string(Style::getDetailStyle(KorOdbcKey(201), style)) +
+                                    std::to_string(Style::getDetailStyle(KorString(L"style second"), style)) +
+                                    std::to_string(Style::getDetViewDimStrategy(KorOdbcKey(201), strategy)) +
+                                    std::to_string(Style::getDetObjQualifierSetByGroup(KorOdbcKey(201), sets)) +
+                                    std::to_string(Style::composeDetailStyleKey(1, 201, key)) +
+                                    std::to_string(Style::getDetBaseCategoryByDetViewRequestKey(201, category));
+        EXPECT_EQ(Style::getDetailStyleTable(styles) + Style::getDetailStyleList(names), 2);
+        return results + " " + std::to_string(strategy.items.length()) + std::to_string(sets.length()) + " " +
+               std::to_string(styles.length() + names.length()) + " " +
+               std::to_string(Style::getSystemAndBoxColumnType(last));
+    };
+    EXPECT_EQ(found(), "000000 00 4 2");
+    useSecondCountryAddIn();
+    within(country, secondAddin, [] { sql(country, {"ALTER TABLE DetViewSystemAndBox ADD COLUMN Note TEXT"}); });
+    EXPECT_EQ(found(), "111111 22 4 3");
+    EXPECT_EQ(within(details, base, found), "000000 00 4 2"); // a request goes before
+    // what it does not have is read where it is
+    StructProfileSubtype subtype;
+    put(KorDSNDefinitions::kProfiles, StructProfileSubtype{});
+    EXPECT_EQ(Style::getProfileSubtype(subtype.runName, subtype), 1);
+    EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
+    EXPECT_EQ(KorDSNManager::getInstance().getCurrentDSN(), details);
+    // a new category goes there, too
+    StructDetViewRequest record;
+    record.key = 201;
+    record.categories.append({-1, 201, 201, 0});
+    EXPECT_EQ(Style::setDetViewRequestCategories(record), 1);
+    EXPECT_EQ(categories(country), Texts());
+    const KorDSNRequest request(country, secondAddin);
+    EXPECT_EQ(categories(country), Texts({"201|202|201", "202|201|201", "203|201|201"}));
+    EXPECT_TRUE(exists(country, "DetViewRequestCategories_VELCopy"));
+}
+
 TEST_F(DetStyleTest, CategoriesThatCannotBeStored)
 {
     const Texts before = categories(details);

@@ -2,9 +2,17 @@
 #include "records/Registry.h"
 #include "TransferFixture.h"
 
+#include <functional>
+
 using namespace details;
 
 namespace {
+
+struct ThrowingSink : korodbc::host::ProgressSink {
+    void title(const KorString&) override { throw 4; }
+    void percentage(int, int) override { throw 5; }
+    void reset() override { throw 6; }
+};
 
 class DetailExportsTest : public TransferTest {
 protected:
@@ -288,6 +296,122 @@ TEST_F(DetailExportsTest, OlderDatabases)
         std::filesystem::remove(file().toUtf8());
         sql(addin, {show});
         EXPECT_EQ(counts(details), before);
+    }
+}
+
+/// Of two country add-ins the second is current; each is tested and moved in its own slot.
+TEST_F(DetailExportsTest, CountryAddIns)
+{
+    useSecondCountryAddIn();
+    const auto inFirst = [](const char* statement) {
+        return within(country, firstAddin, [=] {
+            sql(country, {statement});
+            return counts(country);
+        });
+    };
+    within(country, secondAddin, [] { fillProcess(country, "second", 200); });
+    const auto trees = [] {
+        return styleTree(country, secondAddin, 201) + processTree(country, secondAddin, 201, true);
+    };
+    const std::string sent = trees(), first = inFirst("ALTER TABLE DetObjAnnotationGroup RENAME TO Hidden");
+    EXPECT_EQ(E::isDatabaseOlderThan5_1(country), 0);
+    EXPECT_EQ(within(country, firstAddin, [] { return E::isDatabaseOlderThan5_1(country); }), 1);
+
+    for (const E::eType what : {E::kDetailStyle, E::kDetailProcess}) {
+        SCOPED_TRACE(what);
+        // a slot without a database, and one without the tables
+        for (const int slot : {0, 1, 3}) {
+            const eIndex index = static_cast<eIndex>(slot);
+            EXPECT_EQ(E::importDetail(what, KorOdbcKey(201), country, index, details, base), 0);
+            EXPECT_EQ(messages()[0], "Source database is older than version 5.1!");
+            EXPECT_EQ(E::importDetail(what, KorOdbcKey(101), addin, firstAddin, country, index), 0);
+            EXPECT_EQ(messages()[0], "Target database is older than version 5.1!");
+            EXPECT_EQ(E::exportDetail(what, KorOdbcKey(201), country, index, file()), 0);
+            EXPECT_EQ(messages()[0], "Source database is older than version 5.1!");
+        }
+        EXPECT_EQ(E::exportDetail(what, KorOdbcKey(201), country, secondAddin, file()), 1);
+        inFile([&] { EXPECT_EQ(cell(addin, "DetObjQualifierSet", 1, 1), "beams second"); });
+        std::filesystem::remove(file().toUtf8());
+        EXPECT_EQ(E::importDetail(what, KorOdbcKey(101), addin, firstAddin, country, secondAddin), 1);
+    }
+    EXPECT_EQ(trees(), sent);
+    EXPECT_EQ(styleTree(country, secondAddin, 203), tree(E::kDetailStyle, addin, 101));
+    EXPECT_EQ(processTree(country, secondAddin, 202, false), tree(E::kDetailProcess, addin, 101, false));
+    EXPECT_EQ(inFirst("ALTER TABLE Hidden RENAME TO DetObjAnnotationGroup"), first);
+    EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
+}
+
+/// What a callback of the host throws is a failure like others, and leaves nothing behind.
+TEST_F(DetailExportsTest, ThrowingCallbacks)
+{
+    const auto sink = std::make_shared<ThrowingSink>();
+    const std::function<void()> callbacks[] = {
+        [] { D::pGetNameForRowFn = [](M::eTableType, M::eTableType, KorString&) -> int { throw 1; }; },
+        [] { D::pInitProgressBar = [](int, int) { throw 2; }; },
+        [] {
+            D::pUpdateProgressBar = [](int row, KorString) {
+                if (row == 20)
+                    throw 3;
+            };
+        },
+        [&] { korodbc::host::setProgressSink(sink); }};
+    for (const auto& throws : callbacks) {
+        for (const bool exported : {true, false}) {
+            SCOPED_TRACE(exported);
+            const std::string before = counts(details) + counts(addin);
+            throws();
+            EXPECT_EQ(exported ? exportDetail(E::kDetailStyle) : importDetail(E::kDetailStyle), 0);
+            EXPECT_FALSE(messages()[0].empty());
+            EXPECT_EQ(flags(), 0);
+            EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
+            EXPECT_EQ(counts(details) + counts(addin), before);
+            EXPECT_EQ(D::m_writeTransferKeyMap.length(), 0);
+            EXPECT_EQ(copyInPlace(E::kDetailStyle), -1);
+            KorString name(L"new");
+            D::GetNameForRow(M::kDetailStyle, name);
+            D::ProgressBar(M::kDetailStyle, 1);
+            D::pGetNameForRowFn = nullptr;
+            D::pInitProgressBar = nullptr;
+            D::pUpdateProgressBar = nullptr;
+            korodbc::host::setProgressSink(nullptr);
+            EXPECT_EQ(counts(details) + counts(addin), before);
+            EXPECT_EQ(exported ? exportDetail(E::kDetailStyle) : importDetail(E::kDetailStyle), 1);
+            again();
+        }
+    }
+}
+
+/// A host undoes a transfer with its own batch, and repeats it.
+TEST_F(DetailExportsTest, UndoneByTheHost)
+{
+    P::m_bDeepCopyWithDetailStyles = 1;
+    for (const E::eType what : {E::kDetailStyle, E::kDetailProcess}) {
+        for (const bool exported : {true, false}) {
+            SCOPED_TRACE(std::to_string(what) + (exported ? " exported" : " imported"));
+            const auto move = [&] { return exported ? exportDetail(what) : importDetail(what); };
+            const auto all = [&] {
+                std::string text = counts(details) + counts(addin);
+                if (exported)
+                    inFile([&] { text += counts(addin); });
+                return text;
+            };
+            ASSERT_EQ(move(), 1); // some rows to find again
+            const std::string before = all();
+            {
+                KorDatabaseBatch outer;
+                EXPECT_EQ(move(), 1);
+                EXPECT_EQ(outer.undo(), 0);
+            }
+            EXPECT_EQ(all(), before);
+            EXPECT_EQ(flags(), 0);
+            EXPECT_EQ(D::m_RowsWritten + D::m_writeTransferKeyMap.length() + P::m_writeTransferKeyMap.length(), 0);
+            EXPECT_EQ(lengths(D::m_AnnotationStrategiesResultedFromDeepCopy,
+                              P::m_DetailProcessStepsResultedFromDeepCopy),
+                      "0 0 ");
+            ASSERT_EQ(move(), 1);
+            EXPECT_NE(all(), before);
+            std::filesystem::remove(file().toUtf8());
+        }
     }
 }
 

@@ -38,7 +38,7 @@ struct Kind {
 };
 
 template <class G>
-Kind kind(const Texts& failedWrite, int (*save)(G&, int))
+Kind kind(const Texts& failedWrite, int (*save)(G&, int), int (*read)(const KorOdbcKey&, G&))
 {
     return {std::string(descriptionOf<G>().table), failedWrite,
             [=](Group& group, int isNew) {
@@ -47,9 +47,9 @@ Kind kind(const Texts& failedWrite, int (*save)(G&, int))
                 group = {record.key, record.runName, record.bitmapId};
                 return result;
             },
-            [](int key) {
+            [=](int key) {
                 G record;
-                EXPECT_EQ(RecordMarshal<G>::getStructByKey(key, record), 1);
+                EXPECT_EQ(read(KorOdbcKey(key), record), 1);
                 return record.bitmapId;
             }};
 }
@@ -67,9 +67,11 @@ protected:
 };
 INSTANTIATE_TEST_SUITE_P(
     Kinds, DetailGroupsTest,
-    testing::Values(kind({"KorODBCDetObjAnnotationGroup: 1 == nOk"}, &Annotations::saveDetObjAnnotationGroup),
-                    kind({"KorODBCDetObjQualifierSetGroup: 1 == nOk"}, &Sets::saveDetObjQualifierSetGroup),
-                    kind({}, &Chains::saveDetViewDimRequestLinearGroup)),
+    testing::Values(kind({"KorODBCDetObjAnnotationGroup: 1 == nOk"}, &Annotations::saveDetObjAnnotationGroup,
+                         &Annotations::getDetObjAnnotationGroup),
+                    kind({"KorODBCDetObjQualifierSetGroup: 1 == nOk"}, &Sets::saveDetObjQualifierSetGroup,
+                         &Sets::getDetObjQualifierSetGroup),
+                    kind({}, &Chains::saveDetViewDimRequestLinearGroup, &Chains::getDetViewDimRequestLinearGroup)),
     [](const auto& one) { return one.param.table; });
 
 TEST_P(DetailGroupsTest, SavingAppendsOrUpdates)
@@ -123,6 +125,21 @@ TEST_P(DetailGroupsTest, SavingGoesToTheCurrentDatabase)
     EXPECT_EQ(stored(addin).back(), "102|of the add-in|8");
     EXPECT_EQ(stored(), before);
     EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
+
+    // the second of two country add-ins; readers without a request read there as well
+    current(country, secondAddin);
+    for (const int isNew : {1, 0}) {
+        group = {1, isNew != 0 ? L"of the second" : L"changed", 9};
+        EXPECT_EQ(save(group, isNew), 1);
+        EXPECT_EQ(group.key, 1);
+    }
+    EXPECT_EQ(stored(country), Texts());
+    EXPECT_EQ(GetParam().bitmapId(1), 9);
+    const KorDSNRequest request(country, secondAddin);
+    EXPECT_EQ(stored(country), Texts{"1|changed|9"});
+    const KorDSNRequest other(details, base); // a request goes before
+    EXPECT_NE(GetParam().bitmapId(1), 9);
+    EXPECT_EQ(stored(), before);
 }
 
 TEST_P(DetailGroupsTest, FailedSaves)
