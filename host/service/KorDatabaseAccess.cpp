@@ -3,6 +3,7 @@
 #include "records/RecordDescription.h"
 #include "repository/DetailDatabase.h"
 #include "service/Service.h"
+#include "sqlite/Query.h"
 
 #include <algorithm>
 #include <charconv>
@@ -125,14 +126,14 @@ int columnValues(Table* table, const KorString& where, const KorString& orderBy,
 {
     if (table == nullptr || !hasColumn(*table, column))
         return 0;
-    std::string sql = "SELECT " + columnName(*table, column) + " FROM " + table->bracketedName();
-    if (!where.isEmpty())
-        sql += " WHERE " + where.toUtf8();
-    sql += " ORDER BY " + (orderBy.isEmpty() ? std::string("rowid") : orderBy.toUtf8());
-    Statement* select = table->connection().prepare(sql);
-    if (select == nullptr || sqlite3_stmt_readonly(select->handle()) == 0)
+    const Query query(table->connection(),
+                      "SELECT " + columnName(*table, column) + " FROM " + table->bracketedName(), where,
+                      orderBy.isEmpty() ? KorString(L"rowid") : orderBy);
+    Statement* select = query.statement();
+    if (select == nullptr) {
+        service().setError(query.error());
         return 0;
-    const StatementRun run(*select);
+    }
     KorArray<KorCellData> read;
     int code;
     while ((code = select->step()) == SQLITE_ROW)
@@ -144,6 +145,27 @@ int columnValues(Table* table, const KorString& where, const KorString& orderBy,
     }
     values = std::move(read);
     return 1;
+}
+
+/// Adds the columns of a table that the merged one does not have yet, empty in the rows so far. Returns the
+/// table's place of each merged column, -1 where it has none.
+std::vector<int> mergeColumns(Table& table, long rows, KorPartialTable& merged)
+{
+    std::vector<int> places;
+    for (const KorColumn& column : merged.getColumns())
+        places.push_back(table.columnIndex(column.getName().toUtf8()));
+    for (std::size_t i = 0; i < table.columns().size(); ++i) {
+        if (std::find(places.begin(), places.end(), static_cast<int>(i)) != places.end())
+            continue;
+        const TableColumn& column = table.columns()[i];
+        merged.getColumns().append(KorColumn(KorString::fromUtf8(column.name), column.type));
+        KorColumnData values;
+        for (long row = 0; row < rows; ++row)
+            values.append(KorString());
+        merged.getData().append(values);
+        places.push_back(static_cast<int>(i));
+    }
+    return places;
 }
 
 /// A file that the caller names, as the working directory has it.
@@ -401,33 +423,31 @@ int KorDatabaseAccess::getRunnameAtKey(const KorString& name, const KorCellData&
 int KorDatabaseAccess::getTableAllSources(eDSN dsn, const KorString& name, KorPartialTable& out)
 {
     const std::vector<Table*> tables = service().tablesOfAllSources(name, dsn);
+    if (tables.empty())
+        return 0;
     KorPartialTable merged;
+    long rows = 0; // so far
     for (Table* table : tables) {
-        if (merged.getColumns().length() == 0) {
-            for (const TableColumn& column : table->columns()) {
-                merged.getColumns().append(KorColumn(KorString::fromUtf8(column.name), column.type));
-                merged.getData().append(KorColumnData());
-            }
-        }
+        const std::vector<int> places = mergeColumns(*table, rows, merged);
         Statement* select =
             table->connection().prepare("SELECT * FROM " + table->bracketedName() + " ORDER BY rowid");
-        if (select == nullptr)
+        if (select == nullptr) {
+            service().setError(table->connection().lastError());
             return 0;
-        std::vector<int> places; // in this table, by merged column
-        for (const KorColumn& column : merged.getColumns())
-            places.push_back(table->columnIndex(column.getName().toUtf8()));
+        }
         const StatementRun run(*select);
         int code;
-        while ((code = select->step()) == SQLITE_ROW)
+        for (; (code = select->step()) == SQLITE_ROW; ++rows)
             for (std::size_t i = 0; i < places.size(); ++i)
                 merged.getData()
                     .getAt(static_cast<long>(i))
                     .append(places[i] < 0 ? KorString() : cellOf(*select, places[i]).getStringW());
-        if (code != SQLITE_DONE)
+        if (code != SQLITE_DONE) {
+            table->connection().noteFailure(code);
+            service().setError(table->connection().lastError());
             return 0;
+        }
     }
-    if (tables.empty())
-        return 0;
     out = merged;
     return 1;
 }
@@ -444,7 +464,7 @@ int KorDatabaseAccess::cellDataArr2LongArr(const KorArray<KorCellData>& values, 
 {
     out.removeAll();
     for (const KorCellData& value : values)
-        out.append(value.getInt());
+        out.append(value.getLong());
     return 1;
 }
 

@@ -1,5 +1,6 @@
 #include "repository/KorDatabaseProfileAccess.h"
 
+#include "repository/KorDatabaseAccess.h"
 #include "repository/RecordAccess.h"
 #include "roots/KorStringSeparators.h"
 #include "service/NamedTables.h"
@@ -20,6 +21,22 @@ const StructSection* sectionNamed(RecordCache* records, const KorString& name)
             return section;
     }
     return nullptr;
+}
+
+/// Calls `act` with the class that `find` finds, in the first source that has it: the tables that a class names
+/// are looked for there first. Returns what `act` does, 0 without a class.
+template <class Find, class Act>
+int inSourceOfClass(Find find, Act act)
+{
+    int result = 0;
+    RecordAccess::eachSource(descriptionOf<StructProfileClass>(), RecordAccess::Sources::All, [&] {
+        StructProfileClass profileClass;
+        if (find(profileClass) != 1)
+            return true;
+        result = act(profileClass);
+        return false;
+    });
+    return result;
 }
 
 } // namespace
@@ -61,25 +78,31 @@ int KorDatabaseProfileAccess::getProfilesSectionNameListByKeysAllSources(const K
                                                                          const KorArray<long>& keys,
                                                                          KorArray<KorString>& sectionNames)
 {
-    StructProfileClass profileClass;
-    if (StructProfileClassMarshal::getStructByKeyAllSources(classKey, profileClass) != 1)
-        return 0;
-    return namesOfKeys(sectionsOf(profileClass.tableName), keys, sectionNames);
+    return inSourceOfClass(
+        [&](StructProfileClass& profileClass) {
+            return StructProfileClassMarshal::getStructByKey(classKey, profileClass);
+        },
+        [&](const StructProfileClass& profileClass) {
+            return namesOfKeys(sectionsOf(profileClass.tableName), keys, sectionNames);
+        });
 }
 
 int KorDatabaseProfileAccess::getInternalNameByRunNamesAllSources(const KorString& classRunName,
                                                                   const KorString& sectionName,
                                                                   KorString& internalName)
 {
-    StructProfileClass profileClass;
-    if (StructProfileClassMarshal::getStructByRunNameAllSources(classRunName, profileClass) != 1)
-        return 0;
-    const StructSection* section = sectionNamed(sectionsOf(profileClass.tableName), sectionName);
-    if (section == nullptr)
-        return 0;
-    internalName =
-        profileClass.key + KorString(KorStringSeparators::kStrSectionNameSeparator) + section->sectionName;
-    return 1;
+    return inSourceOfClass(
+        [&](StructProfileClass& profileClass) {
+            return StructProfileClassMarshal::getStructByRunName(classRunName, profileClass);
+        },
+        [&](const StructProfileClass& profileClass) {
+            const StructSection* section = sectionNamed(sectionsOf(profileClass.tableName), sectionName);
+            if (section == nullptr)
+                return 0;
+            internalName =
+                profileClass.key + KorString(KorStringSeparators::kStrSectionNameSeparator) + section->sectionName;
+            return 1;
+        });
 }
 
 int KorDatabaseProfileAccess::decomposeInternalName(const KorString& internalName, KorString& classKey,
@@ -111,20 +134,25 @@ int KorDatabaseProfileAccess::loadSectionData(KorArray<double>& values, const Ko
                                               bool& isUserSection, bool currentSourceOnly)
 {
     KorString classKey, sectionName;
-    StructProfileClass profileClass;
     if (decomposeInternalName(internalName, classKey, sectionName) != 1)
         return 0;
-    const int found = currentSourceOnly
-                          ? StructProfileClassMarshal::getStructByKey(classKey, profileClass)
-                          : StructProfileClassMarshal::getStructByKeyAllSources(classKey, profileClass);
-    const StructSection* section =
-        found == 1 ? sectionNamed(sectionsOf(profileClass.tableName), sectionName) : nullptr;
-    if (section == nullptr)
-        return 0;
-    isUserSection = service().dataSourceOf(profileClass.tableName) == KorDSNDefinitions::kUserSections;
-    values.removeAll();
-    for (const ColumnDescription& column : descriptionOf<StructSection>().columns)
-        if (column.kind == FieldKind::Real)
-            values.append(column.real(section));
-    return 1;
+    const auto findClass = [&](StructProfileClass& profileClass) {
+        return StructProfileClassMarshal::getStructByKey(classKey, profileClass);
+    };
+    const auto load = [&](const StructProfileClass& profileClass) {
+        const StructSection* section = sectionNamed(sectionsOf(profileClass.tableName), sectionName);
+        if (section == nullptr)
+            return 0;
+        isUserSection = service().dataSourceOf(KorDatabaseAccess::getTableName(profileClass.tableName)) ==
+                        KorDSNDefinitions::kUserSections;
+        values.removeAll();
+        for (const ColumnDescription& column : descriptionOf<StructSection>().columns)
+            if (column.kind == FieldKind::Real)
+                values.append(column.real(section));
+        return 1;
+    };
+    if (!currentSourceOnly)
+        return inSourceOfClass(findClass, load);
+    StructProfileClass profileClass;
+    return findClass(profileClass) == 1 ? load(profileClass) : 0;
 }

@@ -2,8 +2,10 @@
 
 #include "records/AnyRecord.h"
 #include "repository/KorDatabaseAccess.h"
+#include "sqlite/Query.h"
 
 #include <set>
+#include <utility>
 
 namespace korodbc::host {
 
@@ -25,10 +27,12 @@ int readQuery(const RecordDescription& type, const KorString& query, void* recor
     Connection* database = dsn == KorDSNDefinitions::kUnresolved ? nullptr : service().connection(dsn);
     if (database == nullptr || !database->flush())
         return 0;
-    Statement* select = database->prepare(query.toUtf8());
-    if (select == nullptr || sqlite3_stmt_readonly(select->handle()) == 0)
+    const Query run(*database, query);
+    Statement* select = run.statement();
+    if (select == nullptr) {
+        service().setError(run.error());
         return 0;
-    const StatementRun run(*select);
+    }
     const int columns = sqlite3_column_count(select->handle());
     const ListOperations& list = type.operations->list;
     const AnyRecord blank(type);
@@ -40,6 +44,10 @@ int readQuery(const RecordDescription& type, const KorString& query, void* recor
             for (const ColumnDescription& column : type.columns) {
                 if (column.name != name)
                     continue;
+                if (column.kind == FieldKind::Integer && !std::in_range<int>(select->integer(i))) {
+                    service().setError("column " + std::string(name) + " holds a number out of range");
+                    return 0;
+                }
                 if (column.kind == FieldKind::Integer)
                     column.integer(record) = static_cast<int>(select->integer(i));
                 else if (column.kind == FieldKind::Real)

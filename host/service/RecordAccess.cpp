@@ -22,36 +22,86 @@ RecordCache* recordsOf(const RecordDescription& type)
     return records;
 }
 
+/// A source that has the table of a type.
+struct Source {
+    eDSN dsn;
+    eIndex index;
+    Table* table;
+};
+
+/// Adds the source if it has the table; false otherwise.
+bool addSource(const RecordDescription& type, eDSN dsn, eIndex index, std::vector<Source>& sources)
+{
+    Connection* database = service().connection(dsn, index);
+    if (database == nullptr)
+        return false;
+    database->validate();
+    Table* table = database->table(service().physicalName(type));
+    if (table == nullptr || !database->flush())
+        return false;
+    const auto known = [&](const Source& source) { return source.table == table; };
+    if (std::none_of(sources.begin(), sources.end(), known))
+        sources.push_back({dsn, index, table});
+    return true;
+}
+
+/// Adds the first of the sources that keep such tables.
+void addHome(const RecordDescription& type, std::vector<Source>& sources)
+{
+    for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn) {
+        const eDSN home = static_cast<eDSN>(dsn);
+        if (type.homes.contains(home) && addSource(type, home, service().slot(home), sources))
+            return;
+    }
+}
+
+std::vector<Source> sourcesOf(const RecordDescription& type, RecordAccess::Sources wanted)
+{
+    const KorDSNManager& manager = KorDSNManager::getInstance();
+    const eDSN current = manager.getCurrentDSN();
+    std::vector<Source> sources;
+    if (wanted != RecordAccess::Sources::All) {
+        const bool elsewhereToo = wanted == RecordAccess::Sources::CurrentElseHome || !manager.isRequested();
+        if (!addSource(type, current, manager.getCurrentIndex(), sources) && elsewhereToo)
+            addHome(type, sources);
+        return sources;
+    }
+    const Manifest& manifest = service().manifest();
+    if (!manifest.connections[KorDSNDefinitions::kAddin].empty())
+        addSource(type, KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin, sources);
+    for (std::size_t i = 0; i < manifest.countryAddIns.size(); ++i)
+        addSource(type, KorDSNDefinitions::kCountryAddin, static_cast<eIndex>(i + 1), sources);
+    if (type.homes.contains(current))
+        addSource(type, current, service().slot(current), sources);
+    else
+        addHome(type, sources);
+    addSource(type, current, manager.getCurrentIndex(), sources);
+    return sources;
+}
+
 /// The records of a type in every source that a read looks at, in the order of reading.
 class Caches {
 public:
     Caches(const RecordDescription& type, RecordAccess::Sources sources)
     {
-        if (sources == RecordAccess::Sources::Current)
+        if (sources == RecordAccess::Sources::Current) {
             m_current = recordsOf(type);
-        else
-            takeAll(type);
+            return;
+        }
+        const std::vector<Source> all = sourcesOf(type, sources);
+        m_all.reserve(all.size());
+        for (const Source& source : all) {
+            if (RecordCache* records = source.table->records(type))
+                m_all.push_back(records);
+            else
+                service().setError(source.table->connection().lastError());
+        }
     }
     auto begin() const { return m_all.empty() ? &m_current : m_all.data(); }
     auto end() const { return begin() + (m_all.empty() ? (m_current != nullptr ? 1 : 0) : m_all.size()); }
     bool empty() const { return begin() == end(); }
 
 private:
-    void takeAll(const RecordDescription& type)
-    {
-        Table* base = service().tableOf(type);
-        eDSN home = KorDSNManager::getInstance().getCurrentDSN();
-        for (unsigned dsn = 0; !type.homes.contains(home) && dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
-            home = static_cast<eDSN>(dsn);
-        std::vector<Table*> tables = service().tablesOfAllSources(service().physicalName(type), home);
-        if (base != nullptr && std::find(tables.begin(), tables.end(), base) == tables.end())
-            tables.push_back(base);
-        m_all.reserve(tables.size());
-        for (Table* table : tables)
-            if (RecordCache* records = table->records(type))
-                m_all.push_back(records);
-    }
-
     RecordCache* m_current = nullptr;
     std::vector<RecordCache*> m_all;
 };
@@ -225,6 +275,9 @@ int readByRunName(const RecordDescription& type, const KorString& runName, void*
 int readTable(const RecordDescription& type, void* out, Sources sources)
 {
     const Caches caches(type, sources);
+    for (const RecordCache* records : caches)
+        if (!itemsReady(type, *records))
+            return 0;
     if (caches.empty())
         return 0;
     const ListOperations& list = type.operations->list;
@@ -235,12 +288,9 @@ int readTable(const RecordDescription& type, void* out, Sources sources)
     if (type.items.exists()) {
         long at = 0;
         for (const RecordCache* records : caches) {
-            if (!itemsReady(type, *records))
-                return 0;
             RecordCache* items = itemCache(type, *records);
             for (long position = 0; position < records->length(); ++position)
-                if (!attachItems(type, items, list.at(out, at++)))
-                    return 0;
+                attachItems(type, items, list.at(out, at++)); // they are ready
         }
     }
     return 1;
@@ -255,8 +305,13 @@ int readWhere(const RecordDescription& type, int column, long value, void* out)
     const ListOperations& list = type.operations->list;
     RecordCache& records = table->recordCache(type);
     const long before = list.length(out);
+    const auto result = [&](bool read) {
+        if (!read)
+            list.resize(out, before); // what was read of it goes
+        return !read ? -1 : list.length(out) > before ? 1 : 0;
+    };
     if (column == type.itemOwner && records.isSparse())
-        return !records.readOwner(value, out) ? -1 : list.length(out) > before ? 1 : 0;
+        return result(records.readOwner(value, out));
     if (!records.refresh()) {
         service().setError(table->connection().lastError());
         return -1;
@@ -275,7 +330,7 @@ int readWhere(const RecordDescription& type, int column, long value, void* out)
             if (field->integer(records.at(position)) == value)
                 read = read && take(position);
     }
-    return !read ? -1 : list.length(out) > before ? 1 : 0;
+    return result(read);
 }
 
 int readFirstWhere(const RecordDescription& type, int column, long value, int column2, long value2, void* record)
@@ -302,6 +357,15 @@ int visit(const RecordDescription& type, const std::function<bool(const void* re
     return caches.empty() ? 0 : 1;
 }
 
+void eachSource(const RecordDescription& type, Sources sources, const std::function<bool()>& act)
+{
+    for (const Source& source : sourcesOf(type, sources)) {
+        const KorDSNRequest request(source.dsn, source.index);
+        if (!act())
+            return;
+    }
+}
+
 int runNames(const RecordDescription& type, KorArray<KorString>& names, bool ordered, Sources sources)
 {
     const Caches caches(type, sources);
@@ -318,21 +382,24 @@ int runNames(const RecordDescription& type, KorArray<KorString>& names, bool ord
     return 1;
 }
 
-int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& wanted, KorArray<KorString>& names)
+int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& wanted, KorArray<KorString>& names,
+                   Sources sources)
 {
-    RecordCache* records = recordsOf(type);
+    const Caches caches(type, sources);
     const ColumnDescription* name = type.runNameColumn();
-    if (records == nullptr || name == nullptr)
+    if (caches.empty() || name == nullptr)
         return 0;
-    std::vector<char> taken(static_cast<std::size_t>(records->length()), 0);
-    for (const long key : wanted)
-        if (const long position = records->findKey(key); position >= 0)
-            taken[static_cast<std::size_t>(position)] = 1;
     names.removeAll();
-    eachPosition(*records, true, [&](long position) {
-        if (taken[static_cast<std::size_t>(position)] != 0)
-            names.append(name->text(records->at(position)));
-    });
+    for (RecordCache* records : caches) {
+        std::vector<char> taken(static_cast<std::size_t>(records->length()), 0);
+        for (const long key : wanted)
+            if (const long position = records->findKey(key); position >= 0)
+                taken[static_cast<std::size_t>(position)] = 1;
+        eachPosition(*records, true, [&](long position) {
+            if (taken[static_cast<std::size_t>(position)] != 0)
+                names.append(name->text(records->at(position)));
+        });
+    }
     return 1;
 }
 

@@ -67,7 +67,10 @@ private:
 };
 
 /// Splits the literals off an INSERT, UPDATE or DELETE, so that statements that differ in their values only are
-/// prepared once. Returns false when the text has to run as it is.
+/// prepared once. Returns false when the text has to run as it is: unless it is one of the shapes that
+/// StatementReader knows, where a literal is nothing but its value (a real the nearest double).
 bool splitLiterals(std::wstring_view sql, std::string& pattern, std::vector<Value>& values);
+/// The same for the condition of a look-up, without the word WHERE.
+bool splitCondition(std::wstring_view condition, std::string& pattern, std::vector<Value>& values);
 
 } // namespace korodbc::host

@@ -1,7 +1,9 @@
 #include "sqlite/StatementPattern.h"
 
 #include "repository/KorColumn.h"
+#include "sqlite/StatementReader.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -10,33 +12,8 @@ namespace korodbc::host {
 bool readPattern(std::wstring_view pattern, StatementPattern& read)
 {
     StatementPattern result;
-    for (std::size_t i = 0; i < pattern.size(); ++i) {
-        const wchar_t c = pattern[i];
-        const bool quoted = c == L'\'';
-        if (quoted && pattern.substr(i, 4) == L"'%s'") {
-            result.parameters.push_back(StatementPattern::Kind::Text);
-            result.sql += '?';
-            i += 3;
-        } else if (quoted) {
-            return false;
-        } else if (c == L'%') {
-            const std::size_t type = i + 1 < pattern.size() && pattern[i + 1] == L'l' ? i + 2 : i + 1;
-            if (type >= pattern.size())
-                return false;
-            if (pattern[type] == L'd' || pattern[type] == L'i')
-                result.parameters.push_back(StatementPattern::Kind::Integer);
-            else if (pattern[type] == L'f')
-                result.parameters.push_back(StatementPattern::Kind::Real);
-            else
-                return false;
-            result.sql += '?';
-            i = type;
-        } else if (c < 128 && c != L'\0') {
-            result.sql += static_cast<char>(c);
-        } else {
-            KorString(pattern.substr(i, 1)).appendUtf8To(result.sql);
-        }
-    }
+    if (!StatementReader(pattern, result.sql, result.parameters).readStatement())
+        return false;
     read = std::move(result);
     return true;
 }
@@ -97,19 +74,21 @@ KorString patternText(std::wstring_view pattern, std::span<const KorFormatArgume
 {
     std::vector<KorString> texts;
     texts.reserve(arguments.size());
-    std::vector<KorFormatArgument> quotedArguments;
-    std::size_t from = 0;
-    for (const KorFormatArgument& argument : arguments) {
-        // the value's place in the pattern tells whether it stands between quotes
-        const std::size_t place = pattern.find(L'%', from);
-        const bool inQuotes = place != std::wstring_view::npos && place > 0 && pattern[place - 1] == L'\'';
-        from = place == std::wstring_view::npos ? place : place + 2;
-        if (inQuotes && argument.kind() == KorFormatArgument::Kind::kText) {
-            texts.push_back(quoted(KorString(argument.textValue())));
-            quotedArguments.emplace_back(texts.back());
-        } else {
-            quotedArguments.push_back(argument);
+    std::vector<KorFormatArgument> quotedArguments(arguments.begin(), arguments.end());
+    std::size_t next = 0;
+    bool inQuotes = false;
+    for (std::size_t i = 0; i < pattern.size() && next < arguments.size(); ++i) {
+        inQuotes = inQuotes != (pattern[i] == L'\'');
+        if (pattern[i] != L'%')
+            continue;
+        i = std::min(pattern.find_first_not_of(L"-0123456789.lh", i + 1), pattern.size());
+        if (i == pattern.size() || std::wstring_view(L"diufsc").find(pattern[i]) == std::wstring_view::npos)
+            continue;
+        if (inQuotes && arguments[next].kind() == KorFormatArgument::Kind::kText) {
+            texts.push_back(quoted(KorString(arguments[next].textValue())));
+            quotedArguments[next] = KorFormatArgument(texts.back());
         }
+        ++next;
     }
     return KorString::formatArguments(pattern, quotedArguments);
 }

@@ -17,8 +17,8 @@ struct StatementPattern {
     std::vector<Kind> parameters;
 };
 
-/// False when a value of the pattern is no literal (a text outside single quotes names a table or is a part of the
-/// statement); the statement has to run as text then.
+/// False when a value of the pattern may be more than a value (a text outside single quotes names a table or is a
+/// part of the statement); the statement has to run as text then.
 bool readPattern(std::wstring_view pattern, StatementPattern& read);
 /// True when the values are what the pattern's conversions expect; otherwise the statement has to run as text.
 bool fitsPattern(const StatementPattern& pattern, std::span<const KorFormatArgument> arguments);

@@ -46,7 +46,7 @@ Value valueOf(const KorCellData& cell)
     switch (cell.getType()) {
     case KorItemType::kBool:
     case KorItemType::kInt:
-        return std::int64_t{cell.getInt()};
+        return std::int64_t{cell.getLong()};
     case KorItemType::kDouble:
         return cell.getDouble();
     case KorItemType::kString:
@@ -62,7 +62,7 @@ KorCellData cellOf(Statement& statement, int column)
 {
     switch (sqlite3_column_type(statement.handle(), column)) {
     case SQLITE_INTEGER:
-        return KorCellData(static_cast<int>(statement.integer(column)));
+        return KorCellData(static_cast<long>(statement.integer(column)));
     case SQLITE_FLOAT:
         return KorCellData(statement.real(column));
     case SQLITE_NULL:

@@ -7,6 +7,7 @@
 #include <concepts>
 #include <tuple>
 #include <type_traits>
+#include <utility>
 
 /// Types that a key is handed out in.
 template <class K>
@@ -50,6 +51,8 @@ protected:
             return result;
         if constexpr (std::same_as<Key, KorString>)
             key = text;
+        else if (!std::in_range<int>(text.toInteger()))
+            return 0;
         else
             key = static_cast<Key>(text.toInteger());
         return result;

@@ -26,23 +26,30 @@ KorCellData::KorCellData(const void* raw, const KorItemType& type)
     }
 }
 
-int KorCellData::getInt() const
+long KorCellData::getLong() const
 {
-    if (const int* value = std::get_if<int>(&m_value))
+    if (const long* value = std::get_if<long>(&m_value))
         return *value;
     if (const double* value = std::get_if<double>(&m_value)) {
-        const bool fits = *value >= std::numeric_limits<int>::min() && *value <= std::numeric_limits<int>::max();
-        return fits ? static_cast<int>(*value) : 0;
+        constexpr double limit = 9223372036854775808.0;
+        return *value >= -limit && *value < limit ? static_cast<long>(*value) : 0;
     }
-    if (const KorString* text = std::get_if<KorString>(&m_value))
-        return static_cast<int>(text->toInteger());
-    return 0;
+    const KorString* text = std::get_if<KorString>(&m_value);
+    return text == nullptr ? 0 : text->toInteger();
+}
+
+int KorCellData::getInt() const
+{
+    const long value = getLong();
+    return value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max()
+               ? static_cast<int>(value)
+               : 0;
 }
 
 double KorCellData::getDouble() const
 {
-    if (const int* value = std::get_if<int>(&m_value))
-        return *value;
+    if (const long* value = std::get_if<long>(&m_value))
+        return static_cast<double>(*value);
     if (const double* value = std::get_if<double>(&m_value))
         return *value;
     if (const KorString* text = std::get_if<KorString>(&m_value)) {
@@ -60,9 +67,13 @@ KorString KorCellData::getStringW() const
         return *text;
     char buffer[64];
     std::to_chars_result end{buffer, {}};
-    if (const int* value = std::get_if<int>(&m_value))
+    if (const long* value = std::get_if<long>(&m_value)) {
         end = std::to_chars(buffer, buffer + sizeof buffer, *value);
-    else if (const double* value = std::get_if<double>(&m_value))
-        end = std::to_chars(buffer, buffer + sizeof buffer, *value);
+    } else if (const double* value = std::get_if<double>(&m_value)) {
+        constexpr double exactUpTo = 9007199254740992.0;
+        const bool whole = std::abs(*value) < exactUpTo && std::trunc(*value) == *value;
+        end = whole ? std::to_chars(buffer, buffer + sizeof buffer, *value, std::chars_format::fixed)
+                    : std::to_chars(buffer, buffer + sizeof buffer, *value);
+    }
     return KorString::fromUtf8({buffer, static_cast<std::size_t>(end.ptr - buffer)});
 }

@@ -15,7 +15,7 @@ KorString bracketed(const KorString& name)
 
 void KorColumn::setlValue(long value)
 {
-    m_value.setData(static_cast<int>(value));
+    m_value.setData(value);
     m_type = KorItemType::kInt;
 }
 

@@ -31,7 +31,7 @@ public:
     void setKey(bool isKey) { m_isKey = isKey; }
 
     void setlValue(long value);
-    long getlValue() const { return m_value.getInt(); }
+    long getlValue() const { return m_value.getLong(); }
     void setdValue(double value);
     double getdValue() const { return m_value.getDouble(); }
     void setsValue(const KorString& value);

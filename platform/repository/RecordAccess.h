@@ -12,7 +12,11 @@
 /// are unchanged on failure. Records are handed out with their items.
 namespace RecordAccess {
 
-enum class Sources { Current, All };
+enum class Sources {
+    Current,
+    All,             // the add-in, the country add-ins, then the base
+    CurrentElseHome, // the current one, also a requested one; when it has no such table, the one that keeps it
+};
 
 int readByKey(const RecordDescription& type, long key, void* record, Sources sources = Sources::Current);
 int readByKey(const RecordDescription& type, const KorString& key, void* record,
@@ -31,10 +35,14 @@ int readFirstWhere(const RecordDescription& type, int column, long value, int co
 /// 1 when the table could be read, else 0 without having called `act`.
 int visit(const RecordDescription& type, const std::function<bool(const void* record)>& act,
           Sources sources = Sources::Current);
+/// Calls `act` for each source that has the table of the type, with that source requested, until it returns false:
+/// keys mean something within their source only. `Current` is the one that a read would go to.
+void eachSource(const RecordDescription& type, Sources sources, const std::function<bool()>& act);
 int runNames(const RecordDescription& type, KorArray<KorString>& names, bool ordered,
              Sources sources = Sources::Current);
 /// Run names of the given keys, in the table's sort order.
-int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& keys, KorArray<KorString>& names);
+int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& keys, KorArray<KorString>& names,
+                   Sources sources = Sources::Current);
 int keys(const RecordDescription& type, KorArray<long>& keys);
 int keys(const RecordDescription& type, KorArray<KorString>& keys);
 int keyOfRunName(const RecordDescription& type, const KorString& runName, KorString& key);

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "repository/KorDSNManager.h"
 #include "repository/RecordAccess.h"
 
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <utility>
@@ -164,9 +166,44 @@ protected:
     {
         return recordThat([&](const T& candidate) { return candidate.*Member == value; }, record);
     }
-    /// Run names of the Target rows that the matching records refer to, in the order of that table.
+    // Names are looked up in the source whose records they are compared with, in tables that it does not have
+    // where these are kept.
+
+    /// Calls `act` source by source, with each source requested, until it returns false. Inside a request that is
+    /// the requested one alone.
+    template <class Act>
+    static void eachSource(Act act)
+    {
+        const bool requested = KorDSNManager::getInstance().isRequested();
+        RecordAccess::eachSource(type(), requested ? RecordAccess::Sources::Current : RecordAccess::Sources::All,
+                                 std::ref(act));
+    }
+    /// Calls `act` once, with the source requested that a read goes to; not when there is none.
+    template <class Act>
+    static void inCurrentSource(Act act)
+    {
+        const auto once = [&] {
+            act();
+            return false;
+        };
+        RecordAccess::eachSource(type(), RecordAccess::Sources::Current, std::ref(once));
+    }
+    /// The first record that matches in any source; `matchesHere` gives the condition for the requested source.
+    template <class MatchesHere>
+    static int recordThatInAllSources(MatchesHere matchesHere, T& record)
+    {
+        int found = 0;
+        const auto read = [&] {
+            found = recordThat(matchesHere(), record);
+            return found != 1;
+        };
+        RecordAccess::eachSource(type(), RecordAccess::Sources::All, std::ref(read));
+        return found;
+    }
+    /// Adds the run names of the Target rows that the matching records of the requested source refer to, in the
+    /// order of that table; a name that is there already is left out.
     template <auto Member, class Target, class Matches>
-    static int namesReferredTo(Matches matches, KorArray<KorString>& names)
+    static void addNamesReferredTo(Matches matches, KorArray<KorString>& names)
     {
         KorArray<long> keys;
         visit([&](const T& record) {
@@ -174,15 +211,35 @@ protected:
                 keys.append(record.*Member);
             return true;
         });
-        return keys.isEmpty() ? 0 : RecordMarshal<Target>::getOrderedRunNameListByKeys(keys, names);
+        KorArray<KorString> found;
+        if (!keys.isEmpty())
+            RecordAccess::runNamesOfKeys(descriptionOf<Target>(), keys, found,
+                                         RecordAccess::Sources::CurrentElseHome);
+        addNames(found, names);
+    }
+    static void addNames(const KorArray<KorString>& found, KorArray<KorString>& names)
+    {
+        for (const KorString& name : found)
+            if (std::find(names.begin(), names.end(), name) == names.end())
+                names.append(name);
+    }
+    /// Takes over what was found; 0, and `names` as it was, when that is nothing.
+    template <class V>
+    static int foundAny(KorArray<V>& found, KorArray<V>& out)
+    {
+        if (found.isEmpty())
+            return 0;
+        out = std::move(found);
+        return 1;
     }
     /// Key of the Target row with that run name; without one, a key that no record refers to.
     template <class Target>
     static int keyOf(const KorString& runName)
     {
         Target record;
-        return RecordMarshal<Target>::getStructByRunName(runName, record) == 1 ? record.key
-                                                                               : std::numeric_limits<int>::min();
+        const int result = RecordAccess::readByRunName(descriptionOf<Target>(), runName, &record,
+                                                       RecordAccess::Sources::CurrentElseHome);
+        return result == 1 ? record.key : std::numeric_limits<int>::min();
     }
 };
 

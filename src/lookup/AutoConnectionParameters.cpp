@@ -47,7 +47,7 @@ int kor_odbc_getAutoConnSituationParams(int situation, KorString table,
             break;
     int result = 0;
     for (int row = 0; row < columns[kSituation].length(); ++row) {
-        if (columns[kSituation][row].getInt() != situation)
+        if (columns[kSituation][row].getLong() != situation)
             continue;
         // columns that could not be read leave their fields as they are
         const auto cell = [&](Column column) {

@@ -2,6 +2,7 @@
 #include "lookup/TwoSources.h"
 
 #include <algorithm>
+#include <utility>
 
 int kor_odbc_getRenderMaterials(KorArray<StructRenderMaterial>& materials)
 {
@@ -46,11 +47,14 @@ int kor_odbc_getButtonStringId(const KorString& key, StructHelpButtons& button)
 
 int kor_odbc_getNotesList(KorArray<KorString>& titles)
 {
-    titles = korodbc::keysOfBothSources<StructNotesMarshal>();
-    std::stable_sort(titles.begin(), titles.end(), [](const KorString& left, const KorString& right) {
+    KorArray<KorString> found = korodbc::keysOfBothSources<StructNotesMarshal>();
+    if (found.isEmpty())
+        return 0;
+    std::stable_sort(found.begin(), found.end(), [](const KorString& left, const KorString& right) {
         return KorString::strCompareNoCase(left, right) < 0;
     });
-    return titles.isEmpty() ? 0 : 1;
+    titles = std::move(found);
+    return 1;
 }
 
 int kor_odbc_getDSTVNamesTable(KorArray<StructDSTVNames>& names)

@@ -103,7 +103,7 @@ long kor_odbc_get_menu_list(long classIndex, KorArray<KorString>& names)
     StructProfileClass wanted;
     bool found = false;
     KorArray<KorString> classes;
-    RecordAccess::visit(descriptionOf<StructProfileClass>(), [&](const void* record) {
+    const int read = RecordAccess::visit(descriptionOf<StructProfileClass>(), [&](const void* record) {
         const auto& profileClass = *static_cast<const StructProfileClass*>(record);
         found = classes.length() == classIndex;
         if (found)
@@ -113,7 +113,7 @@ long kor_odbc_get_menu_list(long classIndex, KorArray<KorString>& names)
     });
     if (found)
         listSections(wanted, names);
-    else
+    else if (read == 1)
         names = std::move(classes);
     return names.length();
 }

@@ -118,6 +118,9 @@ int kor_odbc_getTextDescription(const KorString& key, KorString& runName)
 
 int kor_odbc_getWelSeamTextDescriptionList(KorArray<KorString>& keys)
 {
-    keys = korodbc::keysOfBothSources<StructWeldSeamTextMarshal>();
-    return keys.isEmpty() ? 0 : 1;
+    KorArray<KorString> found = korodbc::keysOfBothSources<StructWeldSeamTextMarshal>();
+    if (found.isEmpty())
+        return 0;
+    keys = std::move(found);
+    return 1;
 }

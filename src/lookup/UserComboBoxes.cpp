@@ -6,6 +6,13 @@
 
 namespace {
 
+korodbc::UserKeyKind kindOf(const KorCellData& key)
+{
+    return key.isInt()                             ? korodbc::kIntKey
+           : key.getType() == KorItemType::kString ? korodbc::kTextKey
+                                                   : korodbc::kNoKey;
+}
+
 korodbc::UserKeyKind kindOf(KorItemType::BaseTypes type)
 {
     return type == KorItemType::kString ? korodbc::kTextKey
@@ -27,7 +34,7 @@ int kor_odbc_getUserComboBoxKey(const KorString& runName, const KorString& table
     const int result = KorDatabaseAccess::getKeyAtRunname(korodbc::resolveTable(table).name, runName, cell);
     if (result != 1)
         return result;
-    if (cell.getType() != KorItemType::kInt)
+    if (!cell.isInt())
         return 0;
     key = cell.getInt();
     return 1;
@@ -44,7 +51,7 @@ int kor_odbc_getUserComboBoxKey(const KorString& runName, const KorString& table
         kind = kindOf(columns[0].getType());
         return 0;
     }
-    kind = kindOf(cell.getType());
+    kind = kindOf(cell);
     if (kind == korodbc::kTextKey)
         textKey = cell.getStringW();
     else if (kind == korodbc::kIntKey)

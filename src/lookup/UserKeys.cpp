@@ -10,7 +10,7 @@ void setKey(KorColumn& key, const KorCellData& value, int line)
 {
     switch (value.getType()) {
     case KorItemType::kInt:
-        key.setlValue(value.getInt());
+        key.setlValue(value.getLong());
         break;
     case KorItemType::kString:
         key.setsValue(value.getStringW());
@@ -118,17 +118,16 @@ int kor_odbc_getUserFirstKey(const KorString& section, const KorString& table, K
         return -2;
     if (!first.found)
         return first.result;
-    switch (found.getType()) {
-    case KorItemType::kInt:
+    if (found.getValue().isInt()) {
         intKey = static_cast<int>(found.getlValue());
         kind = 1;
         return 1;
-    case KorItemType::kString:
+    }
+    if (found.getType() == KorItemType::kString) {
         textKey = found.getsValue();
         kind = 0;
         return 1;
-    default:
-        kind = -1;
-        return -2;
     }
+    kind = -1;
+    return -2;
 }

@@ -68,7 +68,8 @@ int kor_odbc_getUserListcontrolKey(int row, const KorString& table, int& key)
     KorCellData cell;
     bool hasRow = false;
     readKey(row, table, cell, hasRow);
-    if (hasRow)
-        key = cell.getInt();
-    return hasRow ? 1 : 0;
+    if (!hasRow || (cell.getType() == KorItemType::kInt && !cell.isInt()))
+        return 0;
+    key = cell.getInt();
+    return 1;
 }

@@ -249,6 +249,58 @@ TEST_F(CatalogueReadersTest, BoltsByTheirParts)
     EXPECT_EQ(assembly.maximumGrip, 58.2);
 }
 
+TEST_F(CatalogueReadersTest, BoltsOfAnAddInAreNamedByItsOwnTables)
+{
+    // key 1 is ISO 4014 in the configuration; strength classes, sets and diameters are the configuration's
+    const auto copy = [](const std::string& table, const std::string& row) {
+        KorArray<KorColumn> columns;
+        ASSERT_EQ(KorDatabaseAccess::getTableStructure(configuration, KorString::fromUtf8(table), columns), 1);
+        std::string list;
+        for (const KorColumn& column : columns)
+            list += (list.empty() ? "[" : ", [") + column.getName().toUtf8() + "]" +
+                    (column.getType() == KorItemType::kInt      ? " INTEGER"
+                     : column.getType() == KorItemType::kDouble ? " REAL"
+                                                                : " TEXT");
+        sql(addin, {"CREATE TABLE [" + table + "] (" + list + ")", "INSERT INTO [" + table + "] " + row});
+    };
+    using Bolts = KorOdbcSetBolts;
+    StructScrew bolt;
+    StructSetBolts assembly;
+    copy("Standard", "([Key], RunName) VALUES (1, 'HOUSE 1')");
+    EXPECT_EQ(KorODBCBolts::getScrewExtension(L"HOUSE 1", L"8.8", L"Nut and washer", 20, bolt), 0);
+    EXPECT_EQ(Bolts::getByKey(L"HOUSE 1", L"Nut and washer", 16, 80, assembly), 0);
+    KorArray<KorString> names = korTexts({"kept"});
+    EXPECT_EQ(Bolts::getStrengthClassList(L"HOUSE 1", names), 0);
+    EXPECT_EQ(utf8(names), Texts{"kept"});
+
+    const auto keyOf = [](const char* table, const wchar_t* name) {
+        KorCellData key;
+        EXPECT_EQ(KorDatabaseAccess::getKeyAtRunname(KorString::fromUtf8(table), name, key), 1);
+        return std::to_string(key.getInt());
+    };
+    const std::string strength = keyOf("StrengthClass", L"8.8"), set = keyOf("Sets", L"Nut and washer");
+    copy("SetOfBolts", "([Key], Standard, StrengthClass, BoltSet) VALUES (1, 1, " + strength + ", " + set + ")");
+    copy("ScrewNew",
+         "([Key], Standard, StrengthClass, BoltSet, Diameter) VALUES (900, 1, " + strength + ", " + set + ", 20)");
+    copy("SetBolts", "([Key], Standard, BoltSet, Diameter, Length) VALUES (900, 1, " + set + ", 16, 33)");
+    EXPECT_EQ(KorODBCBolts::getScrewExtension(L"HOUSE 1", L"8.8", L"Nut and washer", 20, bolt), 1);
+    EXPECT_EQ(bolt.key, 900);
+    EXPECT_EQ(KorODBCBolts::getScrewExtension(L"ISO 4014", L"8.8", L"Nut and washer", 20, bolt), 1);
+    EXPECT_NE(bolt.key, 900);
+    EXPECT_EQ(Bolts::getByKey(L"HOUSE 1", L"Nut and washer", 16, 33, assembly), 1);
+    EXPECT_EQ(Bolts::getByKey(L"ISO 4014", L"Nut and washer", 16, 33, assembly), 0);
+    // each step asks where the one before it asked
+    EXPECT_EQ(Bolts::getStrengthClassList(L"HOUSE 1", names), 1);
+    EXPECT_EQ(utf8(names), Texts{"8.8"});
+    EXPECT_EQ(Bolts::getGarniturList(L"HOUSE 1", L"8.8", names), 1);
+    EXPECT_EQ(utf8(names), Texts{"Nut and washer"});
+    EXPECT_EQ(Bolts::getDiameterList(L"HOUSE 1", L"Nut and washer", names), 1);
+    EXPECT_EQ(utf8(names), Texts{"M16"});
+    // a request means its source alone
+    const KorDSNRequest request(configuration, KorDSNDefinitions::kBase);
+    EXPECT_EQ(Bolts::getStrengthClassList(L"HOUSE 1", names), 0);
+}
+
 TEST_F(CatalogueReadersTest, LayersAreSortedByTable)
 {
     KorArray<StructObjectLayerAssignment> relation;

@@ -1,6 +1,6 @@
 // Statements as they reach a database: literals split off, patterns with values, cell writes that wait.
 
-#include "sqlite/Statement.h"
+#include "sqlite/StatementPattern.h"
 #include "support/RepositoryFixture.h"
 
 #include <cmath>
@@ -33,18 +33,36 @@ TEST(SplitLiterals, SplitsValuesAndNothingElse)
     } cases[] = {
         {L"INSERT INTO T ([Key], [a1]) VALUES ( 1, -2, '%s''x', 0.500000) ",
          "INSERT INTO T ([Key], [a1]) VALUES ( ?, ?, ?, ?) ", "1;-2;'%s'x';0.500000;"},
+        {L"INSERT INTO T VALUES (1,NULL),(.5e3,5.)", "INSERT INTO T VALUES (?,NULL),(?,?)",
+         "1;500.000000;5.000000;"},
         {L"UPDATE T SET Request12=3 WHERE [Key]=4;", "UPDATE T SET Request12=? WHERE [Key]=?;", "3;4;"},
-        {L"UPDATE T SET a=b-1 WHERE [1 'x]=''", "UPDATE T SET a=b-? WHERE [1 'x]=?", "1;'';"},
-        {L"DELETE FROM [Stützen]  WHERE [Key] = 7 OR [Key] = 9;",
-         "DELETE FROM [Stützen]  WHERE [Key] = ? OR [Key] = ?;", "7;9;"},
-        {L"delete from T where a='柱'", "delete from T where a=?", "'柱';"},
+        {L"UPDATE [T] SET a=-9223372036854775808, \"b\"\"\"='柱' WHERE ([1 'x]='' AND b IS NULL) OR c LIKE 'x%'",
+         "UPDATE [T] SET a=?, \"b\"\"\"=? WHERE ([1 'x]=? AND b IS NULL) OR c LIKE ?",
+         "-9223372036854775808;'柱';'';'x%';"},
+        {L"DELETE FROM [Stützen]  WHERE [Stützen].Key = 7 OR [Key] <> 9;",
+         "DELETE FROM [Stützen]  WHERE [Stützen].Key = ? OR [Key] <> ?;", "7;9;"},
+        {L"delete from T", "delete from T", ""},
         {L"DELETE FROM T WHERE a='open", nullptr, ""},
         {L"DELETE FROM T WHERE a=x'00'", nullptr, ""},
         {L"DELETE FROM T -- 'x'", nullptr, ""},
         {L"DELETE FROM T WHERE a=? AND b=1", nullptr, ""},
+        {L"DELETE FROM T WHERE a=5 COLLATE NOCASE", nullptr, ""},
+        {L"DELETE FROM T WHERE a IN (1, 2)", nullptr, ""},
+        {L"DELETE FROM T WHERE length(a)=5", nullptr, ""},
+        {L"DELETE FROM T WHERE a=5 RETURNING 1", nullptr, ""},
+        {L"DELETE FROM T WHERE a=1; DELETE FROM T", nullptr, ""},
+        {L"DELETE FROM T WHERE a BETWEEN 1 AND 2", nullptr, ""},
         {L"SELECT 1", nullptr, ""},
         {L"DROP TABLE [T]", nullptr, ""},
         {L"ALTER TABLE T ADD Request4 INT", nullptr, ""},
+        {L"INSERT INTO T SELECT a, 1 FROM T ORDER BY 2 LIMIT 1", nullptr, ""},
+        {L"INSERT INTO T VALUES (1) ON CONFLICT DO UPDATE SET a=1", nullptr, ""},
+        {L"INSERT INTO T VALUES (CAST(12 AS VARCHAR(10)))", nullptr, ""},
+        {L"INSERT INTO T VALUES ('a' || 'b')", nullptr, ""},
+        {L"UPDATE T SET a=b-1", nullptr, ""},
+        {L"UPDATE T SET a=--1\n5", nullptr, ""},
+        {L"UPDATE T SET a=0x10", nullptr, ""},
+        {L"UPDATE T SET a=1_000", nullptr, ""},
         {L"UPDATE T SET a=9e999", nullptr, ""}, // more than a variable holds
         {L"UPDATE T SET a=99999999999999999999", nullptr, ""},
     };
@@ -58,6 +76,32 @@ TEST(SplitLiterals, SplitsValuesAndNothingElse)
             EXPECT_EQ(shown(values), c.values);
         }
     }
+}
+
+TEST(SplitLiterals, PatternsTakeValuesWhereTheyAreNothingElse)
+{
+    const struct {
+        const wchar_t* pattern;
+        const char* statement; // nullptr: runs as text
+    } cases[] = {
+        {L"INSERT INTO T ([Key], a) VALUES ( %ld, '%s', %lf, 'x', 1) ",
+         "INSERT INTO T ([Key], a) VALUES ( ?, ?, ?, 'x', 1) "},
+        {L"DELETE FROM T WHERE [Key] = %d OR [Key] = %i;", "DELETE FROM T WHERE [Key] = ? OR [Key] = ?;"},
+        {L"DELETE FROM [%s]", nullptr},
+        {L"UPDATE T SET a='x%s'", nullptr},
+        {L"UPDATE T SET a=-%d", nullptr},
+        {L"UPDATE T SET a=%d5", nullptr},
+        {L"UPDATE T SET a=CAST(%d AS VARCHAR(10))", nullptr},
+        {L"INSERT INTO T SELECT a FROM T ORDER BY %d", nullptr},
+    };
+    for (const auto& c : cases) {
+        korodbc::host::StatementPattern read;
+        EXPECT_EQ(korodbc::host::readPattern(c.pattern, read), c.statement != nullptr);
+        EXPECT_EQ(read.sql, c.statement != nullptr ? c.statement : "");
+    }
+    const KorString values[] = {L"a'b", L"c'd"};
+    const KorFormatArgument arguments[] = {values[0], values[1]};
+    EXPECT_EQ(korodbc::host::patternText(L"UPDATE [%s] SET a='x%s'", arguments), L"UPDATE [a'b] SET a='xc''d'");
 }
 
 class StatementsTest : public RepositoryTest {
@@ -95,6 +139,48 @@ TEST_F(StatementsTest, PatternAndItsTextStoreTheSame)
     // a value that no literal can express fails as the text does
     const KorFormatArgument notANumber[] = {9L, KorString(L"x"), std::nan("")};
     EXPECT_EQ(KorDatabaseAccess::doSQLStatement(details, KorString(pattern), notANumber), 0);
+}
+
+TEST_F(StatementsTest, WhatALiteralStandsForStays)
+{
+    sql(details, {"INSERT INTO T VALUES (1, 'b', 2), (2, 'a', 1)", "CREATE TABLE U (A, B TEXT)",
+                  "INSERT INTO U SELECT [Key], Name FROM T ORDER BY 2 LIMIT 1",
+                  "INSERT INTO U VALUES (CAST('123456' AS VARCHAR(3)), 5.0)", "UPDATE U SET A = 0x10 WHERE A = 2",
+                  "UPDATE U SET B = B || 'x' WHERE B = 5.0"});
+    EXPECT_EQ(rows(details, "U"), (Texts{"16|a", "123456|5.0x"}));
+}
+
+// However many texts differ, what is kept of them does not grow.
+TEST_F(StatementsTest, ConditionsLeaveNothingBehind)
+{
+    sql(details, {"INSERT INTO T VALUES (1, 'it''s 7', 0.1), (2, 'x', 5)"});
+    const auto found = [](const KorString& where) {
+        KorArray<KorCellData> values;
+        EXPECT_EQ(KorDatabaseAccess::getColumnValues(details, L"T", where, {}, 0, values), 1);
+        return values.length();
+    };
+    const wchar_t* shapes[] = {L"[Name] = 'it''s %d' AND ( 1 = 1)", L"([Size] > %d.5 OR [Key]=%d)",
+                               L"Name LIKE 'x%d'", L"[Key] + 1 = %d", L"[Key] IN (%d)"};
+    constexpr int splitShapes = 3;
+    long matches = 0;
+    sqlite3_int64 before = 0;
+    StatementRecorder recorder(true);
+    for (int i = 0; i < 400; ++i) {
+        if (i == 50)
+            before = sqlite3_memory_used();
+        for (const wchar_t* shape : shapes)
+            matches += found(KorString::format(shape, i, i));
+    }
+    EXPECT_EQ(matches, 1 + 6 + 0 + 2 + 2); // the sizes: 5 above 0.5 to 4.5, and the keys 1 and 2
+    EXPECT_LT(sqlite3_memory_used() - before, 50000);
+    int compiled = 0;
+    for (const StatementRecorder::Event& event : recorder.events())
+        compiled += event.prepared && event.sql.find(L"?") >= 0 && event.sql.find(L"FROM [T]") >= 0 ? 1 : 0;
+    EXPECT_EQ(compiled, splitShapes);
+    KorArray<KorCellData> values;
+    for (const wchar_t* text : {L"1=1; DELETE FROM T", L"1=", L"[Missing] = 1"})
+        EXPECT_EQ(KorDatabaseAccess::getColumnValues(details, L"T", text, {}, 0, values), 0);
+    EXPECT_EQ(rows(details, "T").size(), 2u);
 }
 
 TEST_F(StatementsTest, OneStatementAtATime)

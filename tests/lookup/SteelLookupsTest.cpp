@@ -200,6 +200,10 @@ TEST_F(SteelLookupsTest, Scales)
     EXPECT_EQ(scale.key, -1);
     EXPECT_EQ(kor_odbc_getSpecificScale(L"1:96", imperial, scale), 1);
     EXPECT_EQ(scale.key, 2);
+    insert("Scale", "[Key], RunName, Factor, UnitType", "(9, '1:96', 96, 0)"); // in both unit systems
+    EXPECT_EQ(kor_odbc_getSpecificScale(L"1:96", metric, scale), 1);
+    EXPECT_EQ(scale.key, 9);
+    sql(configuration, {"DELETE FROM Scale WHERE [Key]=9"});
 
     const auto described = [](double factor, StructScale::ScaleUnitType unit, bool anyUnit) {
         KorString text(L"kept");

@@ -106,12 +106,12 @@ TEST_F(UserTablesTest, Existence)
 TEST_F(UserTablesTest, LoadsTheRowsOfAllSources)
 {
     sql(KorDSNDefinitions::kAddin, {"CREATE TABLE ByNumber ([Key] INTEGER PRIMARY KEY, Size INTEGER)",
-                                    "INSERT INTO ByNumber VALUES (7, 70)"});
+                                    "INSERT INTO ByNumber VALUES (7, 5000000000)"});
     KorArray<KorColumnData> data;
     KorArray<KorColumn> columns;
     EXPECT_EQ(kor_odbc_loadUserTable(configuration, L"ByNumber", data, columns), 1);
-    EXPECT_EQ(names(columns), (Texts{"Key", "Size"}));
-    EXPECT_EQ(values(data), (Texts{"7|3|7|9", "70|2|1|3"}));
+    EXPECT_EQ(names(columns), (Texts{"Key", "Size", "Name", "Section"}));
+    EXPECT_EQ(values(data), (Texts{"7|3|7|9", "5000000000|2|1|3", "|y|x|x", "|HEA|HEA|IPE"}));
     EXPECT_LT(kor_odbc_loadUserTable(configuration, L"Missing", data, columns), 1);
     EXPECT_EQ(data.length(), 0);
     EXPECT_EQ(columns.length(), 0);
@@ -165,16 +165,35 @@ TEST_F(UserTablesTest, KeysByConditions)
         EXPECT_EQ(elsewhere.getsValue(), KorString(L"kept"));
     };
     check(L"ByNumber", {}, 1, {"i3", "i7", "i9"}, "( 1 = 1)");
-    check(L"Alias", {{"Name", L"x"}}, 1, {"i7", "i9"}, "([Name] = 'x') AND ( 1 = 1)");
+    check(L"Alias", {{"Name", L"x"}}, 1, {"i7", "i9"}, "([Name] = ?) AND ( 1 = 1)");
     check(L"ByNumber", {{"Name", L"x"}, {"Section", L"IPE"}}, 1, {"i9"},
-          "([Name] = 'x') AND ([Section] = 'IPE') AND ( 1 = 1)");
-    check(L"ByNumber", {{"Name", L"none"}}, 1, {}, "([Name] = 'none') AND ( 1 = 1)");
-    check(L"ByText", {{"Name", L"it's [1] 板🔩 100%"}}, 1, {"tb'1"},
-          "([Name] = 'it''s [1] 板🔩 100%') AND ( 1 = 1)");
-    check(L"ByText", {{"Name", L"') OR (1=1) --"}}, 1, {}, "([Name] = ''') OR (1=1) --') AND ( 1 = 1)");
+          "([Name] = ?) AND ([Section] = ?) AND ( 1 = 1)");
+    check(L"ByNumber", {{"Name", L"none"}}, 1, {}, "([Name] = ?) AND ( 1 = 1)");
+    check(L"ByText", {{"Name", L"it's [1] 板🔩 100%"}}, 1, {"tb'1"}, "([Name] = ?) AND ( 1 = 1)");
+    check(L"ByText", {{"Name", L"') OR (1=1) --"}}, 1, {}, "([Name] = ?) AND ( 1 = 1)");
     check(L"ByText", {{"Name] = 1 OR [Name", L"x"}}, 0, {}, "");
     check(L"ByText", {{"Missing", L"x"}}, 0, {}, "");
     check(L"Missing", {}, 0, {}, "");
+    // whole numbers of any size stay what they are
+    sql(configuration, {"CREATE TABLE Large ([Key] INTEGER PRIMARY KEY, Name TEXT, Size REAL, Section TEXT)",
+                        "INSERT INTO Large VALUES (4294967303, '100000', 5, 'HEA'), (7, 'x', 1e15, 'IPE')"});
+    for (const auto& [column, value, expected] :
+         {std::tuple("Key", 4294967303.0, 4294967303L), {"Name", 100000.0, 4294967303L}, {"Size", 1e15, 7L}}) {
+        KorColumn large = condition(column, {});
+        large.setdValue(value);
+        KorArray<KorColumn> wanted, found;
+        wanted.append(large);
+        EXPECT_EQ(korOdbcGetUserKeys(wanted, L"Large", found), 1);
+        ASSERT_EQ(found.length(), 1) << column;
+        EXPECT_EQ(found[0].getlValue(), expected);
+    }
+    KorString textKey(L"kept");
+    int intKey = 5, kind = 7;
+    EXPECT_EQ(kor_odbc_getUserFirstKey(L"HEA", L"Large", textKey, intKey, kind), -2);
+    EXPECT_EQ(shown(textKey, intKey, kind), "kept 5 -1");
+    EXPECT_EQ(kor_odbc_getUserListcontrolKey(1, L"Large", intKey), 0);
+    EXPECT_EQ(kor_odbc_getUserComboBoxKey(L"100000", L"Large", intKey), 0);
+    EXPECT_EQ(intKey, 5);
     // joined by the conditions' own operators
     KorArray<KorColumn> list = conditions({{"Section", L"IPE"}, {"Size", L"2"}});
     list[1].setLogicalOperator(KorColumn::kOr);

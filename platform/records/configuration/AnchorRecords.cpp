@@ -93,39 +93,51 @@ const RecordDescription& descriptionOf<StructAnchorsHoleDefinition>()
     });
 }
 
+// The steps begin with the standards of the current data source, so they stay in it.
+
 int StructAnchorsNameMarshal::getMaterialList(const KorString& standard, KorArray<KorString>& names)
 {
-    return namesReferredTo<&StructAnchorsName::material, StructStrengthClass>(
-        [wanted = keyOf<StructAnchorsStandard>(standard)](const StructAnchorsName& anchor) {
-            return anchor.standard == wanted;
-        },
-        names);
+    KorArray<KorString> found;
+    inCurrentSource([&] {
+        const int wanted = keyOf<StructAnchorsStandard>(standard);
+        addNamesReferredTo<&StructAnchorsName::material, StructStrengthClass>(
+            [=](const StructAnchorsName& anchor) { return anchor.standard == wanted; }, found);
+    });
+    return foundAny(found, names);
 }
 
 int StructAnchorsNameMarshal::getSetList(const KorString& standard, const KorString& material,
                                          KorArray<KorString>& names)
 {
-    const int wantedStandard = keyOf<StructAnchorsStandard>(standard);
-    const int wantedMaterial = keyOf<StructStrengthClass>(material);
-    return namesReferredTo<&StructAnchorsName::boltSet, StructSet>(
-        [=](const StructAnchorsName& anchor) {
-            return anchor.standard == wantedStandard && anchor.material == wantedMaterial;
-        },
-        names);
+    KorArray<KorString> found;
+    inCurrentSource([&] {
+        const int wantedStandard = keyOf<StructAnchorsStandard>(standard);
+        const int wantedMaterial = keyOf<StructStrengthClass>(material);
+        addNamesReferredTo<&StructAnchorsName::boltSet, StructSet>(
+            [=](const StructAnchorsName& anchor) {
+                return anchor.standard == wantedStandard && anchor.material == wantedMaterial;
+            },
+            found);
+    });
+    return foundAny(found, names);
 }
 
 int StructAnchorsNameMarshal::getDiameterList(const KorString& standard, const KorString& material,
                                               const KorString& set, KorArray<KorString>& names)
 {
-    const int wantedStandard = keyOf<StructAnchorsStandard>(standard);
-    const int wantedMaterial = keyOf<StructStrengthClass>(material);
-    const int wantedSet = keyOf<StructSet>(set);
-    return namesReferredTo<&StructAnchorsName::diameter, StructScrewDiameter>(
-        [=](const StructAnchorsName& anchor) {
-            return anchor.standard == wantedStandard && anchor.material == wantedMaterial &&
-                   anchor.boltSet == wantedSet;
-        },
-        names);
+    KorArray<KorString> found;
+    inCurrentSource([&] {
+        const int wantedStandard = keyOf<StructAnchorsStandard>(standard);
+        const int wantedMaterial = keyOf<StructStrengthClass>(material);
+        const int wantedSet = keyOf<StructSet>(set);
+        addNamesReferredTo<&StructAnchorsName::diameter, StructScrewDiameter>(
+            [=](const StructAnchorsName& anchor) {
+                return anchor.standard == wantedStandard && anchor.material == wantedMaterial &&
+                       anchor.boltSet == wantedSet;
+            },
+            found);
+    });
+    return foundAny(found, names);
 }
 
 int StructAnchorsDefinitionMarshal::getAvailableLengths(long anchorName, KorArray<double>& lengths)

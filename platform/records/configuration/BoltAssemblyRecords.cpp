@@ -88,56 +88,63 @@ int StructToolsMarshal::getByDiameter(double diameter, StructTools& record)
 int StructSetBoltsMarshal::getByKeyAllSources(const KorString& standard, const KorString& set, double diameter,
                                               double length, StructSetBolts& record)
 {
-    StructStandard standardRow;
-    StructSet setRow;
-    if (StructStandardMarshal::getStructByRunNameAllSources(standard, standardRow) != 1 ||
-        StructSetMarshal::getStructByRunNameAllSources(set, setRow) != 1)
-        return 0;
-    return recordThat(
-        [&](const StructSetBolts& assembly) {
-            return assembly.standard == standardRow.key && assembly.boltSet == setRow.key &&
+    const auto matchesHere = [&] {
+        const int wantedStandard = keyOf<StructStandard>(standard), wantedSet = keyOf<StructSet>(set);
+        return [=](const StructSetBolts& assembly) {
+            return assembly.standard == wantedStandard && assembly.boltSet == wantedSet &&
                    std::abs(assembly.diameter - diameter) <= 1e-6 && std::abs(assembly.length - length) <= 1e-6;
-        },
-        record,
-        RecordAccess::Sources::All);
+        };
+    };
+    return recordThatInAllSources(matchesHere, record);
+}
+
+void StructSetBoltsMarshal::addDiameters(const KorString& standard, const KorString& set,
+                                         std::set<double>& diameters)
+{
+    const int wantedStandard = keyOf<StructStandard>(standard), wantedSet = keyOf<StructSet>(set);
+    visit([&](const StructSetBolts& assembly) {
+        if (assembly.standard == wantedStandard && assembly.boltSet == wantedSet)
+            diameters.insert(assembly.diameter);
+        return true;
+    });
 }
 
 int StructSetBoltsMarshal::getDiameters(const KorString& standard, const KorString& set,
                                         KorArray<double>& diameters)
 {
-    const int wantedStandard = keyOf<StructStandard>(standard), wantedSet = keyOf<StructSet>(set);
-    std::set<double> found;
-    visit([&](const StructSetBolts& assembly) {
-        if (assembly.standard == wantedStandard && assembly.boltSet == wantedSet)
-            found.insert(assembly.diameter);
+    std::set<double> sorted;
+    eachSource([&] {
+        addDiameters(standard, set, sorted);
         return true;
     });
-    if (found.empty())
-        return 0;
-    diameters.removeAll();
-    for (const double diameter : found)
-        diameters.append(diameter);
-    return 1;
+    KorArray<double> found;
+    for (const double diameter : sorted)
+        found.append(diameter);
+    return foundAny(found, diameters);
 }
 
 int StructSetBoltsMarshal::getDiameterList(const KorString& standard, const KorString& set,
                                            KorArray<KorString>& names)
 {
-    KorArray<double> found;
-    KorArray<StructScrewDiameter> diameters;
-    const int result = getDiameters(standard, set, found);
-    if (result != 1)
-        return result;
-    if (StructScrewDiameterMarshal::getTable(diameters) != 1)
-        return 0;
-    std::stable_sort(diameters.begin(), diameters.end(), [](const auto& a, const auto& b) {
-        return a.sortOrder < b.sortOrder;
+    KorArray<KorString> found;
+    eachSource([&] {
+        std::set<double> wanted;
+        addDiameters(standard, set, wanted);
+        KorArray<StructScrewDiameter> diameters;
+        if (!wanted.empty())
+            RecordAccess::readTable(
+                descriptionOf<StructScrewDiameter>(), &diameters, RecordAccess::Sources::CurrentElseHome);
+        std::stable_sort(diameters.begin(), diameters.end(), [](const auto& a, const auto& b) {
+            return a.sortOrder < b.sortOrder;
+        });
+        KorArray<KorString> here;
+        for (const StructScrewDiameter& diameter : diameters)
+            if (wanted.contains(diameter.diameter))
+                here.append(diameter.runName);
+        addNames(here, found);
+        return true;
     });
-    names.removeAll();
-    for (const StructScrewDiameter& diameter : diameters)
-        if (std::find(found.begin(), found.end(), diameter.diameter) != found.end())
-            names.append(diameter.runName);
-    return 1;
+    return foundAny(found, names);
 }
 
 std::span<const DescriptionFunction> records::boltAssemblyRecords()

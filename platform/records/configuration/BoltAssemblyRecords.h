@@ -2,6 +2,8 @@
 
 #include "repository/RecordMarshal.h"
 
+#include <set>
+
 /// The room that tightening a bolt takes. Lengths in mm. Table "Tools".
 struct StructTools {
     int key = -1;
@@ -67,4 +69,7 @@ struct StructSetBoltsMarshal : RecordMarshal<StructSetBolts> {
     static int getDiameterList(const KorString& standard, const KorString& set, KorArray<KorString>& names);
     /// The same in mm, rising.
     static int getDiameters(const KorString& standard, const KorString& set, KorArray<double>& diameters);
+
+private:
+    static void addDiameters(const KorString& standard, const KorString& set, std::set<double>& diameters);
 };

@@ -189,39 +189,44 @@ const RecordDescription& descriptionOf<StructSetOfBolts>()
 int StructScrewMarshal::getByKeyAllSources(const KorString& standard, const KorString& strengthClass,
                                            const KorString& set, double diameter, StructScrew& record)
 {
-    StructStandard standardRow;
-    StructStrengthClass classRow;
-    StructSet setRow;
-    if (StructStandardMarshal::getStructByRunNameAllSources(standard, standardRow) != 1 ||
-        StructStrengthClassMarshal::getStructByRunNameAllSources(strengthClass, classRow) != 1 ||
-        StructSetMarshal::getStructByRunNameAllSources(set, setRow) != 1)
-        return 0;
-    return recordThat(
-        [&](const StructScrew& screw) {
-            return screw.standard == standardRow.key && screw.strengthClass == classRow.key &&
-                   screw.boltSet == setRow.key && std::abs(screw.diameter - diameter) <= 1e-6;
-        },
-        record,
-        RecordAccess::Sources::All);
+    const auto matchesHere = [&] {
+        const int wantedStandard = keyOf<StructStandard>(standard);
+        const int wantedClass = keyOf<StructStrengthClass>(strengthClass), wantedSet = keyOf<StructSet>(set);
+        return [=](const StructScrew& screw) {
+            return screw.standard == wantedStandard && screw.strengthClass == wantedClass &&
+                   screw.boltSet == wantedSet && std::abs(screw.diameter - diameter) <= 1e-6;
+        };
+    };
+    return recordThatInAllSources(matchesHere, record);
 }
 
 int StructSetOfBoltsMarshal::getStrengthClassList(const KorString& standard, KorArray<KorString>& names)
 {
-    return namesReferredTo<&StructSetOfBolts::strengthClass, StructStrengthClass>(
-        [wanted = keyOf<StructStandard>(standard)](const StructSetOfBolts& row) { return row.standard == wanted; },
-        names);
+    KorArray<KorString> found;
+    eachSource([&] {
+        const int wanted = keyOf<StructStandard>(standard);
+        addNamesReferredTo<&StructSetOfBolts::strengthClass, StructStrengthClass>(
+            [=](const StructSetOfBolts& row) { return row.standard == wanted; }, found);
+        return true;
+    });
+    return foundAny(found, names);
 }
 
 int StructSetOfBoltsMarshal::getSetList(const KorString& standard, const KorString& strengthClass,
                                         KorArray<KorString>& names)
 {
-    const int wantedStandard = keyOf<StructStandard>(standard);
-    const int wantedClass = keyOf<StructStrengthClass>(strengthClass);
-    return namesReferredTo<&StructSetOfBolts::boltSet, StructSet>(
-        [=](const StructSetOfBolts& row) {
-            return row.standard == wantedStandard && row.strengthClass == wantedClass;
-        },
-        names);
+    KorArray<KorString> found;
+    eachSource([&] {
+        const int wantedStandard = keyOf<StructStandard>(standard);
+        const int wantedClass = keyOf<StructStrengthClass>(strengthClass);
+        addNamesReferredTo<&StructSetOfBolts::boltSet, StructSet>(
+            [=](const StructSetOfBolts& row) {
+                return row.standard == wantedStandard && row.strengthClass == wantedClass;
+            },
+            found);
+        return true;
+    });
+    return foundAny(found, names);
 }
 
 std::span<const DescriptionFunction> records::boltRecords()

@@ -169,9 +169,10 @@ const RecordDescription& descriptionOf<StructModelRolesRules>()
 int StructObjectLayerAssignmentMarshal::fillTablesRelation(KorArray<StructObjectLayerAssignment>& relation)
 {
     const int result = getTable(relation);
-    std::stable_sort(relation.begin(), relation.end(), [](const auto& a, const auto& b) {
-        return std::tie(a.objectTable, a.layer) < std::tie(b.objectTable, b.layer);
-    });
+    if (result == 1)
+        std::stable_sort(relation.begin(), relation.end(), [](const auto& a, const auto& b) {
+            return std::tie(a.objectTable, a.layer) < std::tie(b.objectTable, b.layer);
+        });
     return result;
 }
 

@@ -109,8 +109,11 @@ int StructPlateThicknessMarshal::getRunNameByKey(double thickness, KorString& ru
 
 int StructScaleMarshal::getScaleTable(StructScale::ScaleUnitType unitType, KorArray<StructScale>& scales)
 {
-    scales.setLogicalLength(0);
-    return getWhere<&StructScale::unitType>(unitType, scales);
+    KorArray<StructScale> found;
+    const int result = getWhere<&StructScale::unitType>(unitType, found);
+    if (result == 1)
+        scales = std::move(found);
+    return result;
 }
 
 int StructScaleMarshal::getScaleList(StructScale::ScaleUnitType unitType, KorArray<KorString>& names)
@@ -132,11 +135,9 @@ int StructScaleMarshal::getScaleList(StructScale::ScaleUnitType unitType, KorArr
 int StructScaleMarshal::getSpecificScale(const KorString& runName, StructScale::ScaleUnitType unitType,
                                          StructScale& scale)
 {
-    StructScale found;
-    if (getStructByRunName(runName, found) != 1 || found.unitType != unitType)
-        return 0;
-    scale = found;
-    return 1;
+    // the same name may stand for a scale of each unit type
+    return recordThat([&](const StructScale& row) { return row.unitType == unitType && row.runName == runName; },
+                      scale);
 }
 
 int StructScaleMarshal::getScaleDescription(double factor, KorString& text, StructScale::ScaleUnitType unitType,

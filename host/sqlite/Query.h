@@ -1,0 +1,36 @@
+#pragma once
+
+#include "sqlite/Connection.h"
+
+#include <memory>
+#include <string>
+
+namespace korodbc::host {
+
+/// One run of a SELECT whose text comes from elsewhere, in part or as a whole. Texts that differ in the values of
+/// their condition only run on one kept statement; any other text is compiled for its run and not kept, so that
+/// no number of different texts fills the memory.
+class Query {
+public:
+    Query(Connection& database, const KorString& text);
+    /// "SELECT ... FROM ..." of the host's own, a condition and an order, each of which may be empty.
+    Query(Connection& database, const std::string& select, const KorString& condition, const KorString& order);
+    ~Query();
+    Query(const Query&) = delete;
+    Query& operator=(const Query&) = delete;
+
+    /// The statement, values bound; nullptr when the text is not one statement that reads.
+    Statement* statement() const { return m_statement; }
+    /// Why there is no statement.
+    const std::string& error() const { return m_error; }
+
+private:
+    void compile(const std::string& text);
+
+    Connection& m_database;
+    std::unique_ptr<Statement> m_own;
+    Statement* m_statement = nullptr;
+    std::string m_error;
+};
+
+} // namespace korodbc::host
