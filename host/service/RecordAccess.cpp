@@ -2,6 +2,7 @@
 
 #include "records/AnyRecord.h"
 #include "service/Service.h"
+#include "service/TableFit.h"
 #include "tables/RecordCache.h"
 
 #include <algorithm>
@@ -50,6 +51,8 @@ private:
         for (Table* table : tables)
             if (RecordCache* records = table->records(type))
                 m_all.push_back(records);
+            else
+                service().setError(table->connection().lastError());
     }
 
     RecordCache* m_current = nullptr;
@@ -59,11 +62,15 @@ private:
 /// The items of a type's records, as they stand; nullptr for a type without items or when their table is missing.
 RecordCache* itemCache(const RecordDescription& type, const RecordCache& records)
 {
-    if (!type.items.exists())
-        return nullptr;
-    const RecordDescription& item = type.items.item();
-    Table* table = records.table().connection().table(service().physicalName(item));
-    return table == nullptr ? nullptr : &table->recordCache(item);
+    Table* table = type.items.exists() ? itemTableOf(records.table().connection(), type) : nullptr;
+    return table == nullptr ? nullptr : &table->recordCache(type.items.item());
+}
+
+/// Keeps the reason why a table cannot be read.
+int unread(const RecordCache& records, int result = 0)
+{
+    service().setError(records.table().connection().lastError());
+    return result;
 }
 
 /// Puts the items of a record into it. False when they cannot be read: a record whose items cannot be read is no
@@ -75,7 +82,7 @@ bool attachItems(const RecordDescription& type, RecordCache* items, void* record
     const MemberList& list = type.items.list;
     list.resize(record, 0);
     if (items == nullptr)
-        return true;
+        return false;
     void* array = list.field(record);
     if (items->isSparse())
         return items->readOwner(type.keyOf(record), array);
@@ -89,8 +96,10 @@ bool attachItems(const RecordDescription& type, RecordCache* items, void* record
 /// Reads the items of all records at once; false when they cannot be read.
 bool itemsReady(const RecordDescription& type, const RecordCache& records)
 {
-    RecordCache* items = records.length() == 0 ? nullptr : itemCache(type, records);
-    return items == nullptr || items->refresh();
+    if (!type.items.exists() || records.length() == 0)
+        return true;
+    RecordCache* items = itemCache(type, records);
+    return items != nullptr && items->refresh();
 }
 
 /// False when `act` wants no more.
@@ -127,7 +136,7 @@ int handOut(RecordCache& records, long position, void* record)
     const AnyRecord complete(type);
     type.operations->assign(complete.get(), records.at(position));
     if (!attachItems(type, itemCache(type, records), complete.get()))
-        return 0;
+        return unread(records);
     type.operations->assign(record, complete.get());
     return 1;
 }
@@ -137,8 +146,10 @@ int readSingle(RecordCache& records, long key, void* record)
 {
     const RecordDescription& type = records.type();
     const AnyRecord complete(type);
-    if (!records.readKey(key, complete.get()) || !attachItems(type, itemCache(type, records), complete.get()))
-        return 0;
+    if (!records.readKey(key, complete.get()))
+        return records.misfit().empty() ? 0 : unread(records);
+    if (!attachItems(type, itemCache(type, records), complete.get()))
+        return unread(records);
     type.operations->assign(record, complete.get());
     return 1;
 }
@@ -236,11 +247,11 @@ int readTable(const RecordDescription& type, void* out, Sources sources)
         long at = 0;
         for (const RecordCache* records : caches) {
             if (!itemsReady(type, *records))
-                return 0;
+                return unread(*records);
             RecordCache* items = itemCache(type, *records);
             for (long position = 0; position < records->length(); ++position)
                 if (!attachItems(type, items, list.at(out, at++)))
-                    return 0;
+                    return unread(*records);
         }
     }
     return 1;
@@ -256,11 +267,9 @@ int readWhere(const RecordDescription& type, int column, long value, void* out)
     RecordCache& records = table->recordCache(type);
     const long before = list.length(out);
     if (column == type.itemOwner && records.isSparse())
-        return !records.readOwner(value, out) ? -1 : list.length(out) > before ? 1 : 0;
-    if (!records.refresh()) {
-        service().setError(table->connection().lastError());
-        return -1;
-    }
+        return !records.readOwner(value, out) ? unread(records, -1) : list.length(out) > before ? 1 : 0;
+    if (!records.refresh())
+        return unread(records, -1);
     RecordCache* items = itemCache(type, records);
     const auto take = [&](long position) {
         const long at = list.append(out, records.at(position));
@@ -275,7 +284,7 @@ int readWhere(const RecordDescription& type, int column, long value, void* out)
             if (field->integer(records.at(position)) == value)
                 read = read && take(position);
     }
-    return !read ? -1 : list.length(out) > before ? 1 : 0;
+    return !read ? unread(records, -1) : list.length(out) > before ? 1 : 0;
 }
 
 int readFirstWhere(const RecordDescription& type, int column, long value, int column2, long value2, void* record)
@@ -295,7 +304,7 @@ int visit(const RecordDescription& type, const std::function<bool(const void* re
     const Caches caches(type, sources);
     for (const RecordCache* records : caches)
         if (!itemsReady(type, *records))
-            return 0;
+            return unread(*records);
     for (const RecordCache* records : caches)
         if (!show(*records, act))
             break;

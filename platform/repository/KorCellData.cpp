@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
 
 KorCellData::KorCellData(const void* raw, const KorItemType& type)
 {
@@ -34,8 +35,10 @@ int KorCellData::getInt() const
         const bool fits = *value >= std::numeric_limits<int>::min() && *value <= std::numeric_limits<int>::max();
         return fits ? static_cast<int>(*value) : 0;
     }
-    if (const KorString* text = std::get_if<KorString>(&m_value))
-        return static_cast<int>(text->toInteger());
+    if (const KorString* text = std::get_if<KorString>(&m_value)) {
+        const long value = text->toInteger();
+        return std::in_range<int>(value) ? static_cast<int>(value) : 0;
+    }
     return 0;
 }
 

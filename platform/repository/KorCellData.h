@@ -39,7 +39,7 @@ public:
     }
 
     KorItemType::BaseTypes getType() const { return m_type; }
-    /// The value as an int; texts give their leading number, nothing gives 0.
+    /// The value as an int; texts give their leading number; nothing, and what is beyond an int, give 0.
     int getInt() const;
     double getDouble() const;
     /// The value as text; numbers in their shortest exact form, nothing as the empty text.
