@@ -8,6 +8,7 @@
 #include "roots/SettingsStore.h"
 #include "service/RepositorySwitch.h"
 #include "service/Service.h"
+#include "service/TableFit.h"
 
 namespace korodbc::host {
 
@@ -138,12 +139,11 @@ std::string tableDifferences(eDSN dsn, eIndex index)
     if (database == nullptr)
         return report;
     for (const auto describe : records::all()) {
-        Table* table = database->table(service().physicalName(describe()));
-        if (table == nullptr)
+        if (database->table(service().physicalName(describe())) == nullptr)
             continue;
-        const std::string& differences = table->layout(describe()).differences;
-        if (!differences.empty())
-            report += differences + "\n";
+        const std::string misfit = misfitOf(*database, describe(), Use::Report);
+        if (!misfit.empty())
+            report += misfit + "\n";
     }
     return report;
 }

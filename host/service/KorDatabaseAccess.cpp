@@ -3,10 +3,12 @@
 #include "records/RecordDescription.h"
 #include "repository/DetailDatabase.h"
 #include "service/Service.h"
+#include "service/TableFit.h"
 #include "sqlite/Query.h"
 
 #include <algorithm>
 #include <charconv>
+#include <map>
 #include <utility>
 
 using namespace korodbc::host;
@@ -68,6 +70,15 @@ int executed(eDSN dsn, Execute execute)
     return batch.end(result);
 }
 
+/// True for a value that a column of keys can hold: in a column of whole numbers one of 32 bits.
+bool isKey(Table& table, int column, const Value& value)
+{
+    const KorItemType::BaseTypes type = table.columns()[static_cast<std::size_t>(column)].type;
+    const auto* number = std::get_if<std::int64_t>(&value);
+    const bool whole = type == KorItemType::kInt || type == KorItemType::kBool;
+    return number != nullptr ? fitsKey(*number) : value.index() != 0 && !whole;
+}
+
 /// A key given as text, as the key column stores it.
 Value keyValue(Table& table, int column, const KorString& text)
 {
@@ -110,13 +121,19 @@ int cellWhere(Table* table, int by, const Value& value, int wanted, KorCellData&
         return 0;
     Statement* select =
         table->connection().prepare("SELECT " + columnName(*table, wanted) + " FROM " + table->bracketedName() +
-                                    " WHERE " + columnName(*table, by) + " = ? ORDER BY rowid LIMIT 1");
+                                    " WHERE " + columnName(*table, by) + " = ?" + table->rowOrder() + " LIMIT 1");
     if (select == nullptr)
         return 0;
     const StatementRun run(*select);
     select->bind(1, value);
     if (select->step() != SQLITE_ROW)
         return 0;
+    if (sqlite3_column_type(select->handle(), 0) == SQLITE_INTEGER && !fitsKey(select->integer(0))) {
+        service().setError("table " + shown(table->name()) + ": the column " +
+                           shown(table->columnNames()[static_cast<std::size_t>(wanted)]) + " holds " +
+                           shown(select->bytes(0)) + ", which is no whole number of 32 bits");
+        return 0;
+    }
     out = cellOf(*select, 0);
     return 1;
 }
@@ -127,8 +144,8 @@ int columnValues(Table* table, const KorString& where, const KorString& orderBy,
     if (table == nullptr || !hasColumn(*table, column))
         return 0;
     const Query query(table->connection(),
-                      "SELECT " + columnName(*table, column) + " FROM " + table->bracketedName(), where,
-                      orderBy.isEmpty() ? KorString(L"rowid") : orderBy);
+                      "SELECT " + columnName(*table, column) + " FROM " + table->bracketedName(), where, orderBy,
+                      table->rowOrder());
     Statement* select = query.statement();
     if (select == nullptr) {
         service().setError(query.error());
@@ -178,9 +195,16 @@ std::string absolute(const KorString& file)
 bool copy(Connection& database, Table& from, const KorString& to)
 {
     std::string columns;
+    std::map<int, std::string> key; // the primary key by place
+    for (const TableColumn& column : from.columns())
+        if (column.inPrimaryKey > 0)
+            key[column.inPrimaryKey] = bracketed(column.name);
     for (const TableColumn& column : from.columns())
         columns += (columns.empty() ? "" : ", ") + bracketed(column.name) + " " + column.declaration +
-                   (column.primaryKey ? " PRIMARY KEY" : "");
+                   (column.inPrimaryKey > 0 && key.size() == 1 ? " PRIMARY KEY" : "");
+    for (auto part = key.begin(); key.size() > 1 && part != key.end(); ++part)
+        columns += (part == key.begin() ? ", PRIMARY KEY (" : ", ") + part->second;
+    columns += key.size() > 1 ? ")" : "";
     const std::string source = from.bracketedName(), target = bracketed(to.toUtf8());
     const bool copied =
         database.run("CREATE TABLE " + target + " (" + columns + ")") &&
@@ -210,7 +234,7 @@ int KorDatabaseAccess::getTableStructure(eDSN dsn, const KorString& name, KorArr
     columns.removeAll();
     for (const TableColumn& column : table->columns()) {
         KorColumn described(KorString::fromUtf8(column.name), column.type);
-        described.setKey(column.primaryKey);
+        described.setKey(column.inPrimaryKey > 0);
         columns.append(described);
     }
     return 1;
@@ -291,16 +315,27 @@ int KorDatabaseAccess::appendNewLine(eDSN dsn, const KorString& name, KorCellDat
         Value newKey;
         if (keepKey) {
             newKey = keyValue(*table, column, key);
-            if (newKey.index() == 0 || table->rowOfKey(newKey, column) >= 0)
+            if (!isKey(*table, column, newKey)) {
+                database.setError("table " + shown(table->name()) + ": " + shown(key.getStringW().toUtf8()) +
+                                  " is no key");
+                return false;
+            }
+            if (table->hasKey(newKey, column))
                 return false;
         } else {
+            noteReferredKeys(*table);
             const std::int64_t free = table->freeKey();
-            if (free <= 0)
+            if (free <= 0) {
+                database.setError("table " + shown(table->name()) + ": no key is free");
                 return false;
+            }
             const bool isText = table->columns()[static_cast<std::size_t>(column)].type == KorItemType::kString;
             newKey = isText ? Value(KorString::format(L"%d", static_cast<int>(free))) : Value(free);
             table->keyTaken(free);
         }
+        // a table that may refuse a row for more than a missing value is asked now
+        if (!table->mayWait() && !table->insertCells(newKey, {}))
+            return false;
         if (const auto* number = std::get_if<std::int64_t>(&newKey))
             table->keyTaken(*number);
         if (returnKey) {
@@ -309,7 +344,9 @@ int KorDatabaseAccess::appendNewLine(eDSN dsn, const KorString& name, KorCellDat
             else if (const auto* text = std::get_if<KorString>(&newKey))
                 key.setData(*text);
         }
-        database.pending() = Connection::PendingRow{table, std::move(newKey), true, {}, Connection::batchDepth};
+        if (table->mayWait())
+            database.pending() =
+                Connection::PendingRow{table, std::move(newKey), true, {}, Connection::batchDepth};
         return true;
     });
 }
@@ -346,10 +383,16 @@ int KorDatabaseAccess::setTableColumnValue(eDSN dsn, const KorString& name, cons
         const Value key = keyValue(*table, by, keyText);
         auto& pending = database.pending();
         const bool isKey = by == table->keyColumn();
-        if (!isKey || columnIndex == by)
+        const TableColumn& column = table->columns()[static_cast<std::size_t>(columnIndex)];
+        if (column.notNull && value.getType() == KorItemType::kNone) {
+            database.setError("table " + shown(table->name()) + ": the column " + shown(column.name) +
+                              " must not be empty");
+            return false;
+        }
+        if (!isKey || columnIndex == by || !table->mayWait())
             return database.flush() && table->updateCells(key, by, {{columnIndex, valueOf(value)}});
         if (!pending || pending->table != table || pending->key != key) {
-            if (!database.flush() || table->rowOfKey(key, by) < 0)
+            if (!database.flush() || !table->hasKey(key, by))
                 return false;
             pending = Connection::PendingRow{table, key, false, {}, Connection::batchDepth};
         }
@@ -380,14 +423,7 @@ int KorDatabaseAccess::deleteLine(const KorString& name, const KorCellData& key)
     Table* table = resolved(name);
     return written(table, [&] {
         const int column = table->keyColumn();
-        Statement* erase = column < 0
-                               ? nullptr
-                               : table->connection().prepare("DELETE FROM " + table->bracketedName() + " WHERE " +
-                                                             columnName(*table, column) + " = ?");
-        if (erase == nullptr)
-            return false;
-        erase->bind(1, keyValue(*table, column, key));
-        return table->connection().finish(*erase) && sqlite3_changes(table->connection().handle()) > 0;
+        return column >= 0 && table->deleteRow(keyValue(*table, column, key), column);
     });
 }
 
@@ -430,7 +466,7 @@ int KorDatabaseAccess::getTableAllSources(eDSN dsn, const KorString& name, KorPa
     for (Table* table : tables) {
         const std::vector<int> places = mergeColumns(*table, rows, merged);
         Statement* select =
-            table->connection().prepare("SELECT * FROM " + table->bracketedName() + " ORDER BY rowid");
+            table->connection().prepare("SELECT * FROM " + table->bracketedName() + table->rowOrder());
         if (select == nullptr) {
             service().setError(table->connection().lastError());
             return 0;
@@ -588,9 +624,11 @@ int KorDatabaseAccess::checkTable(eDSN dsn, const RecordDescription& type, bool 
     Table* table = tableIn(dsn, service().physicalName(type));
     if (table == nullptr)
         return 0;
-    if (!forWriting || !table->connection().isRefused(table->name()))
+    Connection& database = table->connection();
+    const std::string misfit = misfitOf(database, type, forWriting ? Use::Write : Use::Read);
+    if (misfit.empty() && (!forWriting || !database.isRefused(table->name())))
         return 1;
-    service().setError(table->connection().lastError());
+    service().setError(misfit.empty() ? database.lastError() : misfit);
     return 0;
 }
 

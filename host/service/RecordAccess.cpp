@@ -2,6 +2,7 @@
 
 #include "records/AnyRecord.h"
 #include "service/Service.h"
+#include "service/TableFit.h"
 #include "tables/RecordCache.h"
 
 #include <algorithm>
@@ -109,11 +110,15 @@ private:
 /// The items of a type's records, as they stand; nullptr for a type without items or when their table is missing.
 RecordCache* itemCache(const RecordDescription& type, const RecordCache& records)
 {
-    if (!type.items.exists())
-        return nullptr;
-    const RecordDescription& item = type.items.item();
-    Table* table = records.table().connection().table(service().physicalName(item));
-    return table == nullptr ? nullptr : &table->recordCache(item);
+    Table* table = type.items.exists() ? itemTableOf(records.table().connection(), type) : nullptr;
+    return table == nullptr ? nullptr : &table->recordCache(type.items.item());
+}
+
+/// Keeps the reason why a table cannot be read.
+int unread(const RecordCache& records, int result = 0)
+{
+    service().setError(records.table().connection().lastError());
+    return result;
 }
 
 /// Puts the items of a record into it. False when they cannot be read: a record whose items cannot be read is no
@@ -125,7 +130,7 @@ bool attachItems(const RecordDescription& type, RecordCache* items, void* record
     const MemberList& list = type.items.list;
     list.resize(record, 0);
     if (items == nullptr)
-        return true;
+        return false;
     void* array = list.field(record);
     if (items->isSparse())
         return items->readOwner(type.keyOf(record), array);
@@ -139,8 +144,10 @@ bool attachItems(const RecordDescription& type, RecordCache* items, void* record
 /// Reads the items of all records at once; false when they cannot be read.
 bool itemsReady(const RecordDescription& type, const RecordCache& records)
 {
-    RecordCache* items = records.length() == 0 ? nullptr : itemCache(type, records);
-    return items == nullptr || items->refresh();
+    if (!type.items.exists() || records.length() == 0)
+        return true;
+    RecordCache* items = itemCache(type, records);
+    return items != nullptr && items->refresh();
 }
 
 /// False when `act` wants no more.
@@ -177,7 +184,7 @@ int handOut(RecordCache& records, long position, void* record)
     const AnyRecord complete(type);
     type.operations->assign(complete.get(), records.at(position));
     if (!attachItems(type, itemCache(type, records), complete.get()))
-        return 0;
+        return unread(records);
     type.operations->assign(record, complete.get());
     return 1;
 }
@@ -187,8 +194,10 @@ int readSingle(RecordCache& records, long key, void* record)
 {
     const RecordDescription& type = records.type();
     const AnyRecord complete(type);
-    if (!records.readKey(key, complete.get()) || !attachItems(type, itemCache(type, records), complete.get()))
-        return 0;
+    if (!records.readKey(key, complete.get()))
+        return records.misfit().empty() ? 0 : unread(records);
+    if (!attachItems(type, itemCache(type, records), complete.get()))
+        return unread(records);
     type.operations->assign(record, complete.get());
     return 1;
 }
@@ -311,11 +320,9 @@ int readWhere(const RecordDescription& type, int column, long value, void* out)
         return !read ? -1 : list.length(out) > before ? 1 : 0;
     };
     if (column == type.itemOwner && records.isSparse())
-        return result(records.readOwner(value, out));
-    if (!records.refresh()) {
-        service().setError(table->connection().lastError());
-        return -1;
-    }
+        return !records.readOwner(value, out) ? unread(records, result(false)) : result(true);
+    if (!records.refresh())
+        return unread(records, -1);
     RecordCache* items = itemCache(type, records);
     const auto take = [&](long position) {
         const long at = list.append(out, records.at(position));
@@ -330,7 +337,7 @@ int readWhere(const RecordDescription& type, int column, long value, void* out)
             if (field->integer(records.at(position)) == value)
                 read = read && take(position);
     }
-    return result(read);
+    return read ? result(true) : unread(records, result(false));
 }
 
 int readFirstWhere(const RecordDescription& type, int column, long value, int column2, long value2, void* record)
@@ -350,7 +357,7 @@ int visit(const RecordDescription& type, const std::function<bool(const void* re
     const Caches caches(type, sources);
     for (const RecordCache* records : caches)
         if (!itemsReady(type, *records))
-            return 0;
+            return unread(*records);
     for (const RecordCache* records : caches)
         if (!show(*records, act))
             break;

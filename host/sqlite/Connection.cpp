@@ -113,6 +113,8 @@ Statement* Connection::compile(std::string_view sql)
         return nullptr;
     }
     statement->writtenTables = std::exchange(m_writtenByCompile, {});
+    statement->replacesRows =
+        !statement->writtenTables.empty() && lowerCase(sql).find("replace") != std::string::npos;
     for (const auto& [table, column] : m_assignedByCompile) {
         int isKey = 0;
         sqlite3_table_column_metadata(m_db, nullptr, table.c_str(), column.c_str(), nullptr, nullptr, nullptr,
@@ -198,8 +200,8 @@ bool Connection::finishWrite(Statement& statement)
     const bool ok = finish(statement, false);
     if (!statement.definedTables.empty()) {
         tablesChanged(statement.definedTables);
-    } else if (ok && sqlite3_changes64(m_db) != m_rowsNoted - notedBefore) {
-        // the engine cleared the table without naming the rows
+    } else if (ok && (statement.replacesRows || sqlite3_changes64(m_db) != m_rowsNoted - notedBefore)) {
+        // the engine cleared the table, or replaced rows, without naming them
         rowsChanged(statement.writtenTables);
     }
     return ok;

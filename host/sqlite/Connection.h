@@ -61,6 +61,8 @@ public:
     bool observed() const;
     /// Keeps the reason of a failed step for lastError.
     void noteFailure(int code);
+    /// Keeps another reason for lastError.
+    void setError(std::string reason) { m_error = std::move(reason); }
 
     // Tables
 

@@ -17,10 +17,11 @@ bool isName(const KorString& text)
 
 Query::Query(Connection& database, const KorString& text) : m_database(database) { compile(text.toUtf8()); }
 
-Query::Query(Connection& database, const std::string& select, const KorString& condition, const KorString& order)
+Query::Query(Connection& database, const std::string& select, const KorString& condition, const KorString& order,
+             const std::string& tableOrder)
     : m_database(database)
 {
-    const std::string ordered = order.isEmpty() ? std::string() : " ORDER BY " + order.toUtf8();
+    const std::string ordered = order.isEmpty() ? tableOrder : " ORDER BY " + order.toUtf8();
     std::string pattern;
     std::vector<Value> values;
     const bool split = condition.isEmpty() || splitCondition(condition.view(), pattern, values);

@@ -42,6 +42,8 @@ public:
     std::vector<std::string> writtenTables;
     /// Those of them whose keys it assigns.
     std::vector<std::string> rekeyedTables;
+    /// It may remove rows that are in the way of others.
+    bool replacesRows = false;
     /// Compiled and not run since; told to the observer with the next run.
     bool fresh = true;
     /// Tables that it makes, drops or changes the columns of.

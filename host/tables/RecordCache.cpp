@@ -3,6 +3,8 @@
 #include "tables/Table.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 
 namespace korodbc::host {
 
@@ -17,16 +19,61 @@ constexpr std::int64_t sparseShare = 16;
 // how long it is.
 constexpr long firstStep = 8, lastStep = 64, manyRows = 1024;
 
-void readNumber(const Statement& statement, int at, int& field, bool nullMatters)
+bool readReal(double value, double& field)
 {
-    if (const std::int64_t value = statement.integer(at); value != 0 || !nullMatters || !statement.isNull(at))
-        field = static_cast<int>(value);
+    field = value;
+    return true;
 }
 
-void readNumber(const Statement& statement, int at, double& field, bool nullMatters)
+bool readReal(double value, int& field)
 {
-    if (const double value = statement.real(at); value != 0 || !nullMatters || !statement.isNull(at))
-        field = value;
+    if (!(value >= static_cast<double>(smallestKey) && value <= static_cast<double>(largestKey)) ||
+        value != std::trunc(value))
+        return false;
+    field = static_cast<int>(value);
+    return true;
+}
+
+/// A number that is given as text; false when it is none. Nothing but blanks is no value.
+template <class Number>
+bool readText(std::string_view text, Number& field)
+{
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return true;
+    text = text.substr(first, text.find_last_not_of(' ') + 1 - first);
+    double value = 0;
+    const auto end = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (end.ec != std::errc() || end.ptr != text.data() + text.size())
+        return false;
+    return readReal(value, field);
+}
+
+/// What is no whole number in its column; NULL leaves the field at its default.
+template <class Number>
+bool readOther(const Statement& statement, int at, int type, Number& field, bool required)
+{
+    if (type == SQLITE_NULL)
+        return !required;
+    return type == SQLITE_FLOAT ? readReal(statement.real(at), field) : readText(statement.bytes(at), field);
+}
+
+bool readNumber(const Statement& statement, int at, int& field, bool required)
+{
+    if (const int type = sqlite3_column_type(statement.handle(), at); type != SQLITE_INTEGER)
+        return readOther(statement, at, type, field, required);
+    const std::int64_t value = statement.integer(at);
+    field = static_cast<int>(value);
+    return field == value;
+}
+
+bool readNumber(const Statement& statement, int at, double& field, bool required)
+{
+    const int type = sqlite3_column_type(statement.handle(), at);
+    if (type != SQLITE_FLOAT && type != SQLITE_INTEGER)
+        return readOther(statement, at, type, field, required);
+    field = statement.real(at);
+    return true;
 }
 } // namespace
 
@@ -35,24 +82,25 @@ RecordCache::RecordCache(Table& table, const RecordDescription& type)
 {
     const auto* start = static_cast<const std::byte*>(m_blank.get());
     m_fields.reserve(type.columns.size());
-    for (const ColumnDescription& column : type.columns) {
-        const bool isZero = column.kind == FieldKind::Integer ? column.integer(m_blank.get()) == 0
-                            : column.kind == FieldKind::Real  ? column.real(m_blank.get()) == 0
-                                                              : true;
-        m_fields.push_back({static_cast<const std::byte*>(column.field(m_blank.get())) - start, !isZero});
-    }
+    for (const ColumnDescription& column : type.columns)
+        m_fields.push_back({static_cast<const std::byte*>(column.field(m_blank.get())) - start,
+                            column.role == ColumnRole::Key || column.role == ColumnRole::ItemOwner});
 }
 
 bool RecordCache::refresh()
 {
     if (m_allChanged)
         return readAll();
-    return m_changedRows.empty() || readChanged();
+    if (m_changedRows.empty())
+        return true;
+    m_allChanged = m_table.rowId().empty() || m_table.replacesRows();
+    return m_allChanged ? readAll() : readChanged();
 }
 
 void RecordCache::allChanged()
 {
     m_allChanged = true;
+    m_misfit.clear();
     m_namesKnown = false;
     m_sparseLimit = -1;
     m_sparseReads = 0;
@@ -61,6 +109,7 @@ void RecordCache::allChanged()
 void RecordCache::rowChanged(std::int64_t row)
 {
     m_namesKnown = false;
+    m_misfit.clear();
     if (m_allChanged)
         return;
     if (m_changedRows.size() >= mostChangedRows)
@@ -69,20 +118,21 @@ void RecordCache::rowChanged(std::int64_t row)
         m_changedRows.push_back(row);
 }
 
-void RecordCache::decode(Statement& statement, const Layout& layout, void* record)
+bool RecordCache::decode(Statement& statement, const Layout& layout, void* record)
 {
     for (std::size_t i = 0; i < m_fields.size(); ++i) {
         const int at = layout.columns[i] + 1;
         if (at <= 0)
             continue;
         void* field = static_cast<std::byte*>(record) + m_fields[i].offset;
-        switch (m_type.columns[i].kind) {
-        // NULL reads as 0 and keeps the record's default
+        const FieldKind kind = m_type.columns[i].kind;
+        bool fits = true;
+        switch (kind) {
         case FieldKind::Integer:
-            readNumber(statement, at, *static_cast<int*>(field), m_fields[i].nullMatters);
+            fits = readNumber(statement, at, *static_cast<int*>(field), m_fields[i].required);
             break;
         case FieldKind::Real:
-            readNumber(statement, at, *static_cast<double*>(field), m_fields[i].nullMatters);
+            fits = readNumber(statement, at, *static_cast<double*>(field), m_fields[i].required);
             break;
         case FieldKind::Text: {
             LastText& last = m_lastTexts[i];
@@ -91,45 +141,87 @@ void RecordCache::decode(Statement& statement, const Layout& layout, void* recor
                 last.text = KorString::fromUtf8(bytes);
             }
             *static_cast<KorString*>(field) = last.text;
+            fits = !m_fields[i].required || !statement.isNull(at);
             break;
         }
         }
+        if (!fits)
+            return noteMisfit(statement, layout, at - 1, kind);
     }
-    if (m_type.numbered.exists())
-        decodeNumbered(statement, layout, record);
+    return !m_type.numbered.exists() || decodeNumbered(statement, layout, record);
 }
 
-void RecordCache::decodeNumbered(Statement& statement, const Layout& layout, void* record)
+bool RecordCache::decodeNumbered(Statement& statement, const Layout& layout, void* record)
 {
     const NumberedGroup& group = m_type.numbered;
     long items = layout.numberedItems;
-    if (m_type.itemCount >= 0)
-        items = std::clamp<long>(m_type.at(m_type.itemCount)->integer(record), 0, items);
+    if (m_type.itemCount >= 0) {
+        const long counted = m_type.at(m_type.itemCount)->integer(record);
+        // a row may count items that nothing is left of, but none may stand in columns that nobody looks at
+        if (counted > items && layout.itemsCut)
+            return noteMisfit(statement, layout,
+                              "there are numbered columns for " + std::to_string(items) + " of " +
+                                  std::to_string(counted) + " items");
+        items = std::clamp<long>(counted, 0, items);
+    }
     group.list.resize(record, items);
-    int at = layout.firstNumbered + 1;
+    const int* next = layout.numbered.data();
     for (long item = 0; item < items; ++item) {
         void* element = group.list.at(record, item);
         for (const ColumnDescription& column : group.columns) {
+            const int at = *next++ + 1;
+            bool fits = true;
             switch (column.kind) {
             case FieldKind::Integer:
-                readNumber(statement, at, column.integer(element), true);
+                fits = readNumber(statement, at, column.integer(element), false);
                 break;
             case FieldKind::Real:
-                readNumber(statement, at, column.real(element), true);
+                fits = readNumber(statement, at, column.real(element), false);
                 break;
             case FieldKind::Text:
                 column.text(element) = statement.text(at);
                 break;
             }
-            ++at;
+            if (!fits)
+                return noteMisfit(statement, layout, at - 1, column.kind);
         }
     }
+    return true;
+}
+
+bool RecordCache::noteMisfit(Statement& statement, const Layout& layout, const std::string& what)
+{
+    const int id = m_type.key >= 0 ? m_type.key : m_type.itemOwner;
+    const int at = id < 0 ? -1 : layout.columns[static_cast<std::size_t>(id)];
+    m_misfit = "table " + shown(m_table.name()) + ": in the row " +
+               (at < 0 || statement.isNull(at + 1) ? "" : "of key " + shown(statement.bytes(at + 1)) + " ") + what;
+    m_table.connection().setError(m_misfit);
+    return false;
+}
+
+bool RecordCache::noteMisfit(Statement& statement, const Layout& layout, int column, FieldKind kind)
+{
+    const std::string name = shown(m_table.columnNames()[static_cast<std::size_t>(column)]);
+    if (statement.isNull(column + 1))
+        return noteMisfit(statement, layout, "the column " + name + " is empty");
+    return noteMisfit(
+        statement, layout,
+        "the column " + name + " holds " + shown(statement.bytes(column + 1)) +
+            (kind == FieldKind::Real ? ", which is no number" : ", which is no whole number of 32 bits"));
+}
+
+/// False, with the connection's error set, when records cannot be told from the table's columns.
+bool RecordCache::lookable()
+{
+    const std::string& misfit = m_table.layout(m_type).misfit(Use::Look);
+    if (!misfit.empty())
+        m_table.connection().setError(misfit);
+    return misfit.empty();
 }
 
 bool RecordCache::readAll()
 {
-    Statement* select =
-        m_table.connection().prepare("SELECT rowid, * FROM " + m_table.bracketedName() + " ORDER BY rowid");
+    Statement* select = m_table.connection().prepare(m_table.selectRows() + m_table.rowOrder());
     if (select == nullptr)
         return false;
     const StatementRun run(*select);
@@ -139,17 +231,24 @@ bool RecordCache::readAll()
     list.assign(m_records.get(), AnyRecords(m_type).get()); // new storage: all elements are fresh
     int code = select->step();
     m_table.learnColumnNames(*select);
+    if (!lookable())
+        return false;
     const Layout& layout = m_table.layout(m_type);
     long made = 0, step = firstStep;
     for (; code == SQLITE_ROW; code = select->step()) {
         const std::int64_t row = select->integer(0);
         if (length() == made) {
-            if (made >= manyRows && made < manyRows + lastStep)
+            if (made >= manyRows && made < manyRows + lastStep && !m_table.rowId().empty())
                 makeRoom(row);
             list.resize(m_records.get(), made += step);
             step = std::min(2 * step, lastStep);
         }
-        decode(*select, layout, list.at(m_records.get(), length()));
+        if (!decode(*select, layout, list.at(m_records.get(), length()))) {
+            m_rows.clear();
+            list.resize(m_records.get(), 0);
+            m_allChanged = true;
+            return false;
+        }
         m_rows.push_back(row);
     }
     list.resize(m_records.get(), length());
@@ -175,7 +274,7 @@ void RecordCache::makeRoom(std::int64_t row)
         const StatementRun run(*select);
         return select->step() == SQLITE_ROW ? select->integer(0) : 0;
     };
-    const std::int64_t last = value("SELECT max(rowid) FROM " + m_table.bracketedName());
+    const std::int64_t last = value("SELECT max(" + m_table.rowId() + ") FROM " + m_table.bracketedName());
     // a stored row takes a byte a column and four more at least
     const std::int64_t most = value("PRAGMA page_count") * value("PRAGMA page_size") /
                               static_cast<std::int64_t>(m_table.columnNames().size() + 4);
@@ -195,7 +294,12 @@ bool RecordCache::isSparse()
     if (!m_allChanged)
         return false;
     if (m_sparseLimit < 0) {
-        Statement* select = m_table.connection().prepare("SELECT max(rowid) FROM " + m_table.bracketedName());
+        if (m_table.rowId().empty()) {
+            m_sparseLimit = 0;
+            return false;
+        }
+        Statement* select =
+            m_table.connection().prepare("SELECT max(" + m_table.rowId() + ") FROM " + m_table.bracketedName());
         if (select == nullptr)
             return false;
         const StatementRun run(*select);
@@ -211,13 +315,12 @@ Statement* RecordCache::selectWhere(int column, const char* order)
     if (name.empty())
         return nullptr;
     ++m_sparseReads;
-    return m_table.connection().prepare("SELECT rowid, * FROM " + m_table.bracketedName() + " WHERE " + name +
-                                        " = ?" + order);
+    return m_table.connection().prepare(m_table.selectRows() + " WHERE " + name + " = ?" + order);
 }
 
 bool RecordCache::readKey(long key, void* record)
 {
-    Statement* select = selectWhere(m_type.key, " ORDER BY rowid LIMIT 1");
+    Statement* select = lookable() ? selectWhere(m_type.key, (m_table.rowOrder() + " LIMIT 1").c_str()) : nullptr;
     if (select == nullptr)
         return false;
     const StatementRun run(*select);
@@ -225,23 +328,24 @@ bool RecordCache::readKey(long key, void* record)
     if (select->step() != SQLITE_ROW)
         return false;
     m_type.operations->assign(record, m_blank.get());
-    decode(*select, m_table.layout(m_type), record);
-    return true;
+    return decode(*select, m_table.layout(m_type), record);
 }
 
 bool RecordCache::readOwner(long owner, void* list)
 {
     const std::string order = columnName(m_type.itemOrder);
-    Statement* select = selectWhere(m_type.itemOwner, order.empty() ? " ORDER BY rowid"
-                                                                    : (" ORDER BY " + order + ", rowid").c_str());
-    if (select == nullptr)
+    // single rows are read of tables with row ids alone
+    Statement* select = selectWhere(
+        m_type.itemOwner, (" ORDER BY " + (order.empty() ? "" : order + ", ") + m_table.rowId()).c_str());
+    if (select == nullptr || !lookable())
         return false;
     const StatementRun run(*select);
     select->bind(1, std::int64_t{owner});
     const ListOperations& operations = m_type.operations->list;
     int code;
     while ((code = select->step()) == SQLITE_ROW)
-        decode(*select, m_table.layout(m_type), operations.at(list, operations.append(list, m_blank.get())));
+        if (!decode(*select, m_table.layout(m_type), operations.at(list, operations.append(list, m_blank.get()))))
+            return false;
     if (code != SQLITE_DONE)
         m_table.connection().noteFailure(code);
     return code == SQLITE_DONE;
@@ -275,8 +379,7 @@ int RecordCache::hasRunName(const KorString& runName)
 bool RecordCache::readChanged()
 {
     const Layout& layout = m_table.layout(m_type);
-    Statement* select =
-        m_table.connection().prepare("SELECT rowid, * FROM " + m_table.bracketedName() + " WHERE rowid = ?");
+    Statement* select = m_table.connection().prepare(m_table.selectRows() + " WHERE " + m_table.rowId() + " = ?");
     if (select == nullptr)
         return false;
     const ListOperations& list = m_type.operations->list;
@@ -306,7 +409,10 @@ bool RecordCache::readChanged()
                 list.append(m_records.get(), m_blank.get());
                 m_rows.push_back(row);
             }
-            decode(*select, layout, list.at(m_records.get(), position));
+            if (!decode(*select, layout, list.at(m_records.get(), position))) {
+                m_allChanged = true;
+                return false;
+            }
         }
     }
     m_changedRows.clear();

@@ -38,6 +38,8 @@ public:
     /// table, only the names are kept.
     int hasRunName(const KorString& runName);
 
+    /// The row that kept the records from being read, in one line; empty when there is none.
+    const std::string& misfit() const { return m_misfit; }
     const RecordDescription& type() const { return m_type; }
     Table& table() const { return m_table; }
     /// A KorArray of the type.
@@ -64,8 +66,12 @@ private:
     Statement* selectWhere(int column, const char* order);
     std::string columnName(int column);
     bool readChanged();
-    void decode(Statement& statement, const Layout& layout, void* record);
-    void decodeNumbered(Statement& statement, const Layout& layout, void* record);
+    bool lookable();
+    /// Puts a row into a record; false, with the reason noted, when a cell does not fit its field.
+    bool decode(Statement& statement, const Layout& layout, void* record);
+    bool decodeNumbered(Statement& statement, const Layout& layout, void* record);
+    bool noteMisfit(Statement& statement, const Layout& layout, const std::string& what);
+    bool noteMisfit(Statement& statement, const Layout& layout, int column, FieldKind kind);
     void dropIndexes();
     long findText(std::unordered_map<KorString, long>& index, bool& built, int column, const KorString& text);
 
@@ -81,10 +87,11 @@ private:
     std::vector<LastText> m_lastTexts; // last text read per column: equal neighbours share one buffer
     struct Field {
         std::ptrdiff_t offset; // in the record
-        bool nullMatters;      // the default is not 0, which a NULL reads as
+        bool required;         // a key or the key of an owner: it cannot be empty
     };
     std::vector<Field> m_fields; // by column of the description
     bool m_allChanged = true;
+    std::string m_misfit;
     std::vector<std::int64_t> m_changedRows;
 
     std::int64_t m_sparseReads = 0;

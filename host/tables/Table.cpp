@@ -2,9 +2,6 @@
 
 #include "tables/RecordCache.h"
 
-#include <algorithm>
-#include <limits>
-
 namespace korodbc::host {
 
 std::string bracketed(std::string_view name)
@@ -83,14 +80,16 @@ const std::vector<TableColumn>& Table::columns()
 {
     if (m_columns.empty()) {
         if (Statement* info =
-                m_connection.prepare("SELECT name, type, pk FROM pragma_table_xinfo(?) WHERE hidden <> 1")) {
+                m_connection.prepare("SELECT name, type, pk, \"notnull\", dflt_value IS NOT NULL, hidden "
+                                     "FROM pragma_table_xinfo(?) WHERE hidden <> 1")) {
             const StatementRun run(*info);
             info->bind(1, KorString::fromUtf8(m_name));
             while (info->step() == SQLITE_ROW) {
                 std::string declaration(info->bytes(1));
                 const KorItemType::BaseTypes type = typeOfDeclaration(declaration);
-                m_columns.push_back(
-                    {std::string(info->bytes(0)), std::move(declaration), type, info->integer(2) != 0});
+                m_columns.push_back({std::string(info->bytes(0)), std::move(declaration), type,
+                                     static_cast<int>(info->integer(2)), info->integer(3) != 0,
+                                     info->integer(4) != 0, info->integer(5) != 0});
             }
         }
     }
@@ -130,216 +129,107 @@ int Table::columnIndex(std::string_view name, int likely)
     return -1;
 }
 
-int Table::keyColumn()
+const std::string& Table::rowId()
 {
-    const int named = columnIndex("Key");
-    return named >= 0 ? named : columnNames().empty() ? -1 : 0;
-}
-
-const Layout& Table::layout(const RecordDescription& type)
-{
-    const auto known = m_layouts.find(&type);
-    if (known != m_layouts.end())
-        return known->second;
-    Layout layout;
-    layout.columns.reserve(type.columns.size());
-    layout.writeOrder.reserve(type.columns.size());
-    std::vector<int> late;
-    const auto differs = [&](const std::string& what) {
-        layout.differences += (layout.differences.empty() ? "table " + m_name + ": " : ", ") + what;
-    };
-    for (std::size_t i = 0; i < type.columns.size(); ++i) {
-        const ColumnDescription& column = type.columns[i];
-        const int index = columnIndex(column.name, static_cast<int>(i));
-        layout.columns.push_back(index);
-        if (index < 0)
-            differs("no column " + std::string(column.name));
-        if (static_cast<int>(i) == type.key)
-            continue;
-        if (column.writtenAfter >= 0)
-            late.push_back(static_cast<int>(i));
-        else
-            layout.writeOrder.push_back(static_cast<int>(i));
-    }
-    for (const int column : late) {
-        const int after = type.columns[static_cast<std::size_t>(column)].writtenAfter;
-        const auto place = std::find(layout.writeOrder.begin(), layout.writeOrder.end(), after);
-        layout.writeOrder.insert(place == layout.writeOrder.end() ? place : place + 1, column);
-    }
-    layout.firstNumbered = static_cast<int>(type.columns.size());
-    if (type.numbered.exists())
-        layout.numberedItems = std::max(0, static_cast<int>(columnNames().size()) - layout.firstNumbered) /
-                               static_cast<int>(type.numbered.columns.size());
-    return m_layouts.emplace(&type, std::move(layout)).first->second;
-}
-
-std::int64_t Table::freeKey()
-{
-    if (m_largestKey < 0) {
-        const int column = keyColumn();
-        if (column < 0)
-            return 0;
-        const std::string name = bracketed(columnNames()[static_cast<std::size_t>(column)]);
-        Statement* select =
-            m_connection.prepare("SELECT max(CAST(" + name + " AS INTEGER)) FROM " + m_bracketedName);
-        if (select == nullptr)
-            return 0;
-        const StatementRun run(*select);
-        if (select->step() != SQLITE_ROW)
-            return 0;
-        m_largestKey = std::max<std::int64_t>(0, select->integer(0));
-    }
-    return m_largestKey < std::numeric_limits<std::int32_t>::max() ? m_largestKey + 1 : 0;
-}
-
-void Table::keyTaken(std::int64_t key)
-{
-    if (m_largestKey >= 0)
-        m_largestKey = std::max(m_largestKey, key);
-}
-
-std::int64_t Table::rowOfKey(const Value& key, int column)
-{
-    const std::string name = bracketed(columnNames()[static_cast<std::size_t>(column)]);
-    Statement* select = m_connection.prepare("SELECT rowid FROM " + m_bracketedName + " WHERE " + name + " = ?");
-    if (select == nullptr)
-        return -1;
-    const StatementRun run(*select);
-    select->bind(1, key);
-    return select->step() == SQLITE_ROW ? select->integer(0) : -1;
-}
-
-std::string Table::storeText(const RecordDescription& type, const Layout& layout, long items, bool insert)
-{
-    std::vector<std::string> names;
-    for (const int field : layout.writeOrder)
-        if (layout.columns[static_cast<std::size_t>(field)] >= 0)
-            names.push_back(bracketed(
-                columnNames()[static_cast<std::size_t>(layout.columns[static_cast<std::size_t>(field)])]));
-    const long numbered = items * static_cast<long>(type.numbered.columns.size());
-    for (long i = 0; i < numbered; ++i)
-        names.push_back(bracketed(columnNames()[static_cast<std::size_t>(layout.firstNumbered + i)]));
-    const std::string key = bracketed(columnNames()[static_cast<std::size_t>(keyColumn())]);
-    std::string text =
-        insert ? "INSERT INTO " + m_bracketedName + " (" + key : "UPDATE " + m_bracketedName + " SET ";
-    std::string marks = "?";
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (insert)
-            text += ", " + names[i];
-        else
-            text += (i == 0 ? "" : ", ") + names[i] + " = ?";
-        marks += ", ?";
-    }
-    return insert ? text + ") VALUES (" + marks + ")" : text + " WHERE " + key + " = ?";
-}
-
-void Table::bindRecord(Statement& statement, const RecordDescription& type, const Layout& layout, long items,
-                       const void* record, int position)
-{
-    const auto bind = [&](const ColumnDescription& column, const void* element) {
-        switch (column.kind) {
-        case FieldKind::Integer:
-            statement.bind(position++, std::int64_t{column.integer(element)});
-            break;
-        case FieldKind::Real:
-            statement.bind(position++, column.real(element));
-            break;
-        case FieldKind::Text:
-            statement.bind(position++, column.text(element));
+    if (m_rowId)
+        return *m_rowId;
+    m_rowId.emplace();
+    for (const char* name : {"_rowid_", "rowid", "oid"}) {
+        const char* type = nullptr;
+        int isKey = 0;
+        // a column of that name hides the row's id, unless it is the id
+        if (sqlite3_table_column_metadata(m_connection.handle(), nullptr, m_name.c_str(), name, &type, nullptr,
+                                          nullptr, &isKey, nullptr) == SQLITE_OK &&
+            isKey != 0 && type != nullptr && sqlite3_stricmp(type, "INTEGER") == 0) {
+            m_rowId = name;
             break;
         }
-    };
-    for (const int field : layout.writeOrder)
-        if (layout.columns[static_cast<std::size_t>(field)] >= 0)
-            bind(type.columns[static_cast<std::size_t>(field)], record);
-    for (long item = 0; item < items; ++item)
-        for (const ColumnDescription& column : type.numbered.columns)
-            bind(column, type.numbered.list.at(record, item));
-}
-
-bool Table::insertRecord(const RecordDescription& type, const Value& key, const void* record)
-{
-    const Layout& layout = this->layout(type);
-    const long wanted = type.numbered.exists() ? type.numbered.list.length(record) : 0;
-    const long items = std::min<long>(wanted, layout.numberedItems);
-    Statement*& statement = m_stores[{&type, items * 2 + 1}];
-    if (statement == nullptr)
-        statement = m_connection.prepare(storeText(type, layout, items, true));
-    if (statement == nullptr)
-        return false;
-    const Connection::OwnWrite own(m_connection);
-    statement->bind(1, key);
-    bindRecord(*statement, type, layout, items, record, 2);
-    if (!m_connection.finish(*statement))
-        return false;
-    const std::int64_t row = sqlite3_last_insert_rowid(m_connection.handle());
-    if (const auto* number = std::get_if<std::int64_t>(&key))
-        keyTaken(*number);
-    const long counted = type.itemCount < 0 ? wanted : type.at(type.itemCount)->integer(record);
-    const bool asStored = items == wanted && (!type.numbered.exists() || counted == wanted) &&
-                          (type.key < 0 || type.hasTextKey() || key == Value(std::int64_t{type.keyOf(record)}));
-    for (auto& [cached, cache] : m_caches) {
-        if (cached == &type && asStored)
-            cache->appended(row, record);
-        else
-            cache->rowChanged(row);
     }
-    return items == wanted && layout.differences.empty();
+    return *m_rowId;
 }
 
-bool Table::updateRecord(const RecordDescription& type, const Value& key, const void* record)
+const std::string& Table::rowOrder()
 {
-    const Layout& layout = this->layout(type);
-    const long wanted = type.numbered.exists() ? type.numbered.list.length(record) : 0;
-    const long items = std::min<long>(wanted, layout.numberedItems);
-    Statement*& statement = m_stores[{&type, items * 2}];
-    if (statement == nullptr)
-        statement = m_connection.prepare(storeText(type, layout, items, false));
-    if (statement == nullptr)
-        return false;
-    bindRecord(*statement, type, layout, items, record, 1);
-    statement->bind(sqlite3_bind_parameter_count(statement->handle()), key);
-    return m_connection.finish(*statement) && sqlite3_changes(m_connection.handle()) > 0 && items == wanted &&
-           layout.differences.empty();
+    if (m_rowOrder)
+        return *m_rowOrder;
+    std::map<int, std::string> names; // by place
+    if (!rowId().empty())
+        names[0] = rowId();
+    else
+        for (const TableColumn& column : columns())
+            if (column.inPrimaryKey > 0)
+                names[column.inPrimaryKey] = bracketed(column.name);
+    m_rowOrder.emplace();
+    for (const auto& [place, name] : names)
+        *m_rowOrder += (m_rowOrder->empty() ? " ORDER BY " : ", ") + name;
+    return *m_rowOrder;
 }
 
-bool Table::insertCells(const Value& key, const std::map<int, Value>& cells)
+std::string Table::selectRows()
 {
-    std::string names = bracketed(columnNames()[static_cast<std::size_t>(keyColumn())]), marks = "?";
-    for (const auto& [column, value] : cells) {
-        names += ", " + bracketed(columnNames()[static_cast<std::size_t>(column)]);
-        marks += ", ?";
+    return "SELECT " + (rowId().empty() ? "0" : rowId()) + ", * FROM " + m_bracketedName;
+}
+
+Layout& Table::knownLayout(const RecordDescription& type)
+{
+    const auto known = m_layouts.find(&type);
+    return known != m_layouts.end() ? known->second
+                                    : m_layouts.emplace(&type, settledLayout(*this, type)).first->second;
+}
+
+const Layout& Table::layout(const RecordDescription& type) { return knownLayout(type); }
+
+std::string Table::misfit(const RecordDescription& type, Use use)
+{
+    Layout& layout = knownLayout(type);
+    if (use == Use::Look)
+        return layout.misfit(use);
+    if (!layout.declarationsJudged)
+        judgeDeclarations(*this, type, layout);
+    if (!layout.misfit(use).empty() && (use != Use::Report || !layout.misfit(Use::Read).empty()))
+        return layout.misfit(use);
+    RecordCache& cache = recordCache(type);
+    if (!layout.rowsJudged) {
+        layout.rowMisfit = keyMisfit(type);
+        layout.rowsJudged = true;
     }
-    Statement* insert =
-        m_connection.prepare("INSERT INTO " + m_bracketedName + " (" + names + ") VALUES (" + marks + ")");
-    if (insert == nullptr)
-        return false;
-    int position = 1;
-    insert->bind(position++, key);
-    for (const auto& [column, value] : cells)
-        insert->bind(position++, value);
-    if (!m_connection.finish(*insert))
-        return false;
-    if (const auto* number = std::get_if<std::int64_t>(&key))
-        keyTaken(*number);
-    return true;
+    // rows that will be read anyhow
+    if (layout.rowMisfit.empty() && use != Use::Write && !cache.isSparse())
+        cache.refresh();
+    const std::string& row = layout.rowMisfit.empty() ? cache.misfit() : layout.rowMisfit;
+    return layout.misfit(use) + (layout.misfit(use).empty() || row.empty() ? "" : "; ") + row;
 }
 
-bool Table::updateCells(const Value& key, int keyColumnIndex, const std::map<int, Value>& cells)
+/// Looks for words in the statements that made the table and its indexes.
+const Table::Rules& Table::rules()
 {
-    std::string text = "UPDATE " + m_bracketedName + " SET ";
-    for (const auto& [column, value] : cells)
-        text += (column == cells.begin()->first ? "" : ", ") +
-                bracketed(columnNames()[static_cast<std::size_t>(column)]) + " = ?";
-    text += " WHERE " + bracketed(columnNames()[static_cast<std::size_t>(keyColumnIndex)]) + " = ?";
-    Statement* update = m_connection.prepare(text);
-    if (update == nullptr)
-        return false;
-    int position = 1;
-    for (const auto& [column, value] : cells)
-        update->bind(position++, value);
-    update->bind(position, key);
-    return m_connection.finish(*update) && sqlite3_changes(m_connection.handle()) > 0;
+    if (m_rules)
+        return *m_rules;
+    m_rules.emplace();
+    for (const TableColumn& column : columns()) {
+        const bool isKey = &column - m_columns.data() == keyColumn();
+        if ((column.inPrimaryKey > 0 && !isKey) || column.computed)
+            m_rules->mayWait = false;
+    }
+    Statement* select = m_connection.prepare("SELECT sql FROM sqlite_master WHERE tbl_name = ?");
+    if (select == nullptr)
+        return *m_rules;
+    const StatementRun run(*select);
+    select->bind(1, KorString::fromUtf8(m_name));
+    while (select->step() == SQLITE_ROW) {
+        std::string word;
+        for (const char c : lowerCase(select->bytes(0)) + " ") {
+            if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_') {
+                word += c;
+                continue;
+            }
+            m_rules->replacesRows = m_rules->replacesRows || word == "replace";
+            for (const char* rule : {"unique", "check", "strict", "references", "replace", "ignore"})
+                m_rules->mayWait = m_rules->mayWait && word != rule;
+            word.clear();
+        }
+    }
+    return *m_rules;
 }
 
 RecordCache& Table::recordCache(const RecordDescription& type)
@@ -359,14 +249,19 @@ RecordCache* Table::records(const RecordDescription& type)
 void Table::rowChanged(std::int64_t row)
 {
     // called while a statement runs: nothing may be asked of the database here
-    m_largestKey = -1;
+    m_keysChanged = true;
+    if (!fitsKey(row))
+        for (auto& [type, layout] : m_layouts)
+            layout.rowsJudged = false;
     for (auto& [type, cache] : m_caches)
         cache->rowChanged(row);
 }
 
 void Table::allChanged()
 {
-    m_largestKey = -1;
+    m_keysChanged = true;
+    for (auto& [type, layout] : m_layouts)
+        layout.rowsJudged = false;
     for (auto& [type, cache] : m_caches)
         cache->allChanged();
 }
@@ -377,6 +272,9 @@ void Table::schemaChanged()
 {
     m_columns.clear();
     m_columnNames.clear();
+    m_rowId.reset();
+    m_rowOrder.reset();
+    m_rules.reset();
     m_layouts.clear();
     forgetStatements();
     allChanged();

@@ -3,10 +3,14 @@
 #include "records/RecordDescription.h"
 #include "repository/KorCellData.h"
 #include "sqlite/Connection.h"
+#include "tables/Layout.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -16,20 +20,20 @@ namespace korodbc::host {
 
 class RecordCache;
 
+/// Keys are whole numbers of 32 bits.
+constexpr std::int64_t largestKey = std::numeric_limits<std::int32_t>::max();
+constexpr std::int64_t smallestKey = std::numeric_limits<std::int32_t>::min();
+constexpr bool fitsKey(std::int64_t number) { return number >= smallestKey && number <= largestKey; }
+
 struct TableColumn {
     std::string name;
     std::string declaration; // "INTEGER", "VARCHAR(255)"
     KorItemType::BaseTypes type;
-    bool primaryKey;
-};
+    int inPrimaryKey = 0; // position in the primary key, counted from 1; 0: no part of it
+    bool notNull = false, hasDefault = false, computed = false;
 
-/// Where a record type's columns stand in a table. Fixed columns are found by name, numbered ones by position.
-struct Layout {
-    std::vector<int> columns;    // column index by description column, -1: the table has no such column
-    std::vector<int> writeOrder; // description columns in the order in which they are written, the key excepted
-    int firstNumbered = 0;       // index of the first numbered column
-    int numberedItems = 0;       // items for which the table has columns
-    std::string differences;     // what the description and the table do not agree on, one report
+    /// True when a row cannot leave the cell out.
+    bool required() const { return notNull && !hasDefault && !computed; }
 };
 
 /// One table of an open database: its columns, its free keys, its cached records.
@@ -54,20 +58,46 @@ public:
     int columnIndex(std::string_view name, int likely = 0);
     /// Index of the column named "Key", otherwise of the first.
     int keyColumn();
+    /// Name by which statements reach a row's id; empty in a table whose rows have none, or none that can be
+    /// named.
+    const std::string& rowId();
+    /// " ORDER BY ..." by row id or primary key, the order in which the rows are read; empty: as they lie.
+    const std::string& rowOrder();
+    /// "SELECT row id, * FROM [table]"; 0 stands for the ids of a table without.
+    std::string selectRows();
+
     const Layout& layout(const RecordDescription& type);
+    /// Why the table must not be used so as a table of that type, in one line; empty when it fits. Says nothing of
+    /// the table of its items. Costs next to nothing when it was asked before.
+    std::string misfit(const RecordDescription& type, Use use);
 
-    /// A key that no row has; 0 when the table cannot be read. Integer-keyed tables count on from the largest key.
+    /// A key that no row has and that no row had since the table was first asked for one; 0 when there is none or
+    /// the table cannot be read. Counts on from the largest key; when that is the largest possible one, from the
+    /// largest below it whose successor is free.
     std::int64_t freeKey();
-    /// Row id of the row whose key column holds `key`; -1 when there is none.
-    std::int64_t rowOfKey(const Value& key, int keyColumn);
+    bool hasKey(const Value& key, int keyColumn);
+    /// Keys up to this one are given out no more.
     void keyTaken(std::int64_t key);
+    /// False until it was said which keys other rows may still refer to.
+    bool knowsReferredKeys() const { return m_knowsReferred; }
+    void setReferredKey(std::int64_t largest)
+    {
+        m_knowsReferred = true;
+        m_largestKey = std::max(m_largestKey, std::min(largest, largestKey));
+    }
 
-    /// Writes the described columns of a record as a new row, or over the row with that key.
+    /// Writes the described columns of a record as a new row, or over the row with that key. Refused, with the
+    /// connection's error set, when the table does not fit the type.
     bool insertRecord(const RecordDescription& type, const Value& key, const void* record);
     bool updateRecord(const RecordDescription& type, const Value& key, const void* record);
     /// Writes cells by column index as a new row, or over the row with that key.
     bool insertCells(const Value& key, const std::map<int, Value>& cells);
     bool updateCells(const Value& key, int keyColumn, const std::map<int, Value>& cells);
+    bool deleteRow(const Value& key, int keyColumn);
+    /// True when the writes of a row may wait for one another: nothing but a missing value could refuse them.
+    bool mayWait() { return rules().mayWait; }
+    /// True when a write can remove other rows, unseen.
+    bool replacesRows() { return rules().replacesRows; }
 
     /// The records of the table as that type; read at once or brought up to date. nullptr when it cannot be read.
     RecordCache* records(const RecordDescription& type);
@@ -83,19 +113,38 @@ public:
     void schemaChanged();
 
 private:
+    struct Rules {
+        bool mayWait = true;
+        bool replacesRows = false;
+    };
+    const Rules& rules();
+    Layout& knownLayout(const RecordDescription& type);
+    std::string keyMisfit(const RecordDescription& type);
+    bool isPrimaryKey(int column); // alone
+    bool isRowId(int column);
+    std::int64_t freeKeyInAGap(const std::string& key);
+    bool refused(const RecordDescription& type, const Layout& layout, long items);
     void bindRecord(Statement& statement, const RecordDescription& type, const Layout& layout, long items,
                     const void* record, int position);
     std::string storeText(const RecordDescription& type, const Layout& layout, long items, bool insert);
+    /// A write of the host's own ran; the engine names no rows of a table without row ids.
+    bool wrote(bool stored);
 
     Connection& m_connection;
     std::string m_name;
     std::string m_bracketedName;
     std::vector<TableColumn> m_columns;
     std::vector<std::string> m_columnNames;
+    std::optional<std::string> m_rowId;
+    std::optional<std::string> m_rowOrder;
+    std::optional<Rules> m_rules;
     std::unordered_map<const RecordDescription*, Layout> m_layouts;
     std::unordered_map<const RecordDescription*, std::unique_ptr<RecordCache>> m_caches;
     std::map<std::pair<const RecordDescription*, long>, Statement*> m_stores; // by type and 2 * items + insert
-    std::int64_t m_largestKey = -1;                                           // -1: not known
+    std::int64_t m_largestKey = 0; // ever seen, given out or referred to
+    std::int64_t m_gapKey = 0;     // the last one given out below the largest
+    bool m_keysChanged = true;     // rows changed since the largest key was looked for
+    bool m_knowsReferred = false;
 };
 
 /// "[name]"; a name that holds a closing bracket stands between double quotes instead.
@@ -104,6 +153,7 @@ std::string bracketed(std::string_view name);
 std::string lowerCase(std::string_view text);
 KorItemType::BaseTypes typeOfDeclaration(std::string_view declaration);
 Value valueOf(const KorCellData& cell);
+/// The value of a cell; a whole number beyond an int as the text of its digits.
 KorCellData cellOf(Statement& statement, int column);
 
 } // namespace korodbc::host

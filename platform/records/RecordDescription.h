@@ -90,7 +90,7 @@ struct MemberList {
 };
 
 /// Columns that repeat per item at the end of the row ("Request1", "Request2", ...). Item i takes the columns
-/// fixed + i * columns.size() onwards, whatever their names are.
+/// whose names have its number, counted from 1.
 struct NumberedGroup {
     MemberList list;
     std::span<const ColumnDescription> columns;

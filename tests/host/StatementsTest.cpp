@@ -225,11 +225,12 @@ TEST_F(StatementsTest, ABatchThatCannotBeStoredTakesBackWhatWasRemembered)
     EXPECT_EQ(undone, 0);
     KorDatabaseBatch batch;
     KorDatabaseBatch::whenUndone(details, [&] { ++undone; });
-    KorCellData key(1);
-    sql(details,
-        {"INSERT INTO T VALUES (1,'a',0)", "CREATE TABLE N ([Key] INTEGER PRIMARY KEY, Name TEXT NOT NULL)"});
-    ASSERT_EQ(KorDatabaseAccess::appendNewLine(details, L"N", key, true, false),
-              1); // cannot be stored without a name
+    KorCellData key;
+    sql(details, {"INSERT INTO T VALUES (1,'a',0)", "PRAGMA max_page_count = 1"}); // no room from here on
+    ASSERT_EQ(KorDatabaseAccess::appendNewLine(details, L"T", key, true, false), 1);
+    ASSERT_EQ(KorDatabaseAccess::setTableColumnValue(details, L"T", L"Key", key.getStringW(), 1,
+                                                     KorCellData(KorString(std::wstring(100000, L'x')))),
+              1);
     EXPECT_EQ(batch.end(1), 0);
     EXPECT_EQ(undone, 1);
 }
