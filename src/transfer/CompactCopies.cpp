@@ -2,6 +2,7 @@
 
 #include "CompactTables.h"
 #include "edit/KorOdbcMan.h"
+#include "edit/ManagerDatabase.h"
 #include "foundation/ProcessConstants.h"
 #include "records/detail/DetailObjectRecords.h"
 #include "repository/KorDatabaseAccess.h"
@@ -29,29 +30,6 @@ int forEachCopy(Act act)
     return result;
 }
 
-/// Makes a database that of the edit manager and of the service.
-class ManagersDatabase {
-public:
-    ManagersDatabase(eDSN database, eIndex index)
-        : m_dsn(KorOdbcMan::m_currentDSN), m_addIn(KorOdbcMan::m_currentAddIn), m_request(database, index)
-    {
-        KorOdbcMan::m_currentDSN = database;
-        KorOdbcMan::m_currentAddIn = index;
-    }
-    ~ManagersDatabase()
-    {
-        KorOdbcMan::m_currentDSN = m_dsn;
-        KorOdbcMan::m_currentAddIn = m_addIn;
-    }
-    ManagersDatabase(const ManagersDatabase&) = delete;
-    ManagersDatabase& operator=(const ManagersDatabase&) = delete;
-
-private:
-    const eDSN m_dsn;
-    const eIndex m_addIn;
-    const KorDSNRequest m_request;
-};
-
 } // namespace
 
 int Compact::backupTables()
@@ -73,7 +51,7 @@ int Compact::dropCopiesOfTables()
 
 void Compact::updateTablesStatus()
 {
-    const ManagersDatabase current(tables().database, tables().index);
+    const ManagerDatabase current(tables().database, tables().index);
     const auto modify = [](std::initializer_list<int> types) {
         for (const int type : types)
             KorOdbcMan::setStatus(static_cast<KorOdbcMan::eTableType>(type), KorOdbcMan::eModified,

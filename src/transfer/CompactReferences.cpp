@@ -3,6 +3,7 @@
 #include "CompactTables.h"
 #include "edit/DetailTables.h"
 #include "edit/KorOdbcMan.h"
+#include "edit/ManagerDatabase.h"
 #include "records/detail/DetailObjectRecords.h"
 #include "records/Registry.h"
 #include "repository/KorColumn.h"
@@ -51,15 +52,10 @@ bool exists(eDSN database, const RecordDescription& type)
 
 bool isOpen(const RecordDescription& type, int depth, eDSN database, eIndex index)
 {
+    const ManagerDatabase current(database, index);
     const int tableType = tableTypeOf(type);
-    const int slot = database == KorDSNDefinitions::kDetails         ? 0
-                     : database == KorDSNDefinitions::kAddin         ? 1
-                     : database == KorDSNDefinitions::kConfiguration ? 2
-                                                                     : 3 + KorDSNManager::getAddInIdx(index);
-    const Man::FlagRows* const flags[] = {&Man::m_BackupAvailable, &Man::m_SecondBackupAvailable,
-                                          &Man::m_ThirdBackupAvailable, &Man::m_FourthBackupAvailable};
     for (; tableType >= 0 && depth < Man::kCopies; ++depth)
-        if (slot < flags[depth]->length() && flags[depth]->data()[slot].data()[tableType])
+        if (Man::isOpen(static_cast<Man::eTableType>(tableType), static_cast<Man::eCopyDepth>(depth)))
             return true;
     return false;
 }

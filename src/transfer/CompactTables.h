@@ -111,8 +111,7 @@ private:
     KorString m_failure;
 };
 
-/// True when the edit manager has a copy of the table of that type in that database, of that depth or a deeper
-/// one.
+/// True when this program edits the table of that type in that database at that depth or a deeper one.
 bool isOpen(const RecordDescription& type, int depth, eDSN database, eIndex index);
 /// Position of a column in a stored table; -1 when it has none of that name.
 int storedColumn(eDSN dsn, const KorString& table, const KorString& column);

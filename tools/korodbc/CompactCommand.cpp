@@ -1,4 +1,5 @@
 #include "Commands.h"
+#include "CurrentDatabase.h"
 #include "DetailFile.h"
 #include "Records.h"
 #include "records/detail/DetailObjectRecords.h"
@@ -162,13 +163,19 @@ std::string whatToDo(const std::string& reason)
 void run(const Kind& kind, const Source& source, bool keep)
 {
     KorProgressCtrl::setTitle(KorString::fromUtf8("Compacting " + source.name));
+    const CurrentDatabase current(source);
     const WithoutCopies copies;
     KorDatabaseBatch batch;
-    const int result = kind.onlyQualifierSets ? Compact::compactQualifierSets(source.dsn, keep ? 0 : 1, kind.type)
-                                              : Compact::startCompactProcess(source.dsn, keep ? 0 : 1, kind.type);
+    int result = KorDatabaseBatch::lock(source.dsn) == 1 ? KorOdbcMan::bringBackLeftCopies() : 0;
     std::string reason;
-    if (result != 1)
-        reason = Compact::getFailure().isEmpty() ? because() : ": " + Compact::getFailure().toUtf8();
+    if (result != 1) {
+        reason = because();
+    } else {
+        result = kind.onlyQualifierSets ? Compact::compactQualifierSets(source.dsn, keep ? 0 : 1, kind.type)
+                                        : Compact::startCompactProcess(source.dsn, keep ? 0 : 1, kind.type);
+        if (result != 1)
+            reason = Compact::getFailure().isEmpty() ? because() : ": " + Compact::getFailure().toUtf8();
+    }
     if ((result == 1 ? batch.end(1) : batch.undo(0)) == 1)
         return;
     if (reason.empty())
