@@ -266,7 +266,6 @@ int CompactTables::deleteDuplicates(CompactTable& table)
     const RecordDescription& from = table.type();
     const bool itemsByOwner = from.items.exists() && from.items.item().key < 0;
     int result = 1;
-    table.report.deleted = 0;
     KorString condition, statement; // patterns for as many keys as the last batch had
     std::size_t keysInCondition = 0;
     for (std::size_t i = 0; i < keys.size(); i += keysPerStatement) {
@@ -281,16 +280,20 @@ int CompactTables::deleteDuplicates(CompactTable& table)
         if (condition.length() > table.rules.minimumCondition && !onlyPreview)
             result = KorDatabaseAccess::doSQLStatement(database, statement,
                                                        std::vector<KorFormatArgument>(batch.begin(), batch.end()));
-        if (result != 0)
-            table.report.deleted += static_cast<int>(batch.size());
+        if (result == 0)
+            fail(L"rows of " + table.name() + L" could not be deleted");
     }
+    table.report.deleted = static_cast<int>(keys.size());
     // items with keys of their own stay: no copy is taken of them, so Cancel needs them, and storing a row
     // replaces what an earlier one of its key left
     if (!itemsByOwner)
-        return 1; // whatever the statements gave
+        return 1; // whatever the statements gave: a failure is noted
     const KorString pattern = L"DELETE FROM " + wide(from.items.item().table) + L" WHERE [Key]=%d;";
-    for (const int key : keys)
+    for (const int key : keys) {
         result = execute(pattern, {key});
+        if (result == 0)
+            fail(L"items of " + table.name() + L" could not be deleted");
+    }
     return result != 0 ? 1 : 0;
 }
 

@@ -86,7 +86,7 @@ public:
     /// Redirects the references of a table to the rows that stand for others.
     void redirect(CompactTable& table);
     /// Deletes the duplicates, ten to a statement, and their items where these go by the key of their row. Returns
-    /// 1, or 0 when the last statement failed.
+    /// 1, or 0 when the last statement for items failed; the run fails with any.
     int deleteDuplicates(CompactTable& table);
     /// Redirects what tables that no compaction takes say about the deleted rows.
     void redirectOthers();
