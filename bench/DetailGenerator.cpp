@@ -120,7 +120,8 @@ const Plan plans[] = {
 bool isValue(const ColumnDescription& column) { return column.role == ColumnRole::Value; }
 bool isPlain(const ColumnDescription& column)
 {
-    return isValue(column) && column.link == LinkKind::None && column.name != "Description";
+    const bool isLink = column.link == LinkKind::Reference || column.link == LinkKind::Lookup;
+    return isValue(column) && !isLink && column.name != "Description";
 }
 
 /// The first plain column, integers before reals before texts; nullptr without.

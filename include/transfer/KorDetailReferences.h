@@ -13,6 +13,7 @@ struct KorDetailReference {
     int item = -1;  // position of the item, -1 when the row itself refers
     KorString target;
     int targetKey = -1;
+    KorString targetText; // the key, of a table with texts for keys
 };
 
 /// The references between the tables of a detail database, as they are stored.
@@ -25,4 +26,9 @@ public:
     /// The references to one row, appended to `references`; 0 when a table could not be read.
     static int getReferrers(eDSN dsn, eIndex index, const KorString& table, int key,
                             KorArray<KorDetailReference>& references);
+    /// The same for a table with texts for keys.
+    static int getReferrers(eDSN dsn, eIndex index, const KorString& table, const KorString& key,
+                            KorArray<KorDetailReference>& references);
+    /// Number of the references that name a row; -1 when a table could not be read.
+    static int count(eDSN dsn, eIndex index);
 };

@@ -17,11 +17,13 @@ struct KorCompactedTable {
 /// Merges duplicates in the detail tables of one database. Rows whose values are equal, whatever their keys and
 /// names, become one: the row with the lowest key stands for the others, every reference to one of those is
 /// redirected to it, and they are deleted. Referenced tables come first, so that rows that differ only in what
-/// referred to equal rows become equal in turn. A run is stored whole or, when the process dies, not at all. It
-/// marks the tables modified in the edit manager's current database, which has to be the same; the host's OK or
-/// Cancel decides. Not marked by a run over the styles are the style maps: a host that may cancel begins a
-/// KorTableEdit over the tables first, in the same batch as the run and the OK where all are to be one. One run at
-/// a time.
+/// referred to equal rows become equal in turn. A run takes the write lock of the database before it reads, and is
+/// stored whole or not at all: when it gives 0, or the process dies, the tables are as before. References that
+/// named a row and would name none, or another, end it, but for those that previewCompactProcess announces. It
+/// marks the tables modified in the edit manager's slot of that database; the host's OK or Cancel decides. Not
+/// marked by a run over the styles are the style maps: a host that may cancel begins a KorTableEdit over the
+/// tables first, in the same batch as the run and the OK where all are to be one. Of a country add-in the
+/// manager's current slot is compacted when it has one. One run at a time.
 class KorOdbcCompactDetailsTables {
 public:
     enum eCompactType {
@@ -36,26 +38,30 @@ public:
     virtual ~KorOdbcCompactDetailsTables() = default;
 
     /// The whole run. With a delete flag of 0 references are redirected and the duplicates stay. Returns 1, or 0
-    /// when a table could not be read, with nothing changed, or rows could not be deleted.
+    /// with nothing changed: when a table cannot be used, a statement failed, or a reference would be lost.
     static int startCompactProcess(eDSN database, int deleteFlag, eCompactType type);
     /// Merges qualifier sets alone and numbers them from 1. Duplicates are deleted with type 0 and the delete flag
-    /// only.
+    /// only. A reference that names no set keeps its value, and so may name one afterwards. Returns as above; 0
+    /// also when a rule of NecessaryViewsConfiguration would move while the qualifier sets are open in a dialog.
     static int compactQualifierSets(eDSN database, int deleteFlag, eCompactType type);
 
     /// Finds out what a run would do, and changes nothing. `tables` receives the tables of the run, `stranded` the
-    /// references to rows that would be deleted, in tables that the run does not redirect. Returns 1, or 0 when a
-    /// table could not be read.
+    /// references to rows that would be deleted, in tables that runs of another type redirect. Returns 1, or 0
+    /// when a table cannot be used or the run would fail.
     static int previewCompactProcess(eDSN database, eCompactType type, KorArray<KorCompactedTable>& tables,
                                      KorArray<KorDetailReference>& stranded);
     /// The same for merging qualifier sets alone.
     static int previewQualifierSets(eDSN database, KorArray<KorCompactedTable>& tables,
                                     KorArray<KorDetailReference>& stranded);
-    /// What the last run did, table by table.
+    /// What the last run did, table by table. Behind the tables of its type come those that no compaction merges,
+    /// where their references were redirected.
     static void getCompactedTables(KorArray<KorCompactedTable>& tables);
+    /// Why the last run or preview gave 0, for a person; empty when the host has the reason.
+    static KorString getFailure();
 
     // Steps of a run, on the database and type of the last one
 
-    /// Numbers the qualifier sets from 1, in the order of their keys.
+    /// Numbers the qualifier sets from 1, in the order of their keys; all or none.
     static void rearrangeQualifierSets();
     /// Reads the tables of the type into memory; 1 when all could be read.
     static int loadTables();

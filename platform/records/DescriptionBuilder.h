@@ -87,6 +87,22 @@ struct Column {
         c.description.noneAllowed = true;
         return c;
     }
+    /// Nor does a value of 0.
+    constexpr Column zeroIsNone() const
+    {
+        Column c = *this;
+        c.description.zeroIsNone = true;
+        return c;
+    }
+    /// Holds the key of a Target row of the same database, which a copy of the record does not take along.
+    template <class Target>
+    constexpr Column names() const
+    {
+        Column c = *this;
+        c.description.link = LinkKind::Mention;
+        c.description.target = &descriptionOf<Target>;
+        return c;
+    }
     /// The record store writes this column right after the column at that index.
     constexpr Column writtenAfter(int column) const
     {

@@ -33,6 +33,7 @@ enum class LinkKind : std::uint8_t {
     None,
     Reference, // the row belongs to what a copy of the record takes along
     Lookup,    // names a row of a fixed catalogue table; checked, never copied
+    Mention,   // names a row of the same database; checked and redirected, but a copy leaves that row behind
 };
 
 /// One column of a table, bound to a field of its record.
@@ -43,11 +44,19 @@ struct ColumnDescription {
     LinkKind link = LinkKind::None;
     bool tolerant = false;    // reals within 1e-10 count as equal
     bool noneAllowed = false; // a reference of -1 means: refers to nothing
+    bool zeroIsNone = false;  // so does 0
     std::int8_t writtenAfter =
         -1; // index of the column after which the record store writes this one, -1: in order
     void* (*field)(void* record) = nullptr;
     const RecordDescription& (*target)() = nullptr; // of a link
 
+    /// True when the column holds keys, or the text keys, of rows of the same database.
+    bool namesRows() const { return link == LinkKind::Reference || link == LinkKind::Mention; }
+    /// True for a value of a link that names no row; a look-up of -1 chooses nothing.
+    bool isNone(int value) const
+    {
+        return (value == -1 && (noneAllowed || link == LinkKind::Lookup)) || (value == 0 && zeroIsNone);
+    }
     int& integer(void* record) const { return *static_cast<int*>(field(record)); }
     double& real(void* record) const { return *static_cast<double*>(field(record)); }
     KorString& text(void* record) const { return *static_cast<KorString*>(field(record)); }

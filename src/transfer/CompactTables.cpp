@@ -1,5 +1,6 @@
 #include "CompactTables.h"
 
+#include "edit/KorOdbcMan.h"
 #include "foundation/RecordColumns.h"
 #include "records/detail/DetailAnnotationRecords.h"
 #include "records/detail/DetailObjectRecords.h"
@@ -24,11 +25,24 @@ constexpr std::size_t keysPerStatement = 10;
 
 KorString wide(std::string_view text) { return KorString::fromUtf8(text); }
 
+std::unique_ptr<CompactTables>& lastRun()
+{
+    static std::unique_ptr<CompactTables> run;
+    return run;
+}
+
+/// The slot in which a run finds its database: of the country add-ins the edit manager's current one.
+eIndex slotOf(eDSN database)
+{
+    if (database == KorDSNDefinitions::kCountryAddin)
+        return KorOdbcMan::m_currentDSN == database ? KorOdbcMan::m_currentAddIn : KorDSNManager::getAddInIdx(0);
+    return database == KorDSNDefinitions::kAddin ? KorDSNDefinitions::kFirstAddin : KorDSNDefinitions::kBase;
+}
+
 } // namespace
 
 CompactTable::CompactTable(const RecordDescription& type, bool ofStyles, bool ofProcesses, const Rules& given)
-    : rules(given), m_type(type), m_ofStyles(ofStyles), m_ofProcesses(ofProcesses),
-      m_rule(type, given.ignored, given.loose, given.owner != nullptr),
+    : rules(given), m_type(type), m_ofStyles(ofStyles), m_ofProcesses(ofProcesses), m_rule(type, given.columns),
       m_records(std::make_unique<AnyRecords>(type))
 {
 }
@@ -93,7 +107,8 @@ int CompactTable::standingFor(int key) const
     return found == m_standing.end() ? key : found->second;
 }
 
-CompactTables::CompactTables()
+CompactTables::CompactTables(eDSN ofDatabase, Type ofType, bool preview)
+    : database(ofDatabase), index(slotOf(ofDatabase)), type(ofType), onlyPreview(preview)
 {
     constexpr bool yes = true, no = false;
     const struct {
@@ -105,38 +120,39 @@ CompactTables::CompactTables()
         {descriptionOf<StructDetViewLengthClip>, yes, no},
         {descriptionOf<StructDetViewDimStrategy>, yes, no, {.minimumCondition = 3}},
         {descriptionOf<StructDetViewArrangeStrategy>, yes, no},
-        {descriptionOf<StructDetArrangerControl>, yes, no},
-        {descriptionOf<StructDetArrangerStrategy>, yes, no},
+        {descriptionOf<StructDetArrangerControl>, yes, no, {.columns = {.counted = "LengthItems"}}},
+        {descriptionOf<StructDetArrangerStrategy>, yes, no, {.columns = {.counted = "LengthItems"}}},
         {descriptionOf<StructDetAnnotationType>, yes, no},
-        {descriptionOf<StructDetailStyle>, yes, no, {.listFirst = true}},
+        {descriptionOf<StructDetailStyle>, yes, no, {.listFirst = true, .stays = true}},
         {descriptionOf<StructDetObjAnnotationStrategy>, yes, no},
-        {descriptionOf<StructDetObjQualifierSet>, yes, yes, {.ignored = "Group"}},
+        {descriptionOf<StructDetObjQualifierSet>, yes, yes, {.columns = {.ignored = "Group"}}},
         {descriptionOf<StructDetObjReprMap>, yes, no, {.minimumCondition = 3}},
         {descriptionOf<StructDetViewDimPointSelection>, yes, no},
-        {descriptionOf<StructDetViewDimRequestLinear>, yes, no, {.ignored = "Group"}},
+        {descriptionOf<StructDetViewDimRequestLinear>, yes, no, {.columns = {.ignored = "Group"}}},
         {descriptionOf<StructDetViewRequest>, yes, no},
-        {descriptionOf<StructDetViewRequestCategory>, yes, no, {.owner = descriptionOf<StructDetViewRequest>}},
-        {descriptionOf<StructDetailProcessDefinition>, no, yes},
+        {descriptionOf<StructDetViewRequestCategory>, yes, no, {.columns = {.counted = "DetViewRequest"}}},
+        {descriptionOf<StructDetailProcessDefinition>, no, yes, {.stays = true}},
         {descriptionOf<StructDetailProcessStep>, no, yes},
         {descriptionOf<StructDetailFilenameSelector>, no, yes},
         {descriptionOf<StructDetailProcessMain2CutScale>, no, yes},
         {descriptionOf<StructDetProcessScales>, no, yes},
         // a text of 2 characters or less equals any other
-        {descriptionOf<StructDetailStyleMap>, yes, yes, {.loose = "Script", .minimumCondition = 3}},
+        {descriptionOf<StructDetailStyleMap>, yes, yes, {.columns = {.loose = "Script"}, .minimumCondition = 3}},
     };
     for (const auto& [record, ofStyles, ofProcesses, rules] : plan)
         m_tables.emplace_back(record(), ofStyles, ofProcesses, rules);
 }
 
-CompactTables& CompactTables::ofLastRun()
+CompactTables& CompactTables::current()
 {
-    static CompactTables state;
-    return state;
+    return lastRun() == nullptr ? begin(KorDSNDefinitions::kDetails, Compact::kCompactDetailStyles, false)
+                                : *lastRun();
 }
 
-eIndex CompactTables::index() const
+CompactTables& CompactTables::begin(eDSN database, Type type, bool onlyPreview)
 {
-    return database == KorDSNDefinitions::kAddin ? KorDSNDefinitions::kFirstAddin : KorDSNDefinitions::kBase;
+    lastRun() = std::make_unique<CompactTables>(database, type, onlyPreview);
+    return *lastRun();
 }
 
 CompactTable* CompactTables::find(const RecordDescription& wanted)
@@ -144,6 +160,23 @@ CompactTable* CompactTables::find(const RecordDescription& wanted)
     const auto found = std::find_if(m_tables.begin(), m_tables.end(),
                                     [&](const CompactTable& table) { return &table.type() == &wanted; });
     return found == m_tables.end() ? nullptr : &*found;
+}
+
+void CompactTables::fail(const KorString& reason)
+{
+    if (m_failure.isEmpty())
+        m_failure = reason;
+}
+
+void CompactTables::clear(bool undone)
+{
+    for (CompactTable& table : m_tables) {
+        table.clear();
+        if (undone)
+            table.report.redirected = table.report.deleted = 0;
+    }
+    if (undone)
+        m_others.clear();
 }
 
 int CompactTables::execute(const KorString& pattern, std::initializer_list<int> values) const
@@ -156,62 +189,82 @@ int CompactTables::execute(const KorString& pattern, std::initializer_list<int> 
 
 void CompactTables::redirect(CompactTable& table)
 {
-    for (long i = 0; i < table.length(); ++i) {
+    const KorDSNRequest request(database, index);
+    for (long i = 0; i < table.length() && !hasFailed(); ++i) {
         void* record = table.at(i);
         forEachColumn(
             table.type(), record,
-            [&](const ColumnDescription& column, void* element, long item) {
-                redirectColumn(table, column, element, record, item);
+            [&](const ColumnDescription& column, void*, long item) {
+                if (column.namesRows() && column.kind == FieldKind::Integer)
+                    redirectColumn(table, column, record, item);
                 return true;
             },
             table.rules.listFirst ? ColumnOrder::ItemsFirst : ColumnOrder::ItemsLast);
     }
 }
 
-void CompactTables::redirectColumn(CompactTable& table, const ColumnDescription& column, void* element,
-                                   const void* record, long item)
+void CompactTables::redirectColumn(CompactTable& table, const ColumnDescription& column, void* record, long item)
 {
-    const RecordDescription& type = table.type();
-    const bool toOwner = column.role == ColumnRole::ItemOwner && item < 0 && table.rules.owner != nullptr;
-    if (column.link != LinkKind::Reference && !toOwner)
-        return;
-    const CompactTable* target = find(toOwner ? table.rules.owner() : column.target());
+    const RecordDescription& from = table.type();
+    const CompactTable* target = find(column.target());
     if (target == nullptr)
         return;
+    void* element = item < 0 ? record : from.itemList()->at(record, item);
     int& value = column.integer(element);
     const int standing = target->standingFor(value);
     if (standing == value)
         return;
+    const bool inItemTable = item >= 0 && from.items.exists();
+    if (inItemTable && isAmbiguous(table, column, record, item, standing))
+        return;
     value = standing;
     ++table.report.redirected;
-    const bool inItemTable = item >= 0 && type.items.exists();
     std::vector<KorString>& patterns = m_patterns[&column];
     const auto number = static_cast<std::size_t>(item < 0 || inItemTable ? 0 : item);
     if (patterns.size() <= number)
         patterns.resize(number + 1);
     KorString& pattern = patterns[number];
+    const RecordDescription& rows = inItemTable ? from.items.item() : from;
     if (pattern.isEmpty()) {
-        const RecordDescription& rows = inItemTable ? type.items.item() : type;
         const KorString name = item < 0 || inItemTable
                                    ? wide(column.name)
                                    : KorString::format(wide(column.name).c_str(), static_cast<int>(item) + 1);
         pattern = L"UPDATE " + wide(rows.table) + L" SET " + name +
                   (inItemTable ? L"=%d WHERE ([Key]=%d AND [Order]=%d);" : L"=%d WHERE [Key]=%d;");
     }
-    if (inItemTable) {
-        const RecordDescription& rows = type.items.item();
-        execute(pattern,
-                {value, rows.at(rows.itemOwner)->integer(element), rows.at(rows.itemOrder)->integer(element)});
-    } else {
-        execute(pattern, {value, type.keyOf(record)});
-    }
+    const int done = inItemTable ? execute(pattern, {value, rows.at(rows.itemOwner)->integer(element),
+                                                     rows.at(rows.itemOrder)->integer(element)})
+                                 : execute(pattern, {value, from.keyOf(record)});
+    if (done != 1)
+        fail(KorString::format(L"%s %d could not be redirected", wide(rows.table), from.keyOf(record)));
+}
+
+/// A statement for one item reaches every item of its order. Fails the run where that would give another one a
+/// reference that is not its own.
+bool CompactTables::isAmbiguous(const CompactTable& table, const ColumnDescription& column, void* record,
+                                long item, int standing)
+{
+    const RecordDescription& from = table.type();
+    const RecordDescription& rows = from.items.item();
+    const auto orderOf = [&](long of) { return rows.at(rows.itemOrder)->integer(from.items.list.at(record, of)); };
+    const CompactTable* target = find(column.target());
+    for (long other = 0; other < from.items.list.length(record); ++other)
+        if (other != item && orderOf(other) == orderOf(item) &&
+            target->standingFor(column.integer(from.items.list.at(record, other))) != standing) {
+            fail(KorString::format(L"two items of %s %d have the order %d, so that a reference of one cannot be "
+                                   L"changed alone; store that row again",
+                                   table.name(), from.keyOf(record), orderOf(item)));
+            return true;
+        }
+    return false;
 }
 
 int CompactTables::deleteDuplicates(CompactTable& table)
 {
+    const KorDSNRequest request(database, index);
     const std::vector<int>& keys = table.duplicates();
-    const RecordDescription& type = table.type();
-    const bool itemsByOwner = type.items.exists() && type.items.item().key < 0;
+    const RecordDescription& from = table.type();
+    const bool itemsByOwner = from.items.exists() && from.items.item().key < 0;
     int result = 1;
     KorString condition, statement; // patterns for as many keys as the last batch had
     std::size_t keysInCondition = 0;
@@ -227,15 +280,20 @@ int CompactTables::deleteDuplicates(CompactTable& table)
         if (condition.length() > table.rules.minimumCondition && !onlyPreview)
             result = KorDatabaseAccess::doSQLStatement(database, statement,
                                                        std::vector<KorFormatArgument>(batch.begin(), batch.end()));
+        if (result == 0)
+            fail(L"rows of " + table.name() + L" could not be deleted");
     }
     table.report.deleted = static_cast<int>(keys.size());
     // items with keys of their own stay: no copy is taken of them, so Cancel needs them, and storing a row
     // replaces what an earlier one of its key left
     if (!itemsByOwner)
-        return 1; // whatever the statements gave
-    const KorString pattern = L"DELETE FROM " + wide(type.items.item().table) + L" WHERE [Key]=%d;";
-    for (const int key : keys)
+        return 1; // whatever the statements gave: a failure is noted
+    const KorString pattern = L"DELETE FROM " + wide(from.items.item().table) + L" WHERE [Key]=%d;";
+    for (const int key : keys) {
         result = execute(pattern, {key});
+        if (result == 0)
+            fail(L"items of " + table.name() + L" could not be deleted");
+    }
     return result != 0 ? 1 : 0;
 }
 

@@ -16,11 +16,10 @@ class CompactTable {
 public:
     /// What the record description does not say.
     struct Rules {
-        std::string_view ignored = {};                 // column that does not tell rows apart
-        std::string_view loose = {};                   // text of the items that counts only where it is long
-        const RecordDescription& (*owner)() = nullptr; // type of the rows that this one's owner column names
+        DuplicateRule::Columns columns = {};
         bool listFirst = false;   // references in the list are redirected before those in the columns
         int minimumCondition = 8; // a condition for deleting rows has more characters
+        bool stays = false;       // duplicates are never deleted
     };
     CompactTable(const RecordDescription& type, bool ofStyles, bool ofProcesses, const Rules& rules);
 
@@ -51,37 +50,70 @@ private:
     std::vector<int> m_duplicates;
 };
 
-/// The tables of a compaction and what is done with them in the database.
+/// One run: its database and slot, its tables, and what is done with them in the database.
 class CompactTables {
 public:
-    CompactTables();
-    /// The database, the type and the tables of the last run.
-    static CompactTables& ofLastRun();
+    using Type = KorOdbcCompactDetailsTables::eCompactType;
 
-    eDSN database = KorDSNDefinitions::kDetails;
-    KorOdbcCompactDetailsTables::eCompactType type = KorOdbcCompactDetailsTables::kCompactDetailStyles;
-    bool onlyPreview = false; // no statement is executed
+    CompactTables(eDSN database, Type type, bool onlyPreview);
+    /// The run under way, or the last one.
+    static CompactTables& current();
+    /// Begins a run, with nothing left of the one before.
+    static CompactTables& begin(eDSN database, Type type, bool onlyPreview);
 
-    eIndex index() const;
+    const eDSN database;
+    const eIndex index;
+    const Type type;
+    const bool onlyPreview; // nothing is written
+
+    bool ofStyles() const { return type == Type::kCompactDetailStyles || type == Type::kCompactAll; }
+    bool ofProcesses() const { return type == Type::kCompactDetailProcesses || type == Type::kCompactAll; }
     std::vector<CompactTable>& all() { return m_tables; }
-    CompactTable& of(const RecordDescription& type) { return *find(type); }
-    /// nullptr when the table takes no part.
-    CompactTable* find(const RecordDescription& type);
+    CompactTable& of(const RecordDescription& wanted) { return *find(wanted); }
+    /// nullptr when no compaction takes the table.
+    CompactTable* find(const RecordDescription& wanted);
+    /// What the run did to tables that no compaction takes, but that refer to rows that are gone.
+    const std::vector<KorCompactedTable>& others() const { return m_others; }
 
+    /// Notes why the run cannot be kept; the first reason counts.
+    void fail(const KorString& reason);
+    bool hasFailed() const { return !m_failure.isEmpty(); }
+    const KorString& failure() const { return m_failure; }
+
+    /// True when every table that the run reads or writes fits its record type, belongs to no other program, and
+    /// is open in no inner dialog, whose Cancel would bring back what the run redirects.
+    bool areUsable();
     /// Redirects the references of a table to the rows that stand for others.
     void redirect(CompactTable& table);
     /// Deletes the duplicates, ten to a statement, and their items where these go by the key of their row. Returns
-    /// 1, or 0 when the last statement failed.
+    /// 1, or 0 when the last statement for items failed; the run fails with any.
     int deleteDuplicates(CompactTable& table);
+    /// Redirects what tables that no compaction takes say about the deleted rows.
+    void redirectOthers();
+    /// Fails the run when a stored reference names a row that the run has deleted. References of tables that a run
+    /// of this type leaves out are found beforehand, see findStranded().
+    void checkReferences();
     /// Executes a statement in the database of the run.
     int execute(const KorString& pattern, std::initializer_list<int> values) const;
+    /// Lets go of the rows, and of the reports of what a run has done that is undone.
+    void clear(bool undone);
 
 private:
-    void redirectColumn(CompactTable& table, const ColumnDescription& column, void* element, const void* record,
-                        long item);
+    void redirectColumn(CompactTable& table, const ColumnDescription& column, void* record, long item);
+    bool isAmbiguous(const CompactTable& table, const ColumnDescription& column, void* record, long item,
+                     int standing);
+    void checkColumn(const RecordDescription& holder, const RecordDescription& owner,
+                     const ColumnDescription& column);
 
     std::vector<CompactTable> m_tables;
+    std::vector<KorCompactedTable> m_others;
     std::unordered_map<const ColumnDescription*, std::vector<KorString>> m_patterns; // by number of the column
+    KorString m_failure;
 };
+
+/// True when this program edits the table of that type in that database at that depth or a deeper one.
+bool isOpen(const RecordDescription& type, int depth, eDSN database, eIndex index);
+/// Position of a column in a stored table; -1 when it has none of that name.
+int storedColumn(eDSN dsn, const KorString& table, const KorString& column);
 
 } // namespace korodbc

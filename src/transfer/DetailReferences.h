@@ -13,7 +13,8 @@ struct StoredReference {
     const ColumnDescription& column;
     int key; // of the row
     int item;
-    int target; // key
+    int target;     // key
+    KorString text; // key, where it is a text
 };
 
 /// Appends the references of the current database that `wanted` selects, fixed catalogue rows included; `wanted`

@@ -1,10 +1,11 @@
 #include "Duplicates.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
-#include <map>
-#include <set>
+#include <optional>
 #include <unordered_map>
+#include <utility>
 
 namespace korodbc {
 
@@ -62,13 +63,12 @@ double cellOf(double value) { return std::round(value / (4 * tolerance)); }
 
 } // namespace
 
-DuplicateRule::DuplicateRule(const RecordDescription& type, std::string_view ignored, std::string_view loose,
-                             bool owner)
+DuplicateRule::DuplicateRule(const RecordDescription& type, const Columns& special)
     : m_key(type.keyColumn()), m_items(type.itemList())
 {
     const auto counts = [&](const ColumnDescription& column) {
-        return column.name != ignored &&
-               (column.role == ColumnRole::Value || (owner && column.role == ColumnRole::ItemOwner));
+        return column.name == special.counted ||
+               (column.role == ColumnRole::Value && column.name != special.ignored);
     };
     for (const ColumnDescription& column : type.columns)
         if (counts(column))
@@ -78,7 +78,7 @@ DuplicateRule::DuplicateRule(const RecordDescription& type, std::string_view ign
     for (const ColumnDescription& column :
          type.numbered.exists() ? type.numbered.columns : type.items.item().columns)
         if (column.role == ColumnRole::Value) {
-            if (column.name == loose)
+            if (column.name == special.loose)
                 m_loose = &column;
             else
                 m_itemColumns.push_back(&column);
@@ -114,19 +114,120 @@ bool DuplicateRule::equal(const void* a, const void* b) const
     return true;
 }
 
+/// The records that stand for themselves and have equal hashes, in their order. Where loose texts are compared and
+/// the records are many, a bit for each says at which items it may equal a given text, so that those that may
+/// equal at every item are found 64 at a time.
+class SurvivorBucket {
+public:
+    /// The first record that `equals` accepts; -1 when there is none. `texts`: those of the items of the record
+    /// looked for that count, by item, as hashes; nothing where any text will do.
+    using Texts = std::vector<std::optional<std::size_t>>;
+    template <class Equals>
+    long find(const Texts& texts, Equals equals) const
+    {
+        if (m_positions.empty()) {
+            const auto found = std::find_if(m_records.begin(), m_records.end(), equals);
+            return found == m_records.end() ? -1 : *found;
+        }
+        std::vector<Candidates> narrow;
+        for (std::size_t i = 0; i < std::min(texts.size(), m_positions.size()); ++i)
+            if (texts[i])
+                narrow.push_back(m_positions[i].candidates(*texts[i]));
+        std::sort(narrow.begin(), narrow.end(),
+                  [](const Candidates& a, const Candidates& b) { return a.count < b.count; });
+        if (!narrow.empty() && narrow.front().count == 0)
+            return -1;
+        for (std::size_t word = 0; word * wordBits < m_records.size(); ++word) {
+            std::uint64_t bits = ~std::uint64_t{0};
+            for (std::size_t i = 0; i < narrow.size() && bits != 0; ++i)
+                bits &= narrow[i].word(word);
+            for (; bits != 0; bits &= bits - 1) {
+                const std::size_t at = word * wordBits + static_cast<std::size_t>(std::countr_zero(bits));
+                if (at >= m_records.size())
+                    break;
+                if (equals(m_records[at]))
+                    return m_records[at];
+            }
+        }
+        return -1;
+    }
+    /// `textsOf` gives the texts of a record that is here already.
+    template <class TextsOf>
+    void insert(long record, bool isLoose, TextsOf textsOf)
+    {
+        m_records.push_back(record);
+        if (!isLoose || m_records.size() <= fewRecords)
+            return;
+        for (std::size_t at = m_positions.empty() ? 0 : m_records.size() - 1; at < m_records.size(); ++at) {
+            const Texts texts = textsOf(m_records[at]);
+            if (m_positions.size() < std::max<std::size_t>(texts.size(), 1))
+                m_positions.resize(std::max<std::size_t>(texts.size(), 1));
+            for (std::size_t i = 0; i < texts.size(); ++i)
+                (texts[i] ? m_positions[i].texts[*texts[i]] : m_positions[i].any).set(at);
+        }
+    }
+
+private:
+    static constexpr std::size_t fewRecords = 16, wordBits = 64;
+
+    /// A set of places in m_records, by the words that are not empty.
+    struct Places {
+        std::vector<std::pair<std::size_t, std::uint64_t>> words;
+        std::size_t count = 0;
+
+        void set(std::size_t place)
+        {
+            if (words.empty() || words.back().first != place / wordBits)
+                words.emplace_back(place / wordBits, 0);
+            words.back().second |= std::uint64_t{1} << place % wordBits;
+            ++count;
+        }
+    };
+    /// Places that may equal a text, read in ascending order.
+    struct Candidates {
+        const Places* sets[2]; // with that text, with any
+        std::size_t count;
+        std::size_t next[2] = {0, 0};
+
+        std::uint64_t word(std::size_t wanted)
+        {
+            std::uint64_t bits = 0;
+            for (int i = 0; i < 2; ++i) {
+                if (sets[i] == nullptr)
+                    continue;
+                const auto& words = sets[i]->words;
+                while (next[i] < words.size() && words[next[i]].first < wanted)
+                    ++next[i];
+                if (next[i] < words.size() && words[next[i]].first == wanted)
+                    bits |= words[next[i]].second;
+            }
+            return bits;
+        }
+    };
+    struct Position {
+        Places any;
+        std::unordered_map<std::size_t, Places> texts;
+
+        Candidates candidates(std::size_t text) const
+        {
+            const auto same = texts.find(text);
+            const Places* with = same == texts.end() ? nullptr : &same->second;
+            return {{with, &any}, any.count + (with == nullptr ? 0 : with->count)};
+        }
+    };
+
+    std::vector<long> m_records;
+    std::vector<Position> m_positions; // by item; none while the records are few
+};
+
 /// The records that stand for themselves, found by hash. A record is filed under the values that are compared
-/// exactly, the cells of its tolerant values and, for every pattern of loose texts that occurs, the texts that
-/// count against that pattern; so whatever equals it is looked for under one of the same hashes.
+/// exactly and the cells of its tolerant values, so whatever equals it is looked for under one of the same hashes.
 class SurvivorIndex {
 public:
     SurvivorIndex(const DuplicateRule& rule, const ListOperations& list, const void* records)
         : m_rule(rule), m_list(list), m_records(const_cast<void*>(records))
     {
-        m_first.reserve(static_cast<std::size_t>(list.length(records)));
-        for (long i = 0; rule.m_loose != nullptr && i < list.length(records); ++i) {
-            const Pattern pattern = patternOf(record(i));
-            m_patterns[pattern.size()].insert(pattern);
-        }
+        m_buckets.reserve(static_cast<std::size_t>(list.length(records)));
     }
 
     /// The record that stands for a record; the record itself when no earlier one does.
@@ -135,19 +236,15 @@ public:
         const void* wanted = record(index);
         long found = index;
         hashes(wanted, true);
+        const SurvivorBucket::Texts texts = textsOf(wanted);
         for (const std::uint64_t hash : m_hashes) {
-            const auto first = m_first.find(hash);
-            // later entries of a chain have higher indices
-            for (long at = first == m_first.end() ? -1 : first->second.first; at >= 0;
-                 at = m_links[static_cast<std::size_t>(at)].next) {
-                const long candidate = m_links[static_cast<std::size_t>(at)].record;
-                if (candidate >= found)
-                    break;
-                if (m_rule.equal(record(candidate), wanted)) {
-                    found = candidate;
-                    break;
-                }
-            }
+            const auto bucket = m_buckets.find(hash);
+            if (bucket == m_buckets.end())
+                continue;
+            const long candidate = bucket->second.find(
+                texts, [&](long other) { return other >= found || m_rule.equal(record(other), wanted); });
+            if (candidate >= 0)
+                found = std::min(found, candidate);
         }
         return found;
     }
@@ -155,34 +252,25 @@ public:
     void insert(long index)
     {
         hashes(record(index), false);
-        for (const std::uint64_t hash : m_hashes) {
-            const long link = static_cast<long>(m_links.size());
-            m_links.push_back({index, -1});
-            const auto [chain, isNew] = m_first.try_emplace(hash, Chain{link, link});
-            if (!isNew) {
-                m_links[static_cast<std::size_t>(chain->second.last)].next = link;
-                chain->second.last = link;
-            }
-        }
+        for (const std::uint64_t hash : m_hashes)
+            m_buckets[hash].insert(index, m_rule.m_loose != nullptr,
+                                   [&](long other) { return textsOf(record(other)); });
     }
 
 private:
-    using Pattern = std::vector<bool>; // per item: its text equals any text
-    struct Chain {
-        long first, last;
-    };
-    struct Link {
-        long record, next;
-    };
-
     const void* record(long index) const { return m_list.at(m_records, index); }
 
-    Pattern patternOf(const void* record) const
+    SurvivorBucket::Texts textsOf(const void* record) const
     {
-        Pattern pattern(static_cast<std::size_t>(m_rule.m_items->length(record)));
-        for (std::size_t i = 0; i < pattern.size(); ++i)
-            pattern[i] = isLoose(m_rule.m_loose->text(m_rule.m_items->at(record, static_cast<long>(i))));
-        return pattern;
+        SurvivorBucket::Texts texts;
+        if (m_rule.m_loose == nullptr)
+            return texts;
+        texts.resize(static_cast<std::size_t>(m_rule.m_items->length(record)));
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            if (const KorString& text = m_rule.m_loose->text(m_rule.m_items->at(record, static_cast<long>(i)));
+                !isLoose(text))
+                texts[i] = text.hash();
+        return texts;
     }
 
     /// Fills m_hashes: those to look under, or those to file a record under. None for a record that equals
@@ -203,11 +291,9 @@ private:
         m_hashes.push_back(hash);
         for (const ColumnDescription* column : m_rule.m_tolerant)
             addCells(column->real(record), lookUp);
-        if (m_rule.m_loose != nullptr)
-            addTexts(record, lookUp);
     }
 
-    static bool addExact(const DuplicateRule::Columns& columns, const void* record, std::uint64_t& hash)
+    static bool addExact(const DuplicateRule::Compared& columns, const void* record, std::uint64_t& hash)
     {
         for (const ColumnDescription* column : columns) {
             if (column->kind == FieldKind::Real && std::isnan(column->real(record)))
@@ -235,30 +321,10 @@ private:
         m_hashes.swap(extended);
     }
 
-    void addTexts(const void* record, bool lookUp)
-    {
-        const Pattern own = patternOf(record);
-        std::vector<std::uint64_t> extended;
-        for (const Pattern& other : m_patterns[own.size()]) {
-            // filed record first, record looked for second
-            std::uint64_t texts =
-                mixed(std::hash<Pattern>()(lookUp ? other : own), std::hash<Pattern>()(lookUp ? own : other));
-            for (std::size_t i = 0; i < own.size(); ++i)
-                if (!own[i] && !other[i])
-                    texts = mixed(texts,
-                                  m_rule.m_loose->text(m_rule.m_items->at(record, static_cast<long>(i))).hash());
-            for (const std::uint64_t hash : m_hashes)
-                extended.push_back(mixed(hash, texts));
-        }
-        m_hashes.swap(extended);
-    }
-
     const DuplicateRule& m_rule;
     const ListOperations& m_list;
     void* m_records;
-    std::map<std::size_t, std::set<Pattern>> m_patterns; // by number of items
-    std::unordered_map<std::uint64_t, Chain> m_first;
-    std::vector<Link> m_links;
+    std::unordered_map<std::uint64_t, SurvivorBucket> m_buckets;
     std::vector<std::uint64_t> m_hashes;
 };
 

@@ -11,10 +11,15 @@ namespace korodbc {
 /// nothing.
 class DuplicateRule {
 public:
-    /// `ignored`: a column that is not compared. `loose`: a text of the items that counts only where it is longer
-    /// than 2 characters in both records. `owner`: the key of the owner counts, too.
-    explicit DuplicateRule(const RecordDescription& type, std::string_view ignored = {},
-                           std::string_view loose = {}, bool owner = false);
+    /// Columns that the description alone would treat otherwise.
+    struct Columns {
+        std::string_view ignored = {}; // is not compared
+        std::string_view counted = {}; // is compared although it is no value: the owner's key, the number of items
+        std::string_view loose = {};   // text of the items that counts only where it is longer than 2 characters
+                                       // in both records
+    };
+    explicit DuplicateRule(const RecordDescription& type) : DuplicateRule(type, Columns()) {}
+    DuplicateRule(const RecordDescription& type, const Columns& columns);
 
     bool equal(const void* a, const void* b) const;
 
@@ -25,10 +30,10 @@ public:
 
 private:
     friend class SurvivorIndex;
-    using Columns = std::vector<const ColumnDescription*>;
+    using Compared = std::vector<const ColumnDescription*>;
 
     const ColumnDescription& m_key;
-    Columns m_exact, m_tolerant, m_itemColumns;
+    Compared m_exact, m_tolerant, m_itemColumns;
     const ColumnDescription* m_loose = nullptr;
     const MemberList* m_items = nullptr;
 };

@@ -32,30 +32,48 @@ KorDetailReference described(const StoredReference& reference)
     KorDetailReference result{wide(holder.table), columnName(reference),
                               reference.key,      {},
                               reference.item,     wide(reference.column.target().table),
-                              reference.target};
+                              reference.target,   reference.text};
     RecordAccess::runNameOfKey(reference.from, static_cast<long>(reference.key), result.name);
     return result;
 }
 
-using KeysByType = std::unordered_map<const RecordDescription*, std::unordered_set<int>>;
+/// The keys of the rows of a type: numbers or texts.
+struct Keys {
+    std::unordered_set<int> numbers;
+    std::unordered_set<KorString> texts;
+};
+using KeysByType = std::unordered_map<const RecordDescription*, Keys>;
 
 void addKeys(const RecordDescription& type, RecordAccess::Sources sources, KeysByType& keys)
 {
-    if (type.key < 0 || type.hasTextKey())
+    if (type.key < 0)
         return;
     RecordAccess::visit(
         type,
         [&known = keys[&type], &type](const void* record) {
-            known.insert(type.keyOf(record));
+            if (type.hasTextKey())
+                known.texts.insert(type.keyColumn().text(record));
+            else
+                known.numbers.insert(type.keyOf(record));
             return true;
         },
         sources);
 }
 
-bool has(const KeysByType& keys, const RecordDescription& type, int key)
+bool has(const KeysByType& keys, const StoredReference& reference)
 {
-    const auto found = keys.find(&type);
-    return found != keys.end() && found->second.contains(key);
+    const auto found = keys.find(&reference.column.target());
+    if (found == keys.end())
+        return false;
+    return reference.column.kind == FieldKind::Text ? found->second.texts.contains(reference.text)
+                                                    : found->second.numbers.contains(reference.target);
+}
+
+/// True when the reference chooses no row.
+bool namesNone(const StoredReference& reference)
+{
+    return reference.column.kind == FieldKind::Text ? reference.text.isEmpty()
+                                                    : reference.column.isNone(reference.target);
 }
 
 /// Keys of the catalogue tables that the detail tables look up: rows of any data source will do.
@@ -92,16 +110,21 @@ int findReferences(const std::function<bool(const StoredReference&)>& wanted,
             continue;
         const int read = RecordAccess::visit(type, [&](const void* record) {
             const int key = type.keyOf(record);
-            return forEachColumn(type, record,
-                                 [&](const ColumnDescription& column, const void* element, long item) {
-                                     if (column.link != LinkKind::None) {
-                                         const StoredReference reference{type, column, key, static_cast<int>(item),
-                                                                         column.integer(element)};
-                                         if (wanted(reference))
-                                             found.push_back(reference);
-                                     }
-                                     return true;
-                                 });
+            return forEachColumn(
+                type, record, [&](const ColumnDescription& column, const void* element, long item) {
+                    if (column.link != LinkKind::None) {
+                        const bool isText = column.kind == FieldKind::Text;
+                        const StoredReference reference{type,
+                                                        column,
+                                                        key,
+                                                        static_cast<int>(item),
+                                                        isText ? -1 : column.integer(element),
+                                                        isText ? column.text(element) : KorString()};
+                        if (wanted(reference))
+                            found.push_back(reference);
+                    }
+                    return true;
+                });
         });
         if (read != 1)
             return 0;
@@ -125,12 +148,8 @@ int KorDetailReferences::getDangling(eDSN dsn, eIndex index, KorArray<KorDetailR
             addKeys(describe(), RecordAccess::Sources::Current, own);
     return findReferences(
         [&](const StoredReference& reference) {
-            const RecordDescription& target = reference.column.target();
-            const bool isLookup = reference.column.link == LinkKind::Lookup;
-            // a look-up of -1 chooses nothing, where a reference has to say so
-            if (reference.target == -1 && (reference.column.noneAllowed || isLookup))
-                return false;
-            return !has(own, target, reference.target) && !(isLookup && has(fixed, target, reference.target));
+            return !namesNone(reference) && !has(own, reference) &&
+                   !(reference.column.link == LinkKind::Lookup && has(fixed, reference));
         },
         references);
 }
@@ -142,7 +161,36 @@ int KorDetailReferences::getReferrers(eDSN dsn, eIndex index, const KorString& t
     const std::string name = table.toUtf8();
     return findReferences(
         [&](const StoredReference& reference) {
-            return reference.target == key && reference.column.target().table == name;
+            return reference.target == key && reference.column.kind == FieldKind::Integer &&
+                   reference.column.target().table == name;
         },
         references);
+}
+
+int KorDetailReferences::getReferrers(eDSN dsn, eIndex index, const KorString& table, const KorString& key,
+                                      KorArray<KorDetailReference>& references)
+{
+    const KorDSNRequest request(dsn, index);
+    const std::string name = table.toUtf8();
+    return findReferences(
+        [&](const StoredReference& reference) {
+            return reference.text == key && reference.column.kind == FieldKind::Text &&
+                   reference.column.target().table == name;
+        },
+        references);
+}
+
+int KorDetailReferences::count(eDSN dsn, eIndex index)
+{
+    const KorDSNRequest request(dsn, index);
+    KorArray<KorDetailReference> none;
+    int count = 0;
+    return findReferences(
+               [&](const StoredReference& reference) {
+                   count += namesNone(reference) ? 0 : 1;
+                   return false;
+               },
+               none) == 1
+               ? count
+               : -1;
 }

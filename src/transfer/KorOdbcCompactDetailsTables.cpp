@@ -2,9 +2,12 @@
 
 #include "CompactTables.h"
 #include "DetailReferences.h"
-#include "edit/KorOdbcMan.h"
-#include "foundation/ProcessConstants.h"
-#include "records/Registry.h"
+#include "QualifierSetNumbers.h"
+#include "records/detail/DetailAnnotationRecords.h"
+#include "records/detail/DetailObjectRecords.h"
+#include "records/detail/DetailProcessRecords.h"
+#include "records/detail/DetailStyleRecords.h"
+#include "records/detail/DetailViewRecords.h"
 #include "repository/KorDatabaseAccess.h"
 #include "repository/KorDSNManager.h"
 #include "repository/RecordAccess.h"
@@ -16,7 +19,7 @@ using Compact = KorOdbcCompactDetailsTables;
 
 namespace {
 
-CompactTables& tables() { return CompactTables::ofLastRun(); }
+CompactTables& tables() { return CompactTables::current(); }
 
 template <class T>
 CompactTable& table()
@@ -30,20 +33,33 @@ void progress(int percentage)
         KorProgressCtrl::setPercentage(percentage, 1);
 }
 
-void begin(eDSN database, Compact::eCompactType type, bool onlyPreview)
-{
-    tables().database = database;
-    tables().type = type;
-    tables().onlyPreview = onlyPreview;
-    for (CompactTable& table : tables().all())
-        table.report = {};
-}
+/// A run from its beginning to its end: its database is the service's, and nothing of it is left in memory.
+class Run {
+public:
+    Run(eDSN database, Compact::eCompactType type, bool onlyPreview)
+        : m_tables(CompactTables::begin(database, type, onlyPreview)), m_request(m_tables.database, m_tables.index)
+    {
+    }
+    ~Run() { m_tables.clear(m_undone); }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
 
-bool ofStyles() { return tables().type == Compact::kCompactDetailStyles || tables().type == Compact::kCompactAll; }
-bool ofProcesses()
-{
-    return tables().type == Compact::kCompactDetailProcesses || tables().type == Compact::kCompactAll;
-}
+    /// Ends the batch of the run, which is kept as a whole or not at all.
+    int end(KorDatabaseBatch& batch, int result)
+    {
+        result = result == 1 && !m_tables.hasFailed() ? batch.end(1) : batch.undo(0);
+        m_undone = result != 1;
+        return result;
+    }
+
+private:
+    CompactTables& m_tables;
+    const KorDSNRequest m_request;
+    bool m_undone = false;
+};
+
+bool ofStyles() { return tables().ofStyles(); }
+bool ofProcesses() { return tables().ofProcesses(); }
 
 template <class... T>
 void merge()
@@ -154,53 +170,43 @@ int deleteAll()
                : 0;
 }
 
-/// References to deleted rows in tables that the run does not redirect.
+/// References to deleted rows in tables that a run of this type leaves alone.
 int findStranded(KorArray<KorDetailReference>& stranded)
 {
     return findReferences(
         [](const StoredReference& reference) {
             const CompactTable* from = tables().find(reference.from);
             const CompactTable* target = tables().find(reference.column.target());
-            return (from == nullptr || !from->isIn(tables().type)) && target != nullptr &&
+            return from != nullptr && !from->isIn(tables().type) && target != nullptr &&
                    target->report.deleted > 0 && target->standingFor(reference.target) != reference.target;
         },
         stranded);
 }
 
-void clearAll()
+/// What belongs to the deletions: no reference to a deleted row is left.
+void finishDeletions()
 {
-    for (CompactTable& table : tables().all())
-        table.clear();
+    if (!tables().hasFailed())
+        tables().redirectOthers();
+    if (!tables().hasFailed())
+        tables().checkReferences();
 }
 
-/// Lets `run` do its work in memory alone.
-template <class Run>
+/// Lets `work` do in memory alone what a run does.
+template <class Work>
 int preview(eDSN database, Compact::eCompactType type, KorArray<KorCompactedTable>& compacted,
-            KorArray<KorDetailReference>& stranded, Run run)
+            KorArray<KorDetailReference>& stranded, Work work)
 {
-    begin(database, type, true);
-    int result = Compact::loadTables();
-    if (result == 1) {
-        run();
-        Compact::getCompactedTables(compacted);
-        const KorDSNRequest request(database, tables().index());
-        result = findStranded(stranded);
-    }
-    clearAll();
-    tables().onlyPreview = false;
-    return result;
-}
-
-/// Copies of the tables of the add-in: `act` gives -1 for failure.
-template <class Act>
-int forEachCopy(Act act)
-{
-    int result = 1;
-    for (const CompactTable& table : tables().all())
-        if (act(KorDatabaseAccess::getTableName(table.name()),
-                KorDatabaseAccess::getTableName(table.name() + firstCopySuffix)) == -1)
-            result = 0;
-    return result;
+    const Run run(database, type, true);
+    const KorDatabaseReading reading(database);
+    if (!tables().areUsable() || Compact::loadTables() != 1)
+        return 0;
+    work();
+    finishDeletions();
+    if (tables().hasFailed())
+        return 0;
+    Compact::getCompactedTables(compacted);
+    return findStranded(stranded);
 }
 
 template <class... T>
@@ -213,21 +219,27 @@ void resetCaches()
 
 int Compact::startCompactProcess(eDSN database, int deleteFlag, eCompactType type)
 {
-    begin(database, type, false);
+    Run run(database, type, false);
     KorDatabaseBatch batch;
-    updateTablesStatus();
+    if (KorDatabaseBatch::lock(database) != 1)
+        return run.end(batch, 0);
+    const bool usable = tables().areUsable();
+    if (usable)
+        updateTablesStatus();
     progress(0);
-    if (loadTables() != 1)
-        return batch.end(0);
+    if (loadTables() != 1 || !usable)
+        return run.end(batch, 0);
     progress(20);
     mergeAll();
     progress(90);
-    int result = deleteFlag != 0 ? deleteAll() : 1;
+    int result = 1;
+    if (deleteFlag != 0 && !tables().hasFailed()) {
+        result = deleteAll();
+        finishDeletions();
+    }
     progress(100);
-    if (result == 1)
-        clearAll();
     KorProgressCtrl::reset();
-    result = batch.end(result);
+    result = run.end(batch, result);
     resetTablesContent();
     return result;
 }
@@ -256,38 +268,42 @@ void Compact::getCompactedTables(KorArray<KorCompactedTable>& compacted)
     for (const CompactTable& table : tables().all())
         if (table.isIn(tables().type))
             compacted.append(table.report);
+    for (const KorCompactedTable& other : tables().others())
+        compacted.append(other);
 }
+
+KorString Compact::getFailure() { return tables().failure(); }
 
 int Compact::compactQualifierSets(eDSN database, int deleteFlag, eCompactType type)
 {
-    begin(database, type, false);
+    Run run(database, type, false);
     KorDatabaseBatch batch;
+    if (KorDatabaseBatch::lock(database) != 1)
+        return run.end(batch, 0);
+    const bool usable = tables().areUsable();
     progress(0);
-    if (loadTables() != 1)
-        return batch.end(0);
+    if (loadTables() != 1 || !usable)
+        return run.end(batch, 0);
     progress(20);
     mergeQualifierSets();
     progress(90);
     int result = 1;
-    if (deleteFlag != 0 && type == kCompactDetailStyles)
+    if (deleteFlag != 0 && type == kCompactDetailStyles && !tables().hasFailed()) {
         result = tables().deleteDuplicates(table<StructDetObjQualifierSet>());
-    progress(100);
-    if (result == 1) {
-        const KorDSNRequest request(database, tables().index());
-        resetCaches<StructDetObjQualifierSet, StructDetObjReprMap, StructDetViewDimPointSelection,
-                    StructDetailStyleMap, StructDetailStyleMapItem>();
-        for (CompactTable* done : {&table<StructDetObjQualifierSet>(), &table<StructDetObjReprMap>(),
-                                   &table<StructDetViewDimPointSelection>(), &table<StructDetailStyleMap>()})
-            done->clear();
+        finishDeletions();
     }
-    rearrangeQualifierSets();
+    progress(100);
+    resetCaches<StructDetObjQualifierSet, StructDetObjReprMap, StructDetViewDimPointSelection,
+                StructDetailStyleMap, StructDetailStyleMapItem>();
+    if (!tables().hasFailed())
+        numberQualifierSets(tables());
     KorProgressCtrl::reset();
-    return batch.end(result);
+    return run.end(batch, result);
 }
 
 int Compact::loadTables()
 {
-    const KorDSNRequest request(tables().database, tables().index());
+    const KorDSNRequest request(tables().database, tables().index);
     int result = 1;
     const auto load = [&](auto... of) { (..., (result = tables().of(of()).load() && result == 1 ? 1 : 0)); };
     if (ofStyles()) {
@@ -313,51 +329,6 @@ int Compact::loadTables()
              descriptionOf<StructDetProcessScales>);
     load(descriptionOf<StructDetailStyleMap>);
     return result;
-}
-
-int Compact::backupTables()
-{
-    return forEachCopy([](const KorString& table, const KorString& copy) {
-        return KorDatabaseAccess::copyTable(KorDSNDefinitions::kAddin, table, copy, false);
-    });
-}
-
-int Compact::dropCopiesOfTables()
-{
-    return forEachCopy([](const KorString&, const KorString& copy) {
-        const int result =
-            KorDatabaseAccess::doSQLStatement(KorDSNDefinitions::kAddin, L"DROP TABLE [" + copy + L"]");
-        KorDatabaseAccess::resetCachedTable(KorDSNDefinitions::kAddin, copy);
-        return result;
-    });
-}
-
-void Compact::updateTablesStatus()
-{
-    const auto modify = [](std::initializer_list<int> types) {
-        for (const int type : types)
-            KorOdbcMan::setStatus(static_cast<KorOdbcMan::eTableType>(type), KorOdbcMan::eModified,
-                                  KorOdbcMan::kFirstCopy);
-    };
-    if (ofStyles())
-        modify({5, 8, 7, 29, 1, 11, 12, 10, 0, 9, 16, 4, 25, 14, 2, 3, 13, 22});
-    else if (ofProcesses())
-        modify({16});
-    if (ofProcesses())
-        modify({34, 40, 39, 33, 32, 37, 38});
-}
-
-void Compact::resetTablesContent()
-{
-    const KorDSNRequest request(tables().database, tables().index());
-    for (const CompactTable& table : tables().all())
-        if (table.isIn(tables().type)) {
-            RecordAccess::resetCache(table.type());
-            if (table.type().items.exists())
-                RecordAccess::resetCache(table.type().items.item());
-        }
-    if (ofStyles())
-        resetCaches<StructLinetypes>();
 }
 
 void Compact::updateDetObjAnnotationStrategy() { redirect<StructDetObjAnnotationStrategy>(); }

@@ -44,10 +44,11 @@ const std::vector<Rule> rules = {
      "SystemSource SelectMode ViewDirection BoxMode RotationX RotationZ DepthFront~ DepthBack~"},
     {1, "DetAnnotationType", "LeaderStyle AnnotationTypeContents1"},
     {1, "DetArrangerControl",
-     "ArrangeGlobally ArrangeInCentre OppositeAngleAllowed TerminateOnFirstFit UseBasePositionOnFailure",
+     "ArrangeGlobally ArrangeInCentre OppositeAngleAllowed TerminateOnFirstFit UseBasePositionOnFailure "
+     "LengthItems",
      "LengthItems", "", "Angle PreferredDistance MaxDistance"},
-    {1, "DetArrangerStrategy", "ArrangeGlobally ArrangeInCenter TerminateOnFirstFit", "LengthItems", "",
-     "SearchArea SearchDirection MinDistance MaxDistance"},
+    {1, "DetArrangerStrategy", "ArrangeGlobally ArrangeInCenter TerminateOnFirstFit LengthItems", "LengthItems",
+     "", "SearchArea SearchDirection MinDistance MaxDistance"},
     {1, "DetViewArrangeStrategy", "ArrangeDirection AlignViews HorizontalGap~ VerticalGap~"},
     {1, "DetViewLengthClip", "ClipX ClipY ClippingType MinimumLength~ Gap~"},
     {3, "DetObjQualifierSet", "", "DetObjQualifierSetItem", "IdDetObjQualifierSet",
@@ -188,8 +189,11 @@ void redirect(std::vector<Record>& records, std::map<std::string, Replaced>& rep
             cell.value = target->second;
             ++outcome.statements;
             for (Row& row : outcome.contents[cell.table]) // every item of that order
-                if (row["Key"] == record.key && (cell.order.empty() || row["Order"] == cell.order))
+                if (row["Key"] == record.key && (cell.order.empty() || row["Order"] == cell.order)) {
+                    const auto own = targets.find(row[cell.name]);
+                    outcome.ambiguous |= (own == targets.end() ? row[cell.name] : own->second) != cell.value;
                     row[cell.name] = cell.value;
+                }
         }
 }
 

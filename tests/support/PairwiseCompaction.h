@@ -24,7 +24,8 @@ std::set<std::string> dangling(const Contents& contents);
 enum Type { kStyles = 1, kProcesses = 2, kAll = 3 };
 struct Outcome {
     Contents contents;
-    long statements = 0; // of the redirections
+    long statements = 0;    // of the redirections
+    bool ambiguous = false; // one of them gives another item a reference that is not its own
 };
 /// What a compaction leaves: that of the tables of a type, or that of qualifier sets alone.
 Outcome compact(const Contents& before, Type type, bool deletes, bool setsAlone = false);

@@ -101,6 +101,8 @@ TEST_F(CompactCommand, ARunThatWouldLeaveReferencesToDeletedRowsIsRefused)
     const auto before = files();
     EXPECT_TRUE(
         matches(output("compact processes --dry-run"), "\\n[0-9]+ references would be left to deleted rows"));
+    EXPECT_TRUE(matches(output("compact processes --dry-run --json"),
+                        "\"DetObjQualifierSet\", [^\\n]*\"Left\": [1-9][0-9]*, \"Left references\": \"Det"));
     EXPECT_EQ(files(), before);
     output("compact processes --keep");
     expectClosed();
@@ -165,7 +167,8 @@ TEST_F(CompactCommand, TheBackupBringsEverythingBack)
     EXPECT_EQ(output("tables Details"), before);
     EXPECT_EQ(output("tree 20"), tree);
     EXPECT_TRUE(matches(title(), "only in the log"));
-    EXPECT_EQ(run("compact --backup --csv").err, "korodbc: note: a backup was kept in work/details.db.backup-2\n");
+    EXPECT_TRUE(matches(output("compact --backup --csv"),
+                        "\nTotal,[0-9]+,[0-9]+,[0-9]+,[0-9]+,0,,done,work/details\\.db\\.backup-2\n$"));
     EXPECT_TRUE(fs::exists(m_folder / "work/details.db.backup-2"));
     output("compact --backup");
     EXPECT_FALSE(fs::exists(m_folder / "work/details.db.backup-3")) << "nothing was compacted";
@@ -184,9 +187,8 @@ TEST_F(CompactCommand, ARunAndItsConfirmationAreOneTransaction)
             return number;
         };
         EXPECT_EQ(times("ok      COMMIT\n"), 1) << what;
-        EXPECT_GT(times("DROP TABLE [DetObjQualifierSet_VELCopy]"), 0) << "the edit is confirmed";
+        EXPECT_EQ(times("_VELCopy"), 0) << "nobody sees a copy";
         EXPECT_EQ(times("FAILED"), 0) << what;
-        EXPECT_LT(traced.err.rfind("DROP TABLE"), traced.err.rfind("COMMIT")) << what;
     }
 }
 
@@ -197,6 +199,9 @@ TEST_F(CompactCommand, TheAddInIsCompactedByItself)
     const std::string details = contents(m_folder / "work/details.db"), tree = output("tree 1 --source Addin");
     const std::string done = output("compact all --source addin --json");
     EXPECT_TRUE(matches(done, "\\{\"Table\": \"DetailStyle\", \"Rows\": 2, \"Duplicates\": [01], "));
+    EXPECT_TRUE(matches(done, "\\{\"Table\": \"Total\", .*\"Left\": 0, \"Left references\": \"\", "
+                              "\"Result\": \"done\", \"Backup\": \"\"\\}"));
+    EXPECT_TRUE(matches(output("compact all --source addin --json"), "\"Result\": \"nothing to do\""));
     EXPECT_EQ(output("tree 1 --source Addin"), tree);
     EXPECT_EQ(contents(m_folder / "work/details.db"), details);
     expectClosed();

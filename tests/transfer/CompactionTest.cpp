@@ -1,3 +1,5 @@
+#include "edit/KorTableEdit.h"
+#include "records/configuration/ExchangeRecords.h"
 #include "roots/ProgressSink.h"
 #include "support/DetailFixture.h"
 #include "transfer/KorOdbcCompactDetailsTables.h"
@@ -397,6 +399,181 @@ TEST_F(CompactionTest, QualifierSetsAreNumberedWithTheirItems)
           std::pair(1, Compact::kCompactDetailProcesses)})
         EXPECT_EQ(Compact::compactQualifierSets(details, flag, type), 1);
     EXPECT_EQ(keys("DetObjQualifierSet"), (Keys{1, 2, 3, 4}));
+}
+
+/// Keys of 0 and less make numbers rise; nothing may be in their way.
+TEST_F(CompactionTest, QualifierSetsOfAnyKeysKeepTheirItemsAndReferences)
+{
+    const int keys[] = {-7, 0, 1, 2, 3, 9};
+    KorArray<StructDetObjReprMapItem> items;
+    for (const int key : keys) {
+        put(details, qualifiers(key, 100 + key));
+        StructDetObjReprMapItem item;
+        item.order = static_cast<int>(items.length());
+        item.objQualifier = key;
+        items.append(item);
+        put(details, StructNecessaryViewsConfiguration{key + 20, L"rule", 1, 1, 0, key, 0, 1, L"o"});
+    }
+    put(details, StructNecessaryViewsConfiguration{50, L"any", 1, 1, 0, -1, 0, 1, L"o"});
+    put(details, StructDetObjReprMap{1, L"map", L"o", 0, items});
+    ASSERT_EQ(Compact::compactQualifierSets(details, 1, Compact::kCompactDetailStyles), 1)
+        << Compact::getFailure().toUtf8();
+    StructDetObjReprMap map;
+    ASSERT_EQ(StructDetObjReprMapMarshal::getStructByKey(1, map), 1);
+    for (int i = 0; i < 6; ++i) {
+        StructDetObjQualifierSet set;
+        ASSERT_EQ(StructDetObjQualifierSetMarshal::getStructByKey(i + 1, set), 1);
+        EXPECT_EQ(map.items[i].objQualifier, i + 1);
+        ASSERT_EQ(set.items.length(), 1);
+        EXPECT_EQ(set.items[0].objectQualifier, 100 + keys[i]);
+        StructNecessaryViewsConfiguration rule;
+        ASSERT_EQ(StructNecessaryViewsConfigurationMarshal::getStructByKey(keys[i] + 20, rule), 1);
+        EXPECT_EQ(rule.detObjQualifierSet, i + 1);
+    }
+    EXPECT_NE(rows(details, "NecessaryViewsConfiguration").back().find("|-1|0|1|o"), std::string::npos);
+    // Cancel would bring the old numbers of the sets back, but not those in the rules
+    put(details, qualifiers(10, 5));
+    put(details, StructNecessaryViewsConfiguration{60, L"rule", 1, 1, 0, 10, 0, 1, L"o"});
+    KorTableEdit edit({M::kDetObjQualifierSet}, M::kFirstCopy);
+    ASSERT_EQ(edit.begin(), 1);
+    EXPECT_EQ(Compact::compactQualifierSets(details, 1, Compact::kCompactDetailStyles), 0);
+    EXPECT_EQ(
+        Compact::getFailure().toUtf8(),
+        "NecessaryViewsConfiguration 60 names qualifier set 10, and would name another if the open dialog of "
+        "the qualifier sets were cancelled; close it first");
+    EXPECT_EQ(rows(details, "DetObjQualifierSet").back().substr(0, 3), "10|");
+}
+
+/// Tables that no compaction merges follow it: rules of necessary views, overrides of styles.
+TEST_F(CompactionTest, ReferencesOfOtherTablesAreRedirected)
+{
+    for (const auto type :
+         {Compact::kCompactDetailStyles, Compact::kCompactDetailProcesses, Compact::kCompactAll}) {
+        TearDown();
+        SetUp();
+        for (const int key : {1, 2}) {
+            put(details, qualifiers(key, 9));
+            put(details, StructDetViewArrangeStrategy{key, L"a", 1, 10, 12.5, 1, L"o"});
+            put(details, StructNecessaryViewsConfiguration{key, L"rule", 1, 1, 0, key, 0, 1, L"o"});
+            put(details, StructDetailStyleOverrides{key, L"x", key, 1, L"", 0, L"o"});
+        }
+        KorArray<KorCompactedTable> tables;
+        KorArray<KorDetailReference> stranded;
+        ASSERT_EQ(Compact::previewCompactProcess(details, type, tables, stranded), 1);
+        EXPECT_EQ(stranded.length(), 0);
+        const bool ofStyles = type != Compact::kCompactDetailProcesses;
+        EXPECT_EQ(tables[tables.length() - 1].table, KorString(L"NecessaryViewsConfiguration"));
+        EXPECT_EQ(tables[tables.length() - 1].redirected, 1);
+        compact(type);
+        KorArray<KorDetailReference> dangling;
+        EXPECT_EQ(KorDetailReferences::getReferrers(details, KorDSNDefinitions::kBase, L"DetObjQualifierSet", 1,
+                                                    dangling),
+                  1);
+        EXPECT_EQ(KorDetailReferences::getReferrers(details, KorDSNDefinitions::kBase, L"DetViewArrangeStrategy",
+                                                    1, dangling),
+                  1);
+        EXPECT_EQ(dangling.length(), ofStyles ? 4 : 3);
+    }
+}
+
+TEST_F(CompactionTest, TheNumberOfItemsThatIsStoredCountsForArrangers)
+{
+    for (const int key : {1, 2, 3})
+        put(details,
+            StructDetArrangerControl{key, L"c", 1, 0, 1, 0, 1, L"o", 0, KorArray<StructDetArrangerControlItem>()});
+    sql(details, {"UPDATE DetArrangerControl SET LengthItems = -1 WHERE [Key] = 2"}); // reads as none
+    compact(Compact::kCompactDetailStyles);
+    EXPECT_EQ(keys("DetArrangerControl"), (Keys{1, 2}));
+}
+
+/// What the run would lose by a statement that misses its row, or that hits another, undoes it.
+TEST_F(CompactionTest, ARunThatWouldLoseAReferenceIsUndone)
+{
+    const struct {
+        const char* spoil;
+        const char* failure;
+    } cases[] = {
+        {"UPDATE DetailStyleMapItems SET [Order] = NULL",
+         "DetailStyleMapItems 1 ObjQualifierSet would name DetObjQualifierSet 2, which would be gone"},
+        {"INSERT INTO DetailStyleMapItems ([Key], [Order], Script, ObjQualifierSet) VALUES (1, 0, 'other', 3)",
+         "two items of DetailStyleMapNew 1 have the order 0, so that a reference of one cannot be changed alone; "
+         "store that row again"},
+    };
+    for (const auto& [spoil, failure] : cases) {
+        TearDown();
+        SetUp();
+        for (const int key : {1, 2})
+            put(details, qualifiers(key, 9));
+        put(details, qualifiers(3, 8));
+        put(details, styleMap(1, {{-1, 0, L"long", 2, 6, 0}}));
+        sql(details, {spoil});
+        const Texts sets = rows(details, "DetObjQualifierSet"), items = rows(details, "DetailStyleMapItems");
+        for (const auto type : {Compact::kCompactAll, Compact::kCompactDetailProcesses}) {
+            EXPECT_EQ(Compact::startCompactProcess(details, 1, type), 0);
+            EXPECT_EQ(Compact::getFailure().toUtf8(), failure);
+            EXPECT_EQ(rows(details, "DetObjQualifierSet"), sets);
+            EXPECT_EQ(rows(details, "DetailStyleMapItems"), items);
+            EXPECT_EQ(M::getStatus(M::kDetObjQualifierSet, M::kFirstCopy), M::eNotModified);
+            EXPECT_FALSE(exists(details, "DetObjQualifierSet_VELCopy"));
+        }
+        // nothing of it is left for the next run, in another database
+        put(KorDSNDefinitions::kAddin, qualifiers(2, 9));
+        put(KorDSNDefinitions::kAddin, styleMap(1, {{-1, 0, L"long", 2, 6, 0}}));
+        EXPECT_EQ(Compact::startCompactProcess(KorDSNDefinitions::kAddin, 1, Compact::kCompactAll), 1);
+        EXPECT_EQ(rows(KorDSNDefinitions::kAddin, "DetailStyleMapItems"), (Texts{"1|0|long|2|6|0"}));
+    }
+}
+
+/// The manager and the service may be anywhere: a run keeps to its database, and so does its Cancel.
+TEST_F(CompactionTest, EachDatabaseIsCompactedAndCancelledByItself)
+{
+    const eDSN addin = KorDSNDefinitions::kAddin, country = KorDSNDefinitions::kCountryAddin;
+    const struct {
+        eDSN database, managers;
+        eIndex slot, managersSlot;
+    } cases[] = {
+        {addin, details, KorDSNDefinitions::kFirstAddin, KorDSNDefinitions::kBase},
+        {details, addin, KorDSNDefinitions::kBase, KorDSNDefinitions::kFirstAddin},
+        {country, country, KorDSNManager::getAddInIdx(1), KorDSNManager::getAddInIdx(1)},
+    };
+    for (const auto& [database, managers, slot, managersSlot] : cases) {
+        TearDown();
+        SetUp();
+        for (const eIndex each : {KorDSNManager::getAddInIdx(0), KorDSNManager::getAddInIdx(1)}) {
+            const KorDSNRequest request(database == country ? country : details,
+                                        database == country ? each : KorDSNDefinitions::kBase);
+            for (const int key : {1, 2})
+                put(database, qualifiers(database == country ? key : key + 2 * static_cast<int>(each), 9));
+        }
+        const auto stored = [](eDSN dsn, eIndex index) {
+            const KorDSNRequest request(dsn, index);
+            return rows(dsn, "DetObjQualifierSet");
+        };
+        const Texts before = stored(database, slot);
+        M::setCurrentDSN(managers);
+        M::setCurrentAddIn(managersSlot);
+        EXPECT_EQ(Compact::startCompactProcess(database, 1, Compact::kCompactAll), 1);
+        EXPECT_EQ(stored(database, slot).size(), 1u);
+        if (database == country) {
+            EXPECT_EQ(stored(country, KorDSNManager::getAddInIdx(0)), before);
+        }
+        EXPECT_EQ(M::m_currentDSN, managers);
+        EXPECT_EQ(M::setStatusOnCancel(M::kDetObjQualifierSet, M::kFirstCopy), 1);
+        EXPECT_EQ(stored(database, slot), before);
+    }
+}
+
+/// The Cancel of an inner dialog would bring back references to rows that are gone.
+TEST_F(CompactionTest, TablesOfAnInnerDialogAreLeftAlone)
+{
+    put(details, clip(1));
+    put(details, clip(2));
+    put(details, request(1, 2));
+    M::setStatus(M::kDetViewRequest, M::eModified, M::kSecondCopy);
+    EXPECT_EQ(compact(Compact::kCompactAll, 1, 0), Texts());
+    EXPECT_EQ(Compact::getFailure().toUtf8(), "DetViewRequest is open in an inner dialog; close it first");
+    EXPECT_EQ(M::setStatusOnCancel(M::kDetViewRequest, M::kSecondCopy), 1);
+    EXPECT_EQ(compact(Compact::kCompactAll).size(), 2u);
 }
 
 TEST_F(CompactionTest, ProgressAndStatus)

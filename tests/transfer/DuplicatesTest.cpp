@@ -1,5 +1,6 @@
 #include "../src/transfer/Duplicates.h"
 
+#include "records/detail/DetailProcessRecords.h"
 #include "records/detail/DetailViewRecords.h"
 
 #include <cstdint>
@@ -17,6 +18,22 @@ bool equal(const Box& a, const Box& b)
     return a.systemSource == b.systemSource && a.selectMode == b.selectMode &&
            a.viewDirection == b.viewDirection && a.boxMode == b.boxMode && a.rotationX == b.rotationX &&
            a.rotationZ == b.rotationZ && close(a.depthFront, b.depthFront) && close(a.depthBack, b.depthBack);
+}
+
+/// The first that equals each and for which no other stands, found by looking at all pairs.
+template <class T, class Equal>
+std::vector<long> firstOfAllPairs(const KorArray<T>& records, Equal equals)
+{
+    std::vector<long> first(static_cast<std::size_t>(records.length()), -1);
+    for (int i = 0; i < records.length(); ++i) {
+        if (first[i] >= 0)
+            continue;
+        first[i] = i;
+        for (int j = i + 1; j < records.length(); ++j)
+            if (first[j] < 0 && equals(records.data()[i], records.data()[j]))
+                first[j] = i;
+    }
+    return first;
 }
 
 /// Records as a host may hold them, with values that no database gives, against a walk over all pairs.
@@ -43,22 +60,54 @@ TEST(DuplicateRuleTest, FindsWhatComparingEveryPairFinds)
         box.depthBack = pick(tolerant);
         boxes.append(box);
     }
-    std::vector<long> expected(boxes.length(), -1);
+    const std::vector<long> expected = firstOfAllPairs(boxes, equal);
     long duplicates = 0;
-    for (int i = 0; i < boxes.length(); ++i) {
-        if (expected[i] >= 0)
-            continue;
-        expected[i] = i;
-        for (int j = i + 1; j < boxes.length(); ++j)
-            if (expected[j] < 0 && equal(boxes[i], boxes[j])) {
-                expected[j] = i;
-                ++duplicates;
-            }
-    }
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        duplicates += expected[i] != static_cast<long>(i) ? 1 : 0;
     const RecordDescription& type = descriptionOf<Box>();
     EXPECT_EQ(korodbc::DuplicateRule(type).survivors(type.operations->list, &boxes), expected);
     EXPECT_GT(duplicates, 500);
     EXPECT_LT(duplicates, 2500);
+}
+
+/// Texts that equal any other make equality neither transitive nor a matter of hashes.
+TEST(DuplicateRuleTest, FindsWhatComparingEveryPairFindsInLooseTexts)
+{
+    using Map = StructDetailStyleMap;
+    const struct {
+        int items, texts, sets; // at most so many items; different long texts; different qualifier sets
+    } cases[] = {{1, 3, 1}, {3, 4, 2}, {8, 2, 1}, {12, 500, 1}, {12, 2, 1}};
+    const RecordDescription& type = descriptionOf<Map>();
+    const korodbc::DuplicateRule rule(type, {.loose = "Script"});
+    for (const auto& [items, texts, sets] : cases) {
+        std::uint64_t state = 11;
+        const auto below = [&](int limit) {
+            state = state * 6364136223846793005u + 1442695040888963407u;
+            return static_cast<int>((state >> 33) % static_cast<unsigned>(limit));
+        };
+        KorArray<Map> maps;
+        for (int key = 1; key <= 1000; ++key) {
+            Map map;
+            map.key = key;
+            for (int item = items == 3 ? below(3) : 0; item < items; ++item) {
+                const KorString text = below(3) == 0 ? KorString(below(2) == 0 ? L"" : L"ab")
+                                                     : KorString::format(L"text %d", below(texts));
+                map.items.append(StructDetailStyleMapItem{-1, 0, text, below(sets), 6, 0});
+            }
+            maps.append(map);
+        }
+        const auto equalMaps = [](const Map& a, const Map& b) {
+            bool same = a.items.length() == b.items.length();
+            for (int i = 0; same && i < a.items.length(); ++i) {
+                const auto &x = a.items.data()[i], &y = b.items.data()[i];
+                same = x.objQualifierSet == y.objQualifierSet &&
+                       (x.script.length() <= 2 || y.script.length() <= 2 || x.script == y.script);
+            }
+            return same;
+        };
+        EXPECT_EQ(rule.survivors(type.operations->list, &maps), firstOfAllPairs(maps, equalMaps))
+            << items << " " << texts;
+    }
 }
 
 } // namespace

@@ -1,12 +1,12 @@
 #include "Commands.h"
 #include "CurrentDatabase.h"
 #include "DetailFile.h"
-#include "edit/KorTableEdit.h"
 #include "Records.h"
 #include "records/detail/DetailObjectRecords.h"
 #include "records/Registry.h"
 #include "repository/KorDatabaseAccess.h"
 #include "roots/KorProgressCtrl.h"
+#include "transfer/KorODBCDetailStyleExports.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -14,57 +14,18 @@
 namespace {
 
 using Compact = KorOdbcCompactDetailsTables;
-using Man = KorOdbcMan;
 
-/// What is compacted. The tables that a run changes are edited under copies, those of items included.
 struct Kind {
     const char* name;
     Compact::eCompactType type;
-    std::initializer_list<Man::eTableType> tables;
     bool onlyQualifierSets = false;
 };
 
 const Kind kinds[] = {
-    {"styles",
-     Compact::kCompactDetailStyles,
-     {Man::kDetViewSystemAndBox, Man::kDetViewLengthClip, Man::kDetViewDimStrategy, Man::kDetViewArrangeStrategy,
-      Man::kDetArrangerControl, Man::kDetArrangerStrategy, Man::kDetAnnotationType, Man::kDetailStyle,
-      Man::kDetObjAnnotationStrategy, Man::kDetObjQualifierSet, Man::kDetObjReprMap,
-      Man::kDetViewDimPointSelection, Man::kDetViewDimRequestLinear, Man::kDetViewRequest,
-      Man::kDetViewRequestCategories, Man::kLinetypes, Man::kDetailStyleMap}},
-    {"processes",
-     Compact::kCompactDetailProcesses,
-     {Man::kDetObjQualifierSet, Man::kDetailProcessDefinition, Man::kDetailProcessStep,
-      Man::kDetailFilenameSelector, Man::kDetailProcessMain2CutScale, Man::kDetailProcessScales,
-      Man::kDetailStyleMap}},
-    {"all",
-     Compact::kCompactAll,
-     {Man::kDetViewSystemAndBox,
-      Man::kDetViewLengthClip,
-      Man::kDetViewDimStrategy,
-      Man::kDetViewArrangeStrategy,
-      Man::kDetArrangerControl,
-      Man::kDetArrangerStrategy,
-      Man::kDetAnnotationType,
-      Man::kDetailStyle,
-      Man::kDetObjAnnotationStrategy,
-      Man::kDetObjQualifierSet,
-      Man::kDetObjReprMap,
-      Man::kDetViewDimPointSelection,
-      Man::kDetViewDimRequestLinear,
-      Man::kDetViewRequest,
-      Man::kDetViewRequestCategories,
-      Man::kLinetypes,
-      Man::kDetailStyleMap,
-      Man::kDetailProcessDefinition,
-      Man::kDetailProcessStep,
-      Man::kDetailFilenameSelector,
-      Man::kDetailProcessMain2CutScale,
-      Man::kDetailProcessScales}},
-    {"qualifier-sets",
-     Compact::kCompactDetailStyles,
-     {Man::kDetObjQualifierSet, Man::kDetObjReprMap, Man::kDetViewDimPointSelection, Man::kDetailStyleMap},
-     true},
+    {"styles", Compact::kCompactDetailStyles},
+    {"processes", Compact::kCompactDetailProcesses},
+    {"all", Compact::kCompactAll},
+    {"qualifier-sets", Compact::kCompactDetailStyles, true},
 };
 
 const Kind& kindNamed(const std::string& name)
@@ -86,7 +47,7 @@ Source sourceToCompact(const std::string& name)
 void keepTablesOf(const Kind& kind, KorArray<KorCompactedTable>& reports, std::vector<KorCompactedTable>& tables)
 {
     const auto referring = {L"DetObjQualifierSet", L"DetObjReprMapsNew", L"DetViewDimPointSelection",
-                            L"DetailStyleMapNew"};
+                            L"DetailStyleMapNew", L"NecessaryViewsConfiguration"};
     tables.clear();
     for (const KorCompactedTable& report : reports)
         if (!kind.onlyQualifierSets ||
@@ -103,11 +64,16 @@ bool qualifierSetsHaveGaps()
     for (const StructDetObjQualifierSet& set : sets)
         keys.push_back(set.key);
     std::sort(keys.begin(), keys.end());
-    return !keys.empty() && (keys.front() != 1 || keys.back() != static_cast<int>(keys.size()));
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        if (keys[i] != static_cast<int>(i) + 1)
+            return true;
+    return false;
 }
 
 Failure unreadable(const Source& source)
 {
+    if (const KorString failure = Compact::getFailure(); !failure.isEmpty())
+        return {kFailed, source.name + " cannot be compacted: " + failure.toUtf8()};
     std::string reason = because();
     for (const auto describe : records::all()) {
         const KorString table = KorString::fromUtf8(describe().table);
@@ -175,31 +141,46 @@ void refuseUnknownSets(const Source& source)
                                    firstOf(unknown) + "); correct them first, see: korodbc check"};
 }
 
-/// Throws, with everything as before, when the tables cannot be edited.
+/// Lets no edit copies be taken: what runs in one batch needs none.
+class WithoutCopies {
+public:
+    WithoutCopies() { KorODBCDetailStyleExports::CancelBackupTables(1); }
+    ~WithoutCopies() { KorODBCDetailStyleExports::CancelBackupTables(0); }
+    WithoutCopies(const WithoutCopies&) = delete;
+    WithoutCopies& operator=(const WithoutCopies&) = delete;
+};
+
+std::string whatToDo(const std::string& reason)
+{
+    if (reason.find("locked") != std::string::npos)
+        return "; try again when the other program has finished";
+    if (reason.find("readonly") != std::string::npos)
+        return "; make the database writable and try again";
+    return "; nothing was changed";
+}
+
+/// Throws, with everything as before, when the tables cannot be compacted.
 void run(const Kind& kind, const Source& source, bool keep)
 {
-    const CurrentDatabase current(source);
     KorProgressCtrl::setTitle(KorString::fromUtf8("Compacting " + source.name));
-    KorDatabaseBatch batch; // the run and its confirmation: both are stored, or neither
-    KorTableEdit edit(kind.tables, Man::kFirstCopy);
-    edit.begin();
-    const KorString copy = KorDatabaseAccess::getTableName(L"DetObjQualifierSet_VELCopy");
-    int result = KorDatabaseAccess::doesTableExists(source.dsn, copy);
-    std::string reason = because();
-    if (result == 1) {
+    const CurrentDatabase current(source);
+    const WithoutCopies copies;
+    KorDatabaseBatch batch;
+    int result = KorDatabaseBatch::lock(source.dsn) == 1 ? KorOdbcMan::bringBackLeftCopies() : 0;
+    std::string reason;
+    if (result != 1) {
+        reason = because();
+    } else {
         result = kind.onlyQualifierSets ? Compact::compactQualifierSets(source.dsn, keep ? 0 : 1, kind.type)
                                         : Compact::startCompactProcess(source.dsn, keep ? 0 : 1, kind.type);
         if (result != 1)
-            reason = because();
-        const int closed = result == 1 ? edit.ok() : edit.cancel();
-        if (closed != 1) {
-            reason = because();
-            result = 0;
-        }
+            reason = Compact::getFailure().isEmpty() ? because() : ": " + Compact::getFailure().toUtf8();
     }
-    if (batch.end(result) != 1)
-        throw Failure{kFailed, source.name + " was not compacted" + (reason.empty() ? because() : reason) +
-                                   "; make the database writable and try again"};
+    if ((result == 1 ? batch.end(1) : batch.undo(0)) == 1)
+        return;
+    if (reason.empty())
+        reason = because();
+    throw Failure{kFailed, source.name + " was not compacted" + reason + whatToDo(reason)};
 }
 
 /// Totals of all tables.
@@ -223,22 +204,46 @@ struct Totals {
     }
 };
 
+/// What a table's row says of the references to its deleted rows that are left.
+std::vector<KorDetailReference> strandedBy(const Compacted& compacted, const std::string& table)
+{
+    std::vector<KorDetailReference> left;
+    for (const KorDetailReference& reference : compacted.stranded)
+        if (table.empty() || reference.target.toUtf8() == table)
+            left.push_back(reference);
+    return left;
+}
+
+/// The other formats say in columns of their own what the text says below the table.
 void print(const Compacted& compacted, const CompactOptions& options)
 {
+    const bool isText = options.format == Format::Text;
     Sheet sheet{{{"Table", false},
                  {"Rows", true},
                  {"Duplicates", true},
                  {options.dryRun ? "To redirect" : "Redirected", true},
                  {options.dryRun ? "To delete" : "Deleted", true}},
                 {}};
-    const auto add = [&](const std::string& name, const auto& report) {
+    if (!isText)
+        sheet.columns.insert(sheet.columns.end(),
+                             {{"Left", true}, {"Left references", false}, {"Result", false}, {"Backup", false}});
+    const std::string result = compacted.nothingToDo ? "nothing to do" : options.dryRun ? "planned" : "done";
+    const auto add = [&](const std::string& name, const std::string& table, const auto& report) {
         sheet.rows.push_back({name, std::to_string(report.rows), std::to_string(report.duplicates),
                               std::to_string(report.redirected), std::to_string(report.deleted)});
+        if (isText)
+            return;
+        const std::vector<KorDetailReference> left = strandedBy(compacted, table);
+        std::string texts;
+        for (const KorDetailReference& reference : left)
+            texts += (texts.empty() ? "" : "; ") + referenceText(reference);
+        sheet.rows.back().insert(sheet.rows.back().end(),
+                                 {std::to_string(left.size()), texts, table.empty() ? result : "",
+                                  table.empty() ? compacted.backup : ""});
     };
     for (const KorCompactedTable& table : compacted.tables)
-        add(table.table.toUtf8(), table);
-    if (options.format == Format::Text)
-        add("Total", Totals(compacted.tables));
+        add(table.table.toUtf8(), table.table.toUtf8(), table);
+    add("Total", "", Totals(compacted.tables));
     printSheet(sheet, options.format);
 }
 
@@ -288,11 +293,8 @@ void runCompact(const GlobalOptions& global, const CompactOptions& options)
     const StartedSession session(global);
     const Compacted compacted = compact(options);
     print(compacted, options);
-    if (options.format != Format::Text) {
-        if (!compacted.backup.empty())
-            std::fprintf(stderr, "korodbc: note: a backup was kept in %s\n", compacted.backup.c_str());
+    if (options.format != Format::Text)
         return;
-    }
     const Totals totals(compacted.tables);
     const long stranded = static_cast<long>(compacted.stranded.size());
     std::puts("");

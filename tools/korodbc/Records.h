@@ -40,7 +40,7 @@ struct Link {
     const ColumnDescription* column;
     int target; // key
 
-    bool namesNone() const { return target == -1 && (column->noneAllowed || column->link == LinkKind::Lookup); }
+    bool namesNone() const { return column->isNone(target); }
 };
 std::vector<Link> linksOf(const RecordDescription& type, const void* record);
 

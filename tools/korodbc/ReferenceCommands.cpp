@@ -1,6 +1,5 @@
 #include "Commands.h"
 #include "Records.h"
-#include "records/Registry.h"
 #include "repository/RecordAccess.h"
 
 #include <cstdio>
@@ -26,20 +25,9 @@ std::vector<Source> detailDatabases(const std::string& name)
     return sources;
 }
 
-/// References of the requested data source that name a row.
-long numberOfReferences(eDSN dsn)
+std::string targetText(const KorDetailReference& reference)
 {
-    long number = 0;
-    for (const auto describe : records::all()) {
-        const RecordDescription& type = describe();
-        if (type.homes.contains(dsn) && records::isDetailTable(type) && type.itemOwner < 0)
-            RecordAccess::visit(type, [&](const void* record) {
-                for (const Link& link : linksOf(type, record))
-                    number += link.namesNone() ? 0 : 1;
-                return true;
-            });
-    }
-    return number;
+    return reference.targetText.isEmpty() ? std::to_string(reference.targetKey) : reference.targetText.toUtf8();
 }
 
 std::string itemText(const KorDetailReference& reference)
@@ -54,7 +42,7 @@ void runShared(const GlobalOptions& global, const SharedOptions& options)
     const StartedSession session(global);
     const Source source = detailDatabases(options.source).front();
     const StoredTable table = findTable(options.table, options.source);
-    if (table.type == nullptr || table.type->key < 0 || table.type->hasTextKey())
+    if (table.type == nullptr || table.type->key < 0)
         throw Failure{kUsage, "nothing refers to the rows of " + table.name +
                                   " by a key of their own; name the table whose rows they belong to"};
     const RecordDescription& type = *table.type;
@@ -71,24 +59,36 @@ void runShared(const GlobalOptions& global, const SharedOptions& options)
                                      ") has no row with the key or name " + quote(options.row) +
                                      nearest(options.row, names) + "; list them with: korodbc show " + table.name};
     }
-    const int key = type.keyOf(record.get());
+    const std::string key = keyText(type, record.get());
+    const KorString target = KorString::fromUtf8(type.table);
     KorArray<KorDetailReference> references;
-    if (KorDetailReferences::getReferrers(source.dsn, source.index, KorString::fromUtf8(type.table), key,
-                                          references) != 1)
+    if ((type.hasTextKey() ? KorDetailReferences::getReferrers(source.dsn, source.index, target,
+                                                               KorString::fromUtf8(key), references)
+                           : KorDetailReferences::getReferrers(source.dsn, source.index, target,
+                                                               type.keyOf(record.get()), references)) != 1)
         throw Failure{kFailed, "the references of " + source.name + " cannot be read" + because()};
+    const bool isText = options.format == Format::Text;
+    const std::string isShared = references.length() >= 2 ? "yes" : "no";
     Sheet sheet{{{"Table", false}, {"Key", true}, {"Name", false}, {"Column", false}, {"Item", true}}, {}};
     for (const KorDetailReference& reference : references)
         sheet.rows.push_back({reference.table.toUtf8(), std::to_string(reference.key), reference.name.toUtf8(),
                               reference.column.toUtf8(), itemText(reference)});
-    if (options.format != Format::Text || references.length() > 0)
+    if (!isText) {
+        sheet.columns.insert(sheet.columns.end(), {{"References", true}, {"Shared", false}});
+        for (std::vector<std::string>& row : sheet.rows)
+            row.resize(sheet.columns.size());
+        sheet.rows.push_back({"Total", "", "", "", "", std::to_string(references.length()), isShared});
+    }
+    if (!isText || references.length() > 0)
         printSheet(sheet, options.format);
-    if (options.format != Format::Text)
+    if (!isText)
         return;
     const std::string name = type.runName < 0 ? "" : " " + quote(cellText(*type.runNameColumn(), record.get()));
-    std::printf(
-        "%s%s %d%s: %s.\nShared: %s\n", references.length() > 0 ? "\n" : "", table.name.c_str(), key, name.c_str(),
-        references.length() == 0 ? "nothing refers to it" : counted(references.length(), "reference").c_str(),
-        references.length() >= 2 ? "yes" : "no");
+    std::printf("%s%s %s%s: %s.\nShared: %s\n", references.length() > 0 ? "\n" : "", table.name.c_str(),
+                key.c_str(), name.c_str(),
+                references.length() == 0 ? "nothing refers to it"
+                                         : counted(references.length(), "reference").c_str(),
+                isShared.c_str());
 }
 
 std::string referenceText(const KorDetailReference& reference)
@@ -96,7 +96,7 @@ std::string referenceText(const KorDetailReference& reference)
     return reference.table.toUtf8() + " " + std::to_string(reference.key) +
            (reference.name.isEmpty() ? "" : " " + quote(reference.name.toUtf8())) +
            (reference.item < 0 ? "" : " item " + itemText(reference)) + " " + reference.column.toUtf8() + " -> " +
-           reference.target.toUtf8() + " " + std::to_string(reference.targetKey);
+           reference.target.toUtf8() + " " + targetText(reference);
 }
 
 void runCheck(const GlobalOptions& global, const std::string& sourceName, Format format)
@@ -109,7 +109,9 @@ void runCheck(const GlobalOptions& global, const std::string& sourceName, Format
                  {"Item", true},
                  {"Column", false},
                  {"Target", false},
-                 {"Target key", true}},
+                 {"Target key", true},
+                 {"References", true},
+                 {"Lead nowhere", true}},
                 {}};
     long dangling = 0;
     std::string summary;
@@ -121,17 +123,23 @@ void runCheck(const GlobalOptions& global, const std::string& sourceName, Format
         for (const KorDetailReference& reference : references) {
             sheet.rows.push_back({source.name, reference.table.toUtf8(), std::to_string(reference.key),
                                   reference.name.toUtf8(), itemText(reference), reference.column.toUtf8(),
-                                  reference.target.toUtf8(), std::to_string(reference.targetKey)});
+                                  reference.target.toUtf8(), targetText(reference)});
             if (format == Format::Text)
                 std::printf("%s: %s, which does not exist\n", source.name.c_str(),
                             referenceText(reference).c_str());
         }
-        const KorDSNRequest request(source.dsn, source.index);
-        summary += source.name + ": " + counted(numberOfReferences(source.dsn), "reference") + ", " +
+        const int count = KorDetailReferences::count(source.dsn, source.index);
+        if (count < 0)
+            throw Failure{kFailed, "the references of " + source.name + " cannot be read" + because()};
+        summary += source.name + ": " + counted(count, "reference") + ", " +
                    (references.length() == 0 ? "all lead somewhere"
                                              : std::to_string(references.length()) + " lead nowhere") +
                    "\n";
+        sheet.rows.push_back({source.name, "Total", "", "", "", "", "", "", std::to_string(count),
+                              std::to_string(references.length())});
     }
+    for (std::vector<std::string>& row : sheet.rows)
+        row.resize(sheet.columns.size());
     if (format != Format::Text)
         printSheet(sheet, format);
     else

@@ -1,6 +1,7 @@
 #include "records/configuration/ExchangeRecords.h"
 
 #include "records/DescriptionBuilder.h"
+#include "records/detail/DetailObjectRecords.h"
 #include "records/Registry.h"
 
 using namespace records;
@@ -87,18 +88,19 @@ const RecordDescription& descriptionOf<StructNecessaryViewsConfiguration>()
 {
     using R = StructNecessaryViewsConfiguration;
     return described([] {
-        return describe<R>("StructNecessaryViewsConfiguration",
-                           "NecessaryViewsConfiguration",
-                           inDetails,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::viewType>("ViewType"),
-                           column<&R::beamType>("BeamType"),
-                           column<&R::notBeamType>("NOTBeamType"),
-                           column<&R::detObjQualifierSet>("DetObjQualifierSet"),
-                           column<&R::notDetObjQualifierSet>("NOTDetObjQualifierSet"),
-                           column<&R::rule>("Rule"),
-                           owner<&R::ownerText>("OwnerText"));
+        return describe<R>(
+            "StructNecessaryViewsConfiguration",
+            "NecessaryViewsConfiguration",
+            inDetails,
+            key<&R::key>("Key"),
+            runName<&R::runName>("RunName"),
+            column<&R::viewType>("ViewType"),
+            column<&R::beamType>("BeamType"),
+            column<&R::notBeamType>("NOTBeamType"),
+            column<&R::detObjQualifierSet>("DetObjQualifierSet").names<StructDetObjQualifierSet>().noneAllowed(),
+            column<&R::notDetObjQualifierSet>("NOTDetObjQualifierSet"),
+            column<&R::rule>("Rule"),
+            owner<&R::ownerText>("OwnerText"));
     });
 }
 

@@ -132,7 +132,10 @@ const RecordDescription& descriptionOf<StructDetailStyleMapItem>()
                            column<&R::script>("Script"),
                            reference<&R::objQualifierSet, StructDetObjQualifierSet>("ObjQualifierSet"),
                            reference<&R::detailStyle, StructDetailStyle>("DetailStyle"),
-                           column<&R::detailStyleOverrides>("DetailStyleOverrides"));
+                           column<&R::detailStyleOverrides>("DetailStyleOverrides")
+                               .names<StructDetailStyleOverrides>()
+                               .noneAllowed()
+                               .zeroIsNone());
     });
 }
 

@@ -1,6 +1,7 @@
 #include "records/detail/DetailSettingRecords.h"
 
 #include "records/DescriptionBuilder.h"
+#include "records/detail/DetailCatalogueRecords.h"
 #include "records/Registry.h"
 
 #include <utility>
@@ -117,7 +118,7 @@ const RecordDescription& descriptionOf<StructDetExternalObject>()
                            key<&R::key>("Key"),
                            runName<&R::runName>("RunName"),
                            column<&R::className>("ClassName"),
-                           column<&R::modelType>("ModelType"));
+                           lookup<&R::modelType, StructDetModelType>("ModelType"));
     });
 }
 

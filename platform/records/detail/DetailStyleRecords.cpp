@@ -16,26 +16,27 @@ const RecordDescription& descriptionOf<StructDetailStyle>()
 {
     using R = StructDetailStyle;
     return described([] {
-        return describe<R>("StructDetailStyle",
-                           "DetailStyle",
-                           inDetails,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           reference<&R::viewArrangeStrategy, StructDetViewArrangeStrategy>("ViewArrangeStrategy"),
-                           column<&R::detailOrientation>("DetailOrientation"),
-                           column<&R::objectSelectionStrategy>("ObjectSelectionStrategy"),
-                           column<&R::titleFormat>("TitleFormat"),
-                           column<&R::titlePosition>("TitlePosition"),
-                           column<&R::cutViewTitleFormat>("CutViewTitleFormat"),
-                           column<&R::cutViewTitlePosition>("CutViewTitlePosition"),
-                           column<&R::scaleFormat>("ScaleFormat"),
-                           column<&R::dateFormat>("DateFormat"),
-                           column<&R::frameAppearance>("FrameAppearance"),
-                           column<&R::objectPosition>("ObjectPosition"),
-                           column<&R::automaticClipping>("AutomaticClipping"),
-                           owner<&R::ownerText>("OwnerText"),
-                           itemCount<&R::numberRequests>("NumberRequests").writtenAfter(11),
-                           numberedReferences<&R::requests, StructDetViewRequest>("Request%d", 8));
+        return describe<R>(
+            "StructDetailStyle",
+            "DetailStyle",
+            inDetails,
+            key<&R::key>("Key"),
+            runName<&R::runName>("RunName"),
+            reference<&R::viewArrangeStrategy, StructDetViewArrangeStrategy>("ViewArrangeStrategy"),
+            lookup<&R::detailOrientation, StructDetailOrientation>("DetailOrientation"),
+            lookup<&R::objectSelectionStrategy, StructDetObjSelectionStrategy>("ObjectSelectionStrategy"),
+            column<&R::titleFormat>("TitleFormat"),
+            column<&R::titlePosition>("TitlePosition"),
+            column<&R::cutViewTitleFormat>("CutViewTitleFormat"),
+            column<&R::cutViewTitlePosition>("CutViewTitlePosition"),
+            column<&R::scaleFormat>("ScaleFormat"),
+            column<&R::dateFormat>("DateFormat"),
+            column<&R::frameAppearance>("FrameAppearance"),
+            column<&R::objectPosition>("ObjectPosition"),
+            column<&R::automaticClipping>("AutomaticClipping"),
+            owner<&R::ownerText>("OwnerText"),
+            itemCount<&R::numberRequests>("NumberRequests").writtenAfter(11),
+            numberedReferences<&R::requests, StructDetViewRequest>("Request%d", 8));
     });
 }
 

@@ -3,6 +3,7 @@
 #include "records/DescriptionBuilder.h"
 #include "records/detail/DetailCatalogueRecords.h"
 #include "records/detail/DetailObjectRecords.h"
+#include "records/detail/DetailSettingRecords.h"
 #include "records/detail/DetailStyleRecords.h"
 #include "records/Registry.h"
 
@@ -20,7 +21,7 @@ const RecordDescription& descriptionOf<StructDetViewRequestCategory>()
                            inDetails,
                            key<&R::key>("Key"),
                            reference<&R::baseCategory, StructDetBaseCategory>("BaseCategory"),
-                           itemOwner<&R::detViewRequest>("DetViewRequest"),
+                           itemOwner<&R::detViewRequest>("DetViewRequest").names<StructDetViewRequest>(),
                            unstored<&R::deleted>());
     });
 }
@@ -114,7 +115,9 @@ const RecordDescription& descriptionOf<StructDetViewDimStrategyItem>()
                            reference<&R::requestLinear, StructDetViewDimRequestLinear>("RequestLinear"),
                            column<&R::groupEqualDistances>("GroupEqualDistances"),
                            column<&R::brokenRunningDimension>("BrokenRunningDimension"),
-                           column<&R::runningDimensionTextAlignment>("RunningDimensionTextAlignment"),
+                           lookup<&R::runningDimensionTextAlignment, StructDetRunningDimensionTextAlignment>(
+                               "RunningDimensionTextAlignment")
+                               .zeroIsNone(),
                            column<&R::hideDimensionPoint>("HideDimensionPoint"));
     });
 }
