@@ -21,6 +21,7 @@ public:
         int orders[2], replies[2];
         if (::pipe2(orders, O_CLOEXEC) != 0 || ::pipe2(replies, O_CLOEXEC) != 0)
             return;
+        ::signal(SIGPIPE, SIG_IGN); // it may have died
         std::fflush(nullptr);
         m_process = ::fork();
         if (m_process == 0) {
@@ -35,7 +36,16 @@ public:
         m_orders = orders[1];
         m_replies = replies[0];
     }
-    ~OtherProgram() { end(); }
+    /// Ends it as it stands: nothing is closed.
+    ~OtherProgram()
+    {
+        if (m_process <= 0)
+            return;
+        ::kill(m_process, SIGKILL);
+        ::close(m_orders);
+        ::close(m_replies);
+        ::waitpid(m_process, nullptr, 0);
+    }
     OtherProgram(const OtherProgram&) = delete;
     OtherProgram& operator=(const OtherProgram&) = delete;
 
@@ -45,24 +55,8 @@ public:
         std::string reply;
         return send(m_orders, order) && receive(m_replies, reply) ? reply : "dead";
     }
-    /// Ends it as it stands: nothing is closed.
-    void kill()
-    {
-        if (m_process > 0)
-            ::kill(m_process, SIGKILL);
-        end();
-    }
 
 private:
-    void end()
-    {
-        if (m_process <= 0)
-            return;
-        ::close(m_orders);
-        ::close(m_replies);
-        ::waitpid(m_process, nullptr, 0);
-        m_process = 0;
-    }
     static bool all(ssize_t (*move)(int, char*, std::size_t), int handle, char* data, std::size_t size)
     {
         for (std::size_t done = 0; done < size;) {
