@@ -117,14 +117,14 @@ int storeItems(KorOdbcMan::eTableType ownerType, long ownerKey, KorOdbcMan::eCop
     const ColumnDescription& ownerColumn = *type.at(type.itemOwner);
     const ColumnDescription* order = type.at(type.itemOrder);
     KorString insert;
+    int result = 1;
     if (rows->columns != nullptr) {
         insert = KorString(L"INSERT INTO ") + table + rows->columns + L" VALUES " + rows->values;
-        KorOdbcMan::deleteRecord(static_cast<KorOdbcMan::eTableType>(rows->itemType), KorOdbcKey(ownerKey),
+        result = KorOdbcMan::deleteRecord(static_cast<KorOdbcMan::eTableType>(rows->itemType), KorOdbcKey(ownerKey),
                                  rows->copiedAtFirstDepth ? KorOdbcMan::kFirstCopy : depth);
     } else {
-        deleteWhere(table, KorString::fromUtf8(ownerColumn.name), ownerKey);
+        result = deleteWhere(table, KorString::fromUtf8(ownerColumn.name), ownerKey);
     }
-    int result = 1;
     for (long position = 0; result == 1 && position < list.length(owner.currentRecord); ++position) {
         void* item = list.at(owner.currentRecord, position);
         ownerColumn.integer(item) = static_cast<int>(ownerKey);

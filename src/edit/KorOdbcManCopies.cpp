@@ -389,8 +389,11 @@ int KorOdbcMan::dropCopyOfTable(eTableType type, eCopyDepth depth)
         result = KorDatabaseAccess::doSQLStatement(m_currentDSN, KorString::format(L"DROP TABLE [%s]", copy));
         KorDatabaseAccess::resetCachedTable(m_currentDSN, copy);
     }
-    change(backup, slot, type, depth, false);
-    releaseIfClosed(slot, type, names);
+    // a copy that stays is still in use: without its mark it would come back over confirmed work
+    if (result == 1 || !names.isClaimed() || !names.hasCopy(depth)) {
+        change(backup, slot, type, depth, false);
+        releaseIfClosed(slot, type, names);
+    }
     return batch.end(result);
 }
 
@@ -443,9 +446,12 @@ int KorOdbcMan::setStatusOnUpdate(eTableType type, eCopyDepth depth)
     return closeEverywhere(
         type, depth, [=](int slot) { return isDepth(depth) && status(slot, type, depth) == eModified; },
         [=] {
+            KorDatabaseBatch batch;
             const int dropped = dropCopyOfTable(type, depth);
             const int copied = backupTable(type, depth);
-            return dropped == 1 ? copied : dropped;
+            if (copied != 1)
+                return batch.undo(copied); // the copy that there was stays
+            return batch.end(dropped);
         });
 }
 

@@ -23,12 +23,16 @@ namespace crash {
 namespace fs = std::filesystem;
 using Man = KorOdbcMan;
 
+/// In a child process: what another program refuses it is no news.
+inline bool mayBeRefused = false;
+
 /// In a child process: ends it with a complaint when something that must succeed does not.
 inline void require(bool ok, const char* what)
 {
     if (ok)
         return;
-    std::fprintf(stderr, "in the child: %s failed: %s\n", what, korodbc::host::lastError().c_str());
+    if (!mayBeRefused)
+        std::fprintf(stderr, "in the child: %s failed: %s\n", what, korodbc::host::lastError().c_str());
     ::_exit(3);
 }
 #define CRASH_REQUIRE(condition) crash::require((condition), #condition)
@@ -86,14 +90,9 @@ inline void start(const fs::path& folder)
     CRASH_REQUIRE(Man::initializeTables() == 1);
 }
 
-/// Every table of a database file as text, rows in stored order, and what the engine thinks of the file.
-inline std::string dump(const fs::path& file)
+/// Every table of an open database as text, rows in stored order, and what the engine thinks of it.
+inline std::string dump(sqlite3* db)
 {
-    if (!fs::exists(file))
-        return "absent";
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
-        return "cannot be opened";
     std::string out;
     const auto query = [&](const std::string& sql, const std::function<void(sqlite3_stmt*)>& row) {
         sqlite3_stmt* statement = nullptr;
@@ -121,6 +120,18 @@ inline std::string dump(const fs::path& file)
         query("SELECT group_concat(name) FROM pragma_table_info('" + table + "')", cells);
         query("SELECT * FROM [" + table + "] ORDER BY rowid", cells);
     }
+    return out;
+}
+
+/// The same of a database file.
+inline std::string dump(const fs::path& file)
+{
+    if (!fs::exists(file))
+        return "absent";
+    sqlite3* db = nullptr;
+    const std::string out = sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK
+                                ? dump(db)
+                                : "cannot be opened";
     sqlite3_close(db);
     return out;
 }
@@ -238,12 +249,12 @@ constexpr long ends = 20;
 #endif
 
 /// Which of `count` calls to try: all, or those at both ends and a spread of the others.
-inline std::vector<long> sampled(long count, long most = 3 * ends)
+inline std::vector<long> sampled(long count, long most = 3 * ends, long atEnds = ends)
 {
     std::vector<long> numbers;
-    const long step = count <= most ? 1 : (count - 2 * ends) / std::max(1L, most - 2 * ends) + 1;
+    const long step = count <= most ? 1 : (count - 2 * atEnds) / std::max(1L, most - 2 * atEnds) + 1;
     for (long n = 1; n <= count; ++n)
-        if (n <= ends || n > count - ends || n % step == 0)
+        if (n <= atEnds || n > count - atEnds || n % step == 0)
             numbers.push_back(n);
     return numbers;
 }

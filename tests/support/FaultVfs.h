@@ -2,11 +2,14 @@
 
 #include <csignal>
 #include <cstring>
+#include <functional>
+#include <span>
 #include <sqlite3.h>
 #include <unistd.h>
 
 /// A file system between SQLite and the real one, for every database opened while it is installed. It counts the
-/// calls that change files; at the n-th it kills the process or fails.
+/// calls that change files; at the n-th it kills the process or fails. On its way it passes points at which
+/// another program may act: these calls, and those that take or release a lock.
 namespace faults {
 
 struct Plan {
@@ -15,7 +18,12 @@ struct Plan {
     long failFrom = 0; // calls fail from this one on; 0: none
     int failure = SQLITE_OK;
     bool armed = false;
+    long points = 0;           // passed since the plan was set
+    long actAt = 0;            // `act` is called at this point; 0: never
+    std::function<void()> act; // must not touch a database
+    std::span<char> kinds;     // takes what the points are: a change, a lock to read, a lock to write
 };
+enum Kind : char { Change = 'c', ToRead = 'r', ToWrite = 'w' };
 inline Plan plan;
 
 inline sqlite3_vfs* real = nullptr;
@@ -33,11 +41,22 @@ inline void die()
     ::pause();
 }
 
+inline void pass(Kind kind)
+{
+    if (!plan.armed)
+        return;
+    if (plan.points < static_cast<long>(plan.kinds.size()))
+        plan.kinds[static_cast<std::size_t>(plan.points)] = kind;
+    if (++plan.points == plan.actAt)
+        plan.act();
+}
+
 /// Counts a call; SQLITE_OK when it may go on.
 inline int count()
 {
     if (!plan.armed)
         return SQLITE_OK;
+    pass(Change);
     ++plan.calls;
     if (plan.calls == plan.killAt)
         die();
@@ -67,6 +86,26 @@ inline int erase(sqlite3_vfs*, const char* name, int syncFolder)
     return failed != SQLITE_OK ? failed : real->xDelete(real, name, syncFolder);
 }
 
+/// The locks of a write-ahead log: the first one is that to write, one of the last that to read.
+inline int lockLog(sqlite3_file* file, int at, int n, int flags)
+{
+    const bool toWrite = at == 0 && n == 1 && (flags & SQLITE_SHM_EXCLUSIVE) != 0;
+    const bool takes = (flags & SQLITE_SHM_LOCK) != 0;
+    if (takes && (toWrite || (flags & SQLITE_SHM_SHARED) != 0))
+        pass(toWrite ? ToWrite : ToRead);
+    const int code = under(file)->pMethods->xShmLock(under(file), at, n, flags);
+    if (toWrite && !takes)
+        pass(ToWrite);
+    return code;
+}
+
+inline int lock(sqlite3_file* file, int level)
+{
+    if (level == SQLITE_LOCK_RESERVED)
+        pass(ToWrite);
+    return under(file)->pMethods->xLock(under(file), level);
+}
+
 inline const sqlite3_io_methods methods = {
     2,
     [](sqlite3_file* f) { return under(f)->pMethods->xClose(under(f)); },
@@ -77,8 +116,8 @@ inline const sqlite3_io_methods methods = {
     truncate,
     sync,
     [](sqlite3_file* f, sqlite3_int64* size) { return under(f)->pMethods->xFileSize(under(f), size); },
-    [](sqlite3_file* f, int lock) { return under(f)->pMethods->xLock(under(f), lock); },
-    [](sqlite3_file* f, int lock) { return under(f)->pMethods->xUnlock(under(f), lock); },
+    lock,
+    [](sqlite3_file* f, int level) { return under(f)->pMethods->xUnlock(under(f), level); },
     [](sqlite3_file* f, int* out) { return under(f)->pMethods->xCheckReservedLock(under(f), out); },
     [](sqlite3_file* f, int op, void* arg) { return under(f)->pMethods->xFileControl(under(f), op, arg); },
     [](sqlite3_file* f) { return under(f)->pMethods->xSectorSize(under(f)); },
@@ -86,7 +125,7 @@ inline const sqlite3_io_methods methods = {
     [](sqlite3_file* f, int page, int size, int extend, void volatile** out) {
         return under(f)->pMethods->xShmMap(under(f), page, size, extend, out);
     },
-    [](sqlite3_file* f, int at, int n, int flags) { return under(f)->pMethods->xShmLock(under(f), at, n, flags); },
+    lockLog,
     [](sqlite3_file* f) { under(f)->pMethods->xShmBarrier(under(f)); },
     [](sqlite3_file* f, int erased) { return under(f)->pMethods->xShmUnmap(under(f), erased); },
     nullptr,
