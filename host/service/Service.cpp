@@ -106,21 +106,29 @@ Connection* Service::connection(eDSN dsn, eIndex index)
         return known->second;
     }
     const std::string* connection = connectionOf(place);
-    std::string file, error;
-    if (connection == nullptr || !fileOfConnection(*connection, m_folder, file, error)) {
+    std::string error;
+    ConnectionTarget target;
+    if (connection == nullptr || !targetOfConnection(*connection, m_folder, target, error)) {
         m_error = connection == nullptr ? "there is no such data source" : error;
         return nullptr;
     }
-    const bool inMemory = file == ":memory:";
+    const std::string& file = target.file;
+    const bool inMemory = target.inMemory();
     const eIndex shared = dsn == KorDSNDefinitions::kCountryAddin ? index : KorDSNDefinitions::kBase;
-    const std::string pool = inMemory ? file + std::to_string(dsn) + "/" + std::to_string(shared) : file;
+    const std::string pool = inMemory          ? file + std::to_string(dsn) + "/" + std::to_string(shared)
+                             : target.readOnly ? ConnectionTarget::readOnlyScheme + file
+                                               : file;
     auto& pooled = m_connections[pool];
     if (!pooled) {
         std::error_code code;
         if (!inMemory && !fs::is_regular_file(file, code))
             error = "the file is missing";
         else
-            pooled = Connection::open(file, inMemory ? Connection::Access::Create : m_access, error);
+            pooled = Connection::open(file,
+                                      inMemory          ? Connection::Access::Create
+                                      : target.readOnly ? Connection::Access::Look
+                                                        : m_access,
+                                      error);
         if (!pooled) {
             m_connections.erase(pool);
             m_error =
@@ -142,9 +150,9 @@ std::string Service::connectionString(eDSN dsn) const
 
 bool Service::setConnectionString(eDSN dsn, const std::string& connection)
 {
-    std::string file;
+    ConnectionTarget target;
     if (!m_open || dsn >= KorDSNDefinitions::kNumberOfDataSources || dsn == KorDSNDefinitions::kCountryAddin ||
-        !fileOfConnection(connection, m_folder, file, m_error))
+        !targetOfConnection(connection, m_folder, target, m_error))
         return false;
     for (auto& [name, database] : m_connections)
         database->flush();
@@ -156,10 +164,12 @@ bool Service::setConnectionString(eDSN dsn, const std::string& connection)
 
 bool Service::detach(const std::string& file)
 {
-    std::string path, error;
-    if (!fileOfConnection("sqlite:" + file, m_folder, path, error))
+    std::string error;
+    ConnectionTarget target;
+    if (!targetOfConnection(ConnectionTarget::scheme + file, m_folder, target, error))
         return false;
-    const auto found = m_connections.find(path);
+    const auto onlyRead = m_connections.find(ConnectionTarget::readOnlyScheme + target.file);
+    const auto found = onlyRead == m_connections.end() ? m_connections.find(target.file) : onlyRead;
     if (found == m_connections.end())
         return false;
     Connection* database = found->second.get();
@@ -170,7 +180,8 @@ bool Service::detach(const std::string& file)
         m_detachAtEnd.push_back(file);
         return true;
     }
-    database->run("PRAGMA journal_mode = DELETE");
+    if (found != onlyRead)
+        database->run("PRAGMA journal_mode = DELETE");
     m_connections.erase(found);
     return true;
 }
