@@ -9,6 +9,8 @@
 #include "roots/KorAssert.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 
+#include <vector>
+
 using namespace korodbc;
 
 KorOdbcMan::StatusRows KorOdbcMan::m_Status, KorOdbcMan::m_SecondStatus, KorOdbcMan::m_ThirdStatus,
@@ -234,22 +236,23 @@ void releaseIfClosed(int slot, int type, const TableNames& names)
 int bringBackCopies(bool ownToo)
 {
     const ManagerDatabase database;
-    const auto isLeft = [=](const TableNames& names) {
-        return (ownToo || !names.isClaimed()) && names.hasAnyCopy();
-    };
-    bool anyLeft = false;
-    for (int type = 0; type < Man::kTableTypes && !anyLeft; ++type)
-        anyLeft = isLeft(TableNames(type));
-    if (!anyLeft)
-        return 1;
-    // what is there is looked at again under the lock: another program may be bringing it back just now
     KorDatabaseBatch batch;
-    const bool locked = KorDatabaseBatch::lock(Man::m_currentDSN) == 1;
-    bool all = locked;
-    for (int type = 0; type < Man::kTableTypes && locked; ++type) {
+    // what other programs edit is left alone without waiting for the lock
+    std::vector<int> left;
+    for (int type = 0; type < Man::kTableTypes; ++type) {
         const TableNames names(type);
-        if (!isLeft(names) || KorDatabaseAccess::claimTable(Man::m_currentDSN, names.table) != 1)
-            continue;
+        if ((ownToo || !names.isClaimed()) && names.hasAnyCopy() &&
+            KorDatabaseAccess::claimTable(Man::m_currentDSN, names.table) == 1)
+            left.push_back(type);
+    }
+    if (left.empty())
+        return batch.end(1);
+    // what is there is looked at again under the lock: another program may have brought it back just now
+    if (KorDatabaseBatch::lock(Man::m_currentDSN) != 1)
+        return batch.undo(0);
+    bool all = true;
+    for (const int type : left) {
+        const TableNames names(type);
         all = bringBack(names) && all;
         Man::resetTable(static_cast<Man::eTableType>(type));
         KorDatabaseAccess::releaseTable(Man::m_currentDSN, names.table);

@@ -51,7 +51,8 @@ int KorTableEdit::close(int (*transition)(KorOdbcMan::eTableType, KorOdbcMan::eC
         if (table.alsoFirst)
             take(transition(table.type, KorOdbcMan::kFirstCopy));
     }
-    return batch.end(result);
+    // a copy that is not there keeps nothing open; a statement that failed keeps everything
+    return result == 0 ? batch.undo(0) : batch.end(result);
 }
 
 int KorTableEdit::ok() { return close(KorOdbcMan::setStatusOnOK, KorOdbcMan::setStatusOnOK); }

@@ -52,9 +52,9 @@ int KorOdbcGUI::restoreTable(const KorString& table, const KorString& copy)
     const ResolvedTable to = resolveTable(table);
     const ResolvedTable from = resolveTable(copy);
     KorDatabaseBatch batch;
-    deleteTableInformation(table);
+    const int deleted = deleteTableInformation(table);
     int result = insertFrom(to.dsn, to.name, from.name);
-    if (result == 0)
+    if (result == 0 || deleted == 0)
         return batch.undo(0); // the rows stay
     if (dropTable(copy) == 1)
         result = 1;
@@ -72,9 +72,9 @@ int KorOdbcGUI::restoreTable(const KorString& table, const KorString& copy, eDSN
     if (columns.length() != copied.length())
         return -1;
     KorDatabaseBatch batch;
-    deleteRows(dsn, to);
+    const int deleted = deleteRows(dsn, to);
     int result = insertFrom(dsn, to, from);
-    if (result == 0)
+    if (result == 0 || deleted == 0)
         return batch.undo(0); // the rows stay
     if (dropTable(copy, dsn) == 1)
         result = 1;

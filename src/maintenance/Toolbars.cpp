@@ -30,9 +30,9 @@ int KorOdbcGUI::putToolbarInformation(const StructToolbarsTable& toolbar)
 int KorOdbcGUI::reopenMenu()
 {
     KorDatabaseBatch batch;
-    deleteTableInformation(toolbars);
+    const int deleted = deleteTableInformation(toolbars);
     const int result = KorDatabaseAccess::doSQLStatement(resolveTable(toolbars).dsn,
                                                          L"INSERT INTO [Toolbars] SELECT * FROM ToolbarsDefault");
     StructToolbarsTableMarshal::resetTableCache(0);
-    return result == 1 ? batch.end(result) : batch.undo(result);
+    return result == 1 && deleted == 1 ? batch.end(1) : batch.undo(result == 1 ? 0 : result);
 }

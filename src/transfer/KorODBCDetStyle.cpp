@@ -38,24 +38,29 @@ int selectMode(std::wstring_view text)
     return parts == kNoParts ? 0 : 1 + parts;
 }
 
-/// Appends the row of a new category entry and gives the entry its key.
-void appendCategory(const KorString& table, const StructDetViewRequest& request,
+/// Appends the row of a new category entry and gives the entry its key; false when a write failed.
+bool appendCategory(const KorString& table, const StructDetViewRequest& request,
                     StructDetViewRequestCategory& entry)
 {
     KorCellData key;
     int nRet = KorDatabaseAccess::appendNewLine(Man::getCurrentDSN(), table, key, true, false);
-    if (0 < nRet) {
-        entry.key = key.getInt();
-        const KorString row = KorString::format(L"%d", entry.key);
-        const int values[] = {entry.baseCategory, request.key};
-        for (int column = 1; column <= 2; ++column) {
-            nRet = KorDatabaseAccess::setTableColumnValue(Man::getCurrentDSN(), table, L"Key", row, column,
-                                                          KorCellData(values[column - 1]));
-            if (!(0 < nRet))
-                KorAssert::korAssert("0 < nRet", "KorODBCDetStyle", __LINE__);
-        }
-    } else
+    if (!(0 < nRet)) {
         KorAssert::korAssert("0 < nRet", "KorODBCDetStyle", __LINE__);
+        return false;
+    }
+    entry.key = key.getInt();
+    const KorString row = KorString::format(L"%d", entry.key);
+    const int values[] = {entry.baseCategory, request.key};
+    bool all = true;
+    for (int column = 1; column <= 2; ++column) {
+        nRet = KorDatabaseAccess::setTableColumnValue(Man::getCurrentDSN(), table, L"Key", row, column,
+                                                      KorCellData(values[column - 1]));
+        if (!(0 < nRet)) {
+            KorAssert::korAssert("0 < nRet", "KorODBCDetStyle", __LINE__);
+            all = false;
+        }
+    }
+    return all;
 }
 
 } // namespace
@@ -101,18 +106,19 @@ int KorODBCDetStyle::setDetViewRequestCategories(StructDetViewRequest& request)
     Man::setStatus(Man::kDetViewRequest, Man::eModified, Man::kFirstCopy);
     Man::setStatus(Man::kDetViewRequestCategories, Man::eModified, Man::kFirstCopy);
     const KorString table = KorDatabaseAccess::getTableName(L"DetViewRequestCategories");
+    bool all = true;
     for (long i = request.categories.length() - 1; i >= 0; --i) {
         StructDetViewRequestCategory& entry = request.categories[i];
         StructDetBaseCategory category;
         if (entry.deleted != 0) {
             if (entry.key < 0)
                 continue;
-            KorDatabaseAccess::deleteLine(table, KorCellData(entry.key));
+            all = KorDatabaseAccess::deleteLine(table, KorCellData(entry.key)) == 1 && all;
             request.categories.deleteAt(i);
         } else if (entry.key < 0 && byKey(KorOdbcKey(entry.baseCategory), category) == 1)
-            appendCategory(table, request, entry);
+            all = appendCategory(table, request, entry) && all;
     }
-    const int result = batch.end(1);
+    const int result = all ? batch.end(1) : batch.undo(0);
     if (result != 1)
         request.categories = before;
     return result;

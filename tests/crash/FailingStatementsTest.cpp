@@ -170,9 +170,9 @@ const Operation operations[] = {
     // maintenance
     {"backup", Leaves::Nothing, nullptr,
      [] { return KorOdbcGUI::backupTable(L"DetailStyle", L"Saved", inDetails) == 1; }},
-    {"restored table", Leaves::Nothing, copyOfStyles,
+    {"restored table", Leaves::Answered, copyOfStyles,
      [] { return KorOdbcGUI::restoreTable(L"DetailStyle", L"Saved", inDetails) == 1; }},
-    {"restored table, wherever it is", Leaves::Nothing, copyOfStyles,
+    {"restored table, wherever it is", Leaves::Answered, copyOfStyles,
      [] { return KorOdbcGUI::restoreTable(L"DetailStyle", L"Saved") == 1; }},
     {"new columns", Leaves::Nothing, nullptr,
      [] {
@@ -254,6 +254,14 @@ std::string marks()
     return out;
 }
 
+/// The same without regard to what is modified: a closing that fails leaves a copy that counts as clean.
+std::string open(std::string marks)
+{
+    for (std::size_t at; (at = marks.find("modified")) != std::string::npos;)
+        marks.replace(at, std::strlen("modified"), "open");
+    return marks;
+}
+
 /// The sections of a dump: its tables by name, or the copies under which they are edited.
 std::map<std::string, std::string> sections(const std::string& dump, bool copies)
 {
@@ -262,7 +270,7 @@ std::map<std::string, std::string> sections(const std::string& dump, bool copies
         const std::size_t end = dump.find("\n[", from + 1);
         const std::string section = dump.substr(from + 1, end == std::string::npos ? end : end - from - 1);
         const std::string name = section.substr(1, section.find(']') - 1);
-        if ((name.find("_VEL") != std::string::npos) == copies)
+        if ((name.find("_VEL") != std::string::npos || name == "Saved") == copies)
             tables[name] = section.substr(section.find('\n'));
         from = end;
     }
@@ -369,13 +377,13 @@ protected:
             };
             EXPECT_TRUE(left == m_before[place] || left == m_after[place])
                 << crash::difference(m_before[place], left);
-            EXPECT_EQ(here(marks()), here(left == m_before[place] ? m_marksBefore : m_marksAfter)) << place;
+            EXPECT_EQ(open(here(marks())), open(here(left == m_before[place] ? m_marksBefore : m_marksAfter))) << place;
         };
         switch (GetParam().leaves) {
         case Leaves::Nothing:
             EXPECT_FALSE(done);
             EXPECT_TRUE(found == before) << crash::difference(before, found);
-            EXPECT_EQ(marks(), m_marksBefore);
+            EXPECT_EQ(open(marks()), open(m_marksBefore));
             break;
         case Leaves::Either:
             EXPECT_FALSE(done);
@@ -392,7 +400,8 @@ protected:
                 EXPECT_TRUE(found == before) << crash::difference(before, found);
             break;
         case Leaves::Rows:
-            EXPECT_TRUE(!done || found == after) << crash::difference(after, found);
+            if (done)
+                expectTables(found, after, before);
             break;
         }
         EXPECT_TRUE(found.starts_with("ok|\n"));
@@ -438,7 +447,7 @@ TEST_P(FailingStatementsTest, LeavesWhatIsStated)
     ASSERT_GT(statements, 0);
     ASSERT_NE(m_after[0] + m_after[2], m_before[0] + m_before[2]);
 
-    for (const long n : crash::sampled(statements, 60, 15)) {
+    for (const long n : crash::sampled(statements, 30, 8)) {
         for (int around = Bare; around < Arounds; ++around) {
             SCOPED_TRACE(std::to_string(n) + " of " + std::to_string(statements) + ", around " +
                          std::to_string(around));
