@@ -39,17 +39,21 @@ Manifest Manifest::standard()
     return manifest;
 }
 
-bool fileOfConnection(const std::string& connection, const fs::path& folder, std::string& file, std::string& error)
+bool targetOfConnection(const std::string& connection, const fs::path& folder, ConnectionTarget& target,
+                        std::string& error)
 {
-    constexpr std::string_view scheme = "sqlite:";
-    if (connection.rfind(scheme, 0) != 0 || connection.size() == scheme.size()) {
-        error = "connection \"" + connection + "\" is not understood; write \"sqlite:\" and a file name";
-        return false;
+    for (const std::string_view scheme : {ConnectionTarget::scheme, ConnectionTarget::readOnlyScheme}) {
+        if (!connection.starts_with(scheme) || connection.size() == scheme.size())
+            continue;
+        target = {connection.substr(scheme.size()), scheme == ConnectionTarget::readOnlyScheme};
+        if (!target.inMemory())
+            target.file = (folder / target.file).lexically_normal().string();
+        return true;
     }
-    file = connection.substr(scheme.size());
-    if (file != ":memory:")
-        file = (folder / file).lexically_normal().string();
-    return true;
+    error = "connection \"" + connection +
+            "\" is not understood; write \"sqlite:\" and a file name, or \"sqlite-readonly:\" for a file that is "
+            "only read";
+    return false;
 }
 
 bool Manifest::load(const fs::path& folder, Manifest& manifest, std::string& error)
@@ -100,8 +104,8 @@ bool Manifest::load(const fs::path& folder, Manifest& manifest, std::string& err
                 return false;
             }
             read.connections[dsn] = *connection;
-            std::string file;
-            if (!fileOfConnection(*connection, folder, file, error)) {
+            ConnectionTarget target;
+            if (!targetOfConnection(*connection, folder, target, error)) {
                 error = place(node) + ": " + error;
                 return false;
             }
@@ -115,7 +119,7 @@ bool Manifest::load(const fs::path& folder, Manifest& manifest, std::string& err
             if (entry != nullptr)
                 addIn = {(*entry)["id"].value_or(std::string()), (*entry)["name"].value_or(std::string()),
                          (*entry)["connection"].value_or(std::string())};
-            std::string file;
+            ConnectionTarget target;
             if (addIn.id.empty() || addIn.connection.empty()) {
                 error = place(node) + ": a country add-in needs an id and a connection";
                 return false;
@@ -124,7 +128,7 @@ bool Manifest::load(const fs::path& folder, Manifest& manifest, std::string& err
                 error = place(node) + ": the country add-in id \"" + addIn.id + "\" is used twice";
                 return false;
             }
-            if (!fileOfConnection(addIn.connection, folder, file, error)) {
+            if (!targetOfConnection(addIn.connection, folder, target, error)) {
                 error = place(node) + ": " + error;
                 return false;
             }

@@ -31,9 +31,20 @@ struct Manifest {
     bool save(const std::filesystem::path& folder, std::string& error) const;
 };
 
-/// The file behind a connection string, relative to the repository's folder; ":memory:" for a database in memory.
-/// On failure returns false with one line in `error`.
-bool fileOfConnection(const std::string& connection, const std::filesystem::path& folder, std::string& file,
-                      std::string& error);
+/// What a connection string names.
+struct ConnectionTarget {
+    static constexpr const char* scheme = "sqlite:";
+    static constexpr const char* readOnlyScheme = "sqlite-readonly:"; // no byte of the file changes
+
+    std::string file; // ":memory:" for a database in memory
+    bool readOnly = false;
+
+    bool inMemory() const { return file == ":memory:"; }
+};
+
+/// The database behind a connection string, its file relative to the repository's folder. On failure returns false
+/// with one line in `error`.
+bool targetOfConnection(const std::string& connection, const std::filesystem::path& folder,
+                        ConnectionTarget& target, std::string& error);
 
 } // namespace korodbc::host

@@ -300,9 +300,10 @@ bool buildRepository(const fs::path& folder, const fs::path& catalogue,
     Manifest manifest = Manifest::standard();
     manifest.countryAddIns = countryAddIns;
     const auto make = [&](eDSN source, const std::string& connection, const std::string& name) {
-        std::string file;
-        if (!fileOfConnection(connection, fresh, file, error))
+        ConnectionTarget target;
+        if (!targetOfConnection(connection, fresh, target, error))
             return false;
+        const std::string& file = target.file;
         fs::create_directories(fs::path(file).parent_path(), code);
         auto database = Connection::open(file, Connection::Access::Create, error);
         if (!database || !createTables(*database, source, error))

@@ -106,12 +106,14 @@ Connection* Service::connection(eDSN dsn, eIndex index)
         return known->second;
     }
     const std::string* connection = connectionOf(place);
-    std::string file, error;
-    if (connection == nullptr || !fileOfConnection(*connection, m_folder, file, error)) {
+    std::string error;
+    ConnectionTarget target;
+    if (connection == nullptr || !targetOfConnection(*connection, m_folder, target, error)) {
         m_error = connection == nullptr ? "there is no such data source" : error;
         return nullptr;
     }
-    const bool inMemory = file == ":memory:";
+    const std::string& file = target.file;
+    const bool inMemory = target.inMemory();
     const eIndex shared = dsn == KorDSNDefinitions::kCountryAddin ? index : KorDSNDefinitions::kBase;
     const std::string pool = inMemory ? file + std::to_string(dsn) + "/" + std::to_string(shared) : file;
     auto& pooled = m_connections[pool];
@@ -142,9 +144,9 @@ std::string Service::connectionString(eDSN dsn) const
 
 bool Service::setConnectionString(eDSN dsn, const std::string& connection)
 {
-    std::string file;
+    ConnectionTarget target;
     if (!m_open || dsn >= KorDSNDefinitions::kNumberOfDataSources || dsn == KorDSNDefinitions::kCountryAddin ||
-        !fileOfConnection(connection, m_folder, file, m_error))
+        !targetOfConnection(connection, m_folder, target, m_error))
         return false;
     for (auto& [name, database] : m_connections)
         database->flush();
@@ -156,10 +158,11 @@ bool Service::setConnectionString(eDSN dsn, const std::string& connection)
 
 bool Service::detach(const std::string& file)
 {
-    std::string path, error;
-    if (!fileOfConnection("sqlite:" + file, m_folder, path, error))
+    std::string error;
+    ConnectionTarget target;
+    if (!targetOfConnection(ConnectionTarget::scheme + file, m_folder, target, error))
         return false;
-    const auto found = m_connections.find(path);
+    const auto found = m_connections.find(target.file);
     if (found == m_connections.end())
         return false;
     Connection* database = found->second.get();

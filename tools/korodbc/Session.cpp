@@ -63,9 +63,12 @@ void add(std::vector<Source>& sources, eDSN dsn, eIndex index, const std::string
     KorString connection;
     Source source{dsn, index, name, id, {}};
     std::string error;
-    if (KorDatabaseAccess::getConnectionString(dsn, connection) == 1 && !connection.isEmpty() &&
-        fileOfConnection(connection.toUtf8(), folder, source.file, error))
-        sources.push_back(source);
+    ConnectionTarget target;
+    if (KorDatabaseAccess::getConnectionString(dsn, connection) != 1 || connection.isEmpty() ||
+        !targetOfConnection(connection.toUtf8(), folder, target, error))
+        return;
+    source.file = target.file;
+    sources.push_back(source);
 }
 
 /// The data sources of the manifest, opened or not.
