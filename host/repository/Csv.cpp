@@ -2,7 +2,7 @@
 
 namespace korodbc::host {
 
-bool readCsv(std::string_view text, CsvTable& table, std::string& error)
+bool readCsv(std::string_view text, CsvTable& table, std::string& error, char separator)
 {
     if (text.substr(0, 3) == "\xEF\xBB\xBF")
         text.remove_prefix(3);
@@ -52,7 +52,7 @@ bool readCsv(std::string_view text, CsvTable& table, std::string& error)
                 line += text[i] == '\n';
                 cell += text[i];
             }
-        } else if (c == ',') {
+        } else if (c == separator) {
             any = true;
             endCell();
         } else if (c == '\n') {

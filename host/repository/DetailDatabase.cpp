@@ -1,10 +1,10 @@
 #include "repository/DetailDatabase.h"
 
 #include "records/Registry.h"
+#include "repository/NewPath.h"
 #include "tables/Table.h"
 
 #include <filesystem>
-#include <unistd.h>
 
 namespace korodbc::host {
 
@@ -69,24 +69,21 @@ bool createDetailDatabase(const std::string& file, std::string& error)
         error = file + ": the file exists already";
         return false;
     }
-    const std::string fresh = file + ".new-" + std::to_string(::getpid());
-    fs::remove(fresh, code);
-    bool made = false;
-    if (auto database = Connection::open(fresh, Connection::Access::Create, error)) {
-        made = createTables(*database, KorDSNDefinitions::kAddin, error) &&
-               database->run("PRAGMA journal_mode = DELETE");
-    } else {
-        error = fresh + ": " + error;
+    NewPath fresh(file);
+    error = fresh.error();
+    if (!error.empty())
+        return false;
+    {
+        auto database = Connection::open(fresh.path().string(), true, error);
+        if (database && createTables(*database, KorDSNDefinitions::kAddin, error) &&
+            !database->run("PRAGMA journal_mode = DELETE"))
+            error = database->lastError();
     }
-    if (made) {
-        fs::rename(fresh, file, code);
-        made = !code;
-        if (code)
-            error = file + ": " + code.message();
+    if (!error.empty()) {
+        error = file + ": " + error;
+        return false;
     }
-    if (!made)
-        fs::remove(fresh, code);
-    return made;
+    return fresh.place(error) == NewPath::Placed::Yes;
 }
 
 } // namespace korodbc::host

@@ -3,6 +3,7 @@
 #include "records/Registry.h"
 #include "repository/Csv.h"
 #include "repository/DetailDatabase.h"
+#include "repository/NewPath.h"
 #include "tables/Table.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@
 #include <fstream>
 #include <map>
 #include <optional>
-#include <unistd.h>
 
 namespace korodbc::host {
 
@@ -287,23 +287,24 @@ bool buildRepository(const fs::path& folder, const fs::path& catalogue,
     Catalogue texts;
     if (!texts.read(catalogue, error))
         return false;
-    const fs::path target = fs::absolute(folder).lexically_normal();
-    fs::path fresh = target;
-    if (!fresh.has_filename())
-        fresh = fresh.parent_path();
-    fresh += ".new-" + std::to_string(::getpid());
-    fs::remove_all(fresh, code);
-    if (!fs::create_directories(fresh, code)) {
-        error = "cannot make the folder " + fresh.string() + ": " + code.message();
+    const fs::path target = fs::weakly_canonical(fs::absolute(folder, code), code);
+    fs::create_directories(target.parent_path(), code);
+    NewPath making(target);
+    const fs::path& fresh = making.path();
+    error = making.error();
+    if (error.empty() && !fs::create_directory(fresh, code))
+        error = fresh.string() + ": " + code.message();
+    if (!error.empty()) {
+        error = "cannot make the folder " + target.string() + ": " + error;
         return false;
     }
     Manifest manifest = Manifest::standard();
     manifest.countryAddIns = countryAddIns;
     const auto make = [&](eDSN source, const std::string& connection, const std::string& name) {
-        ConnectionTarget target;
-        if (!targetOfConnection(connection, fresh, target, error))
+        ConnectionTarget named;
+        if (!targetOfConnection(connection, fresh, named, error))
             return false;
-        const std::string& file = target.file;
+        const std::string& file = named.file;
         fs::create_directories(fs::path(file).parent_path(), code);
         auto database = Connection::open(file, Connection::Access::Create, error);
         if (!database || !createTables(*database, source, error))
@@ -333,18 +334,7 @@ bool buildRepository(const fs::path& folder, const fs::path& catalogue,
         if (progress)
             progress(addIn.name, ++done, total);
     }
-    made = made && manifest.save(fresh, error);
-    if (made) {
-        fs::remove(target, code); // empty, as checked
-        fs::create_directories(target.parent_path(), code);
-        fs::rename(fresh, target, code);
-        if (code)
-            error = "cannot make " + target.string() + ": " + code.message();
-        made = !code;
-    }
-    if (!made)
-        fs::remove_all(fresh, code);
-    return made;
+    return made && manifest.save(fresh, error) && making.place(error) == NewPath::Placed::Yes;
 }
 
 } // namespace korodbc::host

@@ -21,7 +21,8 @@ TEST_F(CommandLine, BadInputIsRefusedInOneLineAndChangesNothing)
         std::string error;
     } cases[] = {
         {"", 2, "korodbc --help"},
-        {"frobnicate", 2, "korodbc --help"},
+        {"frobnicate", 2, "there is no command \"frobnicate\"; see: korodbc --help"},
+        {"-r work stiles", 2, "no command \"stiles\" .did you mean \"styles\""},
         {"show", 2, "TABLE is required"},
         {"show Material --csv --json", 2, "--csv and --json"},
         {"edit DetailStyle 1 TitleFormat x --depth 4", 2, "--depth"},
@@ -71,6 +72,18 @@ TEST_F(CommandLine, BadInputIsRefusedInOneLineAndChangesNothing)
         {"edit DetailStyle 99 TitleFormat x", 4, "no row with the key 99"},
         {"edit DetailStyle 1 TitelFormat x", 4, "did you mean \"TitleFormat\""},
         {"edit DetailStyle 1 Request99 1", 4, "no column \"Request99\""},
+        {"edit DetailStyle 2 Request2 1", 2, "has 1 item and no item 2, .*--force"},
+        {"edit DetailStyle 2 RunName 'Beam, single part'", 2, "key 1 has the name .* already; .*--force"},
+        {"edit DetViewRequest 1 Type 99", 4, "no row with the key 99 in DetRequestType.*--force"},
+        {"edit DetailStyle 1 Request1 999 --force", 4, "no row with the key 999 in DetViewRequest"},
+        {"restore nowhere.db", 1, "no file nowhere.db"},
+        {"restore folder.db", 1, "folder.db is a folder"},
+        {"restore text.db", 1, "text.db is no detail database"},
+        {"restore damaged.db", 1, "damaged.db is damaged"},
+        {"restore one.db", 1, "no backup of data source Details: table [A-Za-z]* is missing"},
+        {"restore one.db --source Rules", 1, "no backup of data source Rules"},
+        {"restore work/details.db", 1, "data source Details itself"},
+        {"restore one.db --source Nowhere", 4, "no data source \"Nowhere\""},
         {"edit DetailStyle 1 Key 5", 2, "key of a row stays"},
         {"edit DetailStyle 1 TitlePosition left", 2, "\"left\" is no whole number"},
         {"edit DetailStyle 1 TitlePosition 99999999999", 2, "no whole number"},
@@ -107,7 +120,8 @@ TEST_F(CommandLine, ABadRepositoryIsRefusedInOneLineAndStaysAsItIs)
          "\"sqlite:\" and a file name"},
         {withManifest("version = 1\n[[country-addin]]\nid = \"no\"\n"), "styles", 3,
          "needs an id and a connection"},
-        {[&] { fs::remove(details); }, "styles", 3, "details.db: the file is missing; put a good copy"},
+        {[&] { fs::remove(details); }, "styles", 3,
+         "details.db: the file is missing; correct [^\n]*korodbc restore"},
         {[&] { write(details, std::string(5000, 'x')); }, "styles", 3, "details.db: file is not a database"},
         {[&] { write(details, std::string(5000, 'x')); }, "recover", 3, "details.db: file is not a database"},
         {[&] { sql(details, "DROP TABLE DetObjAnnotationGroup"); }, "export-style 1 new.db", 1,
@@ -115,7 +129,8 @@ TEST_F(CommandLine, ABadRepositoryIsRefusedInOneLineAndStaysAsItIs)
         {[&] { sql(details, "DROP TABLE DetObjAnnotationGroup"); }, "import-style one.db", 1, "version 5.1"},
         {[&] { sql(details, "DELETE FROM DetailMasterTable"); }, "export-style 1 new.db", 1,
          "Failed to load dependencies"},
-        {[&] { damage(details); }, "styles", 3, "details.db: database disk image is malformed; put a good copy"},
+        {[&] { damage(details); }, "styles", 3,
+         "details.db: database disk image is malformed; [^\n]*korodbc restore FILE\n"},
         {[&] { damage(details); }, "recover", 3, "details.db: database disk image is malformed"},
         {[&] { damageTable(details, "DetObjReprMapItems"); }, "export-style 1 new.db", 1, "details.db is damaged"},
         {[&] { damageTable(details, "DetailStyle"); }, "edit DetailStyle 1 TitleFormat x", 1,
@@ -155,7 +170,7 @@ TEST_F(CommandLine, PrintsWhatIsAskedFor)
         {"show Profiles_IPE", "IPE ?300"},
         {"styles --source no", "^Key  Style"},
         {"tree 2", "^Plate, single part  \\[DetailStyle 2\\]\\n├─ ViewArrangeStrategy: One view"},
-        {"status", "No edit is open"},
+        {"status", "No edit was left open"},
         {"recover", "Nothing to bring back"},
     };
     for (const auto& entry : cases) {
@@ -188,13 +203,21 @@ TEST_F(CommandLine, AnEditIsKeptUndoneOrRecovered)
         EXPECT_EQ(title(), before) << depth;
     }
     output(command + "--leave-open");
-    const Outcome next = run("show DetailStyle 1 --json");
-    EXPECT_EQ(next.out, before);
+    const auto left = files();
+    for (const char* looking : {"show DetailStyle 1 --json", "styles", "find DetailStyle Key=1"}) {
+        const Outcome look = run(looking);
+        EXPECT_EQ(look.code, 0) << looking;
+        EXPECT_TRUE(matches(look.err, "^korodbc: note: [^\\n]*Details[^\\n]*: DetailStyle; [^\\n]*recover\\n$"))
+            << look.err;
+    }
+    EXPECT_EQ(files(), left) << "who looks brings nothing back";
+    const Outcome next = run("edit DetailStyle 2 TitleFormat x");
     EXPECT_TRUE(matches(next.err, "^korodbc: note: [^\\n]*DetailStyle \\(Details\\)\\n$")) << next.err;
+    EXPECT_EQ(title(), before);
     for (const char* closing : {"--ok", "--update"}) {
         output(command + closing);
         EXPECT_NE(title().find(text), std::string::npos) << closing;
-        EXPECT_TRUE(matches(output("status"), "No edit is open")) << closing;
+        EXPECT_TRUE(matches(output("status"), "No edit was left open")) << closing;
         output("edit DetailStyle 1 TitleFormat x");
     }
 }
@@ -232,6 +255,8 @@ TEST_F(CommandLine, TheTraceNamesSourceOriginAndResult)
         matches(traced.err, "\\ntrace  Details +host +ok +UPDATE \\[DetailStyle\\] SET \\[TitleFormat\\] = 'x'"));
     EXPECT_TRUE(matches(traced.err, "\\ntrace  Details +library +ok +DROP TABLE \\[DetailStyle_VELCopy\\]\\n"));
     EXPECT_FALSE(matches(traced.err, "FAILED"));
+    EXPECT_EQ(std::regex_replace(traced.err, std::regex("[^]*?(  COMMIT\n|$)"), "$1"), "  COMMIT\n")
+        << "the copy is never seen";
 }
 
 TEST_F(CommandLine, TheDemonstrationComesOutAsItSays)
@@ -241,5 +266,9 @@ TEST_F(CommandLine, TheDemonstrationComesOutAsItSays)
                              "\"Copy of Beam, single part\", key 20", "%Quantity%x\", as before",
                              "Copy DetailStyle_VELCopy \\(Details\\)", "Brought back: DetailStyle"})
         EXPECT_TRUE(matches(out, line)) << line << "\n" << out;
-    EXPECT_TRUE(matches(output("-r shown/repository status"), "No edit is open"));
+    EXPECT_TRUE(matches(output("-r shown/repository status"), "No edit was left open"));
+    write(m_folder / "shown/mine.txt", "mine");
+    expectRefused("demo shown", 1, "no demonstration made shown/mine.txt");
+    fs::remove(m_folder / "shown/mine.txt");
+    output("demo shown");
 }

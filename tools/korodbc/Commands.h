@@ -43,6 +43,7 @@ void runSection(const GlobalOptions& global, const std::string& name, Format for
 void runBolts(const GlobalOptions& global, const std::string& standard, const std::string& diameter);
 struct ImportCsvOptions {
     std::string table, file, source = "Configuration";
+    std::string separator; // ",", ";" or "tab"; empty: a comma, unless the heading says otherwise
     bool replace = false;
 };
 void runImportCsv(const GlobalOptions& global, const ImportCsvOptions& options);
@@ -83,20 +84,32 @@ struct EditOptions {
     std::string table, key, column, value, source = "Details";
     int depth = 0;
     Closing closing = Closing::Ok;
+    bool force = false; // also what the row or the tables of its database do not know
 };
 void runEdit(const GlobalOptions& global, const EditOptions& options);
 void runStatus(const GlobalOptions& global);
-void runRecover(const GlobalOptions& global);
+/// Brings back what unfinished edits left; with `discard` what cannot be brought back is put aside.
+void runRecover(const GlobalOptions& global, bool discard);
+struct RestoreOptions {
+    std::string file, source = "Details";
+};
+/// Brings a backup back into a data source, which is backed up itself before.
+void runRestore(const GlobalOptions& global, const RestoreOptions& options);
 
 void runDemo(const GlobalOptions& global, const std::string& folder, const std::string& catalogue);
 
-/// Start of a command on a repository: says on stderr what start-up brought back.
+/// A command on a repository, started as its options say. Notes on stderr what start-up brought back and, unless
+/// the command fails, what it could not use.
 class StartedSession {
 public:
     explicit StartedSession(const GlobalOptions& options);
+    ~StartedSession();
+    StartedSession(const StartedSession&) = delete;
+    StartedSession& operator=(const StartedSession&) = delete;
 
 private:
-    Session m_session;
+    const Session m_session;
+    const int m_exceptions; // under way when the command began
 };
 
 // The work behind the commands, on an open repository

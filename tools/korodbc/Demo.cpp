@@ -7,7 +7,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <optional>
+#include <set>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -101,6 +103,10 @@ std::string catalogueFolder(const std::string& given)
     if (environment != nullptr && *environment != '\0')
         return environment;
     std::error_code code;
+    // where the installation has it, seen from this program; else the source tree
+    const fs::path own = fs::read_symlink("/proc/self/exe", code).parent_path() / KORODBC_CATALOGUE_FROM_PROGRAM;
+    if (!code && fs::is_directory(own, code))
+        return own.lexically_normal().string();
     return fs::is_directory(KORODBC_SOURCE_CATALOGUE, code) ? KORODBC_SOURCE_CATALOGUE
                                                             : KORODBC_INSTALLED_CATALOGUE;
 }
@@ -112,12 +118,46 @@ void runInit(const InitOptions& options)
                 options.folder.c_str(), options.folder.c_str());
 }
 
+namespace {
+
+/// Lists what a demonstration made in its folder, so that the next one there removes that and nothing else.
+constexpr const char* listOfMade = ".korodbc-demo";
+
+void writeMade(const fs::path& folder)
+{
+    std::ofstream list(folder / listOfMade, std::ios::binary);
+    for (const auto& entry : fs::recursive_directory_iterator(folder))
+        list << entry.path().lexically_relative(folder).string() << '\n';
+}
+
+/// Removes what an earlier demonstration made; throws, and removes nothing, when there is more in the folder.
+void clearFolder(const fs::path& folder)
+{
+    std::error_code code;
+    if (!fs::exists(folder, code))
+        return;
+    if (!fs::is_directory(folder, code))
+        throw Failure{kFailed, folder.string() + " is a file; name a new folder"};
+    std::set<fs::path> made;
+    std::ifstream list(folder / listOfMade, std::ios::binary);
+    for (std::string line; std::getline(list, line);)
+        made.insert(line);
+    for (const auto& entry : fs::recursive_directory_iterator(folder, code))
+        if (!made.contains(entry.path().lexically_relative(folder)))
+            throw Failure{kFailed, folder.string() + " exists and is not empty" +
+                                       (made.empty() ? "" : ": no demonstration made " + entry.path().string()) +
+                                       "; name a new folder"};
+    for (auto path = made.rbegin(); path != made.rend(); ++path) // a folder after what is in it
+        if (fs::exists(folder / *path, code))
+            fs::remove(folder / *path, code);
+}
+
+} // namespace
+
 void runDemo(const GlobalOptions& given, const std::string& folder, const std::string& catalogue)
 {
     std::error_code code;
-    if (fs::exists(folder, code) && !(fs::is_directory(folder, code) && fs::is_empty(folder, code)))
-        throw Failure{kFailed, folder + " exists and is not empty; name a new folder"};
-    catalogueFolder(catalogue);
+    clearFolder(folder);
     GlobalOptions global = given;
     global.repository = (fs::path(folder) / "repository").string();
     const std::string file = (fs::path(folder) / "style.db").string();
@@ -128,7 +168,7 @@ void runDemo(const GlobalOptions& given, const std::string& folder, const std::s
     build({global.repository, catalogue, {"no=Norway"}});
     std::string style, key;
     {
-        const Session session(global, Session::Start::Recover);
+        const Session session(global, Start::Write);
         const Source details = sourceNamed("Details");
         KorArray<StructDetailStyle> styles;
         {
@@ -183,7 +223,7 @@ void runDemo(const GlobalOptions& given, const std::string& folder, const std::s
     }
 
     step("The next start finds the copy");
-    const Session session(global, Session::Start::Recover);
+    const Session session(global, Start::Write);
     for (const LeftBehind& copy : session.broughtBack())
         say("   Brought back: " + copy.table + " in " + copy.source.name + ", from " + copy.copy + ".");
     const Source details = sourceNamed("Details");
@@ -193,5 +233,6 @@ void runDemo(const GlobalOptions& given, const std::string& folder, const std::s
     say("   The title is " + quote(found ? record.titleFormat.toUtf8() : "?") + " again.");
     if (!found || session.broughtBack().empty() || !copiesLeftBehind().empty())
         throw Failure{kFailed, "the demonstration did not come out as it should"};
+    writeMade(folder);
     say("\nLook around with: " + global.program + " --repository " + global.repository + " tree " + quote(style));
 }

@@ -9,6 +9,7 @@
 #include <memory>
 #include <unistd.h>
 
+using korodbc::host::Connection;
 namespace fs = std::filesystem;
 
 namespace {
@@ -17,57 +18,72 @@ constexpr const char* tablesOf5_1[] = {"DetObjAnnotationGroup", "DetObjQualifier
                                        "DetViewDimRequestLinearGroup", "DetViewDimStrategyNew",
                                        "DetViewDimStrategyItems"};
 
-std::unique_ptr<korodbc::host::Connection> openSound(const std::string& file)
+std::unique_ptr<Connection> openToLook(const std::string& file, std::string& error)
 {
-    const std::string damaged = file + " is damaged; put a good copy of it there: ";
+    return Connection::open(file, Connection::Access::Look, error);
+}
+
+std::unique_ptr<Connection> openSound(const std::string& file, const std::string& source)
+{
+    const auto unusable = [&](const std::string& reason) {
+        const bool damaged = troubleOf(reason) == Trouble::Damaged;
+        const std::string advice = damaged && source.empty() ? "; use a good copy of it" : remedy(reason, source);
+        return Failure{kFailed, file + (damaged ? " is damaged: " : " cannot be read: ") + reason + advice};
+    };
     std::string error;
-    auto database = korodbc::host::Connection::open(file, korodbc::host::Connection::Access::Look, error);
+    auto database = openToLook(file, error);
     if (!database)
-        throw Failure{kFailed, damaged + error};
+        throw unusable(error);
     korodbc::host::Statement* check = database->prepare("PRAGMA quick_check(1)");
     if (check == nullptr)
-        throw Failure{kFailed, damaged + database->lastError()};
+        throw unusable(database->lastError());
     const korodbc::host::StatementRun run(*check);
-    const std::string result(check->step() == SQLITE_ROW ? check->bytes(0)
-                                                         : std::string_view("it cannot be read"));
-    if (result != "ok")
-        throw Failure{kFailed, damaged + result};
+    if (const int step = check->step(); step != SQLITE_ROW) {
+        database->noteFailure(step);
+        throw unusable(database->lastError());
+    }
+    if (check->bytes(0) != "ok")
+        throw unusable(std::string(sqlite3_errstr(SQLITE_CORRUPT)) + " (" + std::string(check->bytes(0)) + ")");
     return database;
 }
 
-/// Throws unless the existing file is a sound detail database.
-void checkDatabase(const std::string& file)
+/// A sound database in the existing file.
+std::unique_ptr<Connection> openDatabase(const std::string& file)
 {
     std::error_code code;
     if (fs::is_directory(file, code))
         throw Failure{kFailed, file + " is a folder; name a file in it"};
     if (!fs::is_regular_file(file, code))
         throw Failure{kFailed, file + " is no regular file; name a detail database"};
-    if (access(file.c_str(), R_OK) != 0)
+    if (::access(file.c_str(), R_OK) != 0)
         throw Failure{kFailed, file + " cannot be read; check its permissions"};
     char magic[16] = {};
     std::ifstream(file, std::ios::binary).read(magic, sizeof magic);
     if (std::string_view(magic, 15) != "SQLite format 3")
         throw Failure{
             kFailed, file + " is no detail database; name a file made with: korodbc export-style, export-process"};
-    const auto database = openSound(file);
+    return openSound(file, {});
+}
+
+/// Throws unless the database has the tables of detail databases.
+void checkDetailTables(const std::string& file, Connection& database)
+{
     for (const char* table : tablesOf5_1)
-        if (database->table(KorString::fromUtf8(table)) == nullptr)
+        if (database.table(KorString::fromUtf8(table)) == nullptr)
             throw Failure{kFailed, file + " is older than version 5.1: table " + table +
                                        " is missing; use a file exported by version 5.1 or later"};
     for (const auto describe : records::all())
-        if (records::isDetailTable(describe()) &&
-            database->table(KorString::fromUtf8(describe().table)) == nullptr)
+        if (records::isDetailTable(describe()) && database.table(KorString::fromUtf8(describe().table)) == nullptr)
             throw Failure{kFailed, file + " is no complete detail database: table " +
                                        std::string(describe().table) + " is missing; export into a new file"};
 }
 
 } // namespace
 
-void checkSound(const std::string& file)
+void checkSound(const std::string& file, const std::string& source)
 {
     if (file != ":memory:")
-        openSound(file);
+        openSound(file, source);
 }
 
 void checkImportFile(const std::string& file)
@@ -76,7 +92,29 @@ void checkImportFile(const std::string& file)
     if (!fs::exists(file, code))
         throw Failure{kFailed,
                       "there is no file " + file + "; make one with: korodbc export-style, export-process"};
-    checkDatabase(file);
+    checkDetailTables(file, *openDatabase(file));
+}
+
+void checkBackup(const std::string& file, const Source& source)
+{
+    std::error_code code;
+    if (!fs::exists(file, code))
+        throw Failure{kFailed, "there is no file " + file + "; name one that compact --backup or restore kept"};
+    const auto database = openDatabase(file);
+    std::string error;
+    const auto current = fs::exists(source.file, code) ? openToLook(source.file, error) : nullptr;
+    bool fits = false;
+    for (const auto describe : records::all()) {
+        const KorString table = KorString::fromUtf8(describe().table);
+        const bool isThere = database->table(table) != nullptr;
+        fits = fits || (isThere && describe().homes.contains(source.dsn));
+        if (!isThere && current && current->table(table) != nullptr)
+            throw Failure{kFailed, file + " is no backup of data source " + source.name + ": table " +
+                                       table.toUtf8() + " is missing; name another file"};
+    }
+    if (!fits)
+        throw Failure{kFailed, file + " is no backup of data source " + source.name +
+                                   ": none of its tables is there; name another file"};
 }
 
 bool checkExportTarget(const std::string& file)
@@ -84,8 +122,8 @@ bool checkExportTarget(const std::string& file)
     std::error_code code;
     const fs::path folder = fs::absolute(file, code).parent_path();
     if (fs::exists(file, code)) {
-        checkDatabase(file);
-        if (access(file.c_str(), W_OK) != 0)
+        checkDetailTables(file, *openDatabase(file));
+        if (::access(file.c_str(), W_OK) != 0)
             throw Failure{kFailed, file + " cannot be written; check its permissions"};
         for (const Source& source : usableSources())
             refuseSameFile(file, source);
@@ -93,7 +131,7 @@ bool checkExportTarget(const std::string& file)
     }
     if (!fs::is_directory(folder, code))
         throw Failure{kFailed, "there is no folder " + folder.string() + "; make it first"};
-    if (access(folder.c_str(), W_OK) != 0)
+    if (::access(folder.c_str(), W_OK) != 0)
         throw Failure{kFailed, "folder " + folder.string() + " cannot be written; check its permissions"};
     return true;
 }
@@ -104,42 +142,4 @@ void refuseSameFile(const std::string& file, const Source& source)
     if (fs::equivalent(file, source.file, code))
         throw Failure{kFailed,
                       file + " is the database of data source " + source.name + " itself; name another file"};
-}
-
-std::string backUp(const std::string& file)
-{
-    const auto refused = [&](const std::string& why) {
-        return Failure{kFailed, "no backup of " + file + " could be made: " + why +
-                                    "; make room in its folder, or go on without --backup"};
-    };
-    if (file == ":memory:")
-        throw refused("it has no file");
-    std::string copy, error;
-    std::error_code code;
-    for (int number = 1; copy.empty() || fs::exists(copy, code); ++number)
-        copy = file + ".backup-" + std::to_string(number);
-    const std::string fresh = copy + ".new-" + std::to_string(::getpid());
-    const auto from = korodbc::host::Connection::open(file, korodbc::host::Connection::Access::Look, error);
-    if (!from)
-        throw refused(error);
-    sqlite3* to = nullptr;
-    int result = sqlite3_open(fresh.c_str(), &to);
-    if (result == SQLITE_OK) {
-        sqlite3_backup* backup = sqlite3_backup_init(to, "main", from->handle(), "main");
-        sqlite3_backup_step(backup, -1);
-        result = backup == nullptr ? sqlite3_errcode(to) : sqlite3_backup_finish(backup);
-    }
-    if (result == SQLITE_OK) // one file, without a log beside it
-        result = sqlite3_exec(to, "PRAGMA journal_mode = DELETE", nullptr, nullptr, nullptr);
-    error = sqlite3_errmsg(to);
-    sqlite3_close(to);
-    if (result == SQLITE_OK) {
-        fs::rename(fresh, copy, code);
-        error = code.message();
-    }
-    if (result != SQLITE_OK || code) {
-        fs::remove(fresh, code);
-        throw refused(error);
-    }
-    return copy;
 }

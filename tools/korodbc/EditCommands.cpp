@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <optional>
 
+using korodbc::host::lastError;
+
 namespace {
 
 KorOdbcMan::eTableType tableTypeNamed(const std::string& name)
@@ -43,6 +45,7 @@ struct Cell {
     int index = -1; // position in the row
     std::string name;
     const ColumnDescription* column = nullptr;
+    long item = 0; // of a numbered column, counted from 1
 };
 
 Cell cellNamed(const RecordDescription& type, const StoredTable& table, const std::string& wanted)
@@ -54,15 +57,17 @@ Cell cellNamed(const RecordDescription& type, const StoredTable& table, const st
     for (int i = 0; i < columns.length(); ++i) {
         names.push_back(columns[i].getName().toUtf8());
         if (sameName(names.back(), wanted))
-            cell = {i, names.back(), nullptr};
+            cell = {i, names.back(), nullptr, 0};
     }
     for (const ColumnDescription& column : type.columns)
         if (cell.index >= 0 && sameName(std::string(column.name), cell.name))
             cell.column = &column;
     for (long item = 1; cell.index >= 0 && type.numbered.exists() && item <= columns.length(); ++item)
         for (const ColumnDescription& column : type.numbered.columns)
-            if (sameName(numberedName(column, item), cell.name))
+            if (sameName(numberedName(column, item), cell.name)) {
                 cell.column = &column;
+                cell.item = item;
+            }
     if (cell.index < 0 || cell.column == nullptr)
         throw Failure{kNotFound, "table " + table.name + " has no column " + quote(wanted) +
                                      nearest(wanted, names) + "; list them with: korodbc show " + table.name};
@@ -74,8 +79,9 @@ Cell cellNamed(const RecordDescription& type, const StoredTable& table, const st
     return cell;
 }
 
-/// Throws unless the value is of the column's kind and, in a reference, the key of a row.
-void checkValue(const Cell& cell, const std::string& value)
+/// Throws unless the value is of the column's kind and, in a reference, the key of a row; with `force` a row of a
+/// fixed catalogue may be missing.
+void checkValue(const Cell& cell, const std::string& value, bool force)
 {
     const ColumnDescription& column = *cell.column;
     if (column.kind == FieldKind::Integer) {
@@ -83,15 +89,18 @@ void checkValue(const Cell& cell, const std::string& value)
         if (!number)
             throw Failure{kUsage,
                           quote(value) + " is no whole number; column " + cell.name + " takes whole numbers"};
-        if (column.link == LinkKind::Reference && !(column.noneAllowed && *number == -1)) {
-            const RecordDescription& target = column.target();
-            const AnyRecord record(target);
-            if (RecordAccess::readByKey(target, long{*number}, record.get()) != 1)
-                throw Failure{kNotFound, "there is no row with the key " + value + " in " +
-                                             std::string(target.table) + ", which column " + cell.name +
-                                             " refers to; list them with: korodbc show " +
-                                             std::string(target.table)};
-        }
+        const bool isLookup = column.link == LinkKind::Lookup;
+        if (column.link == LinkKind::None || (*number == -1 && (column.noneAllowed || isLookup)) ||
+            (isLookup && force))
+            return;
+        const RecordDescription& target = column.target();
+        const AnyRecord record(target);
+        if (RecordAccess::readByKey(target, long{*number}, record.get(),
+                                    isLookup ? RecordAccess::Sources::All : RecordAccess::Sources::Current) != 1)
+            throw Failure{kNotFound, "there is no row with the key " + value + " in " + std::string(target.table) +
+                                         ", which column " + cell.name +
+                                         " refers to; list them with: korodbc show " + std::string(target.table) +
+                                         (isLookup ? ", or write it with --force" : "")};
     } else if (column.kind == FieldKind::Real) {
         const auto number = numberIn<double>(value);
         if (!number || !std::isfinite(*number))
@@ -100,6 +109,25 @@ void checkValue(const Cell& cell, const std::string& value)
     } else if (KorString::fromUtf8(value).toUtf8() != value) {
         throw Failure{kUsage, "the value is no valid UTF-8 text"};
     }
+}
+
+/// Throws when the cell belongs to an item that the row does not have, or names the row as another one.
+void checkPlace(const RecordDescription& type, const void* record, const Cell& cell, const std::string& value)
+{
+    const long items = cell.item == 0 ? 0 : type.numbered.list.length(record);
+    if (cell.item > items)
+        throw Failure{kUsage, "the row has " + counted(items, "item") + " and no item " +
+                                  std::to_string(cell.item) + ", so column " + cell.name +
+                                  " would not be read; write it with --force"};
+    if (cell.column->role != ColumnRole::RunName)
+        return;
+    const KorString name = KorString::fromUtf8(value);
+    RecordAccess::visit(type, [&](const void* other) {
+        if (cell.column->text(other) == name && keyText(type, other) != keyText(type, record))
+            throw Failure{kUsage, "the row with the key " + keyText(type, other) + " has the name " +
+                                      quote(value) + " already; choose another name, or write it with --force"};
+        return true;
+    });
 }
 
 template <class Key>
@@ -168,7 +196,10 @@ Edited edit(const EditOptions& options)
         throw Failure{kNotFound, "table " + table.name + " (" + table.source.name + ") has no row with the key " +
                                      options.key + "; list them with: korodbc show " + table.name};
     const Cell cell = cellNamed(type, table, options.column);
-    checkValue(cell, options.value);
+    checkValue(cell, options.value, options.force);
+    if (!options.force)
+        checkPlace(type, record.get(), cell, options.value);
+    refuseStuck(table.source, table.name);
 
     Edited edited{type.runName < 0 ? "" : cellText(*type.runNameColumn(), record.get()),
                   cell.name,
@@ -176,21 +207,29 @@ Edited edit(const EditOptions& options)
                   {},
                   table.source.name};
     const auto depth = static_cast<KorOdbcMan::eCopyDepth>(options.depth);
+    // in one batch with its closing nobody else ever sees the copy
+    std::optional<KorDatabaseBatch> batch;
+    if (options.closing != Closing::LeaveOpen)
+        batch.emplace();
     KorTableEdit dialog({tableType}, depth);
     const int written =
         type.hasTextKey() ? write(tableType, KorString::fromUtf8(options.key), cell, options.value, depth)
                           : write(tableType, KorOdbcKey(*numberIn<int>(options.key)), cell, options.value, depth);
-    if (written != 1) {
-        const std::string error = "the value was not written" + because();
-        const bool restored = copiesLeftBehind().empty() || dialog.cancel() == 1;
-        throw Failure{kFailed,
-                      error + (restored ? "; the table is as it was" : "; the next start brings the table back")};
+    const bool closed = written == 1 && close(dialog, options.closing) == 1;
+    std::string reason = lastError();
+    if (closed && (!batch || batch->end(1) == 1)) {
+        edited.after = stored(table, type, options.key, cell);
+        return edited;
     }
-    if (close(dialog, options.closing) != 1)
-        throw Failure{kFailed, "the edit was written but not closed" + because() +
+    if (closed)
+        reason = lastError();
+    else if (batch)
+        batch->undo();
+    else if (dialog.cancel() != 1)
+        throw Failure{kFailed, "the value was not written" + advised(reason, table.source.name) +
                                    "; the next start brings the table back"};
-    edited.after = stored(table, type, options.key, cell);
-    return edited;
+    throw Failure{kFailed,
+                  "the value was not written" + advised(reason, table.source.name) + "; the table is as it was"};
 }
 
 void runEdit(const GlobalOptions& global, const EditOptions& options)
@@ -214,74 +253,10 @@ void runEdit(const GlobalOptions& global, const EditOptions& options)
     case Closing::LeaveOpen: {
         const std::vector<LeftBehind> copies = copiesLeftBehind();
         std::printf("Left open: the value is %s for now, and copy %s keeps the state before.\n"
-                    "See it with \"korodbc status\"; the next command, or \"korodbc recover\", brings the "
-                    "table back.\n",
+                    "See it with \"korodbc status\"; the next command that writes, or \"korodbc recover\", brings "
+                    "the table back.\n",
                     quote(edited.after).c_str(), copies.empty() ? "none" : copyPlace(copies.front()).c_str());
         break;
     }
     }
-}
-
-void runStatus(const GlobalOptions& global)
-{
-    const Session session(global, Session::Start::LookOnly);
-    int usable = 0, all = 0;
-    std::string error;
-    for (const auto& state : korodbc::host::sources()) {
-        ++all;
-        usable += state.usable ? 1 : 0;
-        if (!state.usable) {
-            std::printf("Cannot be used: %s\n", state.error.c_str());
-            error = state.error + remedy(state.error);
-        }
-    }
-    for (const Source& source : usableSources()) {
-        try {
-            checkSound(source.file);
-        } catch (const Failure& damaged) {
-            std::printf("Damaged: data source %s\n", source.name.c_str());
-            error = damaged.message;
-        }
-    }
-    const char* const where = usable == all ? "" : " in the others";
-    std::printf("Repository %s: %d of %d data sources can be used.\n", global.repository.c_str(), usable, all);
-    const std::vector<LeftBehind> copies = copiesLeftBehind();
-    if (copies.empty())
-        std::printf("No edit is open%s: no table has a copy.\n", where);
-    else
-        std::printf(
-            "An edit was left open: %s of tables. The next command, or \"korodbc recover\", brings them "
-            "back.\n",
-            (copies.size() == 1 ? std::string("1 copy") : std::to_string(copies.size()) + " copies").c_str());
-    Sheet sheet{{{"Source", false}, {"Table", false}, {"Depth", true}, {"Copy", false}}, {}};
-    for (const LeftBehind& copy : copies)
-        sheet.rows.push_back({copy.source.name, copy.table, std::to_string(copy.depth), copy.copy});
-    if (!copies.empty())
-        printText(sheet);
-    bool differs = false;
-    for (const Source& source : usableSources()) {
-        const std::string differences = korodbc::host::tableDifferences(source.dsn, source.index);
-        if (differences.empty())
-            continue;
-        if (!differs)
-            std::puts("Tables that differ from their record types:");
-        differs = true;
-        std::printf("%s: %s", source.name.c_str(), differences.c_str());
-    }
-    if (!differs)
-        std::printf("All tables%s agree with their record types.\n", where);
-    if (!error.empty())
-        throw Failure{kNoRepository, error};
-}
-
-void runRecover(const GlobalOptions& global)
-{
-    const Session session(global, Session::Start::Recover);
-    if (session.broughtBack().empty()) {
-        std::puts("Nothing to bring back: no edit was left open.");
-        return;
-    }
-    std::puts("Brought back to the state before the edit that was left open:");
-    for (const LeftBehind& copy : session.broughtBack())
-        std::printf("  %s in %s, from %s\n", copy.table.c_str(), copy.source.name.c_str(), copy.copy.c_str());
 }

@@ -88,11 +88,37 @@ std::string contentsOf(const std::string& file)
     return text;
 }
 
-CsvTable readFile(const std::string& file)
+/// The character that an option names: ",", ";" or "tab"; '\0' without one.
+char separatorNamed(const std::string& name)
 {
+    if (name == "tab" || name == "\t")
+        return '\t';
+    if (!name.empty() && name != "," && name != ";")
+        throw Failure{kUsage, quote(name) + " separates no cells; give --separator ',' or ';' or tab"};
+    return name.empty() ? '\0' : name[0];
+}
+
+/// Throws when the file's heading is one cell that another separator would split.
+void refuseOtherSeparator(const std::string& file, const std::string& text)
+{
+    const std::string heading = text.substr(0, text.find('\n'));
+    const bool tab = heading.find('\t') != std::string::npos;
+    if (heading.find(',') == std::string::npos && (tab || heading.find(';') != std::string::npos))
+        badLine(file, 1,
+                std::string("the heading is one cell with ") + (tab ? "tabs" : "semicolons") +
+                    " in it; if they separate the cells, give --separator " + (tab ? "tab" : "';'") +
+                    ", if not, --separator ','");
+}
+
+CsvTable readFile(const std::string& file, const std::string& separator)
+{
+    const char given = separatorNamed(separator);
+    const std::string text = contentsOf(file);
+    if (given == '\0')
+        refuseOtherSeparator(file, text);
     CsvTable table;
     std::string error;
-    if (!korodbc::host::readCsv(contentsOf(file), table, error))
+    if (!korodbc::host::readCsv(text, table, error, given == '\0' ? ',' : given))
         throw Failure{kFailed, file + " " + error + "; nothing was imported"};
     if (table.rows.empty())
         throw Failure{kFailed, file + " has a heading and no rows; nothing was imported"};
@@ -312,40 +338,20 @@ bool fill(const Source& source, const std::string& table, const std::vector<Impo
     return true;
 }
 
-/// Makes the table beside an old one and puts it in the old one's place, in one transaction. A batch keeps what
-/// was written, so a failure takes every step back.
+/// Makes the table, in the place of an old one of that name. Throws, with everything as before, when that fails.
 void store(const Source& source, const std::string& table, const std::vector<ImportColumn>& columns,
            const CsvTable& csv)
 {
     const KorDSNRequest request(source.dsn, source.index);
-    const auto exists = [&](const std::string& name) {
-        return KorDatabaseAccess::doesTableExists(source.dsn, KorString::fromUtf8(name)) == 1;
-    };
-    const auto unused = [&](std::string name) {
-        while (exists(name))
-            name += "_";
-        return name;
-    };
-    const auto rename = [&](const std::string& from, const std::string& to) {
-        return run(source, "ALTER TABLE [" + from + "] RENAME TO [" + to + "]");
-    };
-    const std::string fresh = unused(table + "_import"), old = unused(table + "_old");
-    std::string reason;
+    const bool replaces = KorDatabaseAccess::doesTableExists(source.dsn, KorString::fromUtf8(table)) == 1;
     KorDatabaseBatch batch;
-    const bool replaces = exists(table);
-    const bool isAside = fill(source, fresh, columns, csv) && (!replaces || rename(table, old));
-    const bool stored = isAside && rename(fresh, table);
-    if (stored && replaces) {
-        run(source, "DROP TABLE [" + old + "]");
-    } else if (!stored) {
-        reason = because();
-        if (isAside && replaces)
-            rename(old, table);
-        run(source, "DROP TABLE IF EXISTS [" + fresh + "]");
-    }
-    if (batch.end(stored ? 1 : 0) != 1)
+    const bool filled =
+        (!replaces || run(source, "DROP TABLE [" + table + "]")) && fill(source, table, columns, csv);
+    std::string reason = because(); // ending the batch has reasons of its own
+    const int stored = filled ? batch.end(1) : batch.undo();
+    if (stored != 1)
         throw Failure{kFailed, "table " + table + " cannot be written into data source " + source.name +
-                                   (stored ? because() : reason) + "; nothing was imported"};
+                                   advised(filled ? because() : reason) + "; nothing was imported"};
 }
 
 } // namespace
@@ -355,7 +361,7 @@ void runImportCsv(const GlobalOptions& global, const ImportCsvOptions& options)
     const StartedSession session(global);
     const Source source = sourceNamed(options.source);
     checkName(options.table, source, options.replace);
-    const CsvTable csv = readFile(options.file);
+    const CsvTable csv = readFile(options.file, options.separator);
     const std::vector<ImportColumn> columns = columnsOf(options.file, csv);
     store(source, options.table, columns, csv);
     const long rows = numberOfRows({options.table, source, nullptr});

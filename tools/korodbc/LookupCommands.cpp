@@ -365,6 +365,7 @@ void runList(const GlobalOptions& global, const ListOptions& options)
 {
     const StartedSession session(global);
     const StoredTable table = findTable(options.table, options.source);
+    noteOpenEdits(table.source, table.name);
     const KorDSNRequest request(table.source.dsn, table.source.index);
     KorArray<KorString> names;
     if (table.type == nullptr) {
@@ -384,6 +385,7 @@ void runFind(const GlobalOptions& global, const FindOptions& options)
 {
     const StartedSession session(global);
     const StoredTable table = findTable(options.table, options.source);
+    noteOpenEdits(table.source, table.name);
     const KorDSNRequest request(table.source.dsn, table.source.index);
     const KorArray<KorColumn> columns = structureOf(table);
     KorArray<KorColumn> conditions;

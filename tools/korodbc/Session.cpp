@@ -126,16 +126,13 @@ Session::Session(const GlobalOptions& options, Start start)
         throw Failure{kNoRepository,
                       options.repository + " is a file; name the repository's folder with --repository"};
     std::string error;
-    if (!openRepository(options.repository, error))
+    if (!openRepository(options.repository, error, start == Start::Look ? Access::Look : Access::Write))
         throw Failure{kNoRepository, error};
     folder = options.repository;
     setProgressSink(transferProgress());
-    if (start == Start::LookOnly)
-        return;
-    for (const Source& source : allSources())
-        if (holdsDetails(source.dsn) && !canBeUsed(source))
-            throw Failure{kNoRepository, lastError() + remedy(lastError())};
-    recover();
+    KorOdbcMan::InitializeStatics::build();
+    if (start == Start::Write)
+        recover();
 }
 
 Session::~Session()
@@ -149,17 +146,22 @@ Session::~Session()
 void Session::recover()
 {
     if (KorOdbcDSNDefinitions::initOEDbConnections() != 1)
-        throw Failure{kNoRepository, "the database engine cannot be used" + because()};
-    const std::vector<LeftBehind> before = copiesLeftBehind();
-    const int initialized = KorOdbcMan::initializeTables();
-    const std::vector<LeftBehind> after = copiesLeftBehind();
-    if (initialized != 1 || !after.empty()) {
-        const std::string table =
-            after.empty() ? "" : " of " + after.front().table + " (" + after.front().source.name + ")";
-        throw Failure{kNoRepository, "the copy" + table + " that an unfinished edit left cannot be brought back" +
-                                         because() + "; make the database writable and run: korodbc recover"};
-    }
-    m_broughtBack = before;
+        throw Failure{kNoRepository, "the database engine cannot be used" + advised(lastError(), "Configuration")};
+    for (const Source& source : allSources())
+        if (holdsDetails(source.dsn) && !canBeUsed(source))
+            m_unusable.push_back(lastError() + remedy(lastError(), source.name));
+    m_broughtBack = copiesLeftBehind();
+    const bool initialized = KorOdbcMan::initializeTables() == 1;
+    m_reason = lastError();
+    m_stuck = copiesLeftBehind();
+    std::erase_if(m_broughtBack, [&](const LeftBehind& before) {
+        return std::any_of(m_stuck.begin(), m_stuck.end(), [&](const LeftBehind& after) {
+            return after.copy == before.copy && after.source.name == before.source.name;
+        });
+    });
+    std::erase_if(m_stuck, [](const LeftBehind& copy) { return !copy.holder.empty(); });
+    if (initialized && m_stuck.empty())
+        m_reason.clear();
 }
 
 std::vector<Source> usableSources()
@@ -169,7 +171,7 @@ std::vector<Source> usableSources()
     return sources;
 }
 
-Source sourceNamed(const std::string& name)
+Source sourceNamed(const std::string& name, bool evenBroken)
 {
     std::vector<std::string> names;
     for (const Source& source : allSources()) {
@@ -179,50 +181,71 @@ Source sourceNamed(const std::string& name)
             (!source.id.empty() && (sameName(source.id, name) || sameName(source.name, "CountryAddin " + name)));
         if (!isIt)
             continue;
-        if (!canBeUsed(source))
-            throw Failure{kNoRepository, lastError() + remedy(lastError())};
+        if (!evenBroken && !canBeUsed(source))
+            throw Failure{kNoRepository, lastError() + remedy(lastError(), source.name)};
         return source;
     }
     throw Failure{kNotFound, "there is no data source " + quote(name) + nearest(name, names) +
                                  "; list them with: korodbc sources"};
 }
 
-std::vector<LeftBehind> copiesLeftBehind()
+std::vector<LeftBehind> copiesLeftBehind(const Source& source)
 {
     std::vector<LeftBehind> copies;
-    for (const Source& source : allSources()) {
-        if (!holdsDetails(source.dsn) || !canBeUsed(source))
-            continue;
-        const KorDSNRequest request(source.dsn, source.index);
-        for (int type = 0; type < KorOdbcMan::kTableTypes; ++type) {
-            KorString table;
-            KorOdbcMan::getTableName(static_cast<KorOdbcMan::eTableType>(type), table);
-            for (int depth = 0; depth < KorOdbcMan::kCopies; ++depth) {
-                const KorString copy =
-                    KorDatabaseAccess::getTableName(table + KorOdbcMan::ccKorVELCopyString[depth]);
-                if (KorDatabaseAccess::doesTableExists(source.dsn, copy) == 1)
-                    copies.push_back({table.toUtf8(), copy.toUtf8(), depth, source});
-            }
+    if (!holdsDetails(source.dsn) || !canBeUsed(source))
+        return copies;
+    const std::vector<ClaimedTable> claimed = claimedByOthers(source.dsn, source.index);
+    const KorDSNRequest request(source.dsn, source.index);
+    for (int type = 0; type < KorOdbcMan::kTableTypes; ++type) {
+        KorString table;
+        KorOdbcMan::getTableName(static_cast<KorOdbcMan::eTableType>(type), table);
+        for (int depth = 0; depth < KorOdbcMan::kCopies; ++depth) {
+            const KorString copy = KorDatabaseAccess::getTableName(table + KorOdbcMan::ccKorVELCopyString[depth]);
+            if (KorDatabaseAccess::doesTableExists(source.dsn, copy) != 1)
+                continue;
+            copies.push_back({table.toUtf8(), copy.toUtf8(), depth, source, {}});
+            for (const ClaimedTable& claim : claimed)
+                if (sameName(claim.table, table.toUtf8()))
+                    copies.back().holder = claim.holder;
         }
     }
     return copies;
 }
 
-std::string remedy(const std::string& error)
+std::vector<LeftBehind> copiesLeftBehind()
 {
-    const auto says = [&](const char* text) { return error.find(text) != std::string::npos; };
-    if (says("readonly") || says("unable to open"))
-        return "; make the file and its folder writable for you";
-    if (says("locked"))
-        return "; try again when the other program is done with it";
-    return "; put a good copy of the file there, or correct the connection in " +
-           (folder / Manifest::fileName).string();
+    std::vector<LeftBehind> copies;
+    for (const Source& source : allSources())
+        for (LeftBehind& copy : copiesLeftBehind(source))
+            copies.push_back(std::move(copy));
+    return copies;
 }
 
-std::string because()
+void refuseStuck(const Source& source, const std::string& table)
 {
-    const std::string error = lastError();
-    return error.empty() ? "" : ": " + error;
+    for (const LeftBehind& copy : copiesLeftBehind(source))
+        if (copy.holder.empty() && (table.empty() || sameName(copy.table, table)))
+            throw Failure{kFailed, "an edit of " + copy.table + " (" + source.name +
+                                       ") was left open and could not be brought back; see: korodbc recover"};
+}
+
+void noteOpenEdits(const Source& source, const std::string& table)
+{
+    std::string edited, left;
+    for (const LeftBehind& copy : copiesLeftBehind(source)) {
+        std::string& list = copy.holder.empty() ? left : edited;
+        const std::string text = copy.table + (copy.holder.empty() ? "" : " by " + copy.holder);
+        if ((table.empty() || sameName(copy.table, table)) && list.find(text) == std::string::npos)
+            list += (list.empty() ? "" : "; ") + text;
+    }
+    if (!edited.empty())
+        std::fprintf(stderr, "korodbc: note: being edited in %s, what it holds is not confirmed yet: %s\n",
+                     source.name.c_str(), singleLine(edited).c_str());
+    if (!left.empty())
+        std::fprintf(stderr,
+                     "korodbc: note: an edit was left open in %s, what it wrote is shown: %s; take it back with: "
+                     "korodbc recover\n",
+                     source.name.c_str(), singleLine(left).c_str());
 }
 
 std::string nearest(const std::string& wanted, const std::vector<std::string>& names)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Advice.h"
 #include "EmbeddedHost.h"
 #include "repository/KorDSNManager.h"
 
@@ -15,10 +16,17 @@ struct Failure {
     std::string message;
 };
 
+/// How a command starts on its repository.
+enum class Start {
+    Look,  // the databases are only read, nothing is brought back
+    Write, // as a host starts: what unfinished edits left is brought back
+};
+
 struct GlobalOptions {
     std::string program = "korodbc"; // as the user called it
     std::string repository = "repository";
     bool trace = false;
+    Start start = Start::Look;
 };
 
 /// A data source of the open repository, as the user names it.
@@ -30,12 +38,13 @@ struct Source {
     std::string file; // path of the database
 };
 
-/// A copy that an unfinished edit left.
+/// A copy of a table: of an edit that is open now, or that was never closed.
 struct LeftBehind {
     std::string table;
     std::string copy;
     int depth;
     Source source;
+    std::string holder; // who is editing the table; empty: nobody, the edit was left open
 };
 
 /// Reports every statement on stderr from now on.
@@ -44,10 +53,6 @@ void traceStatements();
 /// An open repository; closed at the end.
 class Session {
 public:
-    enum class Start {
-        Recover,  // as a host starts: copies left behind are brought back
-        LookOnly, // nothing is changed
-    };
     Session(const GlobalOptions& options, Start start);
     ~Session();
     Session(const Session&) = delete;
@@ -55,23 +60,34 @@ public:
 
     /// What start-up brought back.
     const std::vector<LeftBehind>& broughtBack() const { return m_broughtBack; }
+    /// What it could not bring back, and why.
+    const std::vector<LeftBehind>& stuck() const { return m_stuck; }
+    const std::string& reason() const { return m_reason; }
+    /// Why databases that edits are recovered in cannot be used.
+    const std::vector<std::string>& unusable() const { return m_unusable; }
 
 private:
     void recover();
-    std::vector<LeftBehind> m_broughtBack;
+    std::vector<LeftBehind> m_broughtBack, m_stuck;
+    std::vector<std::string> m_unusable;
+    std::string m_reason;
 };
 
 /// The data sources that can be used.
 std::vector<Source> usableSources();
-/// A data source by its name, "Details", or a country add-in by its id or name.
-Source sourceNamed(const std::string& name);
-/// Copies of detail tables in all databases.
+/// A data source by its name, "Details", or a country add-in by its id or name. Throws when there is none, or,
+/// unless `evenBroken`, when its database cannot be used.
+Source sourceNamed(const std::string& name, bool evenBroken = false);
+/// Copies of detail tables in all databases that can be used, or in one of them.
 std::vector<LeftBehind> copiesLeftBehind();
+std::vector<LeftBehind> copiesLeftBehind(const Source& source);
+/// Throws when an edit of that table, or of any table of the source, was left open and could not be brought back:
+/// what is written now would be lost when that comes to pass.
+void refuseStuck(const Source& source, const std::string& table = {});
+/// Says in one line on stderr when the table, or any of the source, is being edited or has an edit left open: what
+/// is read from it is not confirmed.
+void noteOpenEdits(const Source& source, const std::string& table = {});
 
-/// What to do when a database cannot be used, from the engine's reason.
-std::string remedy(const std::string& error);
-/// ": reason" as the database engine gives it, empty when it gave none.
-std::string because();
 /// " (did you mean A or B?)" from the names that are nearest, or nothing.
 std::string nearest(const std::string& wanted, const std::vector<std::string>& names);
 bool sameName(const std::string& a, const std::string& b);

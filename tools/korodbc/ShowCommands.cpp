@@ -144,24 +144,9 @@ void showUndescribed(const ShowOptions& options, const StoredTable& table)
 
 } // namespace
 
-StartedSession::StartedSession(const GlobalOptions& options) : m_session(options, Session::Start::Recover)
-{
-    const std::vector<LeftBehind>& copies = m_session.broughtBack();
-    if (copies.empty())
-        return;
-    std::string tables;
-    for (const LeftBehind& copy : copies) {
-        const std::string place = copy.table + " (" + copy.source.name + ")";
-        if (tables.find(place) == std::string::npos)
-            tables += (tables.empty() ? "" : ", ") + place;
-    }
-    std::fprintf(stderr, "korodbc: note: an edit was left open; brought back to the state before it: %s\n",
-                 tables.c_str());
-}
-
 void runSources(const GlobalOptions& global)
 {
-    const Session session(global, Session::Start::LookOnly);
+    const Session session(global, Start::Look);
     Sheet sheet{
         {{"No", true}, {"Source", false}, {"Slot", true}, {"Tables", true}, {"Database", false}, {"State", false}},
         {}};
@@ -199,6 +184,7 @@ void runShow(const GlobalOptions& global, const ShowOptions& options)
 {
     const StartedSession session(global);
     const StoredTable table = findTable(options.table, options.source);
+    noteOpenEdits(table.source, table.name);
     const KorDSNRequest request(table.source.dsn, table.source.index);
     if (table.type != nullptr)
         showDescribed(options, table);

@@ -55,6 +55,7 @@ void runStyles(const GlobalOptions& global, const std::string& sourceName, Forma
 {
     const StartedSession session(global);
     const Source source = sourceNamed(sourceName);
+    noteOpenEdits(source);
     const KorDSNRequest request(source.dsn, source.index);
     Sheet sheet{
         {{"Key", true}, {"Style", false}, {"Category", false}, {"No", true}, {"Views", true}, {"Owner", false}},
@@ -75,6 +76,7 @@ void runProcesses(const GlobalOptions& global, const std::string& sourceName, Fo
 {
     const StartedSession session(global);
     const Source source = sourceNamed(sourceName);
+    noteOpenEdits(source);
     const KorDSNRequest request(source.dsn, source.index);
     Sheet sheet{{{"Key", true}, {"Process", false}, {"Category", false}, {"Steps", true}, {"Owner", false}}, {}};
     for (const StructDetailProcessDefinition& process :
@@ -89,6 +91,7 @@ void runGroups(const GlobalOptions& global, const std::string& sourceName, Forma
 {
     const StartedSession session(global);
     const Source source = sourceNamed(sourceName);
+    noteOpenEdits(source);
     const KorDSNRequest request(source.dsn, source.index);
     Sheet sheet{{{"Table", false}, {"Key", true}, {"Group", false}, {"Bitmap", true}, {"Members", true}}, {}};
     addGroups<StructDetObjAnnotationGroup>(source, sheet);

@@ -4,56 +4,78 @@
 #include "records/detail/DetailProcessRecords.h"
 #include "records/detail/DetailStyleRecords.h"
 #include "repository/KorDatabaseAccess.h"
+#include "repository/Manifest.h"
+#include "repository/NewPath.h"
 #include "repository/RecordAccess.h"
 #include "transfer/KorDetailProcessTableDependencies.h"
 #include "transfer/KorDetailTableDependencies.h"
 
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <set>
 
 namespace fs = std::filesystem;
+using korodbc::host::NewPath;
 using Exports = KorODBCDetailStyleExports;
 
 namespace {
 
-/// The message of a failed transfer, and what to do about it.
+/// Why a transfer failed, and what to do about it.
 std::string transferError(Detail kind, const std::string& what)
 {
     KorString message;
     Exports::GetErrorMessage(message, 1);
+    const std::string reason = korodbc::host::lastError();
     if (message.isEmpty())
-        return what + because();
+        return what + advised(reason);
     const std::string text = what + ": " + message.toUtf8() + (message.endsWith(L"!") ? "" : "!");
     if (message.find(L"older than") >= 0)
         return text + " Bring the database up to version 5.1 first";
     if (message.find(L"dependencies") >= 0)
         return text + " A row that it refers to, or a detail master, is missing; see: korodbc tree" +
                (kind == Detail::Process ? " --process" : "");
-    const std::string reason = korodbc::host::lastError();
-    return text + (reason.empty() ? "" : " (" + reason + ")") + " Make the database writable and try again";
+    return text + (reason.empty() ? "" : " (" + reason + ")") + remedy(reason);
 }
 
-/// A file attached as a data source, until this object goes.
-class AttachedFile {
+std::string absolute(const std::string& file)
+{
+    std::error_code code;
+    return fs::absolute(file, code).lexically_normal().string();
+}
+
+/// Keeps the connection of a data source, and lets go of a file that was used in its place.
+class KeptConnection {
 public:
-    AttachedFile(eDSN dsn, const std::string& file) : m_dsn(dsn), m_file(KorString::fromUtf8(file))
+    KeptConnection(eDSN dsn, const std::string& file) : m_dsn(dsn), m_file(KorString::fromUtf8(file))
     {
         KorDatabaseAccess::getConnectionString(dsn, m_before);
-        if (KorDatabaseAccess::setConnection(dsn, m_file) != 1)
-            throw Failure{kFailed, file + " cannot be attached" + because()};
     }
-    ~AttachedFile()
+    ~KeptConnection()
     {
         KorDatabaseAccess::setConnectionString(m_dsn, m_before);
         KorDatabaseAccess::detachDatabase(m_file);
     }
-    AttachedFile(const AttachedFile&) = delete;
-    AttachedFile& operator=(const AttachedFile&) = delete;
+    KeptConnection(const KeptConnection&) = delete;
+    KeptConnection& operator=(const KeptConnection&) = delete;
 
 private:
     eDSN m_dsn;
     KorString m_file, m_before;
+};
+
+/// A file that is only read, in the place of a data source, until this object goes.
+class AttachedFile {
+public:
+    AttachedFile(eDSN dsn, const std::string& file) : m_kept(dsn, file)
+    {
+        const std::string connection = korodbc::host::ConnectionTarget::readOnlyScheme + absolute(file);
+        if (KorDatabaseAccess::setConnectionString(dsn, KorString::fromUtf8(connection)) != 1)
+            throw Failure{kFailed, file + " cannot be attached" + advised(korodbc::host::lastError())};
+    }
+
+private:
+    const KeptConnection m_kept;
 };
 
 /// Whether processes take their styles along, while this object lives.
@@ -63,6 +85,28 @@ public:
     ~StylesTaken() { KorDetailProcessTableDependencies::m_bDeepCopyWithDetailStyles = 0; }
     StylesTaken(const StylesTaken&) = delete;
     StylesTaken& operator=(const StylesTaken&) = delete;
+};
+
+/// A transfer is stored as a whole; one that fails leaves everything as it was.
+class Transfer {
+public:
+    Transfer(Detail kind, std::string what) : m_kind(kind), m_what(std::move(what)) {}
+    /// Throws unless the transfer succeeded and was stored.
+    void end(int result)
+    {
+        if (result == 1 && m_batch.end(1) == 1)
+            return;
+        const Failure failure{kFailed, transferError(m_kind, m_what)};
+        if (result != 1)
+            m_batch.undo();
+        Exports::setExportInProgress(0);
+        throw failure;
+    }
+
+private:
+    const Detail m_kind;
+    const std::string m_what;
+    KorDatabaseBatch m_batch;
 };
 
 /// The styles that the items of a process's style maps name.
@@ -193,7 +237,7 @@ Moved exportDetail(const ExportOptions& options)
     if (source.dsn != KorDSNDefinitions::kDetails && source.dsn != KorDSNDefinitions::kAddin)
         throw Failure{kUsage, kind.plural + " are exported from Details or Addin, not from " + source.name};
     const NamedDetail detail = detailNamed(options.kind, options.name, source);
-    checkSound(source.file);
+    checkSound(source);
     MappedStyles styles;
     if (options.kind == Detail::Process) {
         const KorDSNRequest request(source.dsn, source.index);
@@ -203,17 +247,28 @@ Moved exportDetail(const ExportOptions& options)
             styles = mappedStyles(detail.key);
     }
     const bool isNew = checkExportTarget(options.file);
-    const StylesTaken taken(options.withStyles);
-    if (Exports::exportDetail(kind.type, KorOdbcKey(detail.key), source.dsn, source.index,
-                              KorString::fromUtf8(options.file)) != 1) {
-        Failure failure{kFailed, transferError(options.kind,
-                                               kind.shortNoun + " " + quote(options.name) + " was not exported")};
-        Exports::setExportInProgress(0);
-        std::error_code code;
-        if (isNew)
-            fs::remove(options.file, code);
-        throw failure;
+    eDSN dsn;
+    eIndex index;
+    KorString connection;
+    Exports::GetDSNAndIndexToUse(source.dsn, dsn, index, connection);
+    // a new file appears whole or not at all
+    std::optional<NewPath> making;
+    if (isNew)
+        making.emplace(absolute(options.file));
+    const std::string file = isNew ? making->path().string() : options.file;
+    const std::string what = kind.shortNoun + " " + quote(options.name) + " was not exported";
+    if (isNew && !making->error().empty())
+        throw Failure{kFailed, what + advised(making->error())};
+    {
+        const KeptConnection kept(dsn, file);
+        const StylesTaken taken(options.withStyles);
+        Transfer transfer(options.kind, what);
+        transfer.end(Exports::exportDetail(kind.type, KorOdbcKey(detail.key), source.dsn, source.index,
+                                           KorString::fromUtf8(file)));
     }
+    std::string error;
+    if (isNew && making->place(error) != NewPath::Placed::Yes)
+        throw Failure{kFailed, what + ": " + error + "; another program made it; try again"};
     Moved moved{detail.name,
                 detail.name,
                 source.name,
@@ -223,10 +278,6 @@ Moved exportDetail(const ExportOptions& options)
                 styles.items,
                 {}};
     if (styles.items > 0) {
-        eDSN dsn;
-        eIndex index;
-        KorString connection;
-        Exports::GetDSNAndIndexToUse(source.dsn, dsn, index, connection);
         const AttachedFile attached(dsn, options.file);
         const KorDSNRequest request(dsn, index);
         moved.unknownStyles = withoutStyle(styles.keys);
@@ -238,6 +289,7 @@ void runExport(const GlobalOptions& global, const ExportOptions& options)
 {
     const StartedSession session(global);
     const Moved moved = exportDetail(options);
+    noteOpenEdits(sourceNamed(options.source));
     const std::string kept = keptKeys(moved);
     std::printf("Exported %s with everything that it refers to, %s%s, to %s.%s\n", quote(moved.detail).c_str(),
                 options.withStyles ? "" : "except its detail styles, ", counted(moved.rows, "row").c_str(),
@@ -253,7 +305,8 @@ Moved importDetail(const ImportOptions& options)
         throw Failure{kUsage, "data source " + target.name +
                                   " holds no detail tables; import into Details, Addin or a "
                                   "country add-in"};
-    checkSound(target.file);
+    refuseStuck(target);
+    checkSound(target);
     checkImportFile(options.file);
     // the file takes the place of a source that is not the target
     const eDSN dsn =
@@ -273,9 +326,8 @@ Moved importDetail(const ImportOptions& options)
             styles = mappedStyles(detail.key);
     }
     const StylesTaken taken(options.withStyles);
-    if (Exports::importDetail(kind.type, KorOdbcKey(detail.key), dsn, index, target.dsn, target.index) != 1)
-        throw Failure{
-            kFailed, transferError(options.kind, kind.shortNoun + " " + quote(detail.name) + " was not imported")};
+    Transfer transfer(options.kind, kind.shortNoun + " " + quote(detail.name) + " was not imported");
+    transfer.end(Exports::importDetail(kind.type, KorOdbcKey(detail.key), dsn, index, target.dsn, target.index));
     const int key = newKeyOf(options.kind, detail.key);
     const int rows = rowsMoved(options.kind);
     const KorDSNRequest request(target.dsn, target.index);

@@ -124,6 +124,7 @@ void runTree(const GlobalOptions& global, Detail kind, const std::string& name, 
 {
     const StartedSession session(global);
     const Source source = sourceNamed(sourceName);
+    noteOpenEdits(source);
     const int key = detailNamed(kind, name, source).key;
     const KorDSNRequest request(source.dsn, source.index);
     DetailTree().print({"", &kindOf(kind).root(), key});

@@ -67,7 +67,7 @@ public:
         } catch (const CLI::Success& success) {
             return m_app.exit(success);
         } catch (const CLI::ParseError& error) {
-            return fail({kUsage, oneLine(error.what()) + "; see: korodbc " + commandName() + "--help"});
+            return fail({kUsage, complaint(error) + "; see: korodbc " + commandName() + "--help"});
         }
         try {
             m_run();
@@ -82,17 +82,35 @@ public:
     }
 
 private:
+    /// What is wrong with the command line; an unknown command with the names that are near.
+    std::string complaint(const CLI::ParseError& error) const
+    {
+        std::vector<std::string> names;
+        for (const CLI::App* command : m_app.get_subcommands(nullptr))
+            names.push_back(command->get_name());
+        if (m_app.get_subcommands().empty())
+            for (const std::string& word : m_app.remaining())
+                if (!word.starts_with("-"))
+                    return "there is no command " + quote(word) + nearest(word, names);
+        return oneLine(error.what());
+    }
+
     std::string commandName() const
     {
         const auto commands = m_app.get_subcommands();
         return commands.empty() ? std::string() : commands.front()->get_name() + " ";
     }
 
-    CLI::App* command(const char* name, const char* description, const char* example, std::function<void()> run)
+    /// A command that only looks, unless it is said to write.
+    CLI::App* command(const char* name, const char* description, const char* example, std::function<void()> run,
+                      Start start = Start::Look)
     {
         CLI::App* command = m_app.add_subcommand(name, description);
         command->footer(std::string("Example:\n  ") + example);
-        command->callback([this, run] { m_run = run; });
+        command->callback([this, run, start] {
+            m_global.start = start;
+            m_run = run;
+        });
         return command;
     }
 
@@ -181,9 +199,10 @@ private:
         bolts->add_option("STANDARD", m_name, "Standard (default: list them)")->type_name("");
         bolts->add_option("DIAMETER", m_diameter, "Diameter, M16 or 16 (default: list those of the standard)")
             ->type_name("");
-        CLI::App* importing = command("import-csv", "Make a user table from a CSV file, or fill it anew",
-                                      "korodbc import-csv Beams_W sections_us_W_metric.csv --replace",
-                                      [this] { runImportCsv(m_global, m_importCsv); });
+        CLI::App* importing = command(
+            "import-csv", "Make a user table from a CSV file, or fill it anew",
+            "korodbc import-csv Beams_W sections_us_W_metric.csv --replace",
+            [this] { runImportCsv(m_global, m_importCsv); }, Start::Write);
         importing->add_option("TABLE", m_importCsv.table, "Name of the table")->required()->type_name("");
         importing
             ->add_option("FILE", m_importCsv.file,
@@ -194,6 +213,10 @@ private:
         importing->add_option("--source", m_importCsv.source, "Data source")
             ->type_name("SOURCE")
             ->capture_default_str();
+        importing
+            ->add_option("--separator", m_importCsv.separator,
+                         "What separates cells: ',' ';' or tab (default: ',')")
+            ->type_name("CHAR");
         importing->add_flag("--replace", m_importCsv.replace, "Replace the table when it exists");
     }
 
@@ -237,21 +260,23 @@ private:
         std::transform(upper.begin(), upper.end(), upper.begin(),
                        [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
         const std::string exportName = "export-" + kind.shortNoun, importName = "import-" + kind.shortNoun;
-        CLI::App* exporting =
-            command(exportName.c_str(), exportText, ("korodbc " + exportName + " " + example + " " + file).c_str(),
-                    [this, detail] {
-                        runExport(m_global, {detail, m_name, sourceOr("Details"), m_file, withStyles()});
-                    });
+        CLI::App* exporting = command(
+            exportName.c_str(), exportText, ("korodbc " + exportName + " " + example + " " + file).c_str(),
+            [this, detail] {
+                runExport(m_global, {detail, m_name, sourceOr("Details"), m_file, withStyles()});
+            },
+            Start::Write);
         exporting->add_option(upper, m_name, "Name or key of the " + kind.shortNoun)->required()->type_name("");
         exporting->add_option("FILE", m_file, "Detail database; made when it is missing")
             ->required()
             ->type_name("");
         addSource(exporting, ("Data source of the " + kind.shortNoun + " (default: Details)").c_str());
-        CLI::App* importing =
-            command(importName.c_str(), importText,
-                    ("korodbc " + importName + " " + file + " --into Addin").c_str(), [this, detail] {
-                        runImport(m_global, {detail, m_file, m_name, m_into, withStyles()});
-                    });
+        CLI::App* importing = command(
+            importName.c_str(), importText, ("korodbc " + importName + " " + file + " --into Addin").c_str(),
+            [this, detail] {
+                runImport(m_global, {detail, m_file, m_name, m_into, withStyles()});
+            },
+            Start::Write);
         importing->add_option("FILE", m_file, "Detail database, as " + exportName + " makes it")
             ->required()
             ->type_name("");
@@ -280,11 +305,11 @@ private:
                     "Every reference to a duplicate is redirected to the row that stays, then the duplicates are\n"
                     "deleted. A run that would leave references to deleted rows is refused; \"all\" leaves none.\n"
                     "The run is stored whole or not at all. With --backup the database is first copied to a file\n"
-                    "beside it, as in details.db.backup-1. To bring it back, end all programs that use the\n"
-                    "repository and copy that file over the database.",
+                    "beside it, as in details.db.backup-1, which \"korodbc restore\" brings back.",
                     [this] {
                         m_compact.source = sourceOr("Details");
                         m_compact.format = format();
+                        m_global.start = m_compact.dryRun ? Start::Look : Start::Write;
                         runCompact(m_global, m_compact);
                     });
         compact
@@ -298,6 +323,19 @@ private:
         compact->add_flag("--force", m_compact.force, "Also when references to deleted rows are left");
         compact->add_flag("--backup", m_compact.backup, "Keep a copy of the database beside it");
         addFormats(compact);
+        CLI::App* restore = command(
+            "restore", "Bring a backup back into a data source",
+            "korodbc restore work/details.db.backup-1\n\n"
+            "The database becomes what FILE holds, its log included. Its state before is first kept in a backup\n"
+            "of its own beside it. While another program edits one of its tables nothing is done.",
+            [this] {
+                m_restore.source = sourceOr("Details");
+                runRestore(m_global, m_restore);
+            });
+        restore->add_option("FILE", m_restore.file, "A backup, or another sound database of that kind")
+            ->required()
+            ->type_name("");
+        addSource(restore, "Data source to bring it back into (default: Details)");
         CLI::App* shared = command(
             "shared", "Print what refers to a row of a detail table",
             "korodbc shared DetObjQualifierSet 1\n  korodbc shared DetViewRequest \"Beam, front\" --csv", [this] {
@@ -318,9 +356,10 @@ private:
 
     void addEditCommands()
     {
-        CLI::App* edit = command("edit", "Change one value under a copy of its table, then close the edit",
-                                 "korodbc edit DetailStyle 1 TitleFormat \"%PartMark%\" --depth 1 --cancel",
-                                 [this] { editValue(); });
+        CLI::App* edit = command(
+            "edit", "Change one value under a copy of its table, then close the edit",
+            "korodbc edit DetailStyle 1 TitleFormat \"%PartMark%\" --depth 1 --cancel", [this] { editValue(); },
+            Start::Write);
         edit->add_option("TABLE", m_edit.table, "Detail table")->required()->type_name("");
         edit->add_option("KEY", m_edit.key, "Key of the row")->required()->type_name("");
         edit->add_option("COLUMN", m_edit.column, "Name of the column")->required()->type_name("");
@@ -330,16 +369,23 @@ private:
             ->type_name("N")
             ->check(CLI::Range(0, 3))
             ->capture_default_str();
+        edit->add_flag("--force", m_edit.force,
+                       "Also a name that another row has, a look-up value that does not exist, an item that the\n"
+                       "row does not have");
         edit->add_flag("--ok", m_ok, "Keep the edit, drop the copy (default)")->group("Closing, one of");
         edit->add_flag("--cancel", m_cancel, "Bring the table back from the copy")->group("Closing, one of");
         edit->add_flag("--update", m_update, "Keep the edit as Apply does, renew the copy, then close")
             ->group("Closing, one of");
-        edit->add_flag("--leave-open", m_leaveOpen, "Stop without closing: the next start recovers the table")
+        edit->add_flag("--leave-open", m_leaveOpen,
+                       "Stop without closing: the next writing command recovers the table")
             ->group("Closing, one of");
         command("status", "Report data sources, edits left open and tables that differ; changes nothing",
                 "korodbc status", [this] { runStatus(m_global); });
-        command("recover", "Bring back the tables of edits that were left open", "korodbc recover",
-                [this] { runRecover(m_global); });
+        CLI::App* recover = command(
+            "recover", "Bring back the tables of edits that were left open", "korodbc recover",
+            [this] { runRecover(m_global, m_discard); }, Start::Write);
+        recover->add_flag("--discard", m_discard,
+                          "Put copies that cannot be brought back aside; their tables stay as they are");
     }
 
     void addDemo()
@@ -348,7 +394,7 @@ private:
             command("demo", "Show the travels of a style and a process in a new folder, step by step",
                     "korodbc demo /tmp/demo", [this] { runDemo(m_global, m_file, m_init.catalogue); });
         m_file = "demo";
-        demo->add_option("FOLDER", m_file, "New or empty folder (default: ./demo)")->type_name("");
+        demo->add_option("FOLDER", m_file, "New or empty folder, or that of an earlier demonstration (default: ./demo)")->type_name("");
         demo->add_option("--catalogue", m_init.catalogue, "Folder of the catalogue, as for init")
             ->type_name("DIR");
     }
@@ -398,13 +444,14 @@ private:
     InitOptions m_init;
     ShowOptions m_show;
     CompactOptions m_compact;
+    RestoreOptions m_restore;
     SharedOptions m_shared;
     EditOptions m_edit;
     FindOptions m_find;
     ImportCsvOptions m_importCsv;
     std::string m_source, m_file, m_name, m_diameter, m_into = "Details";
     bool m_csv = false, m_json = false, m_process = false, m_withStyles = false, m_withoutStyles = false;
-    bool m_ok = false, m_cancel = false, m_update = false, m_leaveOpen = false;
+    bool m_ok = false, m_cancel = false, m_update = false, m_leaveOpen = false, m_discard = false;
 };
 
 } // namespace
