@@ -151,12 +151,12 @@ TEST_F(ProcessCommands, AProcessTravelsWithItsStyles)
     output("edit DetailProcessDefinition 1 RunName \"" + name + "\"");
     const std::string tree = output("tree \"" + name + "\" --process");
     const std::string rows = found(tree, "\\n([0-9]+ rows) in ");
-    EXPECT_TRUE(
-        matches(output("export-process \"" + name + "\" \"it's.db\""), ", " + rows + ", to it's\\.db\\.\\n$"));
+    EXPECT_TRUE(matches(output("export-process \"" + name + "\" \"it's.db\""),
+                        ", " + rows + " written, to it's\\.db\\.\\n$"));
     const std::string exported = contents(m_folder / "it's.db");
     for (const char* into : {"Addin", "no"}) {
         const std::string out = output(std::string("import-process \"it's.db\" --into ") + into);
-        EXPECT_NE(out.find("\"" + name + "\", key 1; " + rows + " taken over.\n"), std::string::npos) << out;
+        EXPECT_NE(out.find("\"" + name + "\", key 1; " + rows + " written.\n"), std::string::npos) << out;
         EXPECT_EQ(shape(output(std::string("tree 1 --process --source ") + into)), shape(tree)) << into;
     }
     EXPECT_TRUE(
@@ -173,12 +173,12 @@ TEST_F(ProcessCommands, WithoutItsStylesAProcessKeepsTheirKeys)
     const Outcome exported = run("export-process 'Single part drawings' keys.db --without-styles");
     EXPECT_EQ(exported.code, 0);
     EXPECT_TRUE(matches(exported.out,
-                        "except its detail styles, [0-9]+ rows, to keys\\.db\\. 3 items of its style "
+                        "except its detail styles, [0-9]+ rows written, to keys\\.db\\. 3 items of its style "
                         "maps keep the style keys of Details, "))
         << exported.out;
     EXPECT_TRUE(matches(exported.err, "^korodbc: note: keys\\.db has no detail styles with the keys 1, 2, 3, "));
-    EXPECT_TRUE(
-        matches(output("import-process keys.db --without-styles"), "key 9; [0-9]+ rows taken over\\. 3 items"));
+    EXPECT_TRUE(matches(output("import-process keys.db --without-styles"),
+                        "key 9; [0-9]+ rows written and [0-9]+ reused\\. 3 items"));
     EXPECT_TRUE(
         matches(output("tree 9 --process"), "item 1 DetailStyle: Plate, single part  \\[DetailStyle 2\\]"));
     output("check");

@@ -118,10 +118,13 @@ private:
 struct Moved {
     std::string detail, name;       // in the source and in the target
     std::string from, into;         // data source or file
-    int key, rows;                  // in the target
+    int key;                        // in the target
+    int rows, reused;               // newly written, and found there
     int keptItems;                  // items that name a style by its key in the source
     std::vector<int> unknownStyles; // those of these keys that the target does not have
 };
+/// "70 rows written and 4 reused".
+std::string rowsOf(const Moved& moved);
 Moved exportDetail(const ExportOptions& options);
 Moved importDetail(const ImportOptions& options);
 /// What a compaction did, or with a dry run would do.

@@ -75,10 +75,10 @@ void showProcess(const Source& details, const std::string& file)
         throw Failure{kFailed, "the catalogue has no detail process to show"};
     step("Detail process " + quote(names.front()) + " travels with the styles of its style maps");
     const Moved exported = exportDetail({Detail::Process, names.front(), "Details", file});
-    say("   " + counted(exported.rows, "row") + " went into " + file + ".");
+    say("   " + rowsOf(exported) + " to " + file + ".");
     const Moved imported = importDetail({Detail::Process, file, "", "Details"});
-    say("   Details: " + counted(imported.rows, "row") + " under new keys; the process is " +
-        quote(imported.name) + ", key " + std::to_string(imported.key) + ".");
+    say("   Details: " + rowsOf(imported) + ", under new keys; the process is " + quote(imported.name) + ", key " +
+        std::to_string(imported.key) + ".");
 }
 
 std::string sums(const Compacted& compacted)
@@ -185,8 +185,7 @@ void runDemo(const GlobalOptions& given, const std::string& folder, const std::s
 
         step("Detail style " + quote(style) + " is exported");
         const Moved exported = exportDetail({Detail::Style, style, "Details", file});
-        say("   The style and everything that it refers to, " + counted(exported.rows, "row") + ", went into " +
-            file + ".");
+        say("   The style and everything that it refers to: " + rowsOf(exported) + " to " + file + ".");
 
         step("It is imported into the add-in database, and once more into the one that it came from");
         for (const char* into : {"Addin", "Details"}) {

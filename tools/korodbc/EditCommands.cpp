@@ -175,8 +175,6 @@ int close(KorTableEdit& dialog, Closing closing)
 
 } // namespace
 
-std::string copyPlace(const LeftBehind& copy) { return copy.copy + " (" + copy.source.name + ")"; }
-
 Edited edit(const EditOptions& options)
 {
     const KorOdbcMan::eTableType tableType = tableTypeNamed(options.table);

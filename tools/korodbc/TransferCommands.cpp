@@ -165,15 +165,6 @@ void requireStyles(const NamedDetail& process, const std::string& place)
                                    " does not have (keys " + listed(missing) + "); move it with --without-styles"};
 }
 
-int rowsMoved(Detail kind)
-{
-    if (kind == Detail::Style)
-        KorDetailTableDependencies::SetRowNr();
-    else
-        KorDetailProcessTableDependencies::SetRowNr();
-    return KorDetailTableDependencies::m_NrRowsToWrite;
-}
-
 /// Key that the moved style or process got in the target; it is the first one collected.
 int newKeyOf(Detail kind, int sourceKey)
 {
@@ -230,6 +221,12 @@ NamedDetail chosenIn(const ImportOptions& options)
 
 } // namespace
 
+std::string rowsOf(const Moved& moved)
+{
+    return counted(moved.rows, "row") + " written" +
+           (moved.reused > 0 ? " and " + std::to_string(moved.reused) + " reused" : "");
+}
+
 Moved exportDetail(const ExportOptions& options)
 {
     const DetailKind& kind = kindOf(options.kind);
@@ -274,7 +271,8 @@ Moved exportDetail(const ExportOptions& options)
                 source.name,
                 options.file,
                 newKeyOf(options.kind, detail.key),
-                rowsMoved(options.kind),
+                KorDetailTableDependencies::m_RowsWritten,
+                KorDetailTableDependencies::m_RowsReused,
                 styles.items,
                 {}};
     if (styles.items > 0) {
@@ -292,8 +290,8 @@ void runExport(const GlobalOptions& global, const ExportOptions& options)
     noteOpenEdits(sourceNamed(options.source));
     const std::string kept = keptKeys(moved);
     std::printf("Exported %s with everything that it refers to, %s%s, to %s.%s\n", quote(moved.detail).c_str(),
-                options.withStyles ? "" : "except its detail styles, ", counted(moved.rows, "row").c_str(),
-                moved.into.c_str(), kept.c_str());
+                options.withStyles ? "" : "except its detail styles, ", rowsOf(moved).c_str(), moved.into.c_str(),
+                kept.c_str());
 }
 
 Moved importDetail(const ImportOptions& options)
@@ -329,9 +327,9 @@ Moved importDetail(const ImportOptions& options)
     Transfer transfer(options.kind, kind.shortNoun + " " + quote(detail.name) + " was not imported");
     transfer.end(Exports::importDetail(kind.type, KorOdbcKey(detail.key), dsn, index, target.dsn, target.index));
     const int key = newKeyOf(options.kind, detail.key);
-    const int rows = rowsMoved(options.kind);
+    const int rows = KorDetailTableDependencies::m_RowsWritten, reused = KorDetailTableDependencies::m_RowsReused;
     const KorDSNRequest request(target.dsn, target.index);
-    return {detail.name,  runNameOf(kind.root(), key), options.file, target.name, key, rows,
+    return {detail.name,  runNameOf(kind.root(), key), options.file, target.name, key, rows, reused,
             styles.items, withoutStyle(styles.keys)};
 }
 
@@ -340,7 +338,6 @@ void runImport(const GlobalOptions& global, const ImportOptions& options)
     const StartedSession session(global);
     const Moved moved = importDetail(options);
     const std::string kept = keptKeys(moved);
-    std::printf("Imported %s into %s as %s, key %d; %s taken over.%s\n", quote(moved.detail).c_str(),
-                moved.into.c_str(), quote(moved.name).c_str(), moved.key, counted(moved.rows, "row").c_str(),
-                kept.c_str());
+    std::printf("Imported %s into %s as %s, key %d; %s.%s\n", quote(moved.detail).c_str(), moved.into.c_str(),
+                quote(moved.name).c_str(), moved.key, rowsOf(moved).c_str(), kept.c_str());
 }

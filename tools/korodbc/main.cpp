@@ -394,7 +394,9 @@ private:
             command("demo", "Show the travels of a style and a process in a new folder, step by step",
                     "korodbc demo /tmp/demo", [this] { runDemo(m_global, m_file, m_init.catalogue); });
         m_file = "demo";
-        demo->add_option("FOLDER", m_file, "New or empty folder, or that of an earlier demonstration (default: ./demo)")->type_name("");
+        demo->add_option("FOLDER", m_file,
+                         "New or empty folder, or that of an earlier demonstration (default: ./demo)")
+            ->type_name("");
         demo->add_option("--catalogue", m_init.catalogue, "Folder of the catalogue, as for init")
             ->type_name("DIR");
     }
