@@ -57,9 +57,12 @@ bool createTables(Connection& database, eDSN source, std::string& error)
                                 bracketed(type.table) + " (" + bracketed(type.at(type.itemOwner)->name) + ")");
     }
     database.tablesChanged({});
-    if (!made)
-        error = database.path() + ": " + database.lastError();
-    return database.commit() && made;
+    std::string reason = made ? "" : database.lastError();
+    if (!database.commit() && made)
+        reason = database.lastError();
+    if (!reason.empty())
+        error = database.path() + ": " + reason;
+    return reason.empty();
 }
 
 bool createDetailDatabase(const std::string& file, std::string& error)
@@ -74,7 +77,7 @@ bool createDetailDatabase(const std::string& file, std::string& error)
     if (!error.empty())
         return false;
     {
-        auto database = Connection::open(fresh.path().string(), true, error);
+        auto database = Connection::open(fresh.path().string(), Connection::Access::Create, error);
         if (database && createTables(*database, KorDSNDefinitions::kAddin, error) &&
             !database->run("PRAGMA journal_mode = DELETE"))
             error = database->lastError();

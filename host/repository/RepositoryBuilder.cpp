@@ -314,9 +314,9 @@ bool buildRepository(const fs::path& folder, const fs::path& catalogue,
         for (const CatalogueTable& table : texts.tables())
             if (table.source == name && !fill(*database, table, error))
                 return false;
-        if (!error.empty() || !database->commit())
-            return false;
-        return database->run("PRAGMA wal_checkpoint(TRUNCATE)");
+        if (error.empty() && !(database->commit() && database->run("PRAGMA wal_checkpoint(TRUNCATE)")))
+            error = file + ": " + database->lastError();
+        return error.empty();
     };
     const int total = static_cast<int>(KorDSNDefinitions::kNumberOfDataSources - 1 + countryAddIns.size());
     int done = 0;

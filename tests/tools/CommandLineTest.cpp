@@ -171,7 +171,7 @@ TEST_F(CommandLine, PrintsWhatIsAskedFor)
         {"show Profiles_IPE", "IPE ?300"},
         {"styles --source no", "^Key  Style"},
         {"tree 2", "^Plate, single part  \\[DetailStyle 2\\]\\n├─ ViewArrangeStrategy: One view"},
-        {"status", "No edit was left open"},
+        {"status", "No edit is open"},
         {"recover", "Nothing to bring back"},
     };
     for (const auto& entry : cases) {
@@ -211,14 +211,14 @@ TEST_F(CommandLine, AnEditIsKeptUndoneOrRecovered)
         EXPECT_TRUE(matches(look.err, "^korodbc: note: [^\\n]*Details[^\\n]*: DetailStyle; [^\\n]*recover\\n$"))
             << look.err;
     }
-    EXPECT_EQ(files(), left) << "who looks brings nothing back";
+    EXPECT_TRUE(files() == left) << "who looks brings nothing back";
     const Outcome next = run("edit DetailStyle 2 TitleFormat x");
     EXPECT_TRUE(matches(next.err, "^korodbc: note: [^\\n]*DetailStyle \\(Details\\)\\n$")) << next.err;
     EXPECT_EQ(title(), before);
     for (const char* closing : {"--ok", "--update"}) {
         output(command + closing);
         EXPECT_NE(title().find(text), std::string::npos) << closing;
-        EXPECT_TRUE(matches(output("status"), "No edit was left open")) << closing;
+        EXPECT_TRUE(matches(output("status"), "No edit is open")) << closing;
         output("edit DetailStyle 1 TitleFormat x");
     }
 }
@@ -268,7 +268,7 @@ TEST_F(CommandLine, TheDemonstrationComesOutAsItSays)
           "\"Copy of Beam, single part\", key 20", "%Quantity%x\", as before",
           "Copy DetailStyle_VELCopy \\(Details\\)", "Brought back: DetailStyle"})
         EXPECT_TRUE(matches(out, line)) << line << "\n" << out;
-    EXPECT_TRUE(matches(output("-r shown/repository status"), "No edit was left open"));
+    EXPECT_TRUE(matches(output("-r shown/repository status"), "No edit is open"));
     write(m_folder / "shown/mine.txt", "mine");
     expectRefused("demo shown", 1, "no demonstration made shown/mine.txt");
     fs::remove(m_folder / "shown/mine.txt");

@@ -114,7 +114,7 @@ Failure notRestored(const Source& source, const std::string& reason)
     return {kFailed, source.file + " was not restored" + advised(reason, source.name)};
 }
 
-/// In the place of a file that is missing, or no database at all: what is there is moved away.
+/// In the place of a file that is missing, or damaged beyond use: what is there is moved away.
 std::string restoreAnew(const std::string& from, const Source& source)
 {
     NewPath copy(source.file);
@@ -163,8 +163,12 @@ std::string restoreFrom(const std::string& from, const Source& source)
     Database target = isThere ? openRaw(source.file, error) : nullptr;
     if (isThere && !target)
         throw notRestored(source, error);
-    if (!isThere ||
-        (value(target.get(), "PRAGMA schema_version").empty() && sqlite3_errcode(target.get()) == SQLITE_NOTADB)) {
+    if (isThere && value(target.get(), "SELECT count(*) FROM sqlite_schema").empty()) {
+        error = sqlite3_errmsg(target.get());
+        if (troubleOf(error) != Trouble::Damaged)
+            throw notRestored(source, error);
+    }
+    if (!isThere || !error.empty()) {
         target.reset();
         return restoreAnew(from, source);
     }

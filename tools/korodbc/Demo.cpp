@@ -190,9 +190,8 @@ void runDemo(const GlobalOptions& given, const std::string& folder, const std::s
         step("It is imported into the add-in database, and once more into the one that it came from");
         for (const char* into : {"Addin", "Details"}) {
             const Moved imported = importDetail({Detail::Style, file, "", into});
-            say("   " + std::string(into) + ": " + counted(imported.rows, "row") +
-                " under new keys; the style is " + quote(imported.name) + ", key " + std::to_string(imported.key) +
-                ".");
+            say("   " + std::string(into) + ": " + rowsOf(imported) + ", under new keys; the style is " +
+                quote(imported.name) + ", key " + std::to_string(imported.key) + ".");
         }
 
         showProcess(details, (fs::path(folder) / "process.db").string());

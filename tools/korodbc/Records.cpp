@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 
 namespace {
 
@@ -33,23 +34,32 @@ std::vector<std::string> tableNames(const Source& source)
 StoredTable findTable(const std::string& wanted, const std::string& sourceName)
 {
     const std::vector<Source> sources =
-        sourceName.empty() ? usableSources() : std::vector<Source>{sourceNamed(sourceName)};
+        sourceName.empty() ? allSources() : std::vector<Source>{sourceNamed(sourceName)};
     std::vector<std::string> known;
-    for (const std::string& name :
-         {wanted, KorDatabaseAccess::getTableName(KorString::fromUtf8(wanted)).toUtf8()}) {
+    std::string unusable;
+    const auto find = [&](const std::string& name) -> std::optional<StoredTable> {
         for (const Source& source : sources) {
-            for (const std::string& stored : tableNames(source)) {
-                if (sameName(stored, name))
-                    return {stored, source, records::ofTable(stored)};
-                known.push_back(stored);
-            }
+            if (!canBeUsed(source))
+                unusable = "; data source " + source.name + " cannot be used, see: korodbc status";
+            else
+                for (const std::string& stored : tableNames(source)) {
+                    if (sameName(stored, name))
+                        return StoredTable{stored, source, records::ofTable(stored)};
+                    known.push_back(stored);
+                }
         }
-    }
+        return std::nullopt;
+    };
+    if (const auto table = find(wanted))
+        return *table;
+    if (const auto table = find(KorDatabaseAccess::getTableName(KorString::fromUtf8(wanted)).toUtf8()))
+        return *table;
     std::sort(known.begin(), known.end());
     known.erase(std::unique(known.begin(), known.end()), known.end());
     throw Failure{kNotFound, "there is no table " + quote(wanted) +
                                  (sourceName.empty() ? "" : " in data source " + sources.front().name) +
-                                 nearest(wanted, known) + "; list them with: korodbc tables"};
+                                 nearest(wanted, known) +
+                                 (unusable.empty() ? "; list them with: korodbc tables" : unusable)};
 }
 
 long numberOfRows(const StoredTable& table)

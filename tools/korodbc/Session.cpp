@@ -71,35 +71,6 @@ void add(std::vector<Source>& sources, eDSN dsn, eIndex index, const std::string
     sources.push_back(source);
 }
 
-/// The data sources of the manifest, opened or not.
-std::vector<Source> allSources()
-{
-    std::vector<Source> sources;
-    for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
-        if (dsn != KorDSNDefinitions::kCountryAddin)
-            add(sources, static_cast<eDSN>(dsn),
-                dsn == KorDSNDefinitions::kAddin ? KorDSNDefinitions::kFirstAddin : KorDSNDefinitions::kBase,
-                KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8(), {});
-    AddInManagerInterface* manager = AddInManagerInterface::getInstance();
-    KorArray<KorAddInId> ids;
-    manager->getInstalledCountryAddInIds(ids);
-    for (int position = 0; position < ids.length(); ++position) {
-        const KorAddIn* addIn = manager->getAddIn(ids[position]);
-        const std::string id = ids[position].getText().toUtf8();
-        add(sources, KorDSNDefinitions::kCountryAddin, KorDSNManager::getAddInIdx(position),
-            "CountryAddin " + (addIn == nullptr ? id : addIn->getName().toUtf8()), id);
-    }
-    return sources;
-}
-
-/// Opens the database of a source; false with lastError set when that fails.
-bool canBeUsed(const Source& source)
-{
-    const KorDSNRequest request(source.dsn, source.index);
-    KorArray<KorString> names;
-    return KorDatabaseAccess::getTablesNames(source.dsn, names) == 1;
-}
-
 /// Sources that hold detail tables: without them nothing can be recovered.
 bool holdsDetails(eDSN dsn)
 {
@@ -162,6 +133,33 @@ void Session::recover()
     std::erase_if(m_stuck, [](const LeftBehind& copy) { return !copy.holder.empty(); });
     if (initialized && m_stuck.empty())
         m_reason.clear();
+}
+
+std::vector<Source> allSources()
+{
+    std::vector<Source> sources;
+    for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
+        if (dsn != KorDSNDefinitions::kCountryAddin)
+            add(sources, static_cast<eDSN>(dsn),
+                dsn == KorDSNDefinitions::kAddin ? KorDSNDefinitions::kFirstAddin : KorDSNDefinitions::kBase,
+                KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8(), {});
+    AddInManagerInterface* manager = AddInManagerInterface::getInstance();
+    KorArray<KorAddInId> ids;
+    manager->getInstalledCountryAddInIds(ids);
+    for (int position = 0; position < ids.length(); ++position) {
+        const KorAddIn* addIn = manager->getAddIn(ids[position]);
+        const std::string id = ids[position].getText().toUtf8();
+        add(sources, KorDSNDefinitions::kCountryAddin, KorDSNManager::getAddInIdx(position),
+            "CountryAddin " + (addIn == nullptr ? id : addIn->getName().toUtf8()), id);
+    }
+    return sources;
+}
+
+bool canBeUsed(const Source& source)
+{
+    const KorDSNRequest request(source.dsn, source.index);
+    KorArray<KorString> names;
+    return KorDatabaseAccess::getTablesNames(source.dsn, names) == 1;
 }
 
 std::vector<Source> usableSources()

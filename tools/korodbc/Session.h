@@ -73,6 +73,10 @@ private:
     std::string m_reason;
 };
 
+/// The data sources of the repository, opened or not.
+std::vector<Source> allSources();
+/// Opens the database of a source; false when that fails, for the reason that the host gives.
+bool canBeUsed(const Source& source);
 /// The data sources that can be used.
 std::vector<Source> usableSources();
 /// A data source by its name, "Details", or a country add-in by its id or name. Throws when there is none, or,

@@ -44,24 +44,27 @@ std::string printBroken(int& usable, int& all)
     return error;
 }
 
-void printClaims()
+/// True when there are claims.
+bool printClaims()
 {
     Sheet sheet{{{"Source", false}, {"Table", false}, {"By", false}}, {}};
     for (const Source& source : usableSources())
         for (const ClaimedTable& claim : claimedByOthers(source.dsn, source.index))
             sheet.rows.push_back({source.name, claim.table, claim.holder});
     if (sheet.rows.empty())
-        return;
+        return false;
     std::puts("Being edited:");
     printText(sheet);
+    return true;
 }
 
-void printLeftOpen(const char* where)
+void printLeftOpen(bool edited, const char* where)
 {
     std::vector<LeftBehind> copies = copiesLeftBehind();
     std::erase_if(copies, [](const LeftBehind& copy) { return !copy.holder.empty(); });
     if (copies.empty()) {
-        std::printf("No edit was left open%s.\n", where);
+        std::printf("No edit %s open%s: no %stable has a copy.\n", edited ? "was left" : "is", where,
+                    edited ? "other " : "");
         return;
     }
     std::printf(
@@ -122,8 +125,7 @@ void runStatus(const GlobalOptions& global)
     const std::string error = printBroken(usable, all);
     const char* const where = usable == all ? "" : " in the others";
     std::printf("Repository %s: %d of %d data sources can be used.\n", global.repository.c_str(), usable, all);
-    printClaims();
-    printLeftOpen(where);
+    printLeftOpen(printClaims(), where);
     printDifferences(where);
     if (!error.empty())
         throw Failure{kNoRepository, error};
