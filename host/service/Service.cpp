@@ -115,14 +115,20 @@ Connection* Service::connection(eDSN dsn, eIndex index)
     const std::string& file = target.file;
     const bool inMemory = target.inMemory();
     const eIndex shared = dsn == KorDSNDefinitions::kCountryAddin ? index : KorDSNDefinitions::kBase;
-    const std::string pool = inMemory ? file + std::to_string(dsn) + "/" + std::to_string(shared) : file;
+    const std::string pool = inMemory          ? file + std::to_string(dsn) + "/" + std::to_string(shared)
+                             : target.readOnly ? ConnectionTarget::readOnlyScheme + file
+                                               : file;
     auto& pooled = m_connections[pool];
     if (!pooled) {
         std::error_code code;
         if (!inMemory && !fs::is_regular_file(file, code))
             error = "the file is missing";
         else
-            pooled = Connection::open(file, inMemory ? Connection::Access::Create : m_access, error);
+            pooled = Connection::open(file,
+                                      inMemory          ? Connection::Access::Create
+                                      : target.readOnly ? Connection::Access::Look
+                                                        : m_access,
+                                      error);
         if (!pooled) {
             m_connections.erase(pool);
             m_error =
@@ -162,7 +168,8 @@ bool Service::detach(const std::string& file)
     ConnectionTarget target;
     if (!targetOfConnection(ConnectionTarget::scheme + file, m_folder, target, error))
         return false;
-    const auto found = m_connections.find(target.file);
+    const auto onlyRead = m_connections.find(ConnectionTarget::readOnlyScheme + target.file);
+    const auto found = onlyRead == m_connections.end() ? m_connections.find(target.file) : onlyRead;
     if (found == m_connections.end())
         return false;
     Connection* database = found->second.get();
@@ -173,7 +180,8 @@ bool Service::detach(const std::string& file)
         m_detachAtEnd.push_back(file);
         return true;
     }
-    database->run("PRAGMA journal_mode = DELETE");
+    if (found != onlyRead)
+        database->run("PRAGMA journal_mode = DELETE");
     m_connections.erase(found);
     return true;
 }

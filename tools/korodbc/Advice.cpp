@@ -53,8 +53,7 @@ std::string remedy(const std::string& reason, const std::string& source)
         return "; look whether the disk is full or failing";
     case Trouble::Busy:
         return "; try again when the other program is done with it";
-    case Trouble::Edited:
-        return "; try again when that edit is closed";
+    case Trouble::Edited: // the line says it
     case Trouble::ReadOnly:
         return "; make the file and its folder writable for you";
     case Trouble::Unreachable:

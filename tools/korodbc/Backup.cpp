@@ -185,7 +185,8 @@ std::string restoreFrom(const std::string& from, const Source& source)
     if (error = copying.lock(); !error.empty())
         throw notRestored(source, error);
     for (const auto& claim : korodbc::host::Claims(source.file).ofOthers())
-        throw notRestored(source, "table " + claim.table + " is being edited by " + claim.holder);
+        throw notRestored(source, "table " + claim.table + " is being edited by " + claim.holder +
+                                      "; try again when that edit is closed");
     const std::string before = backUp(source.file);
     if (error = copying.run(); !error.empty()) {
         fs::remove(before, code);

@@ -201,7 +201,7 @@ std::vector<LeftBehind> copiesLeftBehind(const Source& source)
             const KorString copy = KorDatabaseAccess::getTableName(table + KorOdbcMan::ccKorVELCopyString[depth]);
             if (KorDatabaseAccess::doesTableExists(source.dsn, copy) != 1)
                 continue;
-            copies.push_back({table.toUtf8(), copy.toUtf8(), depth, source, {}});
+            copies.push_back({type, table.toUtf8(), copy.toUtf8(), depth, source, {}});
             for (const ClaimedTable& claim : claimed)
                 if (sameName(claim.table, table.toUtf8()))
                     copies.back().holder = claim.holder;

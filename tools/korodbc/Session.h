@@ -40,6 +40,7 @@ struct Source {
 
 /// A copy of a table: of an edit that is open now, or that was never closed.
 struct LeftBehind {
+    int type; // of the manager's table types
     std::string table;
     std::string copy;
     int depth;

@@ -146,8 +146,13 @@ void runRecover(const GlobalOptions& global, bool discard)
                                          tablesOf(session.stuck()) + advised(session.reason()) +
                                          "; to go on with the tables as they are: korodbc recover --discard"};
     for (const LeftBehind& copy : session.stuck()) {
-        // TODO put aside
-        std::printf("Put aside: %s\n", copyPlace(copy).c_str());
+        const CurrentDatabase current(copy.source);
+        KorString aside;
+        const auto type = static_cast<KorOdbcMan::eTableType>(copy.type);
+        if (KorOdbcMan::putCopyAside(type, static_cast<KorOdbcMan::eCopyDepth>(copy.depth), aside) != 1)
+            throw Failure{kFailed, "copy " + copyPlace(copy) + " cannot be put aside" + advised(lastError())};
+        std::printf("Put aside: %s, as table %s; %s stays as it is.\n", copyPlace(copy).c_str(),
+                    aside.toUtf8().c_str(), copy.table.c_str());
     }
     if (!session.unusable().empty())
         throw Failure{kNoRepository, session.unusable().front()};
