@@ -89,14 +89,17 @@ bool Connection::openFile(Access access, std::string& error)
 
 bool Connection::openForLooking(std::string& error)
 {
-    if (connect(m_path, SQLITE_OPEN_READONLY, error))
-        return true;
+    // Who may write takes the engine's side files away when done, who may only read leaves them; a log that is
+    // there already stays as it is.
+    const bool isLogged = hasContent(m_path + "-wal") || hasContent(m_path + "-journal");
+    if (connect(m_path, isLogged ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE, error))
+        return run("PRAGMA query_only = ON");
     const int reason = sqlite3_errcode(m_db) & 0xff;
     if (reason != SQLITE_CANTOPEN && reason != SQLITE_READONLY)
         return false;
     // Its folder cannot hold what the engine keeps beside it. Without a log the file is all there is; with one,
     // both are looked at elsewhere.
-    if (!hasContent(m_path + "-wal") && !hasContent(m_path + "-journal")) {
+    if (!isLogged) {
         std::string ignored;
         return connect(uriOf(m_path) + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, ignored);
     }

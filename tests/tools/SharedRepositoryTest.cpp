@@ -18,7 +18,7 @@ protected:
     {
         std::map<std::string, std::string> dumps;
         for (const auto& entry : fs::recursive_directory_iterator(m_folder))
-            if (!entry.is_directory() && !matches(entry.path().filename().string(), "-(wal|shm)$"))
+            if (!entry.is_directory() && !matches(entry.path().filename().string(), "-(wal|shm|claims)$"))
                 dumps[fs::relative(entry.path(), m_folder).string()] =
                     entry.path().extension() == ".db" ? crash::dump(entry.path()) : contents(entry.path());
         return dumps;
@@ -71,29 +71,23 @@ TEST_F(SharedRepository, WhoLooksNeedsNoPermissionToWrite)
         EXPECT_EQ(outcome.err, "") << command;
         EXPECT_EQ(outcome.out, outputs[command]) << command;
     }
-    const struct {
-        const char *command, *error;
-    } refused[] = {
-        {"edit DetailStyle 1 TitleFormat x",
-         "the value was not written: .*; make the file and its folder writable"},
-        {"import-style one.db", "was not imported: .*make the file and its folder writable"},
-        {"import-csv Mine work/repository.toml --separator tab", "cannot be written into .*writable"},
-        {"export-style 1 new.db", "folder .* cannot be written"},
-        {"restore work/details.db --source Addin", "addin.db was not restored: .*writable"},
-    };
-    for (const auto& entry : refused) {
-        const Outcome outcome = runAsGuest(entry.command);
-        EXPECT_EQ(outcome.code, 1) << entry.command;
-        EXPECT_TRUE(matches(outcome.err, std::string("^korodbc: [^\\n]*") + entry.error + "[^\\n]*\\n$"))
+    for (const char* command :
+         {"edit DetailStyle 1 TitleFormat x", "import-style one.db", "export-style 1 new.db", "recover",
+          "import-csv Mine work/repository.toml --separator tab", "restore one.db --source Addin"}) {
+        const Outcome outcome = runAsGuest(command);
+        EXPECT_EQ(outcome.code, command[2] == 's' ? 1 : 3) << command;
+        EXPECT_TRUE(matches(outcome.err, "^korodbc: [^\\n]*; make the file and its folder writable [^\\n]*\\n$"))
             << outcome.err;
         EXPECT_FALSE(matches(outcome.err, "damaged")) << outcome.err;
     }
     EXPECT_TRUE(files() == before);
-    fs::permissions(m_folder, fs::perms(0755));
-    fs::permissions(m_folder / "work", fs::perms(0755));
+    fs::permissions(m_folder / "work", fs::perms::all);
     for (const auto& entry : fs::recursive_directory_iterator(m_folder / "work"))
-        fs::permissions(entry.path(), fs::perms(entry.is_directory() ? 0755 : 0644));
+        fs::permissions(entry.path(), fs::perms::all);
     const std::string source = contents(m_folder / "one.db");
+    EXPECT_EQ(runAsGuest("import-style one.db").code, 0) << "from a folder that cannot be written";
+    fs::permissions(m_folder, fs::perms(0755));
+    fs::permissions(m_folder / "one.db", fs::perms(0644));
     output("import-style one.db");
     EXPECT_EQ(contents(m_folder / "one.db"), source) << "a source is not changed";
     EXPECT_FALSE(fs::exists(m_folder / "one.db-wal") || fs::exists(m_folder / "one.db-shm"));
@@ -101,6 +95,7 @@ TEST_F(SharedRepository, WhoLooksNeedsNoPermissionToWrite)
 
 TEST_F(SharedRepository, ATableThatAnotherProgramEditsIsRefusedAndNamed)
 {
+    fs::copy_file(details(), m_folder / "good.db");
     output("edit DetailStyle 1 TitleFormat 'not yet' --leave-open");
     const auto before = rows();
     korodbc::host::Claims other(details().string());
@@ -111,7 +106,7 @@ TEST_F(SharedRepository, ATableThatAnotherProgramEditsIsRefusedAndNamed)
     } refused[] = {
         {"edit DetailStyle 2 TitleFormat x", "the value was not written: .*; try again when that edit is closed"},
         {"import-style one.db", "was not imported: "},
-        {"restore one.db", "was not restored|no backup of data source"},
+        {"restore good.db", "was not restored: table DetailStyle is being edited by .*; try again"},
     };
     for (const auto& entry : refused) {
         const Outcome outcome = run(entry.command);
@@ -126,11 +121,27 @@ TEST_F(SharedRepository, ATableThatAnotherProgramEditsIsRefusedAndNamed)
                             std::to_string(::getpid()) + "\\), since [^\\n]*\\nNo edit was left open"));
     EXPECT_TRUE(matches(run("styles").err, "^korodbc: note: being edited in Details[^\\n]*DetailStyle by "));
     EXPECT_TRUE(matches(output("recover"), "Nothing to bring back"));
+    EXPECT_TRUE(rows() == before);
     output("edit DetViewRequest 1 ScaleFactor 2"); // another table
-    output("edit DetViewRequest 1 ScaleFactor 1");
-    EXPECT_TRUE(rows().at("work/details.db") == before.at("work/details.db"));
     other.giveBack("DetailStyle");
     EXPECT_TRUE(matches(output("recover"), "DetailStyle in Details"));
+
+    output("edit DetailStyle 1 TitleFormat 'not yet' --leave-open");
+    sql(details(), "DROP TABLE DetailStyle_VELCopy; CREATE TABLE DetailStyle_VELCopy (other)");
+    const Outcome stuck = run("edit DetViewRequest 1 ScaleFactor 3");
+    EXPECT_EQ(stuck.code, 0);
+    EXPECT_TRUE(
+        matches(stuck.err, "^korodbc: note: [^\\n]*could not be taken back: DetailStyle[^\\n]*recover\\n$"))
+        << stuck.err;
+    EXPECT_TRUE(
+        matches(run("edit DetailStyle 1 TitleFormat x").err, "was left open and could not be brought back"));
+    const Outcome failed = run("recover");
+    EXPECT_EQ(failed.code, 3);
+    EXPECT_TRUE(matches(failed.err, "^korodbc: [^\\n]* DetailStyle [^\\n]*korodbc recover --discard\\n$"))
+        << failed.err;
+    EXPECT_TRUE(matches(output("recover --discard"), "Put aside: DetailStyle_VELCopy .Details., as table "));
+    EXPECT_TRUE(matches(output("status"), "No edit is open"));
+    EXPECT_TRUE(matches(title(), "not yet"));
 }
 
 TEST_F(SharedRepository, ARestoreBringsEverythingBackAndKeepsWhatWas)
@@ -170,7 +181,7 @@ TEST_F(SharedRepository, ARestoreBringsEverythingBackAndKeepsWhatWas)
         EXPECT_TRUE(crash::dump(details()) == kept);
         output("check");
     }
-    EXPECT_TRUE(contents(m_folder / "work/details.db.backup-4") == contents(garbage))
+    EXPECT_TRUE(contents(m_folder / "work/details.db.backup-5") == contents(garbage))
         << "also what is no database";
 }
 
