@@ -113,7 +113,9 @@ int KorODBCDetStyle::setDetViewRequestCategories(StructDetViewRequest& request)
         if (entry.deleted != 0) {
             if (entry.key < 0)
                 continue;
-            all = KorDatabaseAccess::deleteLine(table, KorCellData(entry.key)) == 1 && all;
+            KorDatabaseAccess::deleteLine(table, KorCellData(entry.key));
+            StructDetViewRequestCategory stays; // one that was gone before is gone, too
+            all = byKey(KorOdbcKey(entry.key), stays) != 1 && all;
             request.categories.deleteAt(i);
         } else if (entry.key < 0 && byKey(KorOdbcKey(entry.baseCategory), category) == 1)
             all = appendCategory(table, request, entry) && all;
