@@ -183,7 +183,8 @@ private:
     bool openForLooking(std::string& error);
     bool connect(const std::string& name, int flags, std::string& error);
     bool beginTransaction();
-    void lose(); // nothing more is written until the outermost batch ends, which undoes everything
+    void forgetUndone(); // what is known of writes that are undone
+    void lose();         // nothing more is written until the outermost batch ends, which undoes everything
     std::string markName() const { return "batch" + std::to_string(m_marks.size()); }
 
     bool m_mayWrite = true;

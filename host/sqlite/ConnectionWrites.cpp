@@ -45,7 +45,7 @@ bool Connection::beginTransaction()
         return false;
     }
     if (std::exchange(m_reading, false))
-        run("COMMIT");
+        run("END");
     logAhead();
     if (!run("BEGIN IMMEDIATE")) {
         lose();
@@ -99,7 +99,14 @@ void Connection::rollback()
     m_marks.clear();
     m_lost.clear();
     m_claimedByOthers.clear();
+    forgetUndone();
+}
+
+void Connection::forgetUndone()
+{
     dropCaches();
+    for (auto& [name, table] : m_tables)
+        table->keysUndone();
 }
 
 void Connection::keepBatch(int depth)
@@ -138,7 +145,7 @@ void Connection::undoBatch(int depth)
             run("RELEASE " + name);
         }
     }
-    dropCaches();
+    forgetUndone();
 }
 
 bool Connection::beginReading()
@@ -168,7 +175,7 @@ void Connection::endReading()
     if (--m_readings > 0)
         return;
     if (std::exchange(m_reading, false))
-        run("COMMIT");
+        run("END");
 }
 
 bool Connection::isRefused(std::string_view table)

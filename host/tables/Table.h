@@ -78,6 +78,8 @@ public:
     bool hasKey(const Value& key, int keyColumn);
     /// Keys up to this one are given out no more.
     void keyTaken(std::int64_t key);
+    /// Keys were given out by a batch that is undone: the largest one is looked for anew.
+    void keysUndone();
     /// False until it was said which keys other rows may still refer to.
     bool knowsReferredKeys() const { return m_knowsReferred; }
     void setReferredKey(std::int64_t largest)

@@ -110,6 +110,13 @@ void Table::keyTaken(std::int64_t key)
     m_largestKey = std::max(m_largestKey, key);
 }
 
+void Table::keysUndone()
+{
+    m_largestKey = m_gapKey = 0;
+    m_keysChanged = true;
+    m_knowsReferred = false;
+}
+
 bool Table::hasKey(const Value& key, int column)
 {
     const std::string name = bracketed(columnNames()[static_cast<std::size_t>(column)]);

@@ -117,14 +117,16 @@ int storeItems(KorOdbcMan::eTableType ownerType, long ownerKey, KorOdbcMan::eCop
     const ColumnDescription& ownerColumn = *type.at(type.itemOwner);
     const ColumnDescription* order = type.at(type.itemOrder);
     KorString insert;
-    int result = 1;
+    int deleted = 1;
     if (rows->columns != nullptr) {
         insert = KorString(L"INSERT INTO ") + table + rows->columns + L" VALUES " + rows->values;
-        result = KorOdbcMan::deleteRecord(static_cast<KorOdbcMan::eTableType>(rows->itemType), KorOdbcKey(ownerKey),
-                                 rows->copiedAtFirstDepth ? KorOdbcMan::kFirstCopy : depth);
+        deleted =
+            KorOdbcMan::deleteRecord(static_cast<KorOdbcMan::eTableType>(rows->itemType), KorOdbcKey(ownerKey),
+                                     rows->copiedAtFirstDepth ? KorOdbcMan::kFirstCopy : depth);
     } else {
-        result = deleteWhere(table, KorString::fromUtf8(ownerColumn.name), ownerKey);
+        deleted = deleteWhere(table, KorString::fromUtf8(ownerColumn.name), ownerKey);
     }
+    int result = 1;
     for (long position = 0; result == 1 && position < list.length(owner.currentRecord); ++position) {
         void* item = list.at(owner.currentRecord, position);
         ownerColumn.integer(item) = static_cast<int>(ownerKey);
@@ -132,7 +134,7 @@ int storeItems(KorOdbcMan::eTableType ownerType, long ownerKey, KorOdbcMan::eCop
             order->integer(item) = static_cast<int>(position);
         result = rows->columns != nullptr ? insertItem(insert, type, item) : appendItem(table, type, item);
     }
-    return result;
+    return result == 1 ? deleted : result;
 }
 
 } // namespace korodbc

@@ -371,7 +371,7 @@ void KorOdbcMan::checkItems(eTableType type)
     };
     const auto checked = [&](const ColumnDescription& column) {
         return column.link == LinkKind::Reference ||
-               (column.link == LinkKind::Lookup && type == kDetViewDimStrategy); // its request type
+               (column.link == LinkKind::Lookup && &column.target() == &descriptionOf<StructDetRequestType>());
     };
     for (long item = list.length(table.currentRecord) - 1; item >= 0; --item) {
         for (const ColumnDescription& column : columns) {

@@ -48,16 +48,18 @@ int save(Group& group, int isNew, bool (*exists)(const Group&), const char* asse
     const KorString row = KorString::format(L"%d", group.getKey());
     const KorCellData values[] = {group.getRunBezeichnung(), group.getBitmapId()};
     int column = 0, nOk = 0;
+    bool all = true;
     for (const KorCellData& value : values) {
         nOk = KorDatabaseAccess::setTableColumnValue(dsn, table, L"Key", row, ++column, value);
+        all = all && nOk == 1;
         if (1 != nOk && asserting != nullptr)
             KorAssert::korAssert("1 == nOk", asserting, __LINE__);
     }
     RecordMarshal<Group>::resetTableCache(0);
-    if (batch.end(1) == 1)
-        return nOk;
-    group.setKey(key);
-    return 0;
+    const int result = all ? batch.end(nOk) : batch.undo(0);
+    if (result != 1)
+        group.setKey(key);
+    return result;
 }
 
 } // namespace

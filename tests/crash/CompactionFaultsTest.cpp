@@ -74,7 +74,7 @@ TEST_P(CompactionFaultsTest, FailingDisk)
             SCOPED_TRACE(n);
             ASSERT_LT(n, 2000);
             ++cycles;
-            faults::plan = {0, 0, n, failure, true};
+            faults::plan = {.failFrom = n, .failure = failure, .armed = true};
             const int result = GetParam().act();
             const bool failed = faults::plan.calls >= n;
             faults::plan = {};

@@ -80,7 +80,7 @@ TEST_F(EditFaultsTest, FailingDisk)
                 if (operation.prepare)
                     operation.prepare();
                 const std::string before = state();
-                faults::plan = {0, 0, n, failure, true};
+                faults::plan = {.failFrom = n, .failure = failure, .armed = true};
                 const bool done = operation.act();
                 const bool failed = faults::plan.calls >= n;
                 faults::plan = {};

@@ -37,16 +37,24 @@ void run(const std::string& statement)
 /// Makes a table anew with other columns, its rows included.
 void remake(const std::string& table, const std::function<void(Columns&)>& change, const std::string& options = "")
 {
-    Columns columns = definitions(table);
-    std::string names, all;
-    for (const std::string& column : columns)
-        names += (names.empty() ? "" : ", ") + column.substr(0, column.find(']') + 1);
+    const Columns before = definitions(table);
+    Columns columns = before;
     change(columns);
-    for (const std::string& column : columns)
+    const auto nameOf = [](const std::string& column) { return column.substr(0, column.find(']') + 1); };
+    std::string names, values, all;
+    for (const std::string& column : columns) {
         all += (all.empty() ? "" : ", ") + column;
+        const bool isKept = std::any_of(before.begin(), before.end(),
+                                        [&](const std::string& old) { return nameOf(old) == nameOf(column); });
+        const bool isWanted = column.find("NOT NULL") != std::string::npos;
+        if (column.find(" AS (") != std::string::npos || (!isKept && !isWanted))
+            continue;
+        names += (names.empty() ? "" : ", ") + (isKept ? nameOf(column) : column.substr(0, column.find(' ')));
+        values += (values.empty() ? "" : ", ") + (isKept ? nameOf(column) : std::string("0"));
+    }
     run("ALTER TABLE " + table + " RENAME TO Before");
     run("CREATE TABLE " + table + " (" + all + ") " + options);
-    run("INSERT INTO " + table + " (" + names + ") SELECT * FROM Before");
+    run("INSERT INTO " + table + " (" + names + ") SELECT " + values + " FROM Before");
     run("DROP TABLE Before");
 }
 
@@ -299,22 +307,25 @@ TEST_P(HostileTables, RefusedWithOneLineOrRight)
     const Texts read = records(type);
     EXPECT_EQ(read == before, c.reads == Same);
     EXPECT_EQ(read.empty(), c.reads == Not);
-    if (c.reads == Not && c.remark[0] == '\0')
+    if (c.reads == Not && c.remark[0] == '\0') {
         EXPECT_NE(korodbc::host::lastError().find("table " + table.substr(0, 9)), std::string::npos)
             << korodbc::host::lastError();
+    }
 
     // what is said
     const std::string report = korodbc::host::tableDifferences(details, base);
     EXPECT_NE(report.find(c.remark), std::string::npos) << report;
     EXPECT_NE(report.find(line), std::string::npos) << report;
-    if (line.empty() && c.remark[0] == '\0')
+    if (line.empty() && c.remark[0] == '\0') {
         EXPECT_EQ(report, "");
+    }
     for (const bool forWriting : {false, true}) {
         for (int again = 0; again < 2; ++again) {
             const bool refused = !line.empty() && (forWriting || !c.onlyForWriting);
             EXPECT_EQ(fits(type, forWriting), !refused) << forWriting << korodbc::host::lastError();
-            if (refused)
+            if (refused) {
                 EXPECT_EQ(korodbc::host::lastError(), line);
+            }
         }
     }
     EXPECT_TRUE(fits(descriptionOf<StructDetAnnotationType>(), true)); // another table
@@ -323,11 +334,17 @@ TEST_P(HostileTables, RefusedWithOneLineOrRight)
     void* record = korodbc::detailTable(c.type).currentRecord;
     type.operations->assign(record, first.get());
     if (!fits(type, true)) {
+        // a row of columns that fit is written over one that does not
+        const bool columnsFit = !line.starts_with("table " + table + ":") ||
+                                (line.find("in the row") != std::string::npos &&
+                                 line.find("numbered columns for") == std::string::npos) ||
+                                line.find("with its items") != std::string::npos;
         const Texts stored = rows(details, table);
-        EXPECT_NE(KorDatabaseAccess::setRecord(details, text(table), type, KorCellData(1), record) == 1,
-                  line.starts_with("table " + table + ":"));
-        if (line.starts_with("table " + table + ":"))
+        EXPECT_EQ(KorDatabaseAccess::setRecord(details, text(table), type, KorCellData(1), record) == 1,
+                  columnsFit);
+        if (!columnsFit) {
             EXPECT_EQ(rows(details, table), stored);
+        }
         Man::appendNewRecord(DetailTest::type(c.type), 0, depth(0)); // no crash
         return;
     }
@@ -383,7 +400,7 @@ TEST_F(HostileKeys, AreFreeAndNewWhileAnyIs)
         EXPECT_EQ(cell.getStringW(), KorString(L"kept"));
     }
     // keys that other rows refer to are not free, also when no row has them
-    sql(details, {"UPDATE DetObjAppearance SET LineType = 40 WHERE [Key] = 1",
+    sql(details, {"UPDATE DetObjReprMapItems SET LineType = 40 WHERE [Key] = 1",
                   "UPDATE DetailStyle SET Request2 = 50 WHERE [Key] = 1"});
     EXPECT_EQ(appended("Linetypes"), 41);
     EXPECT_EQ(appended("DetViewRequest"), 51);
@@ -458,7 +475,7 @@ TEST_F(HostileKeys, ReplacedRowsAreForgotten)
     sql(details, {"CREATE UNIQUE INDEX names ON Linetypes (RunName)", "UPDATE Linetypes SET RunName = Key"});
     ASSERT_EQ(records(type).size(), 2u);
     sql(details, {"INSERT OR REPLACE INTO Linetypes (Key, RunName) VALUES (3, '1')"}); // 1 gives way
-    EXPECT_EQ(records(type), (Texts{"2 '2' 'O''Träger [x] 100%d \"梁\" 🏗) owner' ", "3 '1' '' "}));
+    EXPECT_EQ(records(type), (Texts{"2 '2' 'owner O''Träger [x] 100%d \"梁\" 🏗)' ", "3 '1' '' "}));
     sql(details, {"UPDATE OR REPLACE Linetypes SET RunName = '2' WHERE Key = 3"});
     EXPECT_EQ(records(type), (Texts{"3 '2' '' "}));
     // a rule of the table does the same

@@ -67,9 +67,10 @@ void check(bool hasTables, const char* name, R (*lookUp)(P...))
     const R result = std::apply([&](auto&... value) { return lookUp(static_cast<P>(value)...); }, values);
     const bool read = std::is_same_v<R, long> ? hasTables : result == 1; // a long is a number of entries
     EXPECT_TRUE(hasTables || !read);
-    if (!read)
+    if (!read) {
         EXPECT_TRUE(
             std::apply([](const auto&... value) { return ((!isOutput<P> || isKept(value)) && ...); }, values));
+    }
 }
 
 class FailedLookUpsTest : public RepositoryTest, public testing::WithParamInterface<bool> {};

@@ -18,10 +18,10 @@ struct Plan {
     long failFrom = 0; // calls fail from this one on; 0: none
     int failure = SQLITE_OK;
     bool armed = false;
-    long points = 0;           // passed since the plan was set
-    long actAt = 0;            // `act` is called at this point; 0: never
-    std::function<void()> act; // must not touch a database
-    std::span<char> kinds;     // takes what the points are: a change, a lock to read, a lock to write
+    long points = 0;                // passed since the plan was set
+    long actAt = 0;                 // `act` is called at this point; 0: never
+    std::function<void()> act = {}; // must not touch a database
+    std::span<char> kinds = {};     // takes what the points are: a change, a lock to read, a lock to write
 };
 enum Kind : char { Change = 'c', ToRead = 'r', ToWrite = 'w' };
 inline Plan plan;

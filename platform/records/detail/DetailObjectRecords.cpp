@@ -137,7 +137,7 @@ const RecordDescription& descriptionOf<StructDetObjQualifierSetItem>()
                            itemOrder<&R::order>("Order"),
                            lookup<&R::objectQualifier, StructDetObjQualifier>("ObjectQualifier"),
                            column<&R::modelRole>("ModelRole"),
-                           column<&R::filter>("Filter").names<StructDetObjQualifierFilter>());
+                           lookup<&R::filter, StructDetObjQualifierFilter>("Filter"));
     });
 }
 
