@@ -1,6 +1,28 @@
 #include "CopyPass.h"
 
+#include "edit/ItemStore.h"
+
 namespace korodbc {
+
+namespace {
+
+/// What a program that has ended left of edits comes back first. A copy that cannot come back is put aside: it
+/// would take back what is written now.
+void settleLeftCopies(const DeepCopyGraph& graph)
+{
+    if (KorOdbcMan::bringBackLeftCopies() == 1)
+        return;
+    graph.forEachTable([](const CopyTable& table) {
+        KorString aside;
+        for (const int type : {static_cast<int>(table.type), itemTableType(table.type)})
+            for (int depth = KorOdbcMan::kFirstCopy; type >= 0 && depth < KorOdbcMan::kCopies; ++depth)
+                KorOdbcMan::putCopyAside(static_cast<KorOdbcMan::eTableType>(type),
+                                         static_cast<KorOdbcMan::eCopyDepth>(depth), aside);
+        return true;
+    });
+}
+
+} // namespace
 
 CollectPass::CollectPass()
 {
@@ -15,8 +37,12 @@ WritePass::WritePass(DeepCopyGraph& graph) : m_ready(prepare(graph)) {}
 bool WritePass::prepare(DeepCopyGraph& graph)
 {
     const eDSN target = KorOdbcMan::m_currentDSN;
-    if (KorDatabaseBatch::lock(target) != 1 || !graph.isWritable())
+    const auto isWritable = [&](const CopyTable& table) {
+        return KorDatabaseAccess::checkTable(target, table.description(), true) == 1;
+    };
+    if (KorDatabaseBatch::lock(target) != 1 || !graph.forEachTable(isWritable))
         return false;
+    settleLeftCopies(graph);
     for (DeepCopyGraph* written = &graph; written != nullptr; written = written->beyond())
         KorDatabaseBatch::whenUndone(target, [written, before = written->written()] { written->backTo(before); });
     return true;

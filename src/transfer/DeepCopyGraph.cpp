@@ -156,18 +156,6 @@ bool DeepCopyGraph::isReadable(const CopyTable& table)
     return true;
 }
 
-bool DeepCopyGraph::isWritable() const
-{
-    const eDSN target = KorDSNManager::getInstance().getCurrentDSN();
-    return std::ranges::all_of(m_nodes,
-                               [&](const Node& node) {
-                                   return node.table.length() == 0 ||
-                                          KorDatabaseAccess::checkTable(target, node.table.description(), true) ==
-                                              1;
-                               }) &&
-           (m_beyond == nullptr || m_beyond->isWritable());
-}
-
 bool DeepCopyGraph::nameRow(const CopyTable& table, void* record)
 {
     const ColumnDescription* column = table.description().runNameColumn();

@@ -88,8 +88,15 @@ public:
     long saveCollected(const CopyTable& table, long index);
     /// Appends the record to the target's table and remembers its key. Returns the key, or -1.
     long write(const CopyTable& table, void* record, long index, long sourceKey, int keepKey);
-    /// Whether all tables of the current database for which there are rows fit them and are free to be written.
-    bool isWritable() const;
+    /// Calls `act` for every table for which there are rows, until it returns false; then the result is false.
+    template <class Act>
+    bool forEachTable(Act act) const
+    {
+        for (const Node& node : m_nodes)
+            if (node.table.length() > 0 && !act(node.table))
+                return false;
+        return m_beyond == nullptr || m_beyond->forEachTable(act);
+    }
 
     void reset();
     long rows() const; // collected, over all tables
