@@ -38,7 +38,9 @@ bool WritePass::prepare(DeepCopyGraph& graph)
 {
     const eDSN target = KorOdbcMan::m_currentDSN;
     const auto isWritable = [&](const CopyTable& table) {
-        return KorDatabaseAccess::checkTable(target, table.description(), true) == 1;
+        const RecordDescription& type = table.description();
+        return KorDatabaseAccess::checkTable(target, type, true) == 1 &&
+               (!type.items.exists() || KorDatabaseAccess::checkTable(target, type.items.item(), true) == 1);
     };
     if (KorDatabaseBatch::lock(target) != 1 || !graph.forEachTable(isWritable))
         return false;
