@@ -55,7 +55,7 @@ void Query::compile(const std::string& text)
     } else if (text.find_first_not_of(" \t\r\n;", static_cast<std::size_t>(tail - text.data())) !=
                std::string::npos) {
         m_error = "only one query can be run at a time";
-    } else if (handle == nullptr || sqlite3_stmt_readonly(handle) == 0) {
+    } else if (handle == nullptr || sqlite3_stmt_readonly(handle) == 0 || sqlite3_column_count(handle) == 0) {
         m_error = "the text is no query";
     } else {
         m_statement = m_own.get();
