@@ -27,7 +27,7 @@ enum class Leaves {
     Either,   // the same in each database, or the state after
     Rows,     // the rows that were written stay
     Tables,   // each table as before or after; the next try does the rest
-    Answered, // it says that it succeeded, since the Part asks for no result; the state before or after
+    Answered, // it may say that it succeeded; the state before or after
 };
 
 struct Operation {
