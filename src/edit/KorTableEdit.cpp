@@ -39,20 +39,25 @@ int KorTableEdit::close(int (*transition)(KorOdbcMan::eTableType, KorOdbcMan::eC
 {
     KorDatabaseBatch batch;
     int result = 1;
-    const auto take = [&](int closed) {
+    bool stuck = false; // a copy that was never taken keeps nothing open, one that could not be closed does
+    const auto take = [&](int (*how)(KorOdbcMan::eTableType, KorOdbcMan::eCopyDepth), KorOdbcMan::eTableType type,
+                          KorOdbcMan::eCopyDepth depth) {
+        const int closed = how(type, depth);
         if (result == 1)
             result = closed;
+        stuck = stuck || (closed == 0 && KorOdbcMan::isOpenAnywhere(type, depth));
     };
     for (const Table& table : m_tables) {
-        for (int depth = KorOdbcMan::kFourthCopy; depth > m_depth; --depth)
-            if (KorOdbcMan::isOpenAnywhere(table.type, static_cast<KorOdbcMan::eCopyDepth>(depth)))
-                take(deeper(table.type, static_cast<KorOdbcMan::eCopyDepth>(depth)));
-        take(transition(table.type, m_depth));
+        for (int number = KorOdbcMan::kFourthCopy; number > m_depth; --number) {
+            const auto depth = static_cast<KorOdbcMan::eCopyDepth>(number);
+            if (KorOdbcMan::isOpenAnywhere(table.type, depth))
+                take(deeper, table.type, depth);
+        }
+        take(transition, table.type, m_depth);
         if (table.alsoFirst)
-            take(transition(table.type, KorOdbcMan::kFirstCopy));
+            take(transition, table.type, KorOdbcMan::kFirstCopy);
     }
-    // a copy that is not there keeps nothing open; a statement that failed keeps everything
-    return result == 0 ? batch.undo(0) : batch.end(result);
+    return stuck ? batch.undo(result) : batch.end(result);
 }
 
 int KorTableEdit::ok() { return close(KorOdbcMan::setStatusOnOK, KorOdbcMan::setStatusOnOK); }

@@ -33,9 +33,13 @@ bool readAll()
             const KorDSNRequest request(dsn, index);
             whole = StructDetailMasterMarshal::getTable(masters) == 1 && masters.length() > 0 && whole;
         }
-        for (const StructDetailMaster& master : masters)
-            whole =
-                details::styleTree(dsn, index, master.detailStyle).find("missing") == std::string::npos && whole;
+        for (const StructDetailMaster& master : masters) {
+            const std::string tree = details::styleTree(dsn, index, master.detailStyle);
+            // an edit under way may have deleted a view request
+            whole = (tree.find("(missing") == std::string::npos ||
+                     tree.find("(missing DetViewRequest ") != std::string::npos) &&
+                    whole;
+        }
     }
     return whole;
 }
@@ -47,9 +51,12 @@ const Act acts[] = {
     {"editor of the same row", true, [] { return title(1) && confirm(); }, nullptr},
     {"editor who stays", true, [] { return title(2); }, confirm},
     {"importer", true,
-     [] {
-         return Exports::importDetail(Exports::kDetailStyle, KorOdbcKey(101), inAddin,
-                                      KorDSNDefinitions::kFirstAddin, inDetails, KorDSNDefinitions::kBase) == 1;
+     [] { // a failed one leaves nothing
+         KorDatabaseBatch batch;
+         const int done =
+             Exports::importDetail(Exports::kDetailStyle, KorOdbcKey(101), inAddin, KorDSNDefinitions::kFirstAddin,
+                                   inDetails, KorDSNDefinitions::kBase);
+         return (done == 1 ? batch.end(1) : batch.undo(0)) == 1;
      },
      nullptr},
 };
@@ -238,7 +245,7 @@ TEST_P(SecondProgramTest, IsAsIfOneCameAfterTheOther)
                     else
                         fits = {otherDone ? &allowed.other : &allowed.none};
                     const std::string wrong = compare(recovered(), fits);
-                    EXPECT_EQ(wrong, "") << where;
+                    EXPECT_TRUE(wrong.empty()) << where << ": " << wrong;
                     if (HasFailure() && ++failures == 5)
                         FAIL() << "and so on";
                 }
