@@ -85,7 +85,7 @@ public:
     void setReferredKey(std::int64_t largest)
     {
         m_knowsReferred = true;
-        m_largestKey = std::max(m_largestKey, std::min(largest, largestKey));
+        keyTaken(std::min(largest, largestKey));
     }
 
     /// Writes the described columns of a record as a new row, or over the row with that key. Refused, with the
@@ -144,7 +144,7 @@ private:
     std::unordered_map<const RecordDescription*, std::unique_ptr<RecordCache>> m_caches;
     std::map<std::pair<const RecordDescription*, long>, Statement*> m_stores; // by type and 2 * items + insert
     std::int64_t m_largestKey = 0; // ever seen, given out or referred to
-    std::int64_t m_gapKey = 0;     // the last one given out below the largest
+    std::int64_t m_gapKey = 0;     // the same without the largest that is possible
     bool m_keysChanged = true;     // rows changed since the largest key was looked for
     bool m_knowsReferred = false;
 };

@@ -71,7 +71,7 @@ std::int64_t Table::freeKey()
         const StatementRun run(*select);
         if (select->step() != SQLITE_ROW)
             return 0;
-        m_largestKey = std::max(m_largestKey, std::min(select->integer(0), largestKey));
+        keyTaken(std::min(select->integer(0), largestKey));
         m_keysChanged = false;
     }
     return m_largestKey < largestKey ? m_largestKey + 1 : freeKeyInAGap(key);
@@ -105,7 +105,7 @@ void Table::keyTaken(std::int64_t key)
 {
     if (!fitsKey(key))
         return;
-    if (m_largestKey >= largestKey && key < largestKey)
+    if (key < largestKey)
         m_gapKey = std::max(m_gapKey, key);
     m_largestKey = std::max(m_largestKey, key);
 }
