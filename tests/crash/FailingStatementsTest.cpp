@@ -330,7 +330,7 @@ protected:
             }
             connection(i).dropCaches();
             copy(m_saved[i], connection(i).handle());
-            connection(i).dropCaches();
+            connection(i).rollback(); // of nothing: what is known of keys goes, too
         }
         sql(country, {"DELETE FROM Linetypes"});
         Copy::ResetDeepCopyInfo();
