@@ -13,8 +13,8 @@ namespace korodbc::host {
 class Query {
 public:
     Query(Connection& database, const KorString& text);
-    /// "SELECT ... FROM ..." of the host's own, a condition and an order, each of which may be empty: without an order
-    /// `tableOrder`, " ORDER BY ..." of the host's own.
+    /// "SELECT ... FROM ..." of the host's own, a condition and an order, each of which may be empty: without an
+    /// order `tableOrder`, " ORDER BY ..." of the host's own.
     Query(Connection& database, const std::string& select, const KorString& condition, const KorString& order,
           const std::string& tableOrder);
     ~Query();

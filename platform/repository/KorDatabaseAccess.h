@@ -140,8 +140,8 @@ private:
     const int m_exceptions; // under way when the batch began
 };
 
-/// While it lives, reads of a data source see one state of it: other programs' changes up to now, and none that come
-/// later. Ends early when this program writes to that data source.
+/// While it lives, reads of a data source see one state of it: other programs' changes up to now, and none that
+/// come later. Ends early when this program writes to that data source.
 class KorDatabaseReading {
 public:
     explicit KorDatabaseReading(eDSN dsn);

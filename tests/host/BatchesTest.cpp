@@ -32,7 +32,8 @@ protected:
     }
 };
 
-/// Random nests of batches over two databases, kept or undone, against lists of keys that are copied at each beginning.
+/// Random nests of batches over two databases, kept or undone, against lists of keys that are copied at each
+/// beginning.
 TEST_F(BatchesTest, NestedBatchesKeepOrUndoWhatTheyWrote)
 {
     struct State {
@@ -233,11 +234,16 @@ TEST_F(ClaimsTest, KeepOthersOut)
                       return Man::storeCurrentRecord(styles, first);
                   }},
                  {"delete", [] { return Man::deleteRecord(styles, KorOdbcKey(1), first); }},
-                 {"statement", [] { return KorDatabaseAccess::doSQLStatement(inDetails, L"DELETE FROM DetailStyle"); }},
+                 {"statement",
+                  [] { return KorDatabaseAccess::doSQLStatement(inDetails, L"DELETE FROM DetailStyle"); }},
                  {"drop",
-                  [] { return KorDatabaseAccess::doSQLStatement(inDetails, L"DROP TABLE [DetailStyle_VELCopy]"); }},
+                  [] {
+                      return KorDatabaseAccess::doSQLStatement(inDetails, L"DROP TABLE [DetailStyle_VELCopy]");
+                  }},
                  {"copy",
-                  [] { return KorDatabaseAccess::copyTable(inDetails, L"Linetypes", L"DetailStyle_VELCopy", false); }},
+                  [] {
+                      return KorDatabaseAccess::copyTable(inDetails, L"Linetypes", L"DetailStyle_VELCopy", false);
+                  }},
                  {"line", [] { return KorDatabaseAccess::deleteLine(L"DetailStyle", KorCellData(1)); }},
              }) {
             EXPECT_EQ(act(), 0) << name;

@@ -239,11 +239,11 @@ TEST_F(CompactCommand, ABadDatabaseIsRefusedInOneLineAndStaysAsItIs)
         {[&] { damageTable(details(), "DetailProcessStep"); }, "compact styles", "details.db is damaged"},
         {[&] { damageTable(details(), "DetailStyle"); }, "compact --dry-run", "details.db is damaged"},
         {[&] { sql(details(), "DROP TABLE DetViewDimStrategyNew"); }, "compact",
-         "tables of Details cannot be read: table DetViewDimStrategyNew is missing; put a good copy"},
+         "tables of Details cannot be read: table DetViewDimStrategyNew is missing; see: korodbc status"},
         {[&] { sql(details(), "DROP TABLE DetObjQualifierSetItem"); }, "compact processes --keep",
          "table DetObjQualifierSetItem is missing"},
         {[&] { sql(details(), "DROP TABLE DetViewDimStrategyNew"); }, "compact qualifier-sets --dry-run",
-         "tables of Details cannot be read: table DetViewDimStrategyNew is missing; put a good copy"},
+         "tables of Details cannot be read: table DetViewDimStrategyNew is missing; see: korodbc status"},
         {[&] { makeReadOnly(details()); }, "compact", "Details was not compacted: .*readonly.*writable"},
         {[&] { makeReadOnly(details()); }, "compact qualifier-sets", "Details was not compacted: .*readonly"},
     };

@@ -47,11 +47,11 @@ TEST_F(ProcessCommands, PrintWhatIsAskedFor)
         {"shared DetailMasterTable 1", "^DetailMasterTable 1 [^\\n]*: nothing refers to it\\.\\nShared: no\\n$"},
         {"shared DetLeaderStyle 1", "Shared: yes\\n$"}, // a fixed catalogue row
         {"shared DetailProcessStep 1 --csv",
-         "^Table,Key,Name,Column,Item\\nDetailProcessDefinition,1,All workshop "
-         "drawings,Step1,1\\nDetailProcessDefinition,2,[^\\n]*\\n$"},
+         "^Table,Key,Name,Column,Item,References,Shared\\nDetailProcessDefinition,1,All workshop "
+         "drawings,Step1,1,,\\nDetailProcessDefinition,2,[^\\n]*\\nTotal,,,,,2,yes\\n$"},
         {"check", "^Details: [0-9]{4} references, all lead somewhere\\nAddin: 0 references, all lead somewhere\\n"
                   "CountryAddin Norway: 0 references, all lead somewhere\\n$"},
-        {"check --json", "^\\[\\n\\]\\n$"},
+        {"check --json", "^\\[\\n[^\\n]*\"Details\"[^\\n]*\"Lead nowhere\": 0},\\n[^\\n]*\\n[^\\n]*\\n\\]\\n$"},
         {"processes --help", "Example:\\n  korodbc processes "},
         {"groups --help", "Example:\\n  korodbc groups "},
         {"export-process --help", "--without-styles[^]*Example:\\n  korodbc export-process "},
@@ -227,7 +227,8 @@ TEST_F(ProcessCommands, CheckNamesEveryReferenceThatLeadsNowhere)
     EXPECT_EQ(std::count(check.out.begin(), check.out.end(), '\n'), 8);
     const Outcome csv = run("check --source Details --csv");
     EXPECT_EQ(csv.code, 1);
-    EXPECT_EQ(std::count(csv.out.begin(), csv.out.end(), '\n'), 7) << "a heading, and a cell of two lines";
+    EXPECT_EQ(std::count(csv.out.begin(), csv.out.end(), '\n'), 8)
+        << "a heading, a cell of two lines and the total";
     EXPECT_EQ(files(), before);
     EXPECT_EQ(run("check --source Addin").code, 0);
 }

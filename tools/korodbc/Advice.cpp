@@ -54,6 +54,7 @@ std::string remedy(const std::string& reason, const std::string& source)
     case Trouble::Busy:
         return "; try again when the other program is done with it";
     case Trouble::Edited: // the line says it
+        break;
     case Trouble::ReadOnly:
         return "; make the file and its folder writable for you";
     case Trouble::Unreachable:

@@ -1,3 +1,4 @@
+#include "Advice.h"
 #include "Commands.h"
 #include "CurrentDatabase.h"
 #include "DetailFile.h"
@@ -80,8 +81,8 @@ Failure unreadable(const Source& source)
         if (records::isDetailTable(describe()) && KorDatabaseAccess::doesTableExists(source.dsn, table) != 1)
             reason = ": table " + table.toUtf8() + " is missing";
     }
-    return {kFailed, "the detail tables of " + source.name + " cannot be read" + reason + "; put a good copy of " +
-                         source.file + " there"};
+    return {kFailed,
+            "the detail tables of " + source.name + " cannot be read" + reason + remedy(reason, source.name)};
 }
 
 Compacted preview(const Kind& kind, const Source& source, bool keep)
@@ -150,15 +151,6 @@ public:
     WithoutCopies& operator=(const WithoutCopies&) = delete;
 };
 
-std::string whatToDo(const std::string& reason)
-{
-    if (reason.find("locked") != std::string::npos)
-        return "; try again when the other program has finished";
-    if (reason.find("readonly") != std::string::npos)
-        return "; make the database writable and try again";
-    return "; nothing was changed";
-}
-
 /// Throws, with everything as before, when the tables cannot be compacted.
 void run(const Kind& kind, const Source& source, bool keep)
 {
@@ -174,13 +166,16 @@ void run(const Kind& kind, const Source& source, bool keep)
         result = kind.onlyQualifierSets ? Compact::compactQualifierSets(source.dsn, keep ? 0 : 1, kind.type)
                                         : Compact::startCompactProcess(source.dsn, keep ? 0 : 1, kind.type);
         if (result != 1)
-            reason = Compact::getFailure().isEmpty() ? because() : ": " + Compact::getFailure().toUtf8();
+            reason = !because().empty() || Compact::getFailure().isEmpty() ? because()
+                                                                           : ": " + Compact::getFailure().toUtf8();
     }
     if ((result == 1 ? batch.end(1) : batch.undo(0)) == 1)
         return;
     if (reason.empty())
         reason = because();
-    throw Failure{kFailed, source.name + " was not compacted" + reason + whatToDo(reason)};
+    const std::string help = remedy(reason, source.name);
+    throw Failure{kFailed,
+                  source.name + " was not compacted" + reason + (help.empty() ? "; nothing was changed" : help)};
 }
 
 /// Totals of all tables.
