@@ -223,7 +223,8 @@ int Connection::execute(const KorString& sql)
                 statement->bind(static_cast<int>(i) + 1, m_values[i]);
             prepared = statement->fresh;
             ok = finishWrite(*statement);
-            if (!statement->definedTables.empty())
+            // kept are those that differ in their values only
+            if ((prepared && !split) || !statement->definedTables.empty())
                 m_statements.erase(m_statements.find(m_pattern));
         }
     }
