@@ -139,8 +139,13 @@ std::string tableDifferences(eDSN dsn, eIndex index)
     if (database == nullptr)
         return report;
     for (const auto describe : records::all()) {
-        if (database->table(service().physicalName(describe())) == nullptr)
+        const RecordDescription& type = describe();
+        if (database->table(service().physicalName(type)) == nullptr) {
+            if (records::isDetailTable(type) && type.homes.contains(dsn) &&
+                dsn != KorDSNDefinitions::kConfiguration)
+                report += "there is no table " + std::string(type.table) + "\n";
             continue;
+        }
         const std::string misfit = misfitOf(*database, describe(), Use::Report);
         if (!misfit.empty())
             report += misfit + "\n";

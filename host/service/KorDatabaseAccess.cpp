@@ -589,8 +589,7 @@ int KorDatabaseAccess::claimTable(eDSN dsn, const KorString& table)
     }
     std::string reason;
     if (!claims.take(name, reason)) {
-        service().setError("table " + name + " is being edited by " + reason +
-                           "; try again when that edit is closed");
+        service().setError("table " + name + " " + reason);
         return 0;
     }
     service().whenUndone(database, [&claims, name] { claims.giveBack(name); });

@@ -88,7 +88,7 @@ const std::string* Service::connectionOf(Place place) const
     if (!m_open || dsn >= KorDSNDefinitions::kNumberOfDataSources)
         return nullptr;
     if (dsn == KorDSNDefinitions::kCountryAddin) {
-        const std::size_t position = static_cast<std::size_t>(std::max<int>(index, 1) - 1);
+        const std::size_t position = static_cast<std::size_t>(index) - 1; // slots are counted from 1
         return position < m_manifest.countryAddIns.size() ? &m_manifest.countryAddIns[position].connection
                                                           : nullptr;
     }

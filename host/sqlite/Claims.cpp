@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int mostTries = 50; // against programs that are just taking the file away
+constexpr int mostTries = 500; // against programs that are just taking the file away
 
 std::string fileBeside(const std::string& database)
 {
@@ -112,6 +112,11 @@ std::string Claims::nameOf(std::string_view table)
     return name;
 }
 
+std::string Claims::heldBy(const Claim& claim)
+{
+    return "is being edited by " + claim.holder + "; try again when that edit is closed";
+}
+
 Claims::Claims(const std::string& database) : m_file(fileBeside(database)) {}
 
 Claims::~Claims()
@@ -127,7 +132,7 @@ bool Claims::open(std::string& reason)
         return true;
     m_handle = ::open(m_file.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
     if (m_handle < 0) {
-        reason = m_file + ": " + std::strerror(errno);
+        reason = "cannot be claimed: " + m_file + ": " + std::strerror(errno);
         return false;
     }
     // whoever may write the database may claim its tables
@@ -149,7 +154,7 @@ Claims::Lock Claims::lock(const std::string& name, std::string& reason)
     struct flock region = regionOf(F_WRLCK, placeOf(name), 1);
     if (::fcntl(m_handle, F_OFD_SETLK, &region) != 0) {
         if (errno != EAGAIN && errno != EACCES) {
-            reason = m_file + ": " + std::strerror(errno);
+            reason = "cannot be claimed: " + m_file + ": " + std::strerror(errno);
             return Lock::Refused;
         }
         region = regionOf(F_WRLCK, placeOf(name), 1);
@@ -157,7 +162,9 @@ Claims::Lock Claims::lock(const std::string& name, std::string& reason)
             return Lock::Again; // just given back, or the file is about to go
         const auto lines = linesOf(m_handle);
         const auto holder = lines.find(name);
-        reason = holder == lines.end() ? "another program" : holder->second.holder;
+        if (holder == lines.end())
+            return Lock::Again; // just taken
+        reason = heldBy(holder->second);
         return Lock::Refused;
     }
     // a claim on a file that is gone is none
@@ -180,7 +187,7 @@ bool Claims::take(const std::string& table, std::string& reason)
             if (tries > 0)
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
             if (tries == mostTries)
-                reason = "another program";
+                reason = heldBy({table, "another program"});
             if (tries == mostTries || !open(reason))
                 break;
             result = lock(name, reason);
@@ -192,7 +199,7 @@ bool Claims::take(const std::string& table, std::string& reason)
         }
         const std::string line = singleField(table) + "\t" + thisProgram() + "\n";
         if (::write(m_handle, line.data(), line.size()) != static_cast<ssize_t>(line.size())) {
-            reason = m_file + ": " + std::strerror(errno);
+            reason = "cannot be claimed: " + m_file + ": " + std::strerror(errno);
             m_held.insert(name);
             giveBack(name);
             return false;

@@ -18,8 +18,8 @@ public:
     Claims(const Claims&) = delete;
     Claims& operator=(const Claims&) = delete;
 
-    /// Takes the claim on a table; true also when it is held already. On failure `reason` says who has it, or why
-    /// it cannot be taken.
+    /// Takes the claim on a table; true also when it is held already. On failure `reason` says, behind the name
+    /// of the table, who has it or why it cannot be taken.
     bool take(const std::string& table, std::string& reason);
     void giveBack(const std::string& table);
     bool holds(const std::string& table) const { return m_held.contains(nameOf(table)); }
@@ -31,6 +31,8 @@ public:
         std::string table;
         std::string holder; // "anna on PC7, korodbc (process 1234), since 2026-11-21 17:03"
     };
+    /// "is being edited by ...", behind the name of a table.
+    static std::string heldBy(const Claim& claim);
     /// The claims that other programs hold now.
     std::vector<Claim> ofOthers() const;
 

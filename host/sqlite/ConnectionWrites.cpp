@@ -189,8 +189,7 @@ bool Connection::isRefused(std::string_view table)
     for (const Claims::Claim& claim : inTransaction() ? m_claimedByOthers : now) {
         if (Claims::nameOf(claim.table) != name)
             continue;
-        m_error = "table " + claim.table + " is being edited by " + claim.holder +
-                  "; try again when that edit is closed";
+        m_error = "table " + claim.table + " " + Claims::heldBy(claim);
         return true;
     }
     return false;

@@ -166,9 +166,11 @@ void judgeDeclarations(Table& table, const RecordDescription& type, Layout& layo
             if (index < 0)
                 continue;
             described[static_cast<std::size_t>(index)] = 1;
-            if (declared(index).computed)
-                layout.differs(Use::Write, table, "the column " + shown(declared(index).name) + " is computed");
         }
+    // a table cannot be filled from its copy where it computes a column
+    for (const TableColumn& column : table.columns())
+        if (column.computed)
+            layout.differs(Use::Write, table, "the column " + shown(column.name) + " is computed");
     // rows without keys of their own are written with the described columns alone
     for (std::size_t i = 0; i < described.size() && type.key < 0; ++i)
         if (described[i] == 0 && table.columns()[i].required())

@@ -124,6 +124,9 @@ public:
     /// Renames a copy that cannot be brought back, so that nothing takes it for one; `aside` becomes its new name.
     /// 0 when there is no such copy, or the table is being edited.
     static int putCopyAside(eTableType type, eCopyDepth depth, KorString& aside);
+    /// True when the table is edited in the current database under a copy that was really taken at that depth; a
+    /// copy that could not be taken counts as taken, but brings nothing back.
+    static bool canCancel(eTableType type, eCopyDepth depth);
     /// True when this program edits the table at that depth: in the current database, in any of them.
     static bool isOpen(eTableType type, eCopyDepth depth);
     static bool isOpenAnywhere(eTableType type, eCopyDepth depth);

@@ -415,6 +415,15 @@ int KorOdbcMan::putCopyAside(eTableType type, eCopyDepth depth, KorString& aside
     return result == 1 ? batch.end(1) : batch.undo(0);
 }
 
+bool KorOdbcMan::canCancel(eTableType type, eCopyDepth depth)
+{
+    const ManagerDatabase database;
+    if (!isOpen(type, depth))
+        return false;
+    const TableNames names(type);
+    return names.isClaimed() && names.hasCopy(depth);
+}
+
 bool KorOdbcMan::isOpen(eTableType type, eCopyDepth depth)
 {
     const int slot = getIndex();

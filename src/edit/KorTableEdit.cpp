@@ -30,6 +30,8 @@ int KorTableEdit::begin()
             1)
             return batch.undo(0);
         KorOdbcMan::setStatus(table.type, KorOdbcMan::eModified, m_depth);
+        if (!KorOdbcMan::canCancel(table.type, m_depth))
+            return batch.undo(0);
     }
     return batch.end(1);
 }

@@ -9,6 +9,7 @@
 #include "repository/KorDSNManager.h"
 #include "repository/RecordAccess.h"
 #include "transfer/KorOdbcCompactDetailsTables.h"
+#include "transfer/KorODBCDetailStyleExports.h"
 
 using namespace korodbc;
 
@@ -53,9 +54,15 @@ void Compact::updateTablesStatus()
 {
     const ManagerDatabase current(tables().database, tables().index);
     const auto modify = [](std::initializer_list<int> types) {
-        for (const int type : types)
-            KorOdbcMan::setStatus(static_cast<KorOdbcMan::eTableType>(type), KorOdbcMan::eModified,
-                                  KorOdbcMan::kFirstCopy);
+        for (const int number : types) {
+            const auto type = static_cast<KorOdbcMan::eTableType>(number);
+            KorOdbcMan::setStatus(type, KorOdbcMan::eModified, KorOdbcMan::kFirstCopy);
+            // what cannot be cancelled as a whole is not begun
+            KorString name;
+            if (KorODBCDetailStyleExports::isTableBackupProcessCanceled() == 0 &&
+                !KorOdbcMan::canCancel(type, KorOdbcMan::kFirstCopy) && KorOdbcMan::getTableName(type, name) == 1)
+                tables().fail(L"the copy of " + name + L" could not be taken");
+        }
     };
     if (tables().ofStyles())
         modify({5, 8, 7, 29, 1, 11, 12, 10, 0, 9, 16, 4, 25, 14, 2, 3, 13, 22});

@@ -38,9 +38,12 @@ bool WritePass::prepare(DeepCopyGraph& graph)
 {
     const eDSN target = KorOdbcMan::m_currentDSN;
     const auto isWritable = [&](const CopyTable& table) {
+        const auto fits = [&](const RecordDescription& type) { // rows of the target are looked for, too
+            return KorDatabaseAccess::checkTable(target, type, false) == 1 &&
+                   KorDatabaseAccess::checkTable(target, type, true) == 1;
+        };
         const RecordDescription& type = table.description();
-        return KorDatabaseAccess::checkTable(target, type, true) == 1 &&
-               (!type.items.exists() || KorDatabaseAccess::checkTable(target, type.items.item(), true) == 1);
+        return fits(type) && (!type.items.exists() || fits(type.items.item()));
     };
     if (KorDatabaseBatch::lock(target) != 1 || !graph.forEachTable(isWritable))
         return false;

@@ -142,6 +142,7 @@ int KorDetailReferences::getDangling(eDSN dsn, eIndex index, KorArray<KorDetailR
 {
     const KeysByType fixed = keysOfLookups();
     const KorDSNRequest request(dsn, index);
+    const KorDatabaseReading reading(dsn); // rows and references of one state
     KeysByType own;
     for (const auto describe : records::all())
         if (records::isDetailTable(describe()))
@@ -158,6 +159,7 @@ int KorDetailReferences::getReferrers(eDSN dsn, eIndex index, const KorString& t
                                       KorArray<KorDetailReference>& references)
 {
     const KorDSNRequest request(dsn, index);
+    const KorDatabaseReading reading(dsn);
     const std::string name = table.toUtf8();
     return findReferences(
         [&](const StoredReference& reference) {
@@ -171,6 +173,7 @@ int KorDetailReferences::getReferrers(eDSN dsn, eIndex index, const KorString& t
                                       KorArray<KorDetailReference>& references)
 {
     const KorDSNRequest request(dsn, index);
+    const KorDatabaseReading reading(dsn);
     const std::string name = table.toUtf8();
     return findReferences(
         [&](const StoredReference& reference) {

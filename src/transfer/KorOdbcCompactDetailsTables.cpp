@@ -227,7 +227,7 @@ int Compact::startCompactProcess(eDSN database, int deleteFlag, eCompactType typ
     if (usable)
         updateTablesStatus();
     progress(0);
-    if (loadTables() != 1 || !usable)
+    if (loadTables() != 1 || !usable || tables().hasFailed())
         return run.end(batch, 0);
     progress(20);
     mergeAll();

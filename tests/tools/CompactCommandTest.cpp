@@ -157,9 +157,9 @@ TEST_F(CompactCommand, TheBackupBringsEverythingBack)
     const std::string before = output("tables Details"), tree = output("tree 20");
     const std::string done = output("compact --backup");
     sqlite3_close(other);
-    EXPECT_TRUE(
-        matches(done, "\\nA backup was kept in work/details\\.db\\.backup-1\\. To bring it back, [^\\n]* copy it "
-                      "over work/details\\.db\\.\\n$"))
+    EXPECT_TRUE(matches(
+        done, "\\nA backup was kept in work/details\\.db\\.backup-1\\. Bring it back with: korodbc restore "
+              "work/details\\.db\\.backup-1\\n$"))
         << done;
     EXPECT_NE(output("tables Details"), before);
     EXPECT_TRUE(matches(title(), "only in the log"));

@@ -307,9 +307,9 @@ void runCompact(const GlobalOptions& global, const CompactOptions& options)
                     counted(stranded, "reference").c_str(), options.dryRun ? "would be left" : "were left",
                     firstOf(compacted.stranded).c_str());
     if (!compacted.backup.empty())
-        std::printf("A backup was kept in %s. To bring it back, end all programs that use the repository and copy "
-                    "it over %s.\n",
-                    compacted.backup.c_str(), sourceNamed(options.source).file.c_str());
+        std::printf("A backup was kept in %s. Bring it back with: korodbc restore %s%s\n",
+                    compacted.backup.c_str(), compacted.backup.c_str(),
+                    options.source == "Details" ? "" : (" --source " + options.source).c_str());
     else if (options.dryRun && !compacted.nothingToDo)
         std::puts("With --backup the run keeps a copy of the database.");
 }

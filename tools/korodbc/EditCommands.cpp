@@ -249,7 +249,10 @@ void runEdit(const GlobalOptions& global, const EditOptions& options)
         std::printf("Applied with Update, then closed: the value is now %s.\n", quote(edited.after).c_str());
         break;
     case Closing::LeaveOpen: {
-        const std::vector<LeftBehind> copies = copiesLeftBehind();
+        std::vector<LeftBehind> copies = copiesLeftBehind();
+        std::erase_if(copies, [&](const LeftBehind& copy) {
+            return !sameName(copy.table, options.table) || copy.source.name != edited.source;
+        });
         std::printf("Left open: the value is %s for now, and copy %s keeps the state before.\n"
                     "See it with \"korodbc status\"; the next command that writes, or \"korodbc recover\", brings "
                     "the table back.\n",

@@ -32,6 +32,8 @@ std::string transferError(Detail kind, const std::string& what)
     const std::string text = what + ": " + message.toUtf8() + (message.endsWith(L"!") ? "" : "!");
     if (message.find(L"older than") >= 0)
         return text + " Bring the database up to version 5.1 first";
+    if (message.find(L"dependencies") >= 0 && !reason.empty())
+        return text + " (" + reason + ")" + remedy(reason);
     if (message.find(L"dependencies") >= 0)
         return text + " A row that it refers to, or a detail master, is missing; see: korodbc tree" +
                (kind == Detail::Process ? " --process" : "");
@@ -199,6 +201,8 @@ NamedDetail chosenIn(const ImportOptions& options)
 {
     const DetailKind& kind = kindOf(options.kind);
     const std::vector<std::string> names = detailNames(options.kind);
+    if (names.empty() && !because().empty())
+        throw Failure{kFailed, options.file + " cannot be read" + because()};
     if (names.empty())
         throw Failure{kNotFound, options.file + " holds no " + kind.noun +
                                      "; export one into it with: korodbc export-" + kind.shortNoun};
