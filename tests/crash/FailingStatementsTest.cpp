@@ -281,6 +281,15 @@ std::map<std::string, std::string> sections(const std::string& whole, bool copie
     return tables;
 }
 
+/// A dump without the first cell of its lines.
+std::string withoutKeys(const std::string& dump)
+{
+    std::string out, line;
+    for (std::istringstream in(dump); std::getline(in, line); out += "\n")
+        out += line.starts_with("[") ? line : line.substr(std::min(line.find('|'), line.size()));
+    return out;
+}
+
 /// A repository in memory that is as before for every try.
 class FailingStatementsTest : public DetailTest, public testing::WithParamInterface<Operation> {
 protected:
@@ -410,9 +419,9 @@ protected:
             else
                 EXPECT_TRUE(found == before) << crash::difference(before, found);
             break;
-        case Leaves::Rows:
+        case Leaves::Rows: // a row whose key could not be kept got another
             if (done)
-                expectTables(found, after, before);
+                expectTables(withoutKeys(found), withoutKeys(after), withoutKeys(before));
             break;
         }
         EXPECT_TRUE(found.starts_with("ok|\n"));
