@@ -375,8 +375,9 @@ void Service::whenStored(const Connection* database, std::function<void()> act)
 
 void Service::checkAll()
 {
-    // in a transaction nothing changes from outside: what is looked at only then waits for its end
     m_checkAtEnd = m_checkAtEnd || inBatch();
+    if (isWriting())
+        return;
     if (!inBatch())
         m_physicalNames.clear();
     for (auto& [file, database] : m_connections)
@@ -386,6 +387,8 @@ void Service::checkAll()
 void Service::check(eIndex index)
 {
     m_checkAtEnd = m_checkAtEnd || inBatch();
+    if (isWriting())
+        return;
     for (auto& [place, database] : m_places)
         if (place.second == index)
             database->checkBeforeNextRead();

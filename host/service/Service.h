@@ -61,6 +61,8 @@ public:
     /// outermost batch, when everything written was stored.
     bool endBatch(bool keep);
     bool inBatch() const { return Connection::batchDepth > 0; }
+    /// True in a batch that has written: what it reads waits for its end to look for others' changes.
+    bool isWriting() const { return inBatch() && !Connection::writing.empty(); }
     /// Holds the database in one state for reads while the result lives; nullptr when that fails.
     std::shared_ptr<void> beginReading(Connection* database);
     /// Called, last first, when what the open batch wrote to that database is undone or cannot be stored.

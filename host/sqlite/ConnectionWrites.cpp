@@ -180,7 +180,7 @@ void Connection::endReading()
 
 bool Connection::isRefused(std::string_view table)
 {
-    if (m_claims.holds(std::string(table)))
+    if ((inTransaction() && m_claimedByOthers.empty()) || m_claims.holds(std::string(table)))
         return false;
     std::vector<Claims::Claim> now;
     if (!inTransaction())

@@ -60,19 +60,22 @@ bool readOther(const Statement& statement, int at, int type, Number& field, bool
 
 bool readNumber(const Statement& statement, int at, int& field, bool required)
 {
-    if (const int type = sqlite3_column_type(statement.handle(), at); type != SQLITE_INTEGER)
+    // asked once for a cell and twice for the value in it: this runs for every cell that is read
+    sqlite3_value* const cell = sqlite3_column_value(statement.handle(), at);
+    if (const int type = sqlite3_value_type(cell); type != SQLITE_INTEGER)
         return readOther(statement, at, type, field, required);
-    const std::int64_t value = statement.integer(at);
+    const std::int64_t value = sqlite3_value_int64(cell);
     field = static_cast<int>(value);
     return field == value;
 }
 
 bool readNumber(const Statement& statement, int at, double& field, bool required)
 {
-    const int type = sqlite3_column_type(statement.handle(), at);
+    sqlite3_value* const cell = sqlite3_column_value(statement.handle(), at);
+    const int type = sqlite3_value_type(cell);
     if (type != SQLITE_FLOAT && type != SQLITE_INTEGER)
         return readOther(statement, at, type, field, required);
-    field = statement.real(at);
+    field = sqlite3_value_double(cell);
     return true;
 }
 } // namespace
@@ -136,12 +139,17 @@ bool RecordCache::decode(Statement& statement, const Layout& layout, void* recor
             break;
         case FieldKind::Text: {
             LastText& last = m_lastTexts[i];
-            if (const std::string_view bytes = statement.bytes(at); last.bytes != bytes) {
+            sqlite3_value* const cell = sqlite3_column_value(statement.handle(), at);
+            const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(cell));
+            const std::string_view bytes(text == nullptr ? "" : text,
+                                         text == nullptr ? 0
+                                                         : static_cast<std::size_t>(sqlite3_value_bytes(cell)));
+            if (last.bytes != bytes) {
                 last.bytes = bytes;
                 last.text = KorString::fromUtf8(bytes);
             }
             *static_cast<KorString*>(field) = last.text;
-            fits = !m_fields[i].required || !statement.isNull(at);
+            fits = text != nullptr || !m_fields[i].required;
             break;
         }
         }

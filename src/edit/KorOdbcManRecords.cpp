@@ -98,11 +98,16 @@ bool holdsItems(Man::eTableType type, const KorString& table, long items)
            (KorDatabaseAccess::getNumberOfColumns(Man::m_currentDSN, table) - fixed) / perItem >= items;
 }
 
-/// A record without items is one statement, which is whole or nothing by itself.
-KorDatabaseBatch::Kind batchFor(Man::eTableType type)
+/// A record without items in a table of their own, and for which there are columns, is one statement, which is
+/// whole or nothing by itself.
+KorDatabaseBatch::Kind batchFor(Man::eTableType type, const KorString& table)
 {
-    return detailTable(type).description().itemList() == nullptr ? KorDatabaseBatch::Kind::Joined
-                                                                 : KorDatabaseBatch::Kind::Whole;
+    const DetailTable& current = detailTable(type);
+    const RecordDescription& description = current.description();
+    const bool needsColumns = description.numbered.exists() &&
+                              !holdsItems(type, table, description.itemList()->length(current.currentRecord));
+    return description.items.exists() || needsColumns ? KorDatabaseBatch::Kind::Whole
+                                                      : KorDatabaseBatch::Kind::Joined;
 }
 
 /// Writes all columns and items of a type's current record over its row in the table of that physical name.
@@ -226,10 +231,11 @@ int KorOdbcMan::appendNewRecord(eTableType type, int keepKey, eCopyDepth depth)
     const ManagerDatabase database;
     if (!mayWrite(type, depth))
         return -1;
-    KorDatabaseBatch edit; // the copy stays, also of a record that cannot be appended
+    // the copy stays, also of a record that cannot be appended
+    KorDatabaseBatch edit(KorDatabaseBatch::Kind::Joined);
     m_bAppending = true;
     setStatus(type, eModified, depth);
-    KorDatabaseBatch record(batchFor(type));
+    KorDatabaseBatch record(batchFor(type, table));
     int key = appendRecord(type, table, keepKey, depth);
     if (key < 0)
         record.undo();
@@ -250,10 +256,10 @@ int KorOdbcMan::storeCurrentRecord(eTableType type, eCopyDepth depth)
     const ManagerDatabase database;
     if (!mayWrite(type, depth))
         return 0;
-    KorDatabaseBatch edit;
+    KorDatabaseBatch edit(KorDatabaseBatch::Kind::Joined);
     m_bAppending = true;
     setStatus(type, eModified, depth);
-    KorDatabaseBatch record(batchFor(type));
+    KorDatabaseBatch record(batchFor(type, table));
     const int stored = storeRecord(type, table, depth);
     const int result = stored == 1 ? record.end(1) : record.undo(stored);
     m_bAppending = false;

@@ -467,7 +467,7 @@ TEST_P(FailingStatementsTest, LeavesWhatIsStated)
     ASSERT_GT(statements, 0);
     ASSERT_NE(m_after[0] + m_after[2], m_before[0] + m_before[2]);
 
-    for (const long n : crash::sampled(statements, 30, 8)) {
+    for (const long n : crash::sampled(statements, 3 * crash::ends / 2, crash::ends / 2)) {
         for (int around = Bare; around < Arounds; ++around) {
             SCOPED_TRACE(std::to_string(n) + " of " + std::to_string(statements) + ", around " +
                          std::to_string(around));
