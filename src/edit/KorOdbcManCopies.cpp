@@ -98,28 +98,6 @@ bool modifiedAtAnyDepth(int slot, int type)
     return false;
 }
 
-/// Closes a table at a depth in every database where `concerns` says so. `finish` does what the transition is
-/// about.
-template <class Concerns, class Finish>
-int closeEverywhere(Man::eTableType type, int depth, Concerns concerns, Finish finish)
-{
-    if (!isTableType(type))
-        return -2;
-    KorDatabaseBatch batch;
-    int result = 1;
-    forEachDatabase([&](int slot) {
-        if (!concerns(slot))
-            return;
-        const int done = finish();
-        if (result == 1)
-            result = done;
-        if (isDepth(depth))
-            change(status, slot, type, depth, Man::eNotModified);
-        Man::resetTable(type);
-    });
-    return batch.end(result);
-}
-
 bool openAt(int slot, int type, int depth)
 {
     return modifiedAtAnyDepth(slot, type) || (isDepth(depth) && backup(slot, type, depth));
@@ -231,6 +209,51 @@ void releaseIfClosed(int slot, int type, const TableNames& names)
     KorDatabaseAccess::releaseTable(Man::m_currentDSN, names.table);
 }
 
+/// Closes copies that are this program's although their flags were cleared while they were in use: left, they
+/// would come back over later work.
+void closeForgotten(int slot, int type, bool bringsBack)
+{
+    const TableNames names(type);
+    if (!names.isClaimed() || modifiedAtAnyDepth(slot, type))
+        return;
+    for (int depth = 0; depth < Man::kCopies; ++depth)
+        if (backup(slot, type, depth))
+            return;
+    for (int depth = Man::kFourthCopy; depth >= Man::kFirstCopy; --depth) {
+        if (!names.hasCopy(depth))
+            continue;
+        if (bringsBack)
+            restore(names, depth);
+        else
+            KorDatabaseAccess::doSQLStatement(Man::m_currentDSN,
+                                              KorString::format(L"DROP TABLE [%s]", names.copy(depth)));
+    }
+    KorDatabaseAccess::releaseTable(Man::m_currentDSN, names.table);
+}
+
+/// Closes a table at a depth in every database where `concerns` says so. `finish` does what the transition is
+/// about.
+template <class Concerns, class Finish>
+int closeEverywhere(Man::eTableType type, int depth, bool bringsBack, Concerns concerns, Finish finish)
+{
+    if (!isTableType(type))
+        return -2;
+    KorDatabaseBatch batch;
+    int result = 1;
+    forEachDatabase([&](int slot) {
+        if (!concerns(slot))
+            return;
+        const int done = finish();
+        if (result == 1)
+            result = done;
+        if (isDepth(depth))
+            change(status, slot, type, depth, Man::eNotModified);
+        closeForgotten(slot, type, bringsBack);
+        Man::resetTable(type);
+    });
+    return batch.end(result);
+}
+
 /// Brings back the copies in the manager's database that no other program has in use; `ownToo`: nor this one,
 /// which has only just started.
 int bringBackCopies(bool ownToo)
@@ -337,12 +360,12 @@ void KorOdbcMan::setStatus(eTableType type, eStatus newStatus, eCopyDepth depth)
 int KorOdbcMan::backupTable(eTableType type, eCopyDepth depth)
 {
     const int slot = getIndex();
-    if (isDepth(depth) && isTableType(type) && backup(slot, type, depth))
-        return 1;
     if (const int found = copyOf(type, depth, "copyDepth<4", 0); found != 1)
         return found;
     const ManagerDatabase database;
     const TableNames names(type);
+    if (backup(slot, type, depth) && names.isClaimed())
+        return 1;
     KorDatabaseBatch batch;
     int copied = 0;
     if (claimForEdit(names))
@@ -442,21 +465,21 @@ bool KorOdbcMan::isOpenAnywhere(eTableType type, eCopyDepth depth)
 int KorOdbcMan::setStatusOnOK(eTableType type, eCopyDepth depth)
 {
     return closeEverywhere(
-        type, depth, [=](int slot) { return openAt(slot, type, depth); },
+        type, depth, false, [=](int slot) { return openAt(slot, type, depth); },
         [=] { return dropCopyOfTable(type, depth); });
 }
 
 int KorOdbcMan::setStatusOnCancel(eTableType type, eCopyDepth depth)
 {
     return closeEverywhere(
-        type, depth, [=](int slot) { return openAt(slot, type, depth); },
+        type, depth, true, [=](int slot) { return openAt(slot, type, depth); },
         [=] { return restoreCopyOfTable(type, depth); });
 }
 
 int KorOdbcMan::setStatusOnUpdate(eTableType type, eCopyDepth depth)
 {
     return closeEverywhere(
-        type, depth, [=](int slot) { return isDepth(depth) && status(slot, type, depth) == eModified; },
+        type, depth, false, [=](int slot) { return isDepth(depth) && status(slot, type, depth) == eModified; },
         [=] {
             KorDatabaseBatch batch;
             const int dropped = dropCopyOfTable(type, depth);

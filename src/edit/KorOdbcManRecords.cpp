@@ -27,13 +27,17 @@ bool physicalName(Man::eTableType type, KorString& table)
     return true;
 }
 
-/// False when the type's table must not be written: another program edits it, or it does not fit its records. Once
-/// it is marked modified this is settled, and a transfer settles it before it begins.
-bool mayWrite(Man::eTableType type, Man::eCopyDepth depth)
+/// False when the type's table must not be written: another program edits it, or it does not fit its records. A
+/// transfer settles this before it begins. Of a table that is marked modified while another program had it, the
+/// copy is taken now.
+bool mayWrite(Man::eTableType type, const KorString& table, Man::eCopyDepth depth)
 {
-    return KorODBCDetailStyleExports::isTableBackupProcessCanceled() != 0 ||
-           Man::getStatus(type, depth) == Man::eModified ||
-           KorDatabaseAccess::checkTable(Man::m_currentDSN, detailTable(type).description(), true) == 1;
+    if (KorODBCDetailStyleExports::isTableBackupProcessCanceled() != 0)
+        return true;
+    return KorDatabaseAccess::checkTable(Man::m_currentDSN, detailTable(type).description(), true) == 1 &&
+           (Man::getStatus(type, depth) != Man::eModified ||
+            KorDatabaseAccess::isTableClaimed(Man::m_currentDSN, table) == 1 ||
+            Man::backupTable(type, depth) == 1);
 }
 
 /// Writes one column of a row under the copy of a depth.
@@ -45,7 +49,7 @@ int writeAttribute(Man::eTableType type, const Key& key, int column, const KorCe
     if (!physicalName(type, table))
         return -2;
     const ManagerDatabase database;
-    if (!mayWrite(type, depth))
+    if (!mayWrite(type, table, depth))
         return 0;
     KorDatabaseBatch batch(KorDatabaseBatch::Kind::Joined);
     Man::setStatus(type, Man::eModified, depth);
@@ -229,7 +233,7 @@ int KorOdbcMan::appendNewRecord(eTableType type, int keepKey, eCopyDepth depth)
     if (!physicalName(type, table))
         return -2;
     const ManagerDatabase database;
-    if (!mayWrite(type, depth))
+    if (!mayWrite(type, table, depth))
         return -1;
     // the copy stays, also of a record that cannot be appended
     KorDatabaseBatch edit(KorDatabaseBatch::Kind::Joined);
@@ -254,7 +258,7 @@ int KorOdbcMan::storeCurrentRecord(eTableType type, eCopyDepth depth)
     if (detailTable(type).currentRecord == nullptr)
         return 1;
     const ManagerDatabase database;
-    if (!mayWrite(type, depth))
+    if (!mayWrite(type, table, depth))
         return 0;
     KorDatabaseBatch edit(KorDatabaseBatch::Kind::Joined);
     m_bAppending = true;
@@ -273,7 +277,7 @@ int KorOdbcMan::deleteRecord(eTableType type, const KorOdbcKey& key, eCopyDepth 
     if (!physicalName(type, table))
         return -2;
     const ManagerDatabase database;
-    if (!mayWrite(type, depth))
+    if (!mayWrite(type, table, depth))
         return 0;
     KorDatabaseBatch batch(KorDatabaseBatch::Kind::Joined);
     setStatus(type, eModified, depth);

@@ -98,18 +98,16 @@ bool collect(Exports::eType type, long key)
 
 bool saveAll(Exports::eType type)
 {
-    if (type == Exports::kDetailStyle) {
-        for (int position = 0; position < Styles::m_DetMasterCopy.length(); ++position) {
-            StructDetailMaster master = Styles::m_DetMasterCopy.getAt(position);
-            if (saveMaster(master, position) == -1)
-                return false;
-        }
-        return true;
-    }
     const CopyTable& definitions = *processGraph().table(KorOdbcMan::kDetailProcessDefinition);
-    for (long position = 0; position < definitions.length(); ++position)
+    for (long position = 0; type == Exports::kDetailProcess && position < definitions.length(); ++position)
         if (processGraph().saveCollected(definitions, position) == -1)
             return false;
+    // a style that a process took along is not complete without its master either
+    for (int position = 0; position < Styles::m_DetMasterCopy.length(); ++position) {
+        StructDetailMaster master = Styles::m_DetMasterCopy.getAt(position);
+        if (saveMaster(master, position) == -1)
+            return false;
+    }
     return true;
 }
 
