@@ -10,6 +10,7 @@
 #include "support/DetailRecords.h"
 #include "transfer/KorDetailProcessTableDependencies.h"
 #include "transfer/KorDetailReferences.h"
+#include "transfer/KorDetailTableDependencies.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 
 #include <memory>
@@ -82,8 +83,8 @@ public:
                     service().connection(source) != nullptr,
                 "the file stays attached");
     }
-    const std::string& file() const { return m_file; }
-    const std::string& target() const { return m_target; }
+    const std::string& fileBytes() const { return m_file; }
+    const std::string& targetContents() const { return m_target; }
 
 private:
     std::string m_file, m_target;
@@ -280,7 +281,7 @@ void import(const Ground& ground, Exports::eType what, const KorArray<long>& key
                                                  target, targetSlot);
         batch.undo();
         Exports::setImportInProgress(0);
-        require(contents(target) == ground.target(),
+        require(contents(target) == ground.targetContents(),
                 result == 1 ? "an import that was taken back left something" : "a failed import left something");
     }
 }
@@ -290,7 +291,7 @@ void import(const Ground& ground, Exports::eType what, const KorArray<long>& key
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const Ground ground;
-    write(detailFile(), ground.file());
+    write(detailFile(), ground.fileBytes());
     changeFile(data, size);
     ground.attach();
     KorOdbcMan::InitializeStatics::release();

@@ -56,12 +56,14 @@ bool targetOfConnection(const std::string& connection, const fs::path& folder, C
     return false;
 }
 
-bool Manifest::load(const fs::path& folder, Manifest& manifest, std::string& error)
+namespace {
+
+bool loadText(const fs::path& folder, Manifest& manifest, std::string& error)
 {
-    const fs::path path = folder / fileName;
+    const fs::path path = folder / Manifest::fileName;
     std::ifstream in(path, std::ios::binary);
     if (!in) {
-        error = "no repository in " + folder.string() + " (" + fileName +
+        error = "no repository in " + folder.string() + " (" + Manifest::fileName +
                 " is missing); make one with: korodbc init " + folder.string();
         return false;
     }
@@ -74,7 +76,7 @@ bool Manifest::load(const fs::path& folder, Manifest& manifest, std::string& err
                 std::string(problem.description()) + "; correct the line";
         return false;
     }
-    Manifest read = standard();
+    Manifest read = Manifest::standard();
     if (const auto version = root["version"].value<int>(); !version || *version != 1) {
         error = path.string() + ": \"version = 1\" is missing or another number; this program reads version 1";
         return false;
@@ -137,6 +139,18 @@ bool Manifest::load(const fs::path& folder, Manifest& manifest, std::string& err
     }
     manifest = std::move(read);
     return true;
+}
+
+} // namespace
+
+bool Manifest::load(const fs::path& folder, Manifest& manifest, std::string& error)
+{
+    if (loadText(folder, manifest, error))
+        return true;
+    for (char& c : error) // what the file says may have line ends
+        if (static_cast<unsigned char>(c) < ' ')
+            c = ' ';
+    return false;
 }
 
 bool Manifest::save(const fs::path& folder, std::string& error) const
