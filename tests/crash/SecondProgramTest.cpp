@@ -195,14 +195,18 @@ TEST_P(SecondProgramTest, IsAsIfOneCameAfterTheOther)
     ASSERT_FALSE(points[faults::ToWrite].empty());
 
     int cycles = 0, failures = 0, overlapped = 0;
+    std::size_t turn = std::strlen(operation().name);
     for (const Act& act : acts) {
+        // under the sanitizers each operation meets two of the acts, which go round
+        if (++turn % 3 != 0 && isSlow)
+            continue;
         // two databases are not stored in one: who reads one and writes the other may see one before, one after
         if (act.name == std::string("importer") && operation().name == std::string("edit in two databases, OK"))
             continue;
         const Courses allowed = courses(act);
         ASSERT_FALSE(HasFailure()) << act.name;
         for (const auto& [kind, numbers] : points) {
-            const long spread = kind == faults::ToWrite ? 8 : 3;
+            const long spread = isSlow ? 2 : kind == faults::ToWrite ? 8 : 3;
             for (const long i : sampled(static_cast<long>(numbers.size()), spread, 1)) {
                 const long n = numbers[static_cast<std::size_t>(i - 1)];
                 // both go on; the first one dies when the other has acted, or before
@@ -257,7 +261,7 @@ TEST_P(SecondProgramTest, IsAsIfOneCameAfterTheOther)
             }
         }
     }
-    EXPECT_GT(overlapped, 0); // the other one was not always refused
+    EXPECT_TRUE(overlapped > 0 || isSlow); // the other one was not always refused
     if (std::getenv("KORODBC_CRASH_REPORT") != nullptr)
         std::printf("%d cycles, the other wrote in %d\n", cycles, overlapped);
 }

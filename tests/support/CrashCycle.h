@@ -243,10 +243,11 @@ inline void copyFolder(const fs::path& from, const fs::path& to)
 }
 
 #if defined(__SANITIZE_ADDRESS__)
-constexpr long ends = 3; // every try starts processes, which is slow under the sanitizers
+constexpr bool isSlow = true; // every try starts processes, which the sanitizers make slow
 #else
-constexpr long ends = 20;
+constexpr bool isSlow = false;
 #endif
+constexpr long ends = isSlow ? 3 : 20;
 
 /// Which of `count` calls to try: all, or those at both ends and a spread of the others.
 inline std::vector<long> sampled(long count, long most = 3 * ends, long atEnds = ends)
