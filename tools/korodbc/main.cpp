@@ -1,56 +1,15 @@
-#include "Commands.h"
+#include "CommandLine.h"
 
 #include <algorithm>
 #include <cctype>
-#include <CLI/CLI.hpp>
-#include <cstdio>
-#include <functional>
 
 namespace {
 
-constexpr const char* exitCodes =
-    "Exit codes:\n"
-    "  0  done\n"
-    "  1  the operation failed; nothing was changed unless the message says so\n"
-    "  2  wrong usage: options, or a value that does not fit its column\n"
-    "  3  the repository, or one of its databases, cannot be opened\n"
-    "  4  not found: data source, table, column, row, style, process, section, bolt\n\n"
-    "Example:\n"
-    "  korodbc init work\n"
-    "  korodbc -r work styles\n"
-    "\"korodbc COMMAND --help\" shows the options of a command and an example.";
-
-std::string oneLine(std::string text)
-{
-    while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
-        text.pop_back();
-    return singleLine(text);
-}
-
-int fail(const Failure& failure)
-{
-    std::fflush(stdout);
-    std::fprintf(stderr, "korodbc: %s\n", oneLine(failure.message).c_str());
-    return failure.code;
-}
-
-/// The command line: options, and what to run.
-class CommandLine {
+/// The commands for repositories, tables, detail styles and their maintenance.
+class RepositoryCommands : public CommandLine {
 public:
-    CommandLine()
+    RepositoryCommands()
     {
-        m_app.name("korodbc");
-        m_app.footer(exitCodes);
-        m_app.require_subcommand(1);
-        m_app.fallthrough();
-        m_app.get_formatter()->column_width(34);
-        m_app.set_version_flag("--version", "korodbc " KORODBC_VERSION, "Print the version and end");
-        m_app.add_option("-r,--repository", m_global.repository, "Folder of the repository")
-            ->envname("KORODBC_REPOSITORY")
-            ->type_name("DIR")
-            ->capture_default_str();
-        m_app.add_flag("--trace", m_global.trace,
-                       "Print every statement on stderr, with its data source, origin and result");
         addRepositoryCommands();
         addLookupCommands();
         addDetailCommands();
@@ -59,66 +18,7 @@ public:
         addDemo();
     }
 
-    int run(int argc, char** argv)
-    {
-        m_global.program = argv[0];
-        try {
-            m_app.parse(argc, argv);
-        } catch (const CLI::Success& success) {
-            return m_app.exit(success);
-        } catch (const CLI::ParseError& error) {
-            return fail({kUsage, complaint(error) + "; see: korodbc " + commandName() + "--help"});
-        }
-        try {
-            m_run();
-            if (std::fflush(stdout) != 0)
-                return fail({kFailed, "the output cannot be written"});
-            return kOk;
-        } catch (const Failure& failure) {
-            return fail(failure);
-        } catch (const std::exception& error) {
-            return fail({kFailed, error.what()});
-        }
-    }
-
 private:
-    /// What is wrong with the command line; an unknown command with the names that are near.
-    std::string complaint(const CLI::ParseError& error) const
-    {
-        std::vector<std::string> names;
-        for (const CLI::App* command : m_app.get_subcommands(nullptr))
-            names.push_back(command->get_name());
-        if (m_app.get_subcommands().empty())
-            for (const std::string& word : m_app.remaining())
-                if (!word.starts_with("-"))
-                    return "there is no command " + quote(word) + nearest(word, names);
-        return oneLine(error.what());
-    }
-
-    std::string commandName() const
-    {
-        const auto commands = m_app.get_subcommands();
-        return commands.empty() ? std::string() : commands.front()->get_name() + " ";
-    }
-
-    /// A command that only looks, unless it is said to write.
-    CLI::App* command(const char* name, const char* description, const char* example, std::function<void()> run,
-                      Start start = Start::Look)
-    {
-        CLI::App* command = m_app.add_subcommand(name, description);
-        command->footer(std::string("Example:\n  ") + example);
-        command->callback([this, run, start] {
-            m_global.start = start;
-            m_run = run;
-        });
-        return command;
-    }
-
-    void addSource(CLI::App* command, const char* description)
-    {
-        command->add_option("--source", m_source, description)->type_name("SOURCE");
-    }
-
     void addRepositoryCommands()
     {
         CLI::App* init = command("init", "Make a repository from the catalogue",
@@ -145,12 +45,6 @@ private:
         show->add_flag("--items", m_show.items, "The items of the rows, too; with --csv only them");
         show->add_flag("--csv", m_csv, "As CSV with a heading");
         show->add_flag("--json", m_json, "As JSON, items included");
-    }
-
-    void addFormats(CLI::App* command)
-    {
-        command->add_flag("--csv", m_csv, "As CSV with a heading");
-        command->add_flag("--json", m_json, "As JSON");
     }
 
     void addLookupCommands()
@@ -408,15 +302,6 @@ private:
         return !m_withoutStyles;
     }
 
-    std::string sourceOr(const char* standard) const { return m_source.empty() ? standard : m_source; }
-
-    Format format() const
-    {
-        if (m_csv && m_json)
-            throw Failure{kUsage, "--csv and --json exclude each other; give one of them"};
-        return m_csv ? Format::Csv : m_json ? Format::Json : Format::Text;
-    }
-
     void showTable()
     {
         m_show.source = m_source;
@@ -437,12 +322,6 @@ private:
         runEdit(m_global, m_edit);
     }
 
-    CLI::App m_app{
-        "Keeps the configuration databases of steel detailing: looks at tables, looks sections and bolts\n"
-        "up, fills user tables, moves detail styles and processes between databases, edits them under\n"
-        "copies, merges duplicates, finds broken references.\n"};
-    std::function<void()> m_run;
-    GlobalOptions m_global;
     InitOptions m_init;
     ShowOptions m_show;
     CompactOptions m_compact;
@@ -451,11 +330,15 @@ private:
     EditOptions m_edit;
     FindOptions m_find;
     ImportCsvOptions m_importCsv;
-    std::string m_source, m_file, m_name, m_diameter, m_into = "Details";
-    bool m_csv = false, m_json = false, m_process = false, m_withStyles = false, m_withoutStyles = false;
+    std::string m_file, m_name, m_diameter, m_into = "Details";
+    bool m_process = false, m_withStyles = false, m_withoutStyles = false;
     bool m_ok = false, m_cancel = false, m_update = false, m_leaveOpen = false, m_discard = false;
 };
 
 } // namespace
 
-int main(int argc, char** argv) { return CommandLine().run(argc, argv); }
+int main(int argc, char** argv)
+{
+    RepositoryCommands line;
+    return line.run(argc, argv);
+}

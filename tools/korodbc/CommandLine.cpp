@@ -1,0 +1,123 @@
+#include "CommandLine.h"
+
+#include <cstdio>
+
+namespace {
+
+constexpr const char* exitCodes =
+    "Exit codes:\n"
+    "  0  done\n"
+    "  1  the operation failed; nothing was changed unless the message says so\n"
+    "  2  wrong usage: options, or a value that does not fit its column\n"
+    "  3  the repository, or one of its databases, cannot be opened\n"
+    "  4  not found: data source, table, column, row, style, process, section, bolt\n\n"
+    "Example:\n"
+    "  korodbc init work\n"
+    "  korodbc -r work styles\n"
+    "\"korodbc COMMAND --help\" shows the options of a command and an example.";
+
+std::string oneLine(std::string text)
+{
+    while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
+        text.pop_back();
+    return singleLine(text);
+}
+
+int fail(const Failure& failure)
+{
+    std::fflush(stdout);
+    std::fprintf(stderr, "korodbc: %s\n", oneLine(failure.message).c_str());
+    return failure.code;
+}
+
+} // namespace
+
+CommandLine::CommandLine()
+    : m_app{"Keeps the configuration databases of steel detailing: looks at tables, looks sections and bolts\n"
+            "up, fills user tables, moves detail styles and processes between databases, edits them under\n"
+            "copies, merges duplicates, finds broken references.\n"}
+{
+    m_app.name("korodbc");
+    m_app.footer(exitCodes);
+    m_app.require_subcommand(1);
+    m_app.fallthrough();
+    m_app.get_formatter()->column_width(34);
+    m_app.set_version_flag("--version", "korodbc " KORODBC_VERSION, "Print the version and end");
+    m_app.add_option("-r,--repository", m_global.repository, "Folder of the repository")
+        ->envname("KORODBC_REPOSITORY")
+        ->type_name("DIR")
+        ->capture_default_str();
+    m_app.add_flag("--trace", m_global.trace,
+                   "Print every statement on stderr, with its data source, origin and result");
+}
+
+CLI::App* CommandLine::command(const char* name, const char* description, const char* example,
+                               std::function<void()> run, Start start)
+{
+    CLI::App* command = m_app.add_subcommand(name, description);
+    command->footer(std::string("Example:\n  ") + example);
+    command->callback([this, run, start] {
+        m_global.start = start;
+        m_run = run;
+    });
+    return command;
+}
+
+void CommandLine::addSource(CLI::App* command, const char* description)
+{
+    command->add_option("--source", m_source, description)->type_name("SOURCE");
+}
+
+void CommandLine::addFormats(CLI::App* command)
+{
+    command->add_flag("--csv", m_csv, "As CSV with a heading");
+    command->add_flag("--json", m_json, "As JSON");
+}
+
+Format CommandLine::format() const
+{
+    if (m_csv && m_json)
+        throw Failure{kUsage, "--csv and --json exclude each other; give one of them"};
+    return m_csv ? Format::Csv : m_json ? Format::Json : Format::Text;
+}
+
+int CommandLine::run(int argc, char** argv)
+{
+    m_global.program = argv[0];
+    try {
+        m_app.parse(argc, argv);
+    } catch (const CLI::Success& success) {
+        return m_app.exit(success);
+    } catch (const CLI::ParseError& error) {
+        return fail({kUsage, complaint(error) + "; see: korodbc " + commandName() + "--help"});
+    }
+    try {
+        m_run();
+        if (std::fflush(stdout) != 0)
+            return fail({kFailed, "the output cannot be written"});
+        return kOk;
+    } catch (const Failure& failure) {
+        return fail(failure);
+    } catch (const std::exception& error) {
+        return fail({kFailed, error.what()});
+    }
+}
+
+/// What is wrong with the command line; an unknown command with the names that are near.
+std::string CommandLine::complaint(const CLI::ParseError& error) const
+{
+    std::vector<std::string> names;
+    for (const CLI::App* command : m_app.get_subcommands(nullptr))
+        names.push_back(command->get_name());
+    if (m_app.get_subcommands().empty())
+        for (const std::string& word : m_app.remaining())
+            if (!word.starts_with("-"))
+                return "there is no command " + quote(word) + nearest(word, names);
+    return oneLine(error.what());
+}
+
+std::string CommandLine::commandName() const
+{
+    const auto commands = m_app.get_subcommands();
+    return commands.empty() ? std::string() : commands.front()->get_name() + " ";
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Commands.h"
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <string>
+
+/// The command line: its commands, the options that many of them share, and what to run.
+class CommandLine {
+public:
+    CommandLine();
+
+    /// Adds a command that only looks, unless it is said to write. `example` stands in its help.
+    CLI::App* command(const char* name, const char* description, const char* example, std::function<void()> run,
+                      Start start = Start::Look);
+    /// Adds --source; see `source`.
+    void addSource(CLI::App* command, const char* description);
+    /// Adds --csv and --json; see `format`.
+    void addFormats(CLI::App* command);
+
+    // While a command runs:
+
+    const GlobalOptions& global() const { return m_global; }
+    /// What --source named, or the standard.
+    std::string sourceOr(const char* standard) const { return m_source.empty() ? standard : m_source; }
+    /// Throws when both formats were asked for.
+    Format format() const;
+
+    /// Parses the arguments and runs the command; the exit code.
+    int run(int argc, char** argv);
+
+protected:
+    std::string complaint(const CLI::ParseError& error) const;
+    std::string commandName() const;
+
+    CLI::App m_app;
+    std::function<void()> m_run;
+    GlobalOptions m_global;
+    std::string m_source;
+    bool m_csv = false, m_json = false;
+};
