@@ -3,6 +3,8 @@
 #include "roots/KorString.h"
 #include "tables/Table.h"
 
+#include <algorithm>
+#include <cctype>
 #include <fstream>
 #include <set>
 #include <sstream>
@@ -58,6 +60,41 @@ bool targetOfConnection(const std::string& connection, const fs::path& folder, C
 
 namespace {
 
+/// What is wrong with a line, of that which the parser takes for granted: UTF-8, names of plain letters, a name
+/// behind an opening bracket, texts that end on their line.
+const char* unreadable(const std::string& line)
+{
+    if (KorString::fromUtf8(line).toUtf8() != line)
+        return "it is no UTF-8 text";
+    const std::string_view text = line;
+    const auto skip = [&](std::size_t from) { return std::min(text.find_first_not_of(" \t", from), text.size()); };
+    std::size_t start = skip(0);
+    if (text.substr(start).starts_with('[')) {
+        start = skip(start + 1);
+        start = text.substr(start).starts_with('[') ? skip(start + 1) : start;
+        const unsigned char c = start < text.size() ? static_cast<unsigned char>(text[start]) : '\0';
+        if (std::isalnum(c) == 0 && std::string_view("_-'\"").find(static_cast<char>(c)) == std::string_view::npos)
+            return "a name has to follow the bracket";
+    }
+    char quote = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (quote != 0) {
+            i += quote == '"' && c == '\\' ? 1 : 0;
+            quote = c == quote ? '\0' : quote;
+        } else if (c == '#') {
+            break;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+            if (text.substr(i).starts_with(std::string(3, c)))
+                return "a text stands on one line, between single quotation marks";
+        } else if (static_cast<unsigned char>(c) >= 0x80) {
+            return "it has letters beyond ASCII outside quotation marks";
+        }
+    }
+    return quote != 0 ? "a text has no closing quotation mark" : nullptr;
+}
+
 bool loadText(const fs::path& folder, Manifest& manifest, std::string& error)
 {
     const fs::path path = folder / Manifest::fileName;
@@ -68,6 +105,13 @@ bool loadText(const fs::path& folder, Manifest& manifest, std::string& error)
         return false;
     }
     const std::string text((std::istreambuf_iterator<char>(in)), {});
+    std::istringstream lines(text);
+    std::string line;
+    for (int number = 1; std::getline(lines, line); ++number)
+        if (const char* wrong = unreadable(line)) {
+            error = path.string() + " line " + std::to_string(number) + ": " + wrong + "; correct the line";
+            return false;
+        }
     toml::table root;
     try {
         root = toml::parse(text);

@@ -117,7 +117,11 @@ RecordCache* itemCache(const RecordDescription& type, const RecordCache& records
 /// Keeps the reason why a table cannot be read.
 int unread(const RecordCache& records, int result = 0)
 {
-    service().setError(records.table().connection().lastError());
+    const RecordDescription& type = records.type();
+    const bool itemsMissing = type.items.exists() && itemCache(type, records) == nullptr;
+    service().setError(itemsMissing ? "there is no table " + std::string(type.items.item().table) +
+                                          ", which holds the items of " + std::string(type.table)
+                                    : records.table().connection().lastError());
     return result;
 }
 
@@ -286,7 +290,7 @@ int readTable(const RecordDescription& type, void* out, Sources sources)
     const Caches caches(type, sources);
     for (const RecordCache* records : caches)
         if (!itemsReady(type, *records))
-            return 0;
+            return unread(*records);
     if (caches.empty())
         return 0;
     const ListOperations& list = type.operations->list;

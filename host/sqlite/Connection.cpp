@@ -218,6 +218,11 @@ int Connection::execute(const KorString& sql)
             m_pattern = sql.toUtf8();
         Statement* statement = compile(m_pattern);
         ok = statement != nullptr && !isRefused(*statement);
+        if (ok &&
+            sqlite3_bind_parameter_count(statement->handle()) > static_cast<int>(split ? m_values.size() : 0)) {
+            m_error = "the statement has a parameter without a value";
+            ok = false;
+        }
         if (ok) {
             for (std::size_t i = 0; split && i < m_values.size(); ++i)
                 statement->bind(static_cast<int>(i) + 1, m_values[i]);

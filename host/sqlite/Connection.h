@@ -187,7 +187,7 @@ private:
     void lose();         // nothing more is written until the outermost batch ends, which undoes everything
     std::string markName() const { return "batch" + std::to_string(m_marks.size()); }
 
-    bool m_mayWrite = true;
+    std::string m_refusal; // why nothing is written; empty: it may be
     bool m_logsAhead = false;
     // Depth of the innermost batch that had begun when the transaction started, and at each savepoint since: going
     // back there undoes all batches that are deeper than the mark before.

@@ -40,8 +40,16 @@ Connection::Connection(const std::string& path) : m_path(path), m_claims(path) {
 std::unique_ptr<Connection> Connection::open(const std::string& path, Access access, std::string& error)
 {
     std::unique_ptr<Connection> connection(new Connection(path));
-    connection->m_mayWrite = access != Access::Look || path == ":memory:";
-    if (!(connection->m_mayWrite ? connection->openFile(access, error) : connection->openForLooking(error)))
+    if (access == Access::Look && path != ":memory:")
+        connection->m_refusal = "the database is open for looking only";
+    else if (!connection->openFile(access, error)) {
+        // A place that cannot be written can still be looked at.
+        const int reason = sqlite3_errcode(connection->m_db) & 0xff;
+        if (access == Access::Create || (reason != SQLITE_CANTOPEN && reason != SQLITE_READONLY))
+            return nullptr;
+        connection->m_refusal = error;
+    }
+    if (!connection->m_refusal.empty() && !connection->openForLooking(error))
         return nullptr;
     if (Statement* mode = connection->prepare("PRAGMA journal_mode")) {
         const StatementRun run(*mode);

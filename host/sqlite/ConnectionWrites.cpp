@@ -39,8 +39,8 @@ bool Connection::beginTransaction()
 {
     if (batchDepth > 0 && std::find(writing.begin(), writing.end(), this) == writing.end())
         writing.push_back(this);
-    if (!m_mayWrite) {
-        m_error = "the database is open for looking only";
+    if (!m_refusal.empty()) {
+        m_error = m_refusal;
         lose();
         return false;
     }

@@ -57,6 +57,8 @@ void Query::compile(const std::string& text)
         m_error = "only one query can be run at a time";
     } else if (handle == nullptr || sqlite3_stmt_readonly(handle) == 0 || sqlite3_column_count(handle) == 0) {
         m_error = "the text is no query";
+    } else if (sqlite3_bind_parameter_count(handle) > 0) {
+        m_error = "the query has a parameter without a value";
     } else {
         m_statement = m_own.get();
     }

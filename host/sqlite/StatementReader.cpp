@@ -169,13 +169,12 @@ bool StatementReader::plainName()
 bool StatementReader::delimitedName(wchar_t closing)
 {
     std::size_t end = m_at + 1;
-    for (;; ++end) { // a doubled quote belongs to the name
+    for (;; end += 2) { // a doubled quote belongs to the name
         end = m_text.find(closing, end);
         if (end == std::wstring_view::npos)
             return false;
         if (closing == L']' || at(end + 1) != closing)
             break;
-        ++end;
     }
     copyTo(end + 1);
     return true;
@@ -205,14 +204,13 @@ bool StatementReader::text()
         return conversion(StatementPattern::Kind::Text, m_at + 4);
     std::size_t end = m_at + 1;
     bool doubled = false;
-    for (;; ++end) {
+    for (;; end += 2) {
         end = m_text.find(L'\'', end);
         if (end == std::wstring_view::npos)
             return false;
         if (at(end + 1) != L'\'')
             break;
         doubled = true;
-        ++end;
     }
     const KorString literal(m_text.substr(m_at + 1, end - m_at - 1));
     if (literal.view().find(L'\0') != std::wstring_view::npos) // ends the statement

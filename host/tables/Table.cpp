@@ -205,7 +205,7 @@ const Table::Rules& Table::rules()
 {
     if (m_rules)
         return *m_rules;
-    m_rules.emplace();
+    m_rules = Rules{};
     for (const TableColumn& column : columns()) {
         const bool isKey = &column - m_columns.data() == keyColumn();
         if ((column.inPrimaryKey > 0 && !isKey) || column.computed)

@@ -130,6 +130,9 @@ public:
     /// True when this program edits the table at that depth: in the current database, in any of them.
     static bool isOpen(eTableType type, eCopyDepth depth);
     static bool isOpenAnywhere(eTableType type, eCopyDepth depth);
+    /// Tells apart the edits that open a table of the current database at the first depth one after another: each
+    /// has a number of its own. 0 while it is not open there.
+    static int openingOf(eTableType type);
     /// Brings back the copies of the first three depths in the three fixed databases.
     static void restoreDetailTablesCopies();
 

@@ -11,7 +11,8 @@ public:
     enum eType { kDetailStyle = 0, kDetailProcess = 1 };
 
     /// Writes a detail into a detail database file, which is made when it is missing. Returns 1, or 0 with the
-    /// error messages set; a user's cancel leaves them empty.
+    /// error messages set; a user's cancel leaves them empty. A file that was made stays, empty, when the host
+    /// undoes its batch: another program may have it open by then.
     static int exportDetail(eType type, const KorOdbcKey& key, eDSN sourceDsn, eIndex sourceIndex,
                             const KorString& file);
     /// Copies a detail from one data source into another. Returns 1, or 0 with the error messages set.

@@ -22,8 +22,9 @@ struct KorCompactedTable {
 /// named a row and would name none, or another, end it, but for those that previewCompactProcess announces. It
 /// marks the tables modified in the edit manager's slot of that database; the host's OK or Cancel decides. Not
 /// marked by a run over the styles are the style maps: a host that may cancel begins a KorTableEdit over the
-/// tables first, in the same batch as the run and the OK where all are to be one. Of a country add-in the
-/// manager's current slot is compacted when it has one. One run at a time.
+/// tables first, in the same batch as the run and the OK where all are to be one. A run is refused while a dialog
+/// holds some of its tables, but not all: its Cancel would bring back references to rows that are gone. Of a
+/// country add-in the manager's current slot is compacted when it has one. One run at a time.
 class KorOdbcCompactDetailsTables {
 public:
     enum eCompactType {

@@ -9,6 +9,7 @@
 #include "roots/KorAssert.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 
+#include <map>
 #include <vector>
 
 using namespace korodbc;
@@ -25,6 +26,8 @@ using Man = KorOdbcMan;
 
 KorOdbcMan::InitializeStatics atLoad;
 int registrations = 0;
+std::map<std::pair<int, int>, int> openings; // slot and type to the number of the last edit at the first depth
+int lastOpening = 0;
 
 /// Nothing is known of the databases of another repository.
 void forgetRepository()
@@ -370,6 +373,8 @@ int KorOdbcMan::backupTable(eTableType type, eCopyDepth depth)
     int copied = 0;
     if (claimForEdit(names))
         copied = KorDatabaseAccess::copyTable(m_currentDSN, names.table, names.copy(depth), false);
+    if (depth == kFirstCopy && !isOpen(type, depth))
+        openings[{slot, type}] = ++lastOpening;
     // the copy counts as taken also when copying failed: OK then drops what is there, Cancel restores what it
     // finds
     change(backup, slot, type, depth, true);
@@ -461,6 +466,8 @@ bool KorOdbcMan::isOpenAnywhere(eTableType type, eCopyDepth depth)
             return true;
     return false;
 }
+
+int KorOdbcMan::openingOf(eTableType type) { return isOpen(type, kFirstCopy) ? openings[{getIndex(), type}] : 0; }
 
 int KorOdbcMan::setStatusOnOK(eTableType type, eCopyDepth depth)
 {

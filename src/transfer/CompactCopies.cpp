@@ -56,7 +56,10 @@ void Compact::updateTablesStatus()
     const auto modify = [](std::initializer_list<int> types) {
         for (const int number : types) {
             const auto type = static_cast<KorOdbcMan::eTableType>(number);
+            const bool opens = !KorOdbcMan::isOpen(type, KorOdbcMan::kFirstCopy);
             KorOdbcMan::setStatus(type, KorOdbcMan::eModified, KorOdbcMan::kFirstCopy);
+            if (opens)
+                CompactTables::noteOpening(KorOdbcMan::openingOf(type));
             // what cannot be cancelled as a whole is not begun
             KorString name;
             if (KorODBCDetailStyleExports::isTableBackupProcessCanceled() == 0 &&

@@ -12,6 +12,7 @@
 #include "repository/RecordAccess.h"
 
 #include <algorithm>
+#include <set>
 
 namespace korodbc {
 
@@ -48,6 +49,14 @@ bool exists(eDSN database, const RecordDescription& type)
     return KorDatabaseAccess::doesTableExists(database, wide(type.table)) == 1;
 }
 
+std::set<int> openedByRuns; // numbers of edits
+
+int openingOf(const RecordDescription& type)
+{
+    const int tableType = tableTypeOf(type);
+    return tableType < 0 ? 0 : Man::openingOf(static_cast<Man::eTableType>(tableType));
+}
+
 } // namespace
 
 bool isOpen(const RecordDescription& type, int depth, eDSN database, eIndex index)
@@ -70,7 +79,32 @@ int storedColumn(eDSN dsn, const KorString& table, const KorString& column)
     return found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
 }
 
-bool CompactTables::areUsable()
+void CompactTables::noteOpening(int opening) { openedByRuns.insert(opening); }
+
+/// A dialog that holds some of the tables cannot be cancelled as a whole: the others keep what the run did.
+void CompactTables::checkDialogs(bool opensAll)
+{
+    const ManagerDatabase current(database, index);
+    const RecordDescription* held = nullptr;
+    bool all = true;
+    const auto look = [&](const RecordDescription& of) {
+        const int opening = openingOf(of);
+        all = all && opening != 0;
+        if (opening != 0 && !(opensAll && openedByRuns.contains(opening)))
+            held = &of;
+    };
+    for (const CompactTable& table : m_tables)
+        if (table.isIn(type))
+            look(table.type());
+    forEachOther(*this, [&](const RecordDescription& of, const ColumnDescription&, const CompactTable&) {
+        if (openingOf(of) != 0)
+            look(of);
+    });
+    if (held != nullptr && !all)
+        fail(wide(held->table) + L" is open in a dialog that does not hold all tables of the run; close it first");
+}
+
+bool CompactTables::areUsable(bool opensAll)
 {
     const KorDSNRequest request(database, index);
     bool usable = true;
@@ -93,6 +127,8 @@ bool CompactTables::areUsable()
         if (exists(database, of))
             check(of);
     });
+    if (!onlyPreview)
+        checkDialogs(opensAll);
     return usable && !hasFailed();
 }
 

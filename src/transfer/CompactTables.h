@@ -81,8 +81,11 @@ public:
     const KorString& failure() const { return m_failure; }
 
     /// True when every table that the run reads or writes fits its record type, belongs to no other program, and
-    /// is open in no inner dialog, whose Cancel would bring back what the run redirects.
-    bool areUsable();
+    /// is open in no dialog whose Cancel would bring back references to merged rows, but not the rows. `opensAll`:
+    /// the run takes the copies of its tables.
+    bool areUsable(bool opensAll);
+    /// Remembers an edit that the run has begun: the next one goes on within it.
+    static void noteOpening(int opening);
     /// Redirects the references of a table to the rows that stand for others.
     void redirect(CompactTable& table);
     /// Deletes the duplicates, ten to a statement, and their items where these go by the key of their row. Returns
@@ -102,6 +105,7 @@ private:
     void redirectColumn(CompactTable& table, const ColumnDescription& column, void* record, long item);
     bool isAmbiguous(const CompactTable& table, const ColumnDescription& column, void* record, long item,
                      int standing);
+    void checkDialogs(bool opensAll);
     void checkColumn(const RecordDescription& holder, const RecordDescription& owner,
                      const ColumnDescription& column);
 

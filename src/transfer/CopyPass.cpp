@@ -45,7 +45,8 @@ bool WritePass::prepare(DeepCopyGraph& graph)
         const RecordDescription& type = table.description();
         return fits(type) && (!type.items.exists() || fits(type.items.item()));
     };
-    if (KorDatabaseBatch::lock(target) != 1 || !graph.forEachTable(isWritable))
+    // a file that does not fit is not even locked, which would change it; under the lock it is looked at again
+    if (!graph.forEachTable(isWritable) || KorDatabaseBatch::lock(target) != 1 || !graph.forEachTable(isWritable))
         return false;
     settleLeftCopies(graph);
     for (DeepCopyGraph* written = &graph; written != nullptr; written = written->beyond())

@@ -199,7 +199,7 @@ int preview(eDSN database, Compact::eCompactType type, KorArray<KorCompactedTabl
 {
     const Run run(database, type, true);
     const KorDatabaseReading reading(database);
-    if (!tables().areUsable() || Compact::loadTables() != 1)
+    if (!tables().areUsable(false) || Compact::loadTables() != 1)
         return 0;
     work();
     finishDeletions();
@@ -223,7 +223,7 @@ int Compact::startCompactProcess(eDSN database, int deleteFlag, eCompactType typ
     KorDatabaseBatch batch;
     if (KorDatabaseBatch::lock(database) != 1)
         return run.end(batch, 0);
-    const bool usable = tables().areUsable();
+    const bool usable = tables().areUsable(true);
     if (usable)
         updateTablesStatus();
     progress(0);
@@ -280,7 +280,7 @@ int Compact::compactQualifierSets(eDSN database, int deleteFlag, eCompactType ty
     KorDatabaseBatch batch;
     if (KorDatabaseBatch::lock(database) != 1)
         return run.end(batch, 0);
-    const bool usable = tables().areUsable();
+    const bool usable = tables().areUsable(false);
     progress(0);
     if (loadTables() != 1 || !usable)
         return run.end(batch, 0);

@@ -189,6 +189,7 @@ TEST_F(StatementsTest, OneStatementAtATime)
     EXPECT_EQ(KorDatabaseAccess::doSQLStatement(details, L"DELETE FROM T WHERE [Key]=5; DELETE FROM T"), 0);
     EXPECT_EQ(rows(details, "T").size(), 1u);
     EXPECT_EQ(KorDatabaseAccess::doSQLStatement(details, L""), 0);
+    EXPECT_EQ(KorDatabaseAccess::doSQLStatement(details, L"DELETE FROM T WHERE [Key]=?"), 0) << "no value for it";
 }
 
 TEST_F(StatementsTest, CellWritesOfARowAreOneStatement)

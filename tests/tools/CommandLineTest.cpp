@@ -67,6 +67,10 @@ TEST_F(CommandLine, BadInputIsRefusedInOneLineAndChangesNothing)
         {"edit Matrial 1 Density 1", 4, "no table \"Matrial\""},
         {"edit Material 1 Density 1", 2, "no detail table"},
         {"edit DetObjReprMapItems 1 LineType 1", 2, "items of another table"},
+        {"edit DetObjReprMapItems 1 LineType 2 --item 99", 4, "has 3 items and no item 99"},
+        {"edit DetObjReprMapItems 1 LineType 999 --item 1", 4, "no row with the key 999 in Linetypes"},
+        {"edit DetObjReprMapItems 1 Order 7 --item 1", 2, "tells which item it is"},
+        {"edit DetailStyle 1 Request1 2 --item 1", 2, "no items in a table of their own"},
         {"edit DetailStyle one TitleFormat x", 2, "key \"one\" is no number"},
         {"edit DetailStyle 1.5 TitleFormat x", 2, "key \"1.5\" is no number"},
         {"edit DetailStyle 99 TitleFormat x", 4, "no row with the key 99"},
@@ -115,6 +119,9 @@ TEST_F(CommandLine, ABadRepositoryIsRefusedInOneLineAndStaysAsItIs)
         {withManifest("version = 1\nsources = 3\n"), "styles", 3, "line 2.*\"sources\" is not understood"},
         {withManifest("version = 1\nbusy-milliseconds = \"long\"\n"), "styles", 3, "line 2.*busy"},
         {withManifest("version = 2\n"), "styles", 3, "version"},
+        {withManifest("version = 1\n[~]\n"), "styles", 3, "line 2: a name has to follow"},
+        {withManifest("version = 1\nb\xC3\xA9 = 1\n"), "styles", 3, "line 2: it has letters beyond ASCII"},
+        {withManifest("version = 1\n[sources]\nDetails = \"\xFF\"\n"), "styles", 3, "line 3: it is no UTF-8"},
         {withManifest("version = 1\n[sources]\nDetials = \"sqlite:details.db\"\n"), "styles", 3,
          "line 3.*Detials"},
         {withManifest("version = 1\n[sources]\nDetails = \"details.db\"\n"), "styles", 3,
@@ -134,6 +141,8 @@ TEST_F(CommandLine, ABadRepositoryIsRefusedInOneLineAndStaysAsItIs)
          "details.db: database disk image is malformed; .*korodbc restore FILE"},
         {[&] { damage(details); }, "recover", 3, "details.db: database disk image is malformed"},
         {[&] { damageTable(details, "DetObjReprMapItems"); }, "export-style 1 new.db", 1, "details.db is damaged"},
+        {[&] { sql(details, "DROP TABLE DetObjQualifierSetItem"); }, "edit DetObjQualifierSet 1 RunName x", 1,
+         "there is no table DetObjQualifierSetItem, which holds the items of DetObjQualifierSet"},
         {[&] { damageTable(details, "DetailStyle"); }, "edit DetailStyle 1 TitleFormat x", 1,
          "DetailStyle cannot be read: .*malformed"},
         {[&] { damageTable(details, "DetObjReprMapItems"); }, "import-style one.db", 1, "details.db is damaged"},
@@ -193,6 +202,14 @@ TEST_F(CommandLine, AnEditIsKeptUndoneOrRecovered)
                       command = "edit DetailStyle 1 TitleFormat \"" + text + "\" ";
     const std::string before = title();
     EXPECT_EQ(before.find(text), std::string::npos);
+    const auto items = [&] { return output("get DetObjReprMapsNew 1 --items --csv"); };
+    const std::string itemsBefore = items();
+    for (const char* closing : {"--cancel", "--leave-open", "--update"}) {
+        output(std::string("edit DetObjReprMapItems 1 LineType 3 --item 2 ") + closing);
+        if (closing == std::string("--leave-open"))
+            output("recover");
+        EXPECT_EQ(items() == itemsBefore, closing != std::string("--update")) << closing;
+    }
     for (const char* depth : {"", "--depth 1", "--depth 3"}) {
         output(command + "--cancel " + depth);
         EXPECT_EQ(title(), before) << depth;

@@ -437,8 +437,7 @@ TEST_F(CompactionTest, QualifierSetsOfAnyKeysKeepTheirItemsAndReferences)
     // Cancel would bring the old numbers of the sets back, but not those in the rules
     put(details, qualifiers(10, 5));
     put(details, StructNecessaryViewsConfiguration{60, L"rule", 1, 1, 0, 10, 0, 1, L"o"});
-    KorTableEdit edit({M::kDetObjQualifierSet}, M::kFirstCopy);
-    ASSERT_EQ(edit.begin(), 1);
+    ASSERT_EQ(Compact::startCompactProcess(details, 1, Compact::kCompactAll), 1); // opens its tables
     EXPECT_EQ(Compact::compactQualifierSets(details, 1, Compact::kCompactDetailStyles), 0);
     EXPECT_EQ(
         Compact::getFailure().toUtf8(),
@@ -566,17 +565,31 @@ TEST_F(CompactionTest, EachDatabaseIsCompactedAndCancelledByItself)
     }
 }
 
-/// The Cancel of an inner dialog would bring back references to rows that are gone.
-TEST_F(CompactionTest, TablesOfAnInnerDialogAreLeftAlone)
+/// The Cancel of a dialog that does not hold all of the tables would bring back references to rows that are gone.
+/// The dialog of the compaction itself may run again.
+TEST_F(CompactionTest, TablesOfOtherDialogsAreLeftAlone)
 {
     put(details, clip(1));
     put(details, clip(2));
     put(details, request(1, 2));
-    M::setStatus(M::kDetViewRequest, M::eModified, M::kSecondCopy);
-    EXPECT_EQ(compact(Compact::kCompactAll, 1, 0), Texts());
-    EXPECT_EQ(Compact::getFailure().toUtf8(), "DetViewRequest is open in an inner dialog; close it first");
-    EXPECT_EQ(M::setStatusOnCancel(M::kDetViewRequest, M::kSecondCopy), 1);
-    EXPECT_EQ(compact(Compact::kCompactAll).size(), 2u);
+    for (const auto& [depth, name] :
+         {std::pair(M::kSecondCopy, "an inner dialog"),
+          std::pair(M::kFirstCopy, "a dialog that does not hold all tables of the run")}) {
+        M::setStatus(M::kDetViewRequest, M::eModified, depth);
+        EXPECT_EQ(compact(Compact::kCompactAll, 1, 0), Texts());
+        EXPECT_EQ(Compact::compactQualifierSets(details, 1, Compact::kCompactDetailStyles), 0);
+        EXPECT_EQ(Compact::getFailure().toUtf8(),
+                  std::string("DetViewRequest is open in ") + name + "; close it first");
+        EXPECT_EQ(M::setStatusOnCancel(M::kDetViewRequest, depth), 1);
+    }
+    EXPECT_EQ(compact(Compact::kCompactDetailStyles).size(), 2u);
+    EXPECT_EQ(Compact::startCompactProcess(details, 1, Compact::kCompactAll), 1) << "within the same edit";
+    EXPECT_EQ(Compact::compactQualifierSets(details, 1, Compact::kCompactDetailStyles), 1);
+    ASSERT_EQ(M::setStatusOnOK(M::kDetViewRequest, M::kFirstCopy), 1);
+    M::setStatus(M::kDetViewRequest, M::eModified, M::kFirstCopy);
+    EXPECT_EQ(Compact::startCompactProcess(details, 1, Compact::kCompactAll), 1) << "all are open";
+    ASSERT_EQ(M::setStatusOnOK(M::kDetailStyle, M::kFirstCopy), 1);
+    EXPECT_EQ(Compact::startCompactProcess(details, 1, Compact::kCompactAll), 0) << "by another dialog since";
 }
 
 TEST_F(CompactionTest, ProgressAndStatus)

@@ -83,6 +83,7 @@ enum class Closing { Ok, Cancel, Update, LeaveOpen };
 struct EditOptions {
     std::string table, key, column, value, source = "Details";
     int depth = 0;
+    int item = 0; // number of the item in a table of items, from 1; 0: the row itself
     Closing closing = Closing::Ok;
     bool force = false; // also what the row or the tables of its database do not know
 };

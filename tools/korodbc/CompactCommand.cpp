@@ -287,6 +287,8 @@ void runCompact(const GlobalOptions& global, const CompactOptions& options)
 {
     const StartedSession session(global);
     const Compacted compacted = compact(options);
+    if (options.dryRun)
+        noteOpenEdits(sourceToCompact(options.source));
     print(compacted, options);
     if (options.format != Format::Text)
         return;

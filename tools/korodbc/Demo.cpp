@@ -207,8 +207,8 @@ void runDemo(const GlobalOptions& given, const std::string& folder, const std::s
         say("   The database as it was is in " + compacted.backup + ".");
 
         step("The style's title is edited under a copy, and the dialog is cancelled");
-        EditOptions change{"DetailStyle", key, "TitleFormat",  "O'Brien's beam – 100 % größer",
-                           "Details",     0,   Closing::Cancel};
+        EditOptions change{"DetailStyle",  key, "TitleFormat", "O'Brien's beam – 100 % größer", "Details", 0, 0,
+                           Closing::Cancel};
         const Edited cancelled = edit(change);
         say("   Written: " + quote(change.value) + ". After Cancel the title is " + quote(cancelled.after) +
             (cancelled.after == cancelled.before ? ", as before." : ", WHICH IS NOT WHAT IT WAS."));

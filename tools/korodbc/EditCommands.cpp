@@ -45,7 +45,9 @@ struct Cell {
     int index = -1; // position in the row
     std::string name;
     const ColumnDescription* column = nullptr;
-    long item = 0; // of a numbered column, counted from 1
+    long item = 0;                            // of a numbered column, counted from 1
+    const RecordDescription* items = nullptr; // the table of items that the cell stands in
+    int owner = 0, order = 0;                 // what tells its row there
 };
 
 Cell cellNamed(const RecordDescription& type, const StoredTable& table, const std::string& wanted)
@@ -56,8 +58,10 @@ Cell cellNamed(const RecordDescription& type, const StoredTable& table, const st
     Cell cell;
     for (int i = 0; i < columns.length(); ++i) {
         names.push_back(columns[i].getName().toUtf8());
-        if (sameName(names.back(), wanted))
-            cell = {i, names.back(), nullptr, 0};
+        if (sameName(names.back(), wanted)) {
+            cell.index = i;
+            cell.name = names.back();
+        }
     }
     for (const ColumnDescription& column : type.columns)
         if (cell.index >= 0 && sameName(std::string(column.name), cell.name))
@@ -79,6 +83,35 @@ Cell cellNamed(const RecordDescription& type, const StoredTable& table, const st
     return cell;
 }
 
+/// The cell of an item that stands in a table of its own; `number` counts the items of the record from 1.
+Cell itemCellNamed(const RecordDescription& type, const StoredTable& table, const void* record, int number,
+                   const std::string& wanted)
+{
+    if (!type.items.exists())
+        throw Failure{kUsage,
+                      "the rows of " + table.name + " have no items in a table of their own; edit the row"};
+    const RecordDescription& items = type.items.item();
+    const long count = type.items.list.length(record);
+    if (number < 1 || number > count)
+        throw Failure{kNotFound, "the row has " + counted(count, "item") + " and no item " +
+                                     std::to_string(number) + "; list them with: korodbc show " + table.name +
+                                     " " + keyText(type, record) + " --items"};
+    const ColumnDescription &owner = *items.at(items.itemOwner), &order = *items.at(items.itemOrder);
+    Cell cell = cellNamed(items, {std::string(items.table), table.source, &items}, wanted);
+    if (cell.column == &owner || cell.column == &order)
+        throw Failure{kUsage, "column " + cell.name + " tells which item it is and stays; name another column"};
+    const auto orderOf = [&](long item) { return order.integer(type.items.list.at(record, item)); };
+    cell.items = &items;
+    cell.owner = owner.integer(type.items.list.at(record, number - 1));
+    cell.order = orderOf(number - 1);
+    for (long other = 0; other < count; ++other)
+        if (other != number - 1 && orderOf(other) == cell.order)
+            throw Failure{kFailed, "items " + std::to_string(number) + " and " + std::to_string(other + 1) +
+                                       " have the same order, so that one cannot be changed alone; store the row "
+                                       "again"};
+    return cell;
+}
+
 /// Throws unless the value is of the column's kind and, in a reference, the key of a row; with `force` a row of a
 /// fixed catalogue may be missing.
 void checkValue(const Cell& cell, const std::string& value, bool force)
@@ -90,8 +123,7 @@ void checkValue(const Cell& cell, const std::string& value, bool force)
             throw Failure{kUsage,
                           quote(value) + " is no whole number; column " + cell.name + " takes whole numbers"};
         const bool isLookup = column.link == LinkKind::Lookup;
-        if (column.link == LinkKind::None || (*number == -1 && (column.noneAllowed || isLookup)) ||
-            (isLookup && force))
+        if (column.link == LinkKind::None || column.isNone(*number) || (isLookup && force))
             return;
         const RecordDescription& target = column.target();
         const AnyRecord record(target);
@@ -130,6 +162,23 @@ void checkPlace(const RecordDescription& type, const void* record, const Cell& c
     });
 }
 
+/// Writes a cell of an item under the copies of its dialog.
+int writeItem(KorTableEdit& dialog, const StoredTable& table, const Cell& cell, const std::string& value)
+{
+    if (dialog.begin() != 1)
+        return 0;
+    const auto wide = [](std::string_view text) { return KorString::fromUtf8(text); };
+    const wchar_t* const place = cell.column->kind == FieldKind::Integer ? L"%s"
+                                 : cell.column->kind == FieldKind::Real  ? L"CAST('%s' AS REAL)"
+                                                                         : L"'%s'";
+    const KorString pattern = L"UPDATE [" + wide(cell.items->table) + L"] SET [" + wide(cell.name) + L"]=" +
+                              place + L" WHERE [" + wide(cell.items->at(cell.items->itemOwner)->name) +
+                              L"]=%d AND [" + wide(cell.items->at(cell.items->itemOrder)->name) + L"]=%d";
+    const KorString text = wide(value);
+    const KorFormatArgument values[] = {text, cell.owner, cell.order};
+    return KorDatabaseAccess::doSQLStatement(table.source.dsn, pattern, values);
+}
+
 template <class Key>
 int write(KorOdbcMan::eTableType type, const Key& key, const Cell& cell, const std::string& value,
           KorOdbcMan::eCopyDepth depth)
@@ -149,6 +198,15 @@ int write(KorOdbcMan::eTableType type, const Key& key, const Cell& cell, const s
 std::string stored(const StoredTable& table, const RecordDescription& type, const std::string& key,
                    const Cell& cell)
 {
+    if (cell.items != nullptr) {
+        AnyRecord record(type);
+        if (RecordAccess::readByKey(type, KorString::fromUtf8(key), record.get()) == 1)
+            for (long item = 0; item < type.items.list.length(record.get()); ++item)
+                if (const void* of = type.items.list.at(record.get(), item);
+                    cell.items->at(cell.items->itemOrder)->integer(of) == cell.order)
+                    return cellText(*cell.column, of);
+        throw Failure{kFailed, "the items of " + table.name + " cannot be read" + because()};
+    }
     KorCellData data;
     if (KorDatabaseAccess::getTableColumnValue(table.source.dsn, KorString::fromUtf8(table.name),
                                                KorString::fromUtf8(type.keyColumn().name),
@@ -177,12 +235,15 @@ int close(KorTableEdit& dialog, Closing closing)
 
 Edited edit(const EditOptions& options)
 {
-    const KorOdbcMan::eTableType tableType = tableTypeNamed(options.table);
-    const StoredTable table = findTable(options.table, options.source);
+    const std::string owner = options.item > 0 ? ownerOfItems(options.table) : std::string();
+    const std::string name = owner.empty() ? options.table : owner;
+    const KorOdbcMan::eTableType tableType = tableTypeNamed(name);
+    const StoredTable table = findTable(name, options.source);
     if (table.type == nullptr || table.type->itemOwner >= 0 || table.type->key < 0)
-        throw Failure{kUsage, "the rows of " + table.name +
-                                  " are items of another table's rows and have no key of their "
-                                  "own; edit the table that they belong to"};
+        throw Failure{
+            kUsage, "the rows of " + table.name +
+                        " are items of another table's rows and have no key of their own; name the row that they "
+                        "belong to, and the item with --item"};
     const RecordDescription& type = *table.type;
     if (!type.hasTextKey() && !numberIn<int>(options.key))
         throw Failure{kUsage, "the key " + quote(options.key) +
@@ -193,9 +254,10 @@ Edited edit(const EditOptions& options)
     if (RecordAccess::readByKey(type, KorString::fromUtf8(options.key), record.get()) != 1)
         throw Failure{kNotFound, "table " + table.name + " (" + table.source.name + ") has no row with the key " +
                                      options.key + "; list them with: korodbc show " + table.name};
-    const Cell cell = cellNamed(type, table, options.column);
+    const Cell cell = options.item == 0 ? cellNamed(type, table, options.column)
+                                        : itemCellNamed(type, table, record.get(), options.item, options.column);
     checkValue(cell, options.value, options.force);
-    if (!options.force)
+    if (!options.force && cell.items == nullptr)
         checkPlace(type, record.get(), cell, options.value);
     refuseStuck(table.source, table.name);
 
@@ -211,8 +273,10 @@ Edited edit(const EditOptions& options)
         batch.emplace();
     KorTableEdit dialog({tableType}, depth);
     const int written =
-        type.hasTextKey() ? write(tableType, KorString::fromUtf8(options.key), cell, options.value, depth)
-                          : write(tableType, KorOdbcKey(*numberIn<int>(options.key)), cell, options.value, depth);
+        cell.items != nullptr ? writeItem(dialog, table, cell, options.value)
+        : type.hasTextKey()
+            ? write(tableType, KorString::fromUtf8(options.key), cell, options.value, depth)
+            : write(tableType, KorOdbcKey(*numberIn<int>(options.key)), cell, options.value, depth);
     const bool closed = written == 1 && close(dialog, options.closing) == 1;
     std::string reason = lastError();
     if (closed && (!batch || batch->end(1) == 1)) {
@@ -234,9 +298,11 @@ void runEdit(const GlobalOptions& global, const EditOptions& options)
 {
     const StartedSession session(global);
     const Edited edited = edit(options);
-    std::printf("%s %s%s in %s: %s was %s, written %s.\n", options.table.c_str(), options.key.c_str(),
-                edited.record.empty() ? "" : (" " + quote(edited.record)).c_str(), edited.source.c_str(),
-                edited.column.c_str(), quote(edited.before).c_str(), quote(options.value).c_str());
+    const std::string item = options.item == 0 ? "" : " item " + std::to_string(options.item);
+    std::printf("%s %s%s%s in %s: %s was %s, written %s.\n", options.table.c_str(), options.key.c_str(),
+                edited.record.empty() ? "" : (" " + quote(edited.record)).c_str(), item.c_str(),
+                edited.source.c_str(), edited.column.c_str(), quote(edited.before).c_str(),
+                quote(options.value).c_str());
     switch (options.closing) {
     case Closing::Ok:
         std::printf("Closed with OK: the value is now %s, the copy is gone.\n", quote(edited.after).c_str());

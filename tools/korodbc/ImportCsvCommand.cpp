@@ -347,11 +347,11 @@ void store(const Source& source, const std::string& table, const std::vector<Imp
     KorDatabaseBatch batch;
     const bool filled =
         (!replaces || run(source, "DROP TABLE [" + table + "]")) && fill(source, table, columns, csv);
-    std::string reason = because(); // ending the batch has reasons of its own
+    const std::string reason = korodbc::host::lastError(); // ending the batch has reasons of its own
     const int stored = filled ? batch.end(1) : batch.undo();
     if (stored != 1)
         throw Failure{kFailed, "table " + table + " cannot be written into data source " + source.name +
-                                   advised(filled ? because() : reason) + "; nothing was imported"};
+                                   advised(filled ? korodbc::host::lastError() : reason) + "; nothing was imported"};
 }
 
 } // namespace

@@ -20,6 +20,14 @@ bool wholeNumber(const std::string& text, long& number)
 
 } // namespace
 
+std::string ownerOfItems(const std::string& table)
+{
+    for (const auto describe : records::all())
+        if (describe().items.exists() && sameName(std::string(describe().items.item().table), table))
+            return std::string(describe().table);
+    return {};
+}
+
 std::vector<std::string> tableNames(const Source& source)
 {
     const KorDSNRequest request(source.dsn, source.index);

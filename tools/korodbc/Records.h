@@ -19,6 +19,8 @@ struct StoredTable {
 /// Finds a table by its name or alias in one source, or, with an empty name of the source, in the first that
 /// has it.
 StoredTable findTable(const std::string& name, const std::string& source);
+/// The table whose rows the rows of that one are items of; empty when they are no items.
+std::string ownerOfItems(const std::string& table);
 std::vector<std::string> tableNames(const Source& source);
 /// Number of rows; -1 when the table cannot be read.
 long numberOfRows(const StoredTable& table);

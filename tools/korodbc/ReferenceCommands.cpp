@@ -3,6 +3,7 @@
 #include "repository/RecordAccess.h"
 
 #include <cstdio>
+#include <sstream>
 
 namespace {
 
@@ -61,6 +62,7 @@ void runShared(const GlobalOptions& global, const SharedOptions& options)
     }
     const std::string key = keyText(type, record.get());
     const KorString target = KorString::fromUtf8(type.table);
+    noteOpenEdits(source);
     KorArray<KorDetailReference> references;
     if ((type.hasTextKey() ? KorDetailReferences::getReferrers(source.dsn, source.index, target,
                                                                KorString::fromUtf8(key), references)
@@ -114,13 +116,17 @@ void runCheck(const GlobalOptions& global, const std::string& sourceName, Format
                  {"Lead nowhere", true}},
                 {}};
     long dangling = 0;
+    bool inItems = false;
     std::string summary;
+    std::string misfits;
     for (const Source& source : detailDatabases(sourceName)) {
+        noteOpenEdits(source);
         KorArray<KorDetailReference> references;
         if (KorDetailReferences::getDangling(source.dsn, source.index, references) != 1)
             throw Failure{kFailed, "the references of " + source.name + " cannot be read" + because()};
         dangling += references.length();
         for (const KorDetailReference& reference : references) {
+            inItems = inItems || !ownerOfItems(reference.table.toUtf8()).empty();
             sheet.rows.push_back({source.name, reference.table.toUtf8(), std::to_string(reference.key),
                                   reference.name.toUtf8(), itemText(reference), reference.column.toUtf8(),
                                   reference.target.toUtf8(), targetText(reference)});
@@ -137,7 +143,11 @@ void runCheck(const GlobalOptions& global, const std::string& sourceName, Format
                    "\n";
         sheet.rows.push_back({source.name, "Total", "", "", "", "", "", "", std::to_string(count),
                               std::to_string(references.length())});
+        std::istringstream differences(korodbc::host::tableDifferences(source.dsn, source.index));
+        for (std::string line; std::getline(differences, line);)
+            misfits += "korodbc: note: " + source.name + ": " + singleLine(line) + "\n";
     }
+    std::fprintf(stderr, "%s", misfits.c_str());
     for (std::vector<std::string>& row : sheet.rows)
         row.resize(sheet.columns.size());
     if (format != Format::Text)
@@ -146,5 +156,6 @@ void runCheck(const GlobalOptions& global, const std::string& sourceName, Format
         std::printf("%s", summary.c_str());
     if (dangling > 0)
         throw Failure{kFailed, counted(dangling, "reference") + (dangling == 1 ? " leads" : " lead") +
-                                   " nowhere; name existing rows there, see: korodbc edit --help"};
+                                   " nowhere; name rows that exist with: korodbc edit TABLE KEY COLUMN VALUE" +
+                                   (inItems ? ", for an item --item N" : "")};
 }

@@ -92,13 +92,19 @@ public:
 /// A transfer is stored as a whole; one that fails leaves everything as it was.
 class Transfer {
 public:
-    Transfer(Detail kind, std::string what) : m_kind(kind), m_what(std::move(what)) {}
+    /// `file` is named in messages for `path`, where it is in the making.
+    Transfer(Detail kind, std::string what, std::string path = {}, std::string file = {})
+        : m_kind(kind), m_what(std::move(what)), m_path(std::move(path)), m_file(std::move(file))
+    {
+    }
     /// Throws unless the transfer succeeded and was stored.
     void end(int result)
     {
         if (result == 1 && m_batch.end(1) == 1)
             return;
-        const Failure failure{kFailed, transferError(m_kind, m_what)};
+        Failure failure{kFailed, transferError(m_kind, m_what)};
+        for (std::size_t at; !m_path.empty() && (at = failure.message.find(m_path)) != std::string::npos;)
+            failure.message.replace(at, m_path.size(), m_file);
         if (result != 1)
             m_batch.undo();
         Exports::setExportInProgress(0);
@@ -107,7 +113,7 @@ public:
 
 private:
     const Detail m_kind;
-    const std::string m_what;
+    const std::string m_what, m_path, m_file;
     KorDatabaseBatch m_batch;
 };
 
@@ -263,7 +269,7 @@ Moved exportDetail(const ExportOptions& options)
     {
         const KeptConnection kept(dsn, file);
         const StylesTaken taken(options.withStyles);
-        Transfer transfer(options.kind, what);
+        Transfer transfer(options.kind, what, isNew ? file : "", options.file);
         transfer.end(Exports::exportDetail(kind.type, KorOdbcKey(detail.key), source.dsn, source.index,
                                            KorString::fromUtf8(file)));
     }

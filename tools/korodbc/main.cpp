@@ -252,8 +252,9 @@ private:
     {
         CLI::App* edit = command(
             "edit", "Change one value under a copy of its table, then close the edit",
-            "korodbc edit DetailStyle 1 TitleFormat \"%PartMark%\" --depth 1 --cancel", [this] { editValue(); },
-            Start::Write);
+            "korodbc edit DetailStyle 1 TitleFormat \"%PartMark%\" --depth 1 --cancel\n"
+            "  korodbc edit DetObjQualifierSet 1 QualifierName Bolt --item 2",
+            [this] { editValue(); }, Start::Write);
         edit->add_option("TABLE", m_edit.table, "Detail table")->required()->type_name("");
         edit->add_option("KEY", m_edit.key, "Key of the row")->required()->type_name("");
         edit->add_option("COLUMN", m_edit.column, "Name of the column")->required()->type_name("");
@@ -263,6 +264,9 @@ private:
             ->type_name("N")
             ->check(CLI::Range(0, 3))
             ->capture_default_str();
+        edit->add_option("--item", m_edit.item,
+                         "Number of an item of the row, from 1: COLUMN is one of the table that holds its items")
+            ->type_name("N");
         edit->add_flag("--force", m_edit.force,
                        "Also a name that another row has, a look-up value that does not exist, an item that the\n"
                        "row does not have");
