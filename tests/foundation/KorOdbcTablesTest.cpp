@@ -96,4 +96,20 @@ TEST(KorOdbcTablesResetTest, ShowsWhatAnotherProcessWrote)
     }
 }
 
+TEST(KorOdbcTablesResetTest, ShowsTablesAndAliasesThatAnotherProcessMade)
+{
+    const RepositoryFolder repository;
+    KorString text(L"before"), physical;
+    EXPECT_EQ(kor_odbc_getTableName(L"Mine", physical), 1);
+    EXPECT_EQ(physical, KorString(L"Mine"));
+    EXPECT_EQ(kor_odbc_getDsnTableName(L"Real", text), 0);
+    repository.executeOutside("configuration.db", "CREATE TABLE [Real] (Key INTEGER PRIMARY KEY);"
+                                                  "INSERT INTO TableAliases VALUES (1, 'Mine', 'Real')");
+    kor_odbc_resetAllTables();
+    EXPECT_EQ(kor_odbc_getTableName(L"Mine", physical), 1);
+    EXPECT_EQ(physical, KorString(L"Real"));
+    EXPECT_EQ(kor_odbc_getDsnTableName(L"Real", text), 1);
+    EXPECT_EQ(text, KorString(L"Configuration.Real"));
+}
+
 } // namespace

@@ -278,6 +278,7 @@ TEST_F(DetStyleTest, ReadersReadTheManagersDatabase)
 
 TEST_F(DetStyleTest, CategoriesThatCannotBeStored)
 {
+    Texts before = categories(details);
     AssertionRecorder assertions;
     StructDetViewRequest record = request(1);
     record.categories[0].deleted = 1;
@@ -292,10 +293,19 @@ TEST_F(DetStyleTest, CategoriesThatCannotBeStored)
     EXPECT_EQ(entries(record), asGiven);
     record.key = 1;
 
+    // the database refuses the new row: all or nothing
+    sql(details, {"CREATE UNIQUE INDEX refused ON DetViewRequestCategories (BaseCategory, DetViewRequest)"});
+    EXPECT_EQ(Style::setDetViewRequestCategories(record), 0);
+    EXPECT_EQ(entries(record), asGiven);
+    EXPECT_EQ(categories(details), before);
+    EXPECT_EQ(Man::getStatus(Man::kDetViewRequest, depth(0)), Man::eNotModified);
+    sql(details, {"DROP INDEX refused"});
+    assertions.take();
+
     // without the column of the request
     sql(details, {"DROP INDEX DetViewRequestCategories_Owner",
                   "ALTER TABLE DetViewRequestCategories DROP COLUMN DetViewRequest"});
-    const Texts before = categories(details);
+    before = categories(details);
     EXPECT_EQ(Style::setDetViewRequestCategories(record), 0);
     EXPECT_EQ(categories(details), before);
     EXPECT_EQ(entries(record), asGiven);
