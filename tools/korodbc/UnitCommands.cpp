@@ -275,7 +275,8 @@ void addUnitCommands(CommandLine& line)
         ->type_name("");
     units->add_flag("--types", options->types, "The ways to write values of the kind, with their precisions");
     units->add_option("--convert", options->conversion, "Value, unit that it is in, unit that is wanted")
-        ->expected(3)
+        ->type_size(3)
+        ->expected(1)
         ->type_name("VALUE FROM TO");
     line.addFormats(units);
 }
