@@ -213,16 +213,6 @@ TEST_F(BarGratingTest, NamesWithSeparatorsInTheWrongPlaces)
         EXPECT_EQ(decompose(one.name, keys), one.result) << KorString(one.name).toUtf8();
         EXPECT_EQ(keys, one.keys) << KorString(one.name).toUtf8();
     }
-    // a key with a separator inside
-    sql(configuration, {"INSERT INTO CrossBar (StandardName, RunName) VALUES ('T@6', 'At 6')"});
-    KorString name;
-    Parts keys = kept;
-    EXPECT_EQ(
-        compose({L"Press-locked grating", L"30 mm", L"50 mm", L"25 x 3 mm", L"500 mm, 17 bars", L"At 6"}, name),
-        1);
-    EXPECT_EQ(name, L"P@30@50@25x3@500-30@T@6");
-    EXPECT_EQ(decompose(name, keys), -1);
-    EXPECT_EQ(keys, kept);
 }
 
 } // namespace

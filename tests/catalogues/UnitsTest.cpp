@@ -182,8 +182,6 @@ TEST_F(UnitsTest, TypesServeTheirKindAndPrecisionsTheirType)
     EXPECT_EQ(keyOf(L"1/16", 3).first, 1);
     EXPECT_NE(keyOf(L"1/16", 3).second, 901);
     EXPECT_EQ(keyOf(L"1/16", 1), std::pair(0, 7));
-    const MissingTable missing(descriptionOf<StructUnits>());
-    EXPECT_EQ(keyOf(L"1/16", 4), std::pair(0, 7));
 }
 
 TEST_F(UnitsTest, ARequestedSourceGivesItsOwnUnits)

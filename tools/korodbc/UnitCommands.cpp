@@ -91,20 +91,15 @@ Kind kindNamed(const std::string& wanted)
                                  "; list them with: korodbc units"};
 }
 
-/// The unit with that symbol, name or key; symbols and names in another case of letters when only one is near.
+/// The unit with that symbol, name or key. Symbols count as written, mN is no MN; names in any case of letters.
 const Unit* find(const Kind& kind, const std::string& wanted)
 {
-    const Unit* near = nullptr;
-    int found = 0;
-    for (const Unit& unit : kind.units) {
-        if (unit.symbol == wanted || unit.name == wanted || std::to_string(unit.key) == wanted)
-            return &unit;
-        if (sameName(unit.symbol, wanted) || sameName(unit.name, wanted)) {
-            near = &unit;
-            ++found;
-        }
-    }
-    return found == 1 ? near : nullptr;
+    const auto bySymbol = std::ranges::find(kind.units, wanted, &Unit::symbol);
+    const auto found =
+        bySymbol != kind.units.end() ? bySymbol : std::ranges::find_if(kind.units, [&](const Unit& unit) {
+            return sameName(unit.name, wanted) || std::to_string(unit.key) == wanted;
+        });
+    return found == kind.units.end() ? nullptr : &*found;
 }
 
 void addNames(const Kind& kind, std::vector<std::string>& names)
