@@ -25,8 +25,8 @@ protected:
         std::set<KorString> made;
         while (made.size() < static_cast<std::size_t>(number)) {
             KorString name;
-            for (unsigned left = 1 + random() % 16; left > 0; --left)
-                name += pieces[random() % std::size(pieces)];
+            for (unsigned left = 1 + random() % 24; left > 0; --left)
+                name += random() % 3 == 0 ? L"@" : pieces[random() % std::size(pieces)];
             made.insert(name);
         }
         return made;
