@@ -201,7 +201,7 @@ TEST_F(UnitsTest, ARequestedSourceGivesItsOwnUnits)
     EXPECT_EQ(Mapping::getUnitOfAreaByKey(area), 0); // that source has no such table
 }
 
-/// Every distribution of a name over the three sources, with the default missing, 0 and 1, in place of the rule.
+/// Every distribution of a name over the three sources, with the default missing, 0 and 1.
 TEST_F(UnitsTest, ExternalNamesComeFromTheFirstSourceThatHasThem)
 {
     const std::pair<eDSN, std::string> sources[] = {
