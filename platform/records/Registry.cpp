@@ -46,6 +46,8 @@ std::span<const DescriptionFunction> all()
                  textRecords(),
                  detailSettingRecords(),
                  detailOptionRecords(),
+                 unitRecords(),
+                 nameMapRecords(),
              })
             types.insert(types.end(), family.begin(), family.end());
         return types;

@@ -45,6 +45,8 @@ std::span<const DescriptionFunction> dynamicSectionRecords();
 std::span<const DescriptionFunction> textRecords();
 std::span<const DescriptionFunction> detailSettingRecords();
 std::span<const DescriptionFunction> detailOptionRecords();
+std::span<const DescriptionFunction> unitRecords();
+std::span<const DescriptionFunction> nameMapRecords();
 
 /// Every record type.
 std::span<const DescriptionFunction> all();

@@ -40,3 +40,8 @@ protected:
     std::string m_source;
     bool m_csv = false, m_json = false;
 };
+
+// The commands, by what they are about
+
+void addUnitCommands(CommandLine& line);
+void addGratingCommands(CommandLine& line);

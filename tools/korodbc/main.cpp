@@ -12,6 +12,8 @@ public:
     {
         addRepositoryCommands();
         addLookupCommands();
+        addUnitCommands(*this);
+        addGratingCommands(*this);
         addDetailCommands();
         addEditCommands();
         addMaintenance();
