@@ -290,6 +290,11 @@ void Connection::loadTableNames()
         return;
     }
     m_tablesByName.clear();
+    m_copies.clear();
+    for (const auto& [lower, name] : names)
+        if (const std::string copied = Claims::nameOf(lower); copied != lower)
+            m_copies.emplace(copied, lower);
+    std::erase_if(m_copiesMadeHere, [&](const std::string& copy) { return !names.contains(copy); });
     for (auto table = m_tables.begin(); table != m_tables.end();) {
         const auto still = names.find(table->first);
         if (still == names.end() || still->second != table->second->name())
@@ -354,6 +359,9 @@ void Connection::validate()
 void Connection::tablesChanged(const std::vector<std::string>& names)
 {
     m_namesLoaded = false;
+    for (const std::string& name : names)
+        if (lowerCase(name) != Claims::nameOf(name))
+            m_copiesMadeHere.insert(lowerCase(name));
     for (const std::string& name : names)
         if (const auto found = m_tables.find(lowerCase(name)); found != m_tables.end())
             found->second->schemaChanged();

@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <sqlite3.h>
 #include <string>
@@ -192,13 +193,19 @@ private:
     // Depth of the innermost batch that had begun when the transaction started, and at each savepoint since: going
     // back there undoes all batches that are deeper than the mark before.
     std::vector<int> m_marks;
-    std::string m_lost; // why the transaction cannot be stored; empty: it can
+    std::string m_lost;  // why the transaction cannot be stored; empty: it can
+    int m_lostDepth = 0; // of the batch in which it did not even begin
     std::optional<PendingRow> m_pending;
     int m_readings = 0;
     bool m_reading = false; // a read transaction is open
     Claims m_claims;
     std::vector<Claims::Claim> m_claimedByOthers; // when the transaction began
-    std::string m_temporary;                      // folder of a copy that is looked at in place of the file
+    // Copies of tables, by Claims::nameOf: one that nobody made here, of a table that is not claimed here, was
+    // left by a program that has ended. It would come back over what is written.
+    std::multimap<std::string, std::string> m_copies;
+    std::set<std::string> m_copiesMadeHere; // by lower-case name
+    bool isLeftOpen(const std::string& table);
+    std::string m_temporary; // folder of a copy that is looked at in place of the file
 
     bool m_unchecked = true;
     std::int64_t m_dataVersion = -1;

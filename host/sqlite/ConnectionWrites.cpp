@@ -49,6 +49,7 @@ bool Connection::beginTransaction()
     logAhead();
     if (!run("BEGIN IMMEDIATE")) {
         lose();
+        m_lostDepth = batchDepth;
         return false;
     }
     m_marks.push_back(batchDepth);
@@ -111,6 +112,7 @@ void Connection::forgetUndone()
 
 void Connection::keepBatch(int depth)
 {
+    m_lostDepth = std::min(m_lostDepth, depth - 1);
     if (m_pending)
         m_pending->depth = std::min(m_pending->depth, depth - 1);
     if (m_marks.empty() || m_marks.back() < depth)
@@ -126,6 +128,8 @@ void Connection::undoBatch(int depth)
 {
     if (m_pending && m_pending->depth >= depth)
         m_pending.reset();
+    if (m_marks.empty() && m_lostDepth >= depth)
+        m_lost.clear(); // nothing of it was written, and its batch is undone
     const auto mark = std::find_if(m_marks.begin(), m_marks.end(), [=](int covered) { return covered >= depth; });
     if (mark == m_marks.end())
         return;
@@ -180,19 +184,36 @@ void Connection::endReading()
 
 bool Connection::isRefused(std::string_view table)
 {
-    if ((inTransaction() && m_claimedByOthers.empty()) || m_claims.holds(std::string(table)))
+    if (inTransaction())
+        loadTableNames();
+    if ((inTransaction() && m_claimedByOthers.empty() && m_copies.empty()) || m_claims.holds(std::string(table)))
         return false;
     std::vector<Claims::Claim> now;
     if (!inTransaction())
         now = m_claims.ofOthers();
     const std::string name = Claims::nameOf(table);
-    for (const Claims::Claim& claim : inTransaction() ? m_claimedByOthers : now) {
+    const bool leftOpen = inTransaction() && isLeftOpen(name);
+    if (leftOpen) // perhaps somebody is just bringing it back
+        now = m_claims.ofOthers();
+    for (const Claims::Claim& claim : inTransaction() && !leftOpen ? m_claimedByOthers : now) {
         if (Claims::nameOf(claim.table) != name)
             continue;
         m_error = "table " + claim.table + " " + Claims::heldBy(claim);
         return true;
     }
-    return false;
+    if (leftOpen)
+        m_error = "an edit of table " + std::string(table) +
+                  " was left open by a program that has ended; it has to be taken back first";
+    return leftOpen;
+}
+
+bool Connection::isLeftOpen(const std::string& table)
+{
+    loadTableNames();
+    if (m_copies.empty() || m_path == ":memory:")
+        return false;
+    const auto [first, last] = m_copies.equal_range(table);
+    return std::any_of(first, last, [this](const auto& copy) { return !m_copiesMadeHere.contains(copy.second); });
 }
 
 bool Connection::isRefused(const Statement& statement)
@@ -201,7 +222,8 @@ bool Connection::isRefused(const Statement& statement)
         m_error = "transactions begin and end with batches, not with statements";
         return true;
     }
-    if (m_claimedByOthers.empty())
+    loadTableNames();
+    if (m_claimedByOthers.empty() && m_copies.empty())
         return false;
     const auto refused = [this](const std::string& table) { return isRefused(table); };
     return std::any_of(statement.writtenTables.begin(), statement.writtenTables.end(), refused) ||

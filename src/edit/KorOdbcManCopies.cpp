@@ -258,7 +258,7 @@ int closeEverywhere(Man::eTableType type, int depth, bool bringsBack, Concerns c
 }
 
 /// Brings back the copies in the manager's database that no other program has in use; `ownToo`: nor this one,
-/// which has only just started.
+/// which has only just started. 1, 0 when a copy stays, -1 when the database cannot be written now.
 int bringBackCopies(bool ownToo)
 {
     const ManagerDatabase database;
@@ -275,7 +275,7 @@ int bringBackCopies(bool ownToo)
         return batch.end(1);
     // what is there is looked at again under the lock: another program may have brought it back just now
     if (KorDatabaseBatch::lock(Man::m_currentDSN) != 1)
-        return batch.undo(0);
+        return batch.undo(-1);
     bool all = true;
     for (const int type : left) {
         const TableNames names(type);
@@ -504,12 +504,13 @@ int KorOdbcMan::initializeTables()
         return 0;
     KorDatabaseBatch batch;
     const bool first = m_bInitializeTables;
+    bool written = true;
     if (first) {
-        forEachDatabase([](int slot) {
+        forEachDatabase([&](int slot) {
             for (int type = 0; type < kTableTypes; ++type)
                 for (int depth = 0; depth < kCopies; ++depth)
                     status(slot, type, depth) = eNotModified;
-            bringBackCopies(true);
+            written = bringBackCopies(true) != -1 && written;
         });
         m_bInitializeTables = false;
     }
@@ -517,13 +518,13 @@ int KorOdbcMan::initializeTables()
         for (int slot = 0; slot < rows->length(); ++slot)
             for (int type = 0; type < kTableTypes; ++type)
                 rows->getAt(slot).getAt(type) = false;
-    const int result = batch.end(1);
+    const int result = batch.end(1) == 1 && written ? 1 : 0;
     if (first && result != 1)
         m_bInitializeTables = true; // the copies are still there: the next call tries again
     return result;
 }
 
-int KorOdbcMan::bringBackLeftCopies() { return bringBackCopies(false); }
+int KorOdbcMan::bringBackLeftCopies() { return bringBackCopies(false) == 1 ? 1 : 0; }
 
 void KorOdbcMan::restoreDetailTablesCopies()
 {

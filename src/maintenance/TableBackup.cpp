@@ -1,3 +1,4 @@
+#include "edit/ManagerDatabase.h"
 #include "foundation/ResolvedTable.h"
 #include "maintenance/KorOdbcGUI.h"
 #include "maintenance/TableStatements.h"
@@ -43,6 +44,7 @@ int KorOdbcGUI::backupTable(const KorString& table, const KorString& copy)
 
 int KorOdbcGUI::backupTable(const KorString& table, const KorString& copy, eDSN dsn)
 {
+    const CountrySlot slot(dsn);
     return KorDatabaseAccess::copyTable(dsn, KorDatabaseAccess::getTableName(table),
                                         KorDatabaseAccess::getTableName(copy), false);
 }
@@ -63,6 +65,7 @@ int KorOdbcGUI::restoreTable(const KorString& table, const KorString& copy)
 
 int KorOdbcGUI::restoreTable(const KorString& table, const KorString& copy, eDSN dsn)
 {
+    const CountrySlot slot(dsn);
     const KorString to = KorDatabaseAccess::getTableName(table);
     const KorString from = KorDatabaseAccess::getTableName(copy);
     KorArray<KorColumn> columns;
@@ -92,6 +95,7 @@ int KorOdbcGUI::restoreTableStructure(const KorString& table, const KorString& c
 
 int KorOdbcGUI::restoreTableStructure(const KorString& table, const KorString& copy, eDSN dsn)
 {
+    const CountrySlot slot(dsn);
     return dropSurplusColumns(dsn, KorDatabaseAccess::getTableName(table), KorDatabaseAccess::getTableName(copy),
                               [&](const KorString& column) { dropColumn(table, column, dsn); });
 }

@@ -1,3 +1,4 @@
+#include "edit/ManagerDatabase.h"
 #include "foundation/ResolvedTable.h"
 #include "maintenance/KorOdbcGUI.h"
 #include "repository/KorDatabaseAccess.h"
@@ -43,6 +44,7 @@ int KorOdbcGUI::dropTable(const KorString& table)
 
 int KorOdbcGUI::dropTable(const KorString& table, eDSN dsn)
 {
+    const CountrySlot slot(dsn);
     const KorString name = KorDatabaseAccess::getTableName(table);
     const int result = drop(dsn, name);
     KorDatabaseAccess::resetCachedTable(dsn, name);
@@ -57,6 +59,7 @@ int KorOdbcGUI::dropColumn(const KorString& table, const KorString& column)
 
 int KorOdbcGUI::dropColumn(const KorString& table, const KorString& column, eDSN dsn)
 {
+    const CountrySlot slot(dsn);
     return dropColumnOf(dsn, KorDatabaseAccess::getTableName(table), column);
 }
 
@@ -68,5 +71,6 @@ int KorOdbcGUI::setNewColumns(const KorString& table, const KorArray<KorString>&
 
 int KorOdbcGUI::setNewColumns(const KorString& table, const KorArray<KorString>& definitions, eDSN dsn)
 {
+    const CountrySlot slot(dsn);
     return addColumns(dsn, KorDatabaseAccess::getTableName(table), definitions);
 }

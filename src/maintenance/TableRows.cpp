@@ -1,3 +1,4 @@
+#include "edit/ManagerDatabase.h"
 #include "foundation/ResolvedTable.h"
 #include "maintenance/KorOdbcGUI.h"
 #include "maintenance/TableStatements.h"
@@ -17,6 +18,7 @@ int KorOdbcGUI::deleteTableInformation(const KorString& table)
 
 int KorOdbcGUI::deleteTableInformation(const KorString& table, eDSN dsn)
 {
+    const CountrySlot slot(dsn);
     return deleteTableInformation(table, KorString(), dsn);
 }
 
@@ -28,6 +30,7 @@ int KorOdbcGUI::deleteTableInformation(const KorString& table, const KorString& 
 
 int KorOdbcGUI::deleteTableInformation(const KorString& table, const KorString& condition, eDSN dsn)
 {
+    const CountrySlot slot(dsn);
     return deleteRows(dsn, KorDatabaseAccess::getTableName(table), condition);
 }
 

@@ -45,10 +45,13 @@ bool WritePass::prepare(DeepCopyGraph& graph)
         const RecordDescription& type = table.description();
         return fits(type) && (!type.items.exists() || fits(type.items.item()));
     };
+    settleLeftCopies(graph);
     // a file that does not fit is not even locked, which would change it; under the lock it is looked at again
-    if (!graph.forEachTable(isWritable) || KorDatabaseBatch::lock(target) != 1 || !graph.forEachTable(isWritable))
+    if (!graph.forEachTable(isWritable) || KorDatabaseBatch::lock(target) != 1)
         return false;
     settleLeftCopies(graph);
+    if (!graph.forEachTable(isWritable))
+        return false;
     for (DeepCopyGraph* written = &graph; written != nullptr; written = written->beyond())
         KorDatabaseBatch::whenUndone(target, [written, before = written->written()] { written->backTo(before); });
     return true;

@@ -111,6 +111,22 @@ bool saveAll(Exports::eType type)
     return true;
 }
 
+/// True when a dialog of this program holds some of the tables, but not all: its Cancel would take back a part of
+/// what is written.
+bool isHeldInPart(const DeepCopyGraph& graph)
+{
+    bool some = false, all = true;
+    graph.forEachTable([&](const CopyTable& table) {
+        bool open = false;
+        for (int depth = KorOdbcMan::kFirstCopy; depth < KorOdbcMan::kCopies; ++depth)
+            open = open || KorOdbcMan::isOpen(table.type, static_cast<KorOdbcMan::eCopyDepth>(depth));
+        some = some || open;
+        all = all && open;
+        return true;
+    });
+    return some && !all;
+}
+
 /// Writes what was collected to the current database, as one. Returns 1, or 0 with the messages set, unless the
 /// user cancelled as `cancelled` tells.
 int write(Exports::eType type, const bool& cancelled)
@@ -120,8 +136,8 @@ int write(Exports::eType type, const bool& cancelled)
         type == Exports::kDetailStyle ? KorOdbcMan::kDetailStyle : KorOdbcMan::kDetailProcessDefinition;
     // a transfer is no edit: it takes no copies
     const Scoped withoutCopies(Exports::m_bCancelBackupTables, 1, 0);
-    const bool written = saving(type == Exports::kDetailStyle ? styleGraph() : processGraph(),
-                                [&] { return saveAll(type) ? 1 : -1; }) == 1;
+    DeepCopyGraph& graph = type == Exports::kDetailStyle ? styleGraph() : processGraph();
+    const bool written = !isHeldInPart(graph) && saving(graph, [&] { return saveAll(type) ? 1 : -1; }) == 1;
     if (!written && !cancelled)
         setMessages(45062, L"Unable to write info to target database!");
     return written ? 1 : 0;

@@ -2,6 +2,7 @@
 
 #include "CompactTables.h"
 #include "DetailReferences.h"
+#include "edit/ManagerDatabase.h"
 #include "QualifierSetNumbers.h"
 #include "records/detail/DetailAnnotationRecords.h"
 #include "records/detail/DetailObjectRecords.h"
@@ -44,6 +45,15 @@ public:
     Run(const Run&) = delete;
     Run& operator=(const Run&) = delete;
 
+    /// Locks the database; what a program that has ended left of edits comes back before anything is read.
+    bool lock() const
+    {
+        if (KorDatabaseBatch::lock(m_tables.database) != 1)
+            return false;
+        const ManagerDatabase current(m_tables.database, m_tables.index);
+        KorOdbcMan::bringBackLeftCopies(); // a table whose copy stays is refused
+        return true;
+    }
     /// Ends the batch of the run, which is kept as a whole or not at all.
     int end(KorDatabaseBatch& batch, int result)
     {
@@ -221,7 +231,7 @@ int Compact::startCompactProcess(eDSN database, int deleteFlag, eCompactType typ
 {
     Run run(database, type, false);
     KorDatabaseBatch batch;
-    if (KorDatabaseBatch::lock(database) != 1)
+    if (!run.lock())
         return run.end(batch, 0);
     const bool usable = tables().areUsable(true);
     if (usable)
@@ -278,7 +288,7 @@ int Compact::compactQualifierSets(eDSN database, int deleteFlag, eCompactType ty
 {
     Run run(database, type, false);
     KorDatabaseBatch batch;
-    if (KorDatabaseBatch::lock(database) != 1)
+    if (!run.lock())
         return run.end(batch, 0);
     const bool usable = tables().areUsable(false);
     progress(0);

@@ -16,6 +16,7 @@ Trouble troubleOf(const std::string& reason)
         {"Disk quota exceeded", Trouble::Full},
         {sqlite3_errstr(SQLITE_IOERR), Trouble::Disk},
         {"is being edited", Trouble::Edited},
+        {"was left open", Trouble::LeftOpen},
         {sqlite3_errstr(SQLITE_BUSY), Trouble::Busy},
         {sqlite3_errstr(SQLITE_LOCKED), Trouble::Busy},
         {"table is locked", Trouble::Busy},
@@ -55,6 +56,8 @@ std::string remedy(const std::string& reason, const std::string& source)
         return "; try again when the other program is done with it";
     case Trouble::Edited: // the line says it
         break;
+    case Trouble::LeftOpen:
+        return "; see: korodbc recover";
     case Trouble::ReadOnly:
         return "; make the file and its folder writable for you";
     case Trouble::Unreachable:

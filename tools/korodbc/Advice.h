@@ -3,7 +3,19 @@
 #include <string>
 
 /// Why a database could not be used, as far as it tells what to do about it.
-enum class Trouble { Unknown, Full, Disk, Busy, Edited, ReadOnly, Unreachable, Missing, Damaged, Layout };
+enum class Trouble {
+    Unknown,
+    Full,
+    Disk,
+    Busy,
+    Edited,
+    LeftOpen,
+    ReadOnly,
+    Unreachable,
+    Missing,
+    Damaged,
+    Layout
+};
 
 /// The kind of trouble that a reason of the database engine or of the host means.
 Trouble troubleOf(const std::string& reason);
