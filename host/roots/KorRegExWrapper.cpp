@@ -1,7 +1,9 @@
 #include "roots/KorRegExWrapper.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <re2/re2.h>
+#include <vector>
 
 namespace {
 
@@ -21,11 +23,15 @@ std::size_t byteOffset(std::string_view utf8, int characters)
     return offset;
 }
 
+/// For the program and the states of one expression. Tables hold thousands of them, and each is written by a user.
+constexpr std::int64_t mostBytes = 256 * 1024;
+
 RE2::Options options(bool caseSensitive)
 {
     RE2::Options result;
     result.set_case_sensitive(caseSensitive);
     result.set_log_errors(false);
+    result.set_max_mem(mostBytes);
     return result;
 }
 
@@ -69,11 +75,30 @@ bool KorRegExWrapper::setPattern(const KorString& pattern, bool caseSensitive)
 
 bool KorRegExWrapper::isValid() const { return m_engine != nullptr && m_engine->expression.ok(); }
 
-bool KorRegExWrapper::match(const KorString& text) const
+KorString KorRegExWrapper::error() const
 {
-    int position = 0;
-    int length = 0;
-    return m_engine != nullptr && m_engine->find(text, 0, RE2::ANCHOR_BOTH, position, length);
+    return isValid() || m_engine == nullptr ? KorString() : KorString::fromUtf8(m_engine->expression.error());
+}
+
+bool KorRegExWrapper::match(const KorRegExText& text) const
+{
+    const std::string& utf8 = text.utf8();
+    return isValid() && m_engine->expression.Match(utf8, 0, utf8.size(), RE2::ANCHOR_BOTH, nullptr, 0);
+}
+
+bool KorRegExWrapper::match(const KorRegExText& text, KorArray<KorString>& groups) const
+{
+    if (!match(text)) // most do not, and that is told faster without groups
+        return false;
+    const std::string& utf8 = text.utf8();
+    const int count = m_engine->expression.NumberOfCapturingGroups() + 1;
+    std::vector<re2::StringPiece> found(static_cast<std::size_t>(count));
+    if (!m_engine->expression.Match(utf8, 0, utf8.size(), RE2::ANCHOR_BOTH, found.data(), count))
+        return false;
+    groups.removeAll();
+    for (const re2::StringPiece& group : found)
+        groups.append(KorString::fromUtf8(std::string_view(group.data(), group.size())));
+    return true;
 }
 
 bool KorRegExWrapper::search(const KorString& text) const

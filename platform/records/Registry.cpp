@@ -46,6 +46,10 @@ std::span<const DescriptionFunction> all()
                  textRecords(),
                  detailSettingRecords(),
                  detailOptionRecords(),
+                 nameMapRecords(),
+                 conversionRecords(),
+                 formatRecords(),
+                 profileFamilyRecords(),
              })
             types.insert(types.end(), family.begin(), family.end());
         return types;
