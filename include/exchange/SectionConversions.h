@@ -19,8 +19,9 @@
 struct KorExchangeRule {
     KorString table; // logical name
     int key = -1;
-    KorString expression; // or plain name
-    KorString error;      // why the expression does not compile; empty when it does
+    KorString expression;                 // or plain name
+    KorString error;                      // why the expression does not compile; empty when it does
+    KorString answerClass, answerSection; // where the row answered
 };
 
 /// Sections of applications under neutral names.

@@ -55,9 +55,9 @@ void SectionRules::add(int application, int objectType, Rule rule)
     m_rules.push_back(std::move(rule));
 }
 
-KorExchangeRule SectionRules::shown(const Rule& rule) const
+KorExchangeRule SectionRules::shown(const Rule& rule, const KorString& answerClass, const KorString& answer) const
 {
-    return {m_table, rule.key, rule.section, rule.compiled().error()};
+    return {m_table, rule.key, rule.section, rule.compiled().error(), answerClass, answer};
 }
 
 int SectionRules::map(const SectionQuestion& question, KorString& outClass, KorString& outSection,
@@ -84,7 +84,7 @@ int SectionRules::map(const SectionQuestion& question, KorString& outClass, KorS
         outClass = rule.answerClass;
         outSection = answer;
         if (answering != nullptr)
-            *answering = shown(rule);
+            *answering = shown(rule, outClass, outSection);
         return 1;
     }
     return 0;

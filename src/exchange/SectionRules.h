@@ -39,7 +39,7 @@ private:
 
         const KorRegExWrapper& compiled() const;
     };
-    KorExchangeRule shown(const Rule& rule) const;
+    KorExchangeRule shown(const Rule& rule, const KorString& answerClass = {}, const KorString& answer = {}) const;
     void add(int application, int objectType, Rule rule);
 
     KorString m_table;

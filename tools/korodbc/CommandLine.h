@@ -40,3 +40,6 @@ protected:
     std::string m_source;
     bool m_csv = false, m_json = false;
 };
+
+/// Maps sections, materials and bolts to other applications.
+void addExchangeCommands(CommandLine& line);

@@ -16,6 +16,7 @@ public:
         addEditCommands();
         addMaintenance();
         addDemo();
+        addExchangeCommands(*this);
     }
 
 private:
