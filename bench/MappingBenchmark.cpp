@@ -1,0 +1,145 @@
+#include "Database.h"
+#include "exchange/SectionConversions.h"
+#include "Results.h"
+#include "Workplace.h"
+
+#include <memory>
+#include <re2/re2.h>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace bench;
+
+constexpr int ruleCount = 5000;
+constexpr int classCount = 100;
+constexpr int questions = 200; // in one run
+
+struct Question {
+    std::string profileClass, section, answer; // no answer: empty
+};
+
+std::string classOf(int rule) { return "Class " + std::to_string(rule % classCount); }
+std::string sectionOf(int rule) { return "SECTION" + std::to_string(rule) + "X20X3.5"; }
+
+/// A table of rules for families of sizes, and names that are answered by rules all over it or by none.
+struct Rules {
+    Repository repository;
+    std::vector<Question> questions;
+
+    explicit Rules(bool withClass)
+    {
+        Database database((repository.folder() / "configuration.db").string());
+        database.run("DELETE FROM QXT_Profile_Conversion");
+        database.run(
+            "INSERT INTO QXT_Profile_Conversion WITH RECURSIVE n(i) AS (VALUES (0) UNION ALL SELECT i + 1 "
+            "FROM n WHERE i + 1 < " +
+            std::to_string(ruleCount) + ") SELECT i + 1, 'Class ' || (i % " + std::to_string(classCount) +
+            "), 'SECTION' || i || 'X(\\d+)X([\\d.]+)', 1, 1, 'N', 'S' || i || ' %1 %2', -1, -1, '' FROM n");
+        std::uint64_t state = 7;
+        for (int i = 0; i < ::questions; ++i) {
+            state = state * 6364136223846793005u + 1442695040888963407u;
+            const int rule = static_cast<int>((state >> 33) % ruleCount);
+            const bool none = i % 4 == 0;
+            questions.push_back({withClass ? classOf(rule) : "-", sectionOf(none ? rule + ruleCount : rule),
+                                 none ? "" : "S" + std::to_string(rule) + " 20 3.5"});
+        }
+    }
+};
+
+void library(benchmark::State& state, bool withClass, const char* series)
+{
+    const Rules rules(withClass);
+    struct Asked {
+        KorString profileClass, section, answer;
+    };
+    std::vector<Asked> asked;
+    for (const Question& one : rules.questions)
+        asked.push_back({KorString::fromUtf8(one.profileClass), KorString::fromUtf8(one.section),
+                         KorString::fromUtf8(one.answer)});
+    const auto ask = [&] {
+        int right = 0;
+        for (const Asked& one : asked) {
+            KorString outClass, out;
+            KorODBCQXT_Profile_Conversion::getQXTProfiles(one.profileClass, one.section, 1, 1, outClass, out);
+            right += out == one.answer;
+        }
+        return right;
+    };
+    require(ask() == questions, "sections were mapped wrongly"); // compiles the expressions
+    for (auto _ : state) {
+        int right = 0;
+        note(state, series, seconds([&] { right = ask(); }));
+        require(right == questions, "sections were mapped wrongly");
+    }
+}
+
+void plain(benchmark::State& state, bool withClass, const char* series)
+{
+    struct Rule {
+        std::string profileClass;
+        int application, objectType;
+        std::unique_ptr<RE2> expression;
+        std::string answerClass, answer;
+    };
+    const Rules table(withClass);
+    std::vector<Rule> rules;
+    for (int i = 0; i < ruleCount; ++i)
+        rules.push_back({classOf(i), 1, 1,
+                         std::make_unique<RE2>("SECTION" + std::to_string(i) + "X(\\d+)X([\\d.]+)"), "N",
+                         "S" + std::to_string(i) + " %1 %2"});
+    const auto map = [&](const Question& question, std::string& outClass, std::string& out) {
+        for (const Rule& rule : rules) {
+            if ((question.profileClass != "-" && rule.profileClass != question.profileClass) ||
+                rule.application != 1 || rule.objectType != 1)
+                continue;
+            re2::StringPiece groups[3];
+            if (!rule.expression->Match(question.section, 0, question.section.size(), RE2::ANCHOR_BOTH, groups, 3))
+                continue;
+            outClass = rule.answerClass;
+            out = rule.answer;
+            for (int i = 1; i < 3; ++i)
+                out.replace(out.find("%" + std::to_string(i)), 2, std::string(groups[i].data(), groups[i].size()));
+            return;
+        }
+    };
+    const auto ask = [&] {
+        int right = 0;
+        for (const Question& question : table.questions) {
+            std::string outClass, out;
+            map(question, outClass, out);
+            right += out == question.answer;
+        }
+        return right;
+    };
+    require(ask() == questions, "the plain loop maps wrongly");
+    for (auto _ : state) {
+        int right = 0;
+        note(state, series, seconds([&] { right = ask(); }));
+        require(right == questions, "the plain loop maps wrongly");
+    }
+}
+
+} // namespace
+
+void registerMappingBenchmarks()
+{
+    const int runs = bench::quick ? 5 : 21;
+    for (const bool withClass : {false, true}) {
+        const std::string kind = withClass ? "a class" : "all";
+        for (const auto& [side, run] : {std::pair("library", &library), std::pair("plain", &plain)}) {
+            const std::string name = "mapping " + kind + " " + side;
+            const auto body = [withClass, run, name](benchmark::State& state) {
+                run(state, withClass, name.c_str());
+            };
+            benchmark::RegisterBenchmark(("mapping/" + kind + "/" + side).c_str(), body)
+                ->UseManualTime()
+                ->Iterations(runs)
+                ->Unit(benchmark::kMillisecond);
+        }
+        bench::compare("section mapped by " + (withClass ? std::string("the rules of its class among 5,000")
+                                                         : std::string("5,000 rules")),
+                       "mapping " + kind + " library", "mapping " + kind + " plain", 1.5, questions, "a name");
+    }
+}
