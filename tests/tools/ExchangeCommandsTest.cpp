@@ -39,21 +39,22 @@ TEST_F(ExchangeCommands, BadInputIsRefusedInOneLine)
         int code;
         std::string error;
     } cases[] = {
-        {"map-section HEA200 --to IFG", 4, "no application \"IFG\" \\(did you mean IFC"},
+        {"map-section HEA200 --to IFG", 4, "no application \"IFG\" \\(did you mean \"IFC"},
         {"map-section HEA200 --to 99", 4, "list QXT_Application"},
         {"map-section HEA2O0 --to IFC", 4,
-         "\"HEA2O0\" of \"This application\" a neutral name \\(did you mean HEA200"},
+         "\"HEA2O0\" of \"This application\" a neutral name \\(did you mean \"HEA200"},
         {"map-section HEA200 --class it\\'s --to IFC", 4, "of class \"it's\""},
         {"map-section PL10x200 --to KISS", 4, "QXT_Profile_Conversion"},
         {"map-section HEA200", 2, "give one of --to, --from, --neutral, --format"},
         {"map-section HEA200 --to IFC --neutral", 2, "give one of"},
         {"map-section HEA200 --format dxf", 2, "no format \"dxf\""},
-        {"map-section HEA200 --neutral --object-type Plates", 4, "object type \"Plates\" \\(did you mean Plate"},
+        {"map-section HEA200 --neutral --object-type Plates", 4, "object type \"Plates\" \\(did you mean \"Plate"},
         {"map-section HEA200 --format kiss --back", 2, "--back goes with"},
         {"map-section HEA200 --to IFC --csv --json", 2, "exclude each other"},
-        {"map-material S355J3 --to IFC", 4, "a neutral name \\(did you mean S355J"},
+        {"map-material S355J3 --to IFC", 4, "a neutral name \\(did you mean \"S355J"},
         {"map-material S355J2 --format sdnf", 2, "give kiss"},
         {"map-bolt 'ISO 1'", 4, "no row for the bolt standard \"ISO 1\""},
+        {"map-section HEA20 --format sdnf", 4, "has no row for the section \"HEA20\" \\(did you mean \"HEA200"},
     };
     for (const auto& [arguments, code, error] : cases)
         expectRefused(arguments, code, error);

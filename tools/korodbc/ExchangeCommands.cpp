@@ -148,9 +148,16 @@ Sheet found(const MapOptions& options, const std::string& thing, Find find)
     const RecordDescription& type = descriptionOf<Record>();
     requireReadable(type);
     Record record;
-    if (find(KorString::fromUtf8(options.name), record) != 1)
+    if (find(KorString::fromUtf8(options.name), record) != 1) {
+        KorArray<KorString> names; // native ones
+        std::vector<std::string> known;
+        if (!options.back)
+            RecordMarshal<Record>::getRunNameList(names);
+        for (const KorString& name : names)
+            known.push_back(name.toUtf8());
         throw Failure{kNotFound, "table " + std::string(type.table) + " has no row for the " + thing + " " +
-                                     quote(options.name)};
+                                     quote(options.name) + nearest(options.name, known)};
+    }
     Sheet sheet = sheetOf(type, 0);
     sheet.rows.push_back(rowOf(type, &record, 0));
     sheet.columns.insert(sheet.columns.begin(), {"Table", false});
@@ -253,7 +260,7 @@ void addExchangeCommands(CommandLine& line)
         command
             ->add_option(
                 "--application", options->application,
-                "With --neutral or a format: the application that NAME is of, by key or name (default: this one)")
+                "With --neutral or a format: the application that NAME is of, by key or name\n(default: this one)")
             ->type_name("APP");
         line.addFormats(command);
         return command;
