@@ -61,12 +61,25 @@ TEST(DerivedRecordsTest, AreMadeOncePerStateOfTheTable)
                        1);
          },
          "1", 1},
-        {"a row as a record",
+        {"rows gone",
          [] {
              run(inConfiguration, "DELETE FROM QXT_Profile_Conversion WHERE [Key] < 9");
              EXPECT_EQ(KorDatabaseAccess::deleteLine(L"QXT_Profile_Conversion", KorCellData(9)), 1);
          },
          "none", 1},
+        {"a record",
+         [] {
+             KorCellData key;
+             EXPECT_EQ(
+                 KorDatabaseAccess::appendNewLine(inConfiguration, L"QXT_Profile_Conversion", key, true, false),
+                 1);
+             const StructQXT_Profile_Conversion record{key.getInt(), L"C",      L"a.", 1,  1,
+                                                       L"N",         L"record", -1,    -1, L""};
+             EXPECT_EQ(KorDatabaseAccess::setRecord(inConfiguration, L"QXT_Profile_Conversion", Marshal::type(),
+                                                    key, &record),
+                       1);
+         },
+         "record", 1},
         {"an undone batch",
          [] {
              KorDatabaseBatch batch;
@@ -74,11 +87,16 @@ TEST(DerivedRecordsTest, AreMadeOncePerStateOfTheTable)
              EXPECT_EQ(answer(), "undone");
              batch.undo();
          },
-         "none", 2},
+         "record", 1},
         {"another program, not looked for",
-         [&] { repository->executeOutside("configuration.db", row(1, "a.", "other")); }, "none", 0},
+         [&] { repository->executeOutside("configuration.db", row(1, "a.", "other")); }, "record", 0},
         {"another program", [] { KorODBCQXT_Profile_Conversion::resetTable(); }, "other", 1},
-        {"a second repository", [&] { repository = std::make_unique<RepositoryFolder>(); }, "none", 1},
+        {"a second repository",
+         [&] {
+             repository.reset();
+             repository = std::make_unique<RepositoryFolder>();
+         },
+         "none", 1},
     };
     for (const auto& [what, act, expected, made] : steps) {
         SCOPED_TRACE(what);

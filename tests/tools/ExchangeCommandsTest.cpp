@@ -42,7 +42,7 @@ TEST_F(ExchangeCommands, BadInputIsRefusedInOneLine)
         {"map-section HEA200 --to IFG", 4, "no application \"IFG\" \\(did you mean \"IFC"},
         {"map-section HEA200 --to 99", 4, "list QXT_Application"},
         {"map-section HEA2O0 --to IFC", 4,
-         "\"HEA2O0\" of \"This application\" a neutral name \\(did you mean \"HEA200"},
+         "\"HEA2O0\" of \"This application\" a neutral name \\(did you mean \"HEA200\" or "},
         {"map-section HEA200 --class it\\'s --to IFC", 4, "of class \"it's\""},
         {"map-section PL10x200 --to KISS", 4, "QXT_Profile_Conversion"},
         {"map-section HEA200", 2, "give one of --to, --from, --neutral, --format"},
@@ -54,7 +54,7 @@ TEST_F(ExchangeCommands, BadInputIsRefusedInOneLine)
         {"map-material S355J3 --to IFC", 4, "a neutral name \\(did you mean \"S355J"},
         {"map-material S355J2 --format sdnf", 2, "give kiss"},
         {"map-bolt 'ISO 1'", 4, "no row for the bolt standard \"ISO 1\""},
-        {"map-section HEA20 --format sdnf", 4, "has no row for the section \"HEA20\" \\(did you mean \"HEA200"},
+        {"map-section HEA20 --format sdnf", 4, "has no row for the section \"HEA20\" \\(did you mean \"HEA120\""},
     };
     for (const auto& [arguments, code, error] : cases)
         expectRefused(arguments, code, error);
