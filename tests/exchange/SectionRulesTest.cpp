@@ -1,15 +1,50 @@
-#include "exchange/RuleWalk.h"
 #include "exchange/SectionConversions.h"
 #include "support/RepositoryFixture.h"
 
 #include <chrono>
 #include <random>
+#include <regex>
 #include <span>
 
 using Native = KorODBCQXT_Profile_Conversion;
 using Exports = KorODBCProfile_Exports_Conversion;
 
 namespace {
+
+/// A row of a table of rules.
+struct WalkedRule {
+    std::wstring profileClass, section;
+    int application, objectType;
+    std::wstring answerClass, answer;
+};
+
+/// The answer of the rows to a question, found row by row with another engine for expressions.
+const WalkedRule* walk(const std::vector<WalkedRule>& rules, const std::wstring& profileClass,
+                       const std::wstring& section, int application, int objectType, std::wstring& answer)
+{
+    for (const WalkedRule& rule : rules) {
+        const bool anyClass = profileClass.empty() || profileClass == L"-";
+        if ((!anyClass && rule.profileClass != profileClass) || rule.application != application ||
+            rule.objectType != objectType)
+            continue;
+        std::wsmatch groups;
+        bool matches = false;
+        try {
+            matches = std::regex_match(section, groups, std::wregex(rule.section));
+        } catch (const std::regex_error&) {
+        }
+        if (!matches && rule.section != section)
+            continue;
+        answer = rule.answer;
+        for (std::size_t i = 1; matches && i < groups.size(); ++i) {
+            const std::wstring mark = L"%" + std::to_wstring(i), text = groups[i].str();
+            for (std::size_t at = 0; (at = answer.find(mark, at)) != std::wstring::npos; at += text.size())
+                answer.replace(at, mark.size(), text);
+        }
+        return &rule;
+    }
+    return nullptr;
+}
 
 std::string quoted(const std::wstring& text)
 {
@@ -238,26 +273,6 @@ TEST_F(SectionRulesTest, HostileExpressionsStopNothing)
         EXPECT_FALSE(rule.error.isEmpty());
     }
     EXPECT_EQ(keys, (Texts{"3", "4", "5", "6", "7"}));
-}
-
-TEST_F(SectionRulesTest, TheRuleThatAnswersIsTold)
-{
-    native({{L"C", L"(\\d)", 1, 1, L"N", L"n%1"}, {L"C", L"9", 2, 1, L"N", L"n9"}});
-    store(configuration, "Profile_Exports_Conversion", {{L"N", L"n(1)", 2, 1, L"E", L"e%1"}});
-    KorArray<KorExchangeRule> rules;
-    KorString outClass, out;
-    EXPECT_EQ(Exports::getMappedSection(L"C", L"1", 2, false, outClass, out, rules), 1);
-    ASSERT_EQ(rules.length(), 2);
-    EXPECT_EQ(rules[0].answerSection, L"n1");
-    EXPECT_EQ(rules[1].table, L"Profile_Exports_Conversion");
-    EXPECT_EQ(rules[1].expression, L"n(1)");
-    EXPECT_EQ(rules[1].answerSection, L"e1");
-    EXPECT_EQ(Exports::getMappedSection(L"C", L"2", 2, false, outClass, out, rules), 0);
-    EXPECT_EQ(rules.length(), 1);
-    EXPECT_EQ(out, L"e1");
-    KorExchangeRule rule;
-    EXPECT_EQ(Native::getQXTProfiles(L"", L"9", 1, 2, outClass, out, rule), 1);
-    EXPECT_EQ(rule.key, 2);
 }
 
 TEST_F(SectionRulesTest, FamilyAndSourceComeFirst)

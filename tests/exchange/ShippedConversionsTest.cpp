@@ -66,7 +66,7 @@ TEST_F(ShippedConversionsTest, EverySectionMapsOutAndBack)
     EXPECT_EQ(faulty.length(), 0);
 }
 
-TEST_F(ShippedConversionsTest, EverySectionHasAnotherNameInEachFormat)
+TEST_F(ShippedConversionsTest, EverySectionAndBoltHasAnotherNameInEachFormat)
 {
     std::set<std::pair<KorString, KorString>> kissNames;
     eachSection([&](const StructProfileClass& profileClass, const KorString& section) {
@@ -80,6 +80,14 @@ TEST_F(ShippedConversionsTest, EverySectionHasAnotherNameInEachFormat)
         StructSDNF_Profile_Definition definition;
         EXPECT_EQ(KorODBCSDNF_Profile_Definition::getClassRotation(profileClass.key, 1, 1, definition), 1);
     });
+    KorArray<StructStandard> standards;
+    ASSERT_EQ(StructStandardMarshal::getTable(standards), 1);
+    for (const StructStandard& standard : standards) {
+        StructCIS2_Bolt_Conversion out, back;
+        EXPECT_EQ(KorODBCCIS2_Bolt_Conversion::getCIS2Standards(standard.runName, 1, out), 1);
+        EXPECT_EQ(KorODBCCIS2_Bolt_Conversion::getKRStandards(out.cis2Standard, back), 1);
+        EXPECT_EQ(back.runName, standard.runName);
+    }
     // of another application and object type there is none, and nothing is changed
     StructKISS_Profile_Conversion kiss;
     StructSDNF_Profile_Definition definition;
@@ -114,19 +122,6 @@ TEST_F(ShippedConversionsTest, EveryMaterialMapsOutAndBack)
         EXPECT_EQ(Materials::getMappedMaterial(L"it's", 2, toNative, row), 0);
     }
     EXPECT_EQ(row.material, L"before");
-}
-
-TEST_F(ShippedConversionsTest, EveryBoltStandardMapsOutAndBack)
-{
-    KorArray<StructStandard> standards;
-    ASSERT_EQ(StructStandardMarshal::getTable(standards), 1);
-    for (const StructStandard& standard : standards) {
-        StructCIS2_Bolt_Conversion out, back;
-        EXPECT_EQ(KorODBCCIS2_Bolt_Conversion::getCIS2Standards(standard.runName, 1, out), 1);
-        EXPECT_EQ(KorODBCCIS2_Bolt_Conversion::getCIS2Standards(standard.runName, 2, out), 0);
-        EXPECT_EQ(KorODBCCIS2_Bolt_Conversion::getKRStandards(out.cis2Standard, back), 1);
-        EXPECT_EQ(back.runName, standard.runName);
-    }
 }
 
 TEST_F(ShippedConversionsTest, ReadersOfApplicationsAndTypes)
