@@ -82,7 +82,7 @@ void addRule(Sheet& sheet, const std::string& namesOf, const KorExchangeRule& ru
                           std::to_string(rule.key), rule.expression.toUtf8()});
 }
 
-/// The names of the catalogue's own sections that are near.
+/// The names of the catalogue's own sections that are near; nothing when it is one of them.
 std::string nearestSection(const std::string& name)
 {
     KorArray<StructProfileClass> classes;
@@ -93,7 +93,7 @@ std::string nearestSection(const std::string& name)
             names.push_back(section.sectionName.toUtf8());
             return true;
         });
-    return nearest(name, names);
+    return std::ranges::count(names, name) > 0 ? std::string() : nearest(name, names);
 }
 
 [[noreturn]] void noRule(const MapOptions& options, int from, int to, const KorArray<KorExchangeRule>& rules)
