@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <re2/re2.h>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -35,10 +36,35 @@ RE2::Options options(bool caseSensitive)
     return result;
 }
 
+/// The characters that every whole match begins with, as far as the pattern tells at a glance.
+std::string literalBeginning(const std::string& pattern)
+{
+    const auto isPlain = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == ' ';
+    };
+    if (pattern.find('|') != std::string::npos)
+        return {};
+    auto end = std::find_if_not(pattern.begin(), pattern.end(), isPlain);
+    constexpr std::string_view repetitions = "*+?{";
+    if (end != pattern.end() && end != pattern.begin() && repetitions.find(*end) != std::string_view::npos)
+        --end;
+    return {pattern.begin(), end};
+}
+
 } // namespace
 
 struct KorRegExWrapper::Engine {
-    Engine(const KorString& pattern, bool caseSensitive) : expression(pattern.toUtf8(), options(caseSensitive)) {}
+    Engine(const KorString& pattern, bool caseSensitive)
+        : expression(pattern.toUtf8(), options(caseSensitive)), groups(expression.NumberOfCapturingGroups() + 1),
+          beginning(caseSensitive ? literalBeginning(expression.pattern()) : std::string())
+    {
+    }
+
+    bool matchWhole(const std::string& utf8, re2::StringPiece* found, int count) const
+    {
+        return utf8.starts_with(beginning) && expression.ok() &&
+               expression.Match(utf8, 0, utf8.size(), RE2::ANCHOR_BOTH, found, count);
+    }
 
     bool find(const KorString& text, int from, RE2::Anchor anchor, int& position, int& length) const
     {
@@ -55,6 +81,8 @@ struct KorRegExWrapper::Engine {
     }
 
     RE2 expression;
+    int groups;            // the whole match included
+    std::string beginning; // of every whole match
 };
 
 KorRegExWrapper::KorRegExWrapper() = default;
@@ -82,22 +110,24 @@ KorString KorRegExWrapper::error() const
 
 bool KorRegExWrapper::match(const KorRegExText& text) const
 {
-    const std::string& utf8 = text.utf8();
-    return isValid() && m_engine->expression.Match(utf8, 0, utf8.size(), RE2::ANCHOR_BOTH, nullptr, 0);
+    return m_engine != nullptr && m_engine->matchWhole(text.utf8(), nullptr, 0);
 }
 
 bool KorRegExWrapper::match(const KorRegExText& text, KorArray<KorString>& groups) const
 {
-    if (!match(text)) // most do not, and that is told faster without groups
+    constexpr int usualGroups = 16;
+    if (m_engine == nullptr || !text.utf8().starts_with(m_engine->beginning))
         return false;
-    const std::string& utf8 = text.utf8();
-    const int count = m_engine->expression.NumberOfCapturingGroups() + 1;
-    std::vector<re2::StringPiece> found(static_cast<std::size_t>(count));
-    if (!m_engine->expression.Match(utf8, 0, utf8.size(), RE2::ANCHOR_BOTH, found.data(), count))
+    // asked for at once: the engine tells a short text that does not match sooner so
+    const int count = m_engine->groups;
+    re2::StringPiece usual[usualGroups];
+    std::vector<re2::StringPiece> many(static_cast<std::size_t>(count > usualGroups ? count : 0));
+    re2::StringPiece* const found = many.empty() ? usual : many.data();
+    if (!m_engine->matchWhole(text.utf8(), found, count))
         return false;
     groups.removeAll();
-    for (const re2::StringPiece& group : found)
-        groups.append(KorString::fromUtf8(std::string_view(group.data(), group.size())));
+    for (int i = 0; i < count; ++i)
+        groups.append(KorString::fromUtf8(std::string_view(found[i].data(), found[i].size())));
     return true;
 }
 

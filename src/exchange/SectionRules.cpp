@@ -24,11 +24,10 @@ bool fill(KorString& answer, const KorArray<KorString>& groups)
 
 const KorRegExWrapper& SectionRules::Rule::compiled() const
 {
-    if (expression == nullptr) {
-        expression = std::make_unique<KorRegExWrapper>();
-        expression->setRegularExpression(section);
-    }
-    return *expression;
+    if (!isCompiled)
+        expression.setRegularExpression(section);
+    isCompiled = true;
+    return expression;
 }
 
 SectionRules::SectionRules(const KorArray<StructQXT_Profile_Conversion>& rows)
@@ -76,7 +75,7 @@ int SectionRules::map(const SectionQuestion& question, KorString& outClass, KorS
         if (question.familyAndSource && *question.familyAndSource != std::pair(rule.family, rule.source))
             continue;
         const bool matches = rule.compiled().match(text, groups);
-        if (!matches && !(rule.section == question.section))
+        if (!matches && !rule.equals(question.section))
             continue;
         KorString answer = rule.answer;
         if (matches && !fill(answer, groups))

@@ -4,7 +4,6 @@
 #include "roots/KorRegExWrapper.h"
 
 #include <map>
-#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -35,9 +34,13 @@ private:
         KorString profileClass, section;
         int family, source;
         KorString answerClass, answer;
-        mutable std::unique_ptr<KorRegExWrapper> expression = {};
+        int length = section.length();
+        mutable bool isCompiled = false;
+        mutable KorRegExWrapper expression = {};
 
         const KorRegExWrapper& compiled() const;
+        /// True for the plain name of the section.
+        bool equals(const KorString& name) const { return length == name.length() && section == name; }
     };
     KorExchangeRule shown(const Rule& rule, const KorString& answerClass = {}, const KorString& answer = {}) const;
     void add(int application, int objectType, Rule rule);
