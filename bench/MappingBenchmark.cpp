@@ -20,6 +20,18 @@ struct Question {
     std::string profileClass, section, answer; // no answer: empty
 };
 
+/// What is measured.
+struct Kind {
+    const char* name;
+    const char* item;
+    bool withClass; // the names' own one, not all
+    bool grouped;   // nothing literal is at the beginning of the expressions
+};
+
+std::string expressionOf(const Kind& kind, const std::string& rule)
+{
+    return (kind.grouped ? "[S]ECTION" : "SECTION") + rule + "X(\\d+)X([\\d.]+)";
+}
 std::string classOf(int rule) { return "Class " + std::to_string(rule % classCount); }
 std::string sectionOf(int rule) { return "SECTION" + std::to_string(rule) + "X20X3.5"; }
 
@@ -28,29 +40,29 @@ struct Rules {
     Repository repository;
     std::vector<Question> questions;
 
-    explicit Rules(bool withClass)
+    explicit Rules(const Kind& kind)
     {
         Database database((repository.folder() / "configuration.db").string());
         database.run("DELETE FROM QXT_Profile_Conversion");
         database.run(
             "INSERT INTO QXT_Profile_Conversion WITH RECURSIVE n(i) AS (VALUES (0) UNION ALL SELECT i + 1 "
             "FROM n WHERE i + 1 < " +
-            std::to_string(ruleCount) + ") SELECT i + 1, 'Class ' || (i % " + std::to_string(classCount) +
-            "), 'SECTION' || i || 'X(\\d+)X([\\d.]+)', 1, 1, 'N', 'S' || i || ' %1 %2', -1, -1, '' FROM n");
+            std::to_string(ruleCount) + ") SELECT i + 1, 'Class ' || (i % " + std::to_string(classCount) + "), '" +
+            expressionOf(kind, "' || i || '") + "', 1, 1, 'N', 'S' || i || ' %1 %2', -1, -1, '' FROM n");
         std::uint64_t state = 7;
         for (int i = 0; i < ::questions; ++i) {
             state = state * 6364136223846793005u + 1442695040888963407u;
             const int rule = static_cast<int>((state >> 33) % ruleCount);
             const bool none = i % 4 == 0;
-            questions.push_back({withClass ? classOf(rule) : "-", sectionOf(none ? rule + ruleCount : rule),
+            questions.push_back({kind.withClass ? classOf(rule) : "-", sectionOf(none ? rule + ruleCount : rule),
                                  none ? "" : "S" + std::to_string(rule) + " 20 3.5"});
         }
     }
 };
 
-void library(benchmark::State& state, bool withClass, const char* series)
+void library(benchmark::State& state, const Kind& kind, const std::string& series)
 {
-    const Rules rules(withClass);
+    const Rules rules(kind);
     struct Asked {
         KorString profileClass, section, answer;
     };
@@ -75,7 +87,7 @@ void library(benchmark::State& state, bool withClass, const char* series)
     }
 }
 
-void plain(benchmark::State& state, bool withClass, const char* series)
+void plain(benchmark::State& state, const Kind& kind, const std::string& series)
 {
     struct Rule {
         std::string profileClass;
@@ -83,11 +95,10 @@ void plain(benchmark::State& state, bool withClass, const char* series)
         std::unique_ptr<RE2> expression;
         std::string answerClass, answer;
     };
-    const Rules table(withClass);
+    const Rules table(kind);
     std::vector<Rule> rules;
     for (int i = 0; i < ruleCount; ++i)
-        rules.push_back({classOf(i), 1, 1,
-                         std::make_unique<RE2>("SECTION" + std::to_string(i) + "X(\\d+)X([\\d.]+)"), "N",
+        rules.push_back({classOf(i), 1, 1, std::make_unique<RE2>(expressionOf(kind, std::to_string(i))), "N",
                          "S" + std::to_string(i) + " %1 %2"});
     const auto map = [&](const Question& question, std::string& outClass, std::string& out) {
         for (const Rule& rule : rules) {
@@ -125,21 +136,22 @@ void plain(benchmark::State& state, bool withClass, const char* series)
 
 void registerMappingBenchmarks()
 {
+    static constexpr Kind kinds[] = {
+        {"all", "section mapped by 5,000 rules", false, false},
+        {"grouped", "the same, expressions without a literal beginning", false, true},
+        {"a class", "section mapped by the rules of its class among 5,000", true, false},
+    };
     const int runs = bench::quick ? 5 : 21;
-    for (const bool withClass : {false, true}) {
-        const std::string kind = withClass ? "a class" : "all";
+    for (const Kind& kind : kinds) {
+        const std::string name = std::string("mapping ") + kind.name;
         for (const auto& [side, run] : {std::pair("library", &library), std::pair("plain", &plain)}) {
-            const std::string name = "mapping " + kind + " " + side;
-            const auto body = [withClass, run, name](benchmark::State& state) {
-                run(state, withClass, name.c_str());
-            };
-            benchmark::RegisterBenchmark(("mapping/" + kind + "/" + side).c_str(), body)
+            const std::string series = name + " " + side;
+            const auto body = [&kind, run, series](benchmark::State& state) { run(state, kind, series); };
+            benchmark::RegisterBenchmark((std::string("mapping/") + kind.name + "/" + side).c_str(), body)
                 ->UseManualTime()
                 ->Iterations(runs)
                 ->Unit(benchmark::kMillisecond);
         }
-        bench::compare("section mapped by " + (withClass ? std::string("the rules of its class among 5,000")
-                                                         : std::string("5,000 rules")),
-                       "mapping " + kind + " library", "mapping " + kind + " plain", 1.5, questions, "a name");
+        bench::compare(kind.item, name + " library", name + " plain", 1.5, questions, "a name");
     }
 }

@@ -110,11 +110,10 @@ public:
     }
     WalkedRule rule()
     {
-        static constexpr const wchar_t* parts[] = {L"HEA",   L"(\\d+)",  L"x",
-                                                   L"(x|Ä)", L"(H ?E)?", L"(.*)",
-                                                   L"(A)|",  L"100",     L"([A-Z]{3})(1)",
-                                                   L"(",     L"(.)",     L"[^x]",
-                                                   L"梁",    L"()",      L"(.)(.)(.)(.)(.)(.)(.)(.)(.)(.)"};
+        static constexpr const wchar_t* parts[] = {
+            L"HEA",   L"A?",      L"10*",  L"x{2}", L"(\\d+)", L"x",
+            L"(x|Ä)", L"(H ?E)?", L"(.*)", L"(A)|", L"100",    L"([A-Z]{3})(1)",
+            L"(",     L"(.)",     L"[^x]", L"梁",   L"()",     L"(.)(.)(.)(.)(.)(.)(.)(.)(.)(.)"};
         static constexpr const wchar_t* answers[] = {L"%1", L"%2", L"%3", L"%0", L"%12", L"%10",
                                                      L"%",  L"1",  L"Ä ", L"%%", L"it's"};
         return {profileClass(), m_random() % 5 == 0 ? name() : joined(parts, 4),
@@ -219,6 +218,8 @@ TEST_F(SectionRulesTest, EdgesOfClassesAndAnswers)
         {{L"C", L"(a)|(b)", 1, 1, L"N", L"<%1%2>"}, L"b", L"C", "N <b>"},
         {{L"C", L"(梁)(🏗?)", 1, 1, L"Ä", L"%2-%1"}, L"梁🏗", L"C", "Ä 🏗-梁"},
         {{L"C", L"", 1, 1, L"N", L"n"}, L"", L"C", "N n"},
+        {{L"C", L"ab{0}(c)", 1, 1, L"N", L"%1"}, L"ac", L"C", "N c"},
+        {{L"C", L"ab|c", 1, 1, L"N", L"n"}, L"c", L"C", "N n"},
         {{L"C", L"a(", 1, 1, L"N", L"%1"}, L"a(", L"C", "N %1"},
         {{L"C", L"(a)\\1", 1, 1, L"N", L"%1"}, L"aa", L"C", "0"},
     };
