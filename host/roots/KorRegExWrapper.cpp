@@ -115,7 +115,7 @@ bool KorRegExWrapper::match(const KorRegExText& text) const
 
 bool KorRegExWrapper::match(const KorRegExText& text, KorArray<KorString>& groups) const
 {
-    constexpr int usualGroups = 16;
+    constexpr int usualGroups = 5;
     if (m_engine == nullptr || !text.utf8().starts_with(m_engine->beginning))
         return false;
     // asked for at once: the engine tells a short text that does not match sooner so
