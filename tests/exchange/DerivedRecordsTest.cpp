@@ -69,9 +69,9 @@ TEST(DerivedRecordsTest, AreMadeOncePerStateOfTheTable)
          "none", 1},
         {"a record",
          [] {
-             KorCellData key;
+             KorCellData key(50);
              EXPECT_EQ(
-                 KorDatabaseAccess::appendNewLine(inConfiguration, L"QXT_Profile_Conversion", key, true, false),
+                 KorDatabaseAccess::appendNewLine(inConfiguration, L"QXT_Profile_Conversion", key, false, true),
                  1);
              const StructQXT_Profile_Conversion record{key.getInt(), L"C",      L"a.", 1,  1,
                                                        L"N",         L"record", -1,    -1, L""};
