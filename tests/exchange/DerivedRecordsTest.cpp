@@ -69,6 +69,7 @@ TEST(DerivedRecordsTest, AreMadeOncePerStateOfTheTable)
          "none", 1},
         {"a record",
          [] {
+             const KorDatabaseBatch batch; // one INSERT
              KorCellData key(50);
              EXPECT_EQ(
                  KorDatabaseAccess::appendNewLine(inConfiguration, L"QXT_Profile_Conversion", key, false, true),
