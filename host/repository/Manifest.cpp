@@ -99,6 +99,12 @@ bool loadText(const fs::path& folder, Manifest& manifest, std::string& error)
 {
     const fs::path path = folder / Manifest::fileName;
     std::ifstream in(path, std::ios::binary);
+    std::error_code code;
+    if (!in && (fs::exists(path, code) || code)) {
+        error =
+            path.string() + " cannot be read" + (code ? ": " + code.message() : "") + "; check its permissions";
+        return false;
+    }
     if (!in) {
         error = "no repository in " + folder.string() + " (" + Manifest::fileName +
                 " is missing); make one with: korodbc init " + folder.string();

@@ -1,8 +1,10 @@
 #include "sqlite/Connection.h"
 #include "tables/Table.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <unistd.h>
 
 namespace korodbc::host {
 
@@ -44,7 +46,8 @@ std::unique_ptr<Connection> Connection::open(const std::string& path, Access acc
         connection->m_refusal = "the database is open for looking only";
     else if (!connection->openFile(access, error)) {
         // A place that cannot be written can still be looked at.
-        const int reason = sqlite3_errcode(connection->m_db) & 0xff;
+        const int reason =
+            connection->m_db == nullptr ? SQLITE_READONLY : sqlite3_errcode(connection->m_db) & 0xff;
         if (access == Access::Create || (reason != SQLITE_CANTOPEN && reason != SQLITE_READONLY))
             return nullptr;
         connection->m_refusal = error;
@@ -92,6 +95,12 @@ bool Connection::connect(const std::string& name, int flags, std::string& error)
 
 bool Connection::openFile(Access access, std::string& error)
 {
+    // Opened all the same, the engine would leave side files that cannot be written either.
+    if (std::error_code code;
+        access == Access::Write && fs::exists(m_path, code) && ::access(m_path.c_str(), W_OK) != 0) {
+        error = sqlite3_errstr(SQLITE_READONLY);
+        return false;
+    }
     return connect(m_path, SQLITE_OPEN_READWRITE | (access == Access::Create ? SQLITE_OPEN_CREATE : 0), error);
 }
 
@@ -100,11 +109,15 @@ bool Connection::openForLooking(std::string& error)
     // Who may write takes the engine's side files away when done, who may only read leaves them; a log that is
     // there already stays as it is.
     const bool isLogged = hasContent(m_path + "-wal") || hasContent(m_path + "-journal");
-    if (connect(m_path, isLogged ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE, error))
-        return run("PRAGMA query_only = ON");
-    const int reason = sqlite3_errcode(m_db) & 0xff;
-    if (reason != SQLITE_CANTOPEN && reason != SQLITE_READONLY)
-        return false;
+    if (::access(m_path.c_str(), W_OK) != 0) {
+        error = std::generic_category().message(errno);
+    } else {
+        if (connect(m_path, isLogged ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE, error))
+            return run("PRAGMA query_only = ON");
+        const int reason = sqlite3_errcode(m_db) & 0xff;
+        if (reason != SQLITE_CANTOPEN && reason != SQLITE_READONLY)
+            return false;
+    }
     // Its folder cannot hold what the engine keeps beside it. Without a log the file is all there is; with one,
     // both are looked at elsewhere.
     if (!isLogged) {

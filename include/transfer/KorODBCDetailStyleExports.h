@@ -5,7 +5,9 @@
 #include "roots/KorString.h"
 
 /// Moves one detail style or detail process, with everything that it refers to, from one database to another. All
-/// state is static; a transfer must not overlap another one or an edit of the detail tables.
+/// state is static; a transfer must not overlap another one or an edit of the detail tables: a Cancel after it would
+/// take back its rows in the tables that the dialog holds, and only those. A transfer leaves its target as the edit
+/// manager's database; who goes on editing sets that first (KorOdbcMan::setCurrentDSN, setCurrentAddIn).
 class KorODBCDetailStyleExports {
 public:
     enum eType { kDetailStyle = 0, kDetailProcess = 1 };

@@ -46,6 +46,7 @@ std::span<const DescriptionFunction> all()
                  textRecords(),
                  detailSettingRecords(),
                  detailOptionRecords(),
+                 unitRecords(),
                  nameMapRecords(),
                  conversionRecords(),
                  formatRecords(),

@@ -45,6 +45,7 @@ std::span<const DescriptionFunction> dynamicSectionRecords();
 std::span<const DescriptionFunction> textRecords();
 std::span<const DescriptionFunction> detailSettingRecords();
 std::span<const DescriptionFunction> detailOptionRecords();
+std::span<const DescriptionFunction> unitRecords();
 std::span<const DescriptionFunction> nameMapRecords();
 std::span<const DescriptionFunction> conversionRecords();
 std::span<const DescriptionFunction> formatRecords();

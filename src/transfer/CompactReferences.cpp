@@ -109,7 +109,7 @@ bool CompactTables::areUsable(bool opensAll)
     const KorDSNRequest request(database, index);
     bool usable = true;
     const auto check = [&](const RecordDescription& of) {
-        usable = usable && KorDatabaseAccess::checkTable(database, of, !onlyPreview) == 1;
+        usable = usable && KorDatabaseAccess::checkTable(database, of, true) == 1;
     };
     for (const CompactTable& table : m_tables) {
         if (!table.isIn(type))

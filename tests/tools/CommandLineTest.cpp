@@ -71,6 +71,8 @@ TEST_F(CommandLine, BadInputIsRefusedInOneLineAndChangesNothing)
         {"edit DetObjReprMapItems 1 LineType 999 --item 1", 4, "no row with the key 999 in Linetypes"},
         {"edit DetObjReprMapItems 1 Order 7 --item 1", 2, "tells which item it is"},
         {"edit DetailStyle 1 Request1 2 --item 1", 2, "no items in a table of their own"},
+        {"edit NecessaryViewsConfiguration 1 DetObjQualifierSet 999", 4, "no row with the key 999"},
+        {"edit NecessaryViewsConfiguration 1 Rule 2 --leave-open", 2, "no copies are taken"},
         {"edit DetailStyle one TitleFormat x", 2, "key \"one\" is no number"},
         {"edit DetailStyle 1.5 TitleFormat x", 2, "key \"1.5\" is no number"},
         {"edit DetailStyle 99 TitleFormat x", 4, "no row with the key 99"},
@@ -128,6 +130,9 @@ TEST_F(CommandLine, ABadRepositoryIsRefusedInOneLineAndStaysAsItIs)
          "\"sqlite:\" and a file name"},
         {withManifest("version = 1\n[[country-addin]]\nid = \"no\"\n"), "styles", 3,
          "needs an id and a connection"},
+        {[&] { fs::remove(details); }, "check", 3, "details.db: the file is missing"},
+        {withManifest("version = 1\n[sources]\nDetails = \"sqlite-readonly:details.db\"\n"), "restore one.db", 1,
+         "Details is only read"},
         {[&] { fs::remove(details); }, "styles", 3,
          "details.db: the file is missing; correct [^\n]*korodbc restore"},
         {[&] { write(details, std::string(5000, 'x')); }, "styles", 3, "details.db: file is not a database"},
@@ -202,6 +207,12 @@ TEST_F(CommandLine, AnEditIsKeptUndoneOrRecovered)
                       command = "edit DetailStyle 1 TitleFormat \"" + text + "\" ";
     const std::string before = title();
     EXPECT_EQ(before.find(text), std::string::npos);
+    const auto rules = [&] { return output("get NecessaryViewsConfiguration 1"); };
+    const std::string rulesBefore = rules();
+    for (const char* closing : {"--cancel", "--ok"}) {
+        output(std::string("edit NecessaryViewsConfiguration 1 Rule 77 ") + closing);
+        EXPECT_EQ(rules() == rulesBefore, closing == std::string("--cancel")) << closing;
+    }
     const auto items = [&] { return output("get DetObjReprMapsNew 1 --items --csv"); };
     const std::string itemsBefore = items();
     for (const char* closing : {"--cancel", "--leave-open", "--update"}) {

@@ -194,7 +194,8 @@ TEST_F(ProcessCommands, WithoutItsStylesAProcessKeepsTheirKeys)
                                    "DetailStyle -> DetailStyle 2, which does not exist\\n"))
         << check.out;
     EXPECT_EQ(check.err,
-              "korodbc: 3 references lead nowhere; name existing rows there, see: korodbc edit --help\n");
+              "korodbc: 3 references lead nowhere; name rows that exist with: korodbc edit TABLE KEY COLUMN "
+              "VALUE, for an item --item N\n");
     output("check --source Details");
     expectRefused("export-process 1 new.db --source no", 2, "exported from Details or Addin");
     output("import-style one.db --into no");
@@ -214,7 +215,8 @@ TEST_F(ProcessCommands, CheckNamesEveryReferenceThatLeadsNowhere)
     const Outcome check = run("check");
     EXPECT_EQ(check.code, 1);
     EXPECT_EQ(check.err,
-              "korodbc: 5 references lead nowhere; name existing rows there, see: korodbc edit --help\n");
+              "korodbc: 5 references lead nowhere; name rows that exist with: korodbc edit TABLE KEY COLUMN "
+              "VALUE, for an item --item N\n");
     for (const char* line :
          {"Details: DetailStyle 1 \"Beam, single part\" item 2 Request2 -> DetViewRequest 901, which does not "
           "exist\n",

@@ -41,5 +41,8 @@ protected:
     bool m_csv = false, m_json = false;
 };
 
-/// Maps sections, materials and bolts to other applications.
+// The commands, by what they are about
+
+void addUnitCommands(CommandLine& line);
+void addGratingCommands(CommandLine& line);
 void addExchangeCommands(CommandLine& line);

@@ -140,7 +140,8 @@ Compacted compact(const CompactOptions& options);
 std::string referenceText(const KorDetailReference& reference);
 struct Edited {
     std::string record, column, before, after, source;
+    bool underCopy = true;
 };
-/// Changes a value under a copy, and closes the edit.
+/// Changes a value, under a copy where the table is one that dialogs edit, and closes the edit.
 Edited edit(const EditOptions& options);
 std::string copyPlace(const LeftBehind& copy);

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 
 namespace {
 
@@ -273,7 +274,13 @@ Compacted compact(const CompactOptions& options)
             refuseUnknownSets(source);
     }
     const std::string backup = options.backup ? backUp(source.file) : std::string();
-    run(kind, source, options.keep);
+    try {
+        run(kind, source, options.keep);
+    } catch (const Failure&) {
+        std::error_code ignored;
+        std::filesystem::remove(backup, ignored);
+        throw;
+    }
     Compacted done;
     done.backup = backup;
     done.stranded = planned.stranded;

@@ -16,19 +16,24 @@ using korodbc::host::lastError;
 
 namespace {
 
-KorOdbcMan::eTableType tableTypeNamed(const std::string& name)
+constexpr int noDialog = -1;
+
+/// The type of a detail table; `noDialog` for one that is not edited under copies.
+int tableTypeNamed(const std::string& name)
 {
     std::vector<std::string> names;
     for (int type = 0; type < KorOdbcMan::kTableTypes; ++type) {
         KorString table;
         KorOdbcMan::getTableName(static_cast<KorOdbcMan::eTableType>(type), table);
         if (sameName(table.toUtf8(), name))
-            return static_cast<KorOdbcMan::eTableType>(type);
+            return type;
         names.push_back(table.toUtf8());
     }
-    findTable(name, ""); // a table that does not exist at all is told as such
-    throw Failure{kUsage, "table " + quote(name) + " is no detail table, only those are edited under copies" +
-                              nearest(name, names)};
+    const StoredTable table = findTable(name, ""); // one that does not exist at all is told as such
+    if (table.type != nullptr && records::isDetailTable(*table.type))
+        return noDialog;
+    throw Failure{kUsage,
+                  "table " + quote(name) + " is no detail table, only those are edited" + nearest(name, names)};
 }
 
 template <class T>
@@ -194,6 +199,20 @@ int write(KorOdbcMan::eTableType type, const Key& key, const Cell& cell, const s
     return KorOdbcMan::setAttribute(type, key, cell.index, KorString::fromUtf8(value), 1, depth);
 }
 
+/// Writes a cell of a table that has no copies.
+int writeAtOnce(const StoredTable& table, const RecordDescription& type, const EditOptions& options,
+                const Cell& cell)
+{
+    const KorString text = KorString::fromUtf8(options.value);
+    const KorCellData value = cell.column->kind == FieldKind::Integer ? KorCellData(*numberIn<int>(options.value))
+                              : cell.column->kind == FieldKind::Real
+                                  ? KorCellData(*numberIn<double>(options.value))
+                                  : KorCellData(text);
+    return KorDatabaseAccess::setTableColumnValue(table.source.dsn, KorString::fromUtf8(table.name),
+                                                  KorString::fromUtf8(type.keyColumn().name),
+                                                  KorString::fromUtf8(options.key), cell.index, value);
+}
+
 /// The cell as text.
 std::string stored(const StoredTable& table, const RecordDescription& type, const std::string& key,
                    const Cell& cell)
@@ -237,9 +256,14 @@ Edited edit(const EditOptions& options)
 {
     const std::string owner = options.item > 0 ? ownerOfItems(options.table) : std::string();
     const std::string name = owner.empty() ? options.table : owner;
-    const KorOdbcMan::eTableType tableType = tableTypeNamed(name);
+    const int number = tableTypeNamed(name);
+    const auto tableType = static_cast<KorOdbcMan::eTableType>(number);
     const StoredTable table = findTable(name, options.source);
-    if (table.type == nullptr || table.type->itemOwner >= 0 || table.type->key < 0)
+    if (number == noDialog &&
+        (options.depth != 0 || (options.closing != Closing::Ok && options.closing != Closing::Cancel)))
+        throw Failure{kUsage, "no copies are taken of table " + table.name +
+                                  "; leave out --depth, --update and --leave-open"};
+    if (table.type == nullptr || table.type->key < 0 || !ownerOfItems(table.name).empty())
         throw Failure{
             kUsage, "the rows of " + table.name +
                         " are items of another table's rows and have no key of their own; name the row that they "
@@ -253,7 +277,8 @@ Edited edit(const EditOptions& options)
     AnyRecord record(type);
     if (RecordAccess::readByKey(type, KorString::fromUtf8(options.key), record.get()) != 1)
         throw Failure{kNotFound, "table " + table.name + " (" + table.source.name + ") has no row with the key " +
-                                     options.key + "; list them with: korodbc show " + table.name};
+                                     options.key + "; list them with: korodbc show " + table.name +
+                                     sourceOption(table.source)};
     const Cell cell = options.item == 0 ? cellNamed(type, table, options.column)
                                         : itemCellNamed(type, table, record.get(), options.item, options.column);
     checkValue(cell, options.value, options.force);
@@ -265,7 +290,24 @@ Edited edit(const EditOptions& options)
                   cell.name,
                   stored(table, type, options.key, cell),
                   {},
-                  table.source.name};
+                  table.source.name,
+                  number != noDialog};
+    if (!edited.underCopy) {
+        KorDatabaseBatch batch;
+        bool done = writeAtOnce(table, type, options, cell) == 1;
+        std::string reason = lastError();
+        if (options.closing == Closing::Cancel) {
+            batch.undo();
+        } else if (done && batch.end(1) != 1) {
+            reason = lastError();
+            done = false;
+        }
+        if (!done)
+            throw Failure{kFailed, "the value was not written" + advised(reason, table.source.name) +
+                                       "; the table is as it was"};
+        edited.after = stored(table, type, options.key, cell);
+        return edited;
+    }
     const auto depth = static_cast<KorOdbcMan::eCopyDepth>(options.depth);
     // in one batch with its closing nobody else ever sees the copy
     std::optional<KorDatabaseBatch> batch;
@@ -305,11 +347,12 @@ void runEdit(const GlobalOptions& global, const EditOptions& options)
                 quote(options.value).c_str());
     switch (options.closing) {
     case Closing::Ok:
-        std::printf("Closed with OK: the value is now %s, the copy is gone.\n", quote(edited.after).c_str());
+        std::printf("Closed with OK: the value is now %s%s.\n", quote(edited.after).c_str(),
+                    edited.underCopy ? ", the copy is gone" : "");
         break;
     case Closing::Cancel:
-        std::printf("Closed with Cancel: the table is back from its copy, the value is %s.\n",
-                    quote(edited.after).c_str());
+        std::printf("Closed with Cancel: the table is back%s, the value is %s.\n",
+                    edited.underCopy ? " from its copy" : "", quote(edited.after).c_str());
         break;
     case Closing::Update:
         std::printf("Applied with Update, then closed: the value is now %s.\n", quote(edited.after).c_str());

@@ -351,7 +351,8 @@ void store(const Source& source, const std::string& table, const std::vector<Imp
     const int stored = filled ? batch.end(1) : batch.undo();
     if (stored != 1)
         throw Failure{kFailed, "table " + table + " cannot be written into data source " + source.name +
-                                   advised(filled ? korodbc::host::lastError() : reason) + "; nothing was imported"};
+                                   advised(filled ? korodbc::host::lastError() : reason) +
+                                   "; nothing was imported"};
 }
 
 } // namespace

@@ -17,9 +17,9 @@ bool isDetailDatabase(const Source& source)
 std::vector<Source> detailDatabases(const std::string& name)
 {
     std::vector<Source> sources;
-    for (const Source& source : name.empty() ? usableSources() : std::vector<Source>{sourceNamed(name)})
+    for (const Source& source : name.empty() ? allSources() : std::vector<Source>{sourceNamed(name)})
         if (isDetailDatabase(source))
-            sources.push_back(source);
+            sources.push_back(sourceNamed(source.name));
     if (sources.empty())
         throw Failure{kUsage,
                       "data source " + name + " holds no detail tables; name Details, Addin or a country add-in"};

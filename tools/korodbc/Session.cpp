@@ -1,6 +1,7 @@
 #include "Session.h"
 
 #include "addins/AddInManagerInterface.h"
+#include "CurrentDatabase.h"
 #include "edit/KorOdbcMan.h"
 #include "foundation/KorOdbcDSNDefinitions.h"
 #include "Output.h"
@@ -61,13 +62,14 @@ void add(std::vector<Source>& sources, eDSN dsn, eIndex index, const std::string
 {
     const KorDSNRequest request(dsn, index);
     KorString connection;
-    Source source{dsn, index, name, id, {}};
+    Source source{dsn, index, name, id, {}, false};
     std::string error;
     ConnectionTarget target;
     if (KorDatabaseAccess::getConnectionString(dsn, connection) != 1 || connection.isEmpty() ||
         !targetOfConnection(connection.toUtf8(), folder, target, error))
         return;
     source.file = target.file;
+    source.readOnly = target.readOnly;
     sources.push_back(source);
 }
 
@@ -219,10 +221,25 @@ std::vector<LeftBehind> copiesLeftBehind()
     return copies;
 }
 
+std::string sourceOption(const Source& source)
+{
+    return source.name == "Details"
+               ? ""
+               : " --source " + (source.name.find(' ') == std::string::npos ? source.name : quote(source.name));
+}
+
 void refuseStuck(const Source& source, const std::string& table)
 {
+    const auto isStuck = [&](const LeftBehind& copy) {
+        return copy.holder.empty() && (table.empty() || sameName(copy.table, table));
+    };
+    // another program may have left it since this one started
+    if (std::ranges::any_of(copiesLeftBehind(source), isStuck)) {
+        const CurrentDatabase current(source);
+        KorOdbcMan::bringBackLeftCopies();
+    }
     for (const LeftBehind& copy : copiesLeftBehind(source))
-        if (copy.holder.empty() && (table.empty() || sameName(copy.table, table)))
+        if (isStuck(copy))
             throw Failure{kFailed, "an edit of " + copy.table + " (" + source.name +
                                        ") was left open and could not be brought back; see: korodbc recover"};
 }

@@ -34,9 +34,12 @@ struct Source {
     eDSN dsn = KorDSNDefinitions::kDetails;
     eIndex index = KorDSNDefinitions::kBase;
     std::string name;
-    std::string id;   // of a country add-in
-    std::string file; // path of the database
+    std::string id;        // of a country add-in
+    std::string file;      // path of the database
+    bool readOnly = false; // by its connection
 };
+/// What names the source in a command, " --source Addin"; empty for Details, which commands take by themselves.
+std::string sourceOption(const Source& source);
 
 /// A copy of a table: of an edit that is open now, or that was never closed.
 struct LeftBehind {

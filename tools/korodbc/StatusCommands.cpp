@@ -141,10 +141,18 @@ void runRecover(const GlobalOptions& global, bool discard)
     } else if (session.stuck().empty() && session.unusable().empty()) {
         std::puts("Nothing to bring back: no edit was left open.");
     }
-    if (!session.stuck().empty() && !discard)
-        throw Failure{kNoRepository, "what an unfinished edit left cannot be brought back: " +
-                                         tablesOf(session.stuck()) + advised(session.reason()) +
-                                         "; to go on with the tables as they are: korodbc recover --discard"};
+    if (!session.stuck().empty() && !discard) {
+        // only a copy that will not come back at a better time is worth putting aside
+        const std::string reason = session.reason().empty() ? "the copy does not fit the table" : session.reason();
+        const Trouble trouble = troubleOf(reason);
+        const bool forGood =
+            trouble == Trouble::Unknown || trouble == Trouble::Layout || trouble == Trouble::Damaged;
+        throw Failure{
+            kFailed,
+            "what an unfinished edit left cannot be brought back: " + tablesOf(session.stuck()) +
+                (forGood ? ": " + reason + "; to go on with the tables as they are: korodbc recover --discard"
+                         : advised(reason))};
+    }
     for (const LeftBehind& copy : session.stuck()) {
         const CurrentDatabase current(copy.source);
         KorString aside;

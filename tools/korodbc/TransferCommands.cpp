@@ -323,6 +323,7 @@ Moved importDetail(const ImportOptions& options)
         dsn == KorDSNDefinitions::kAddin ? KorDSNDefinitions::kFirstAddin : KorDSNDefinitions::kBase;
     refuseSameFile(options.file, target);
     const AttachedFile attached(dsn, options.file);
+    noteOpenEdits({dsn, index, options.file, {}, options.file, true});
     NamedDetail detail;
     MappedStyles styles;
     {

@@ -12,6 +12,8 @@ public:
     {
         addRepositoryCommands();
         addLookupCommands();
+        addUnitCommands(*this);
+        addGratingCommands(*this);
         addDetailCommands();
         addEditCommands();
         addMaintenance();
@@ -82,7 +84,7 @@ private:
         addSource(find, source);
         addFormats(find);
         CLI::App* section = command("section", "Print a section: class, behaviour, material, calculation values",
-                                    "korodbc section HEA200\n  korodbc section L@L100x10",
+                                    "korodbc section HEA200\n  korodbc section HEA@HEA200",
                                     [this] { runSection(m_global, m_name, format()); });
         section->add_option("NAME", m_name, "Name of the section, or CLASS@NAME; in any case of letters")
             ->required()
@@ -254,7 +256,7 @@ private:
         CLI::App* edit = command(
             "edit", "Change one value under a copy of its table, then close the edit",
             "korodbc edit DetailStyle 1 TitleFormat \"%PartMark%\" --depth 1 --cancel\n"
-            "  korodbc edit DetObjQualifierSet 1 QualifierName Bolt --item 2",
+            "  korodbc edit DetObjQualifierSet 1 ModelRole Column --item 2",
             [this] { editValue(); }, Start::Write);
         edit->add_option("TABLE", m_edit.table, "Detail table")->required()->type_name("");
         edit->add_option("KEY", m_edit.key, "Key of the row")->required()->type_name("");
@@ -267,10 +269,11 @@ private:
             ->capture_default_str();
         edit->add_option("--item", m_edit.item,
                          "Number of an item of the row, from 1: COLUMN is one of the table that holds its items")
-            ->type_name("N");
+            ->type_name("N")
+            ->check(CLI::PositiveNumber);
         edit->add_flag("--force", m_edit.force,
-                       "Also a name that another row has, a look-up value that does not exist, an item that the\n"
-                       "row does not have");
+                       "Also a name that another row has, a look-up value that does not exist, a numbered\n"
+                       "column behind the items of the row");
         edit->add_flag("--ok", m_ok, "Keep the edit, drop the copy (default)")->group("Closing, one of");
         edit->add_flag("--cancel", m_cancel, "Bring the table back from the copy")->group("Closing, one of");
         edit->add_flag("--update", m_update, "Keep the edit as Apply does, renew the copy, then close")

@@ -104,12 +104,12 @@ const RecordDescription& descriptionOf<StructBarGrating>()
                            "BarGrating",
                            inConfiguration,
                            key<&R::key>("Key"),
-                           column<&R::seriesName>("SeriesName"),
+                           lookup<&R::seriesName, StructBarGratingSeries>("SeriesName"),
                            lookup<&R::bearingBarSpacing, StructBearingBarSpacing>("BearingBarSpacing"),
                            lookup<&R::crossBarSpacing, StructCrossBarSpacing>("CrossBarSpacing"),
-                           column<&R::bearingBarThicknessName>("BearingBarThicknessName"),
-                           column<&R::bearingBarWidthName>("BearingBarWidthName"),
-                           column<&R::crossBarName>("CrossBarName"),
+                           lookup<&R::bearingBarThicknessName, StructBearingBarThickness>("BearingBarThicknessName"),
+                           lookup<&R::bearingBarWidthName, StructBearingBarWidth>("BearingBarWidthName"),
+                           lookup<&R::crossBarName, StructCrossBar>("CrossBarName"),
                            owner<&R::ownerText>("OwnerText"));
     });
 }

@@ -1,0 +1,251 @@
+#include "../src/foundation/TableCatalogue.h"
+#include "CatalogueFixture.h"
+#include "catalogues/KorODBCMapping.h"
+#include "records/Registry.h"
+#include "repository/KorDefaults.h"
+#include "support/DetailRecords.h"
+
+#include <algorithm>
+#include <map>
+#include <numbers>
+#include <sstream>
+
+namespace {
+
+using Mapping = KorODBCMapping;
+using Names = KorArray<KorString>;
+
+class UnitsTest : public CatalogueTest {
+protected:
+    /// Takes the readers of a table through all its rows, through what it does not have, and through its absence.
+    template <class T>
+    static void expectReads(unsigned tableId, int (&byKey)(T&), int (&byName)(T&), int (*list)(Names&))
+    {
+        const RecordDescription& type = descriptionOf<T>();
+        SCOPED_TRACE(type.table);
+        EXPECT_EQ(korodbc::tableNameOfId(tableId).toUtf8(), type.table);
+        sql(homeOf(type),
+            {"UPDATE " + std::string(type.table) + " SET SortOrder = -rowid",
+             "UPDATE " + std::string(type.table) + " SET RunName = 'it''s ' || rowid WHERE rowid < 3"});
+        const Texts stored = rowsOf(type), keys = valuesOf(type, type.key);
+        Texts names = valuesOf(type, type.runName);
+        ASSERT_GE(stored.size(), 4u);
+        T record;
+        for (std::size_t i = 0; i < stored.size(); ++i) {
+            record = T();
+            record.key = std::stoi(keys[i]);
+            EXPECT_EQ(byKey(record), 1);
+            EXPECT_TRUE(isRow(type, &record, stored[i]));
+            record = T();
+            record.runName = details::text(names[i]);
+            EXPECT_EQ(byName(record), 1) << names[i];
+            EXPECT_TRUE(isRow(type, &record, stored[i]));
+        }
+        std::reverse(names.begin(), names.end()); // now in sort order
+        Names listed = korTexts({"before"});
+        EXPECT_EQ(list(listed), 1);
+        EXPECT_EQ(utf8(listed), names);
+
+        T unknown;
+        unknown.key = 4711;
+        unknown.runName = L"it's 1' OR 1=1 --";
+        const std::string before = textOf(type, &unknown);
+        EXPECT_EQ(byKey(unknown), 0);
+        EXPECT_EQ(byName(unknown), 0);
+        const MissingTable missing(type);
+        const std::string last = textOf(type, &record);
+        EXPECT_EQ(byKey(record), 0);
+        EXPECT_EQ(byName(record), 0);
+        EXPECT_NE(list(listed), 1);
+        EXPECT_EQ(textOf(type, &unknown), before);
+        EXPECT_EQ(textOf(type, &record), last);
+        EXPECT_EQ(utf8(listed), names);
+    }
+};
+
+TEST_F(UnitsTest, EveryKindIsReadByKeyByNameAndAsAList)
+{
+#define READS(Kind)                                                                                               \
+    Mapping::getUnitOf##Kind##ByKey, Mapping::getUnitOf##Kind##ByName, Mapping::getUnitOf##Kind##List
+    expectReads(139, READS(Distance));
+    expectReads(145, READS(Angle));
+    expectReads(143, READS(Weight));
+    expectReads(140, READS(Area));
+    expectReads(148, READS(Stress));
+    expectReads(249, READS(Force));
+    expectReads(262, READS(WeightPerDistance));
+    expectReads(264, READS(AreaPerDistance));
+    expectReads(251, READS(Moment));
+    expectReads(150, READS(SectionModulus));
+    expectReads(152, READS(MomentOfInertia));
+    expectReads(324, READS(Volume));
+    expectReads(326, READS(Density));
+#undef READS
+    const auto typesOfAll = [](Names& names) {
+        return RecordMarshal<StructUnitsType>::getOrderedRunNameList(names);
+    };
+    expectReads<StructUnitsType>(147, Mapping::getUnitTypeByKey, Mapping::getUnitTypeByName, typesOfAll);
+}
+
+/// Each figure from the definitions of the units, none left out.
+TEST_F(UnitsTest, FactorsAreThoseOfTheDefinitions)
+{
+    constexpr double in = 0.0254, ft = 12 * in, yd = 3 * ft, lb = 0.45359237, g = 9.80665, lbf = lb * g;
+    constexpr double pi = std::numbers::pi;
+    const struct {
+        const char* symbols;
+        std::vector<double> figures;
+    } definitions[] = {
+        {"um;mm;cm;m;km;mil;in;ft;yd", {1e-6, 1e-3, 1e-2, 1, 1e3, in / 1e3, in, ft, yd}},
+        {"°;rad;gon;';\"", {pi / 180, 1, pi / 200, pi / 180 / 60, pi / 180 / 3600}},
+        {"g;kg;t;oz;lb;ton", {1e-3, 1, 1e3, lb / 16, lb, 2000 * lb}},
+        {"mm2;cm2;m2;in2;ft2;yd2", {1e-6, 1e-4, 1, in * in, ft * ft, yd * yd}},
+        {"Pa;kPa;N/mm2;MPa;kN/cm2;GPa;kgf/cm2;psi;ksi;psf",
+         {1, 1e3, 1e6, 1e6, 1e7, 1e9, g * 1e4, lbf / in / in, 1e3 * lbf / in / in, lbf / ft / ft}},
+        {"N;kN;MN;kgf;tf;lbf;kip", {1, 1e3, 1e6, g, 1e3 * g, lbf, 1e3 * lbf}},
+        {"kg/m;kg/mm;t/m;lb/ft;lb/in", {1, 1e3, 1e3, lb / ft, lb / in}},
+        {"m2/m;cm2/m;mm2/mm;ft2/ft;in2/ft;in2/in", {1, 1e-4, 1e-3, ft, in / 12, in}},
+        {"Nmm;Nm;kNcm;kNm;kgf m;lbf in;lbf ft;kip in;kip ft",
+         {1e-3, 1, 10, 1e3, g, lbf * in, lbf * ft, 1e3 * lbf * in, 1e3 * lbf * ft}},
+        {"mm3;cm3;m3;in3;ft3", {1e-9, 1e-6, 1, in * in * in, ft * ft * ft}},
+        {"mm4;cm4;m4;in4;ft4", {1e-12, 1e-8, 1, in * in * in * in, ft * ft * ft * ft}},
+        {"mm3;cm3;L;m3;in3;gal;ft3;yd3",
+         {1e-9, 1e-6, 1e-3, 1, in * in * in, 231 * in * in * in, ft * ft * ft, yd * yd * yd}},
+        {"kg/m3;kg/dm3;g/cm3;t/m3;lb/ft3;lb/in3", {1, 1e3, 1e3, 1e3, lb / ft / ft / ft, lb / in / in / in}},
+    };
+    ASSERT_EQ(std::size(definitions), unitKinds.size()); // in the order of the kinds
+    for (std::size_t i = 0; i < unitKinds.size(); ++i) {
+        const UnitKindDescription& kind = unitKinds[i];
+        const RecordDescription& type = *records::ofTable(kind.table);
+        SCOPED_TRACE(kind.table);
+        std::map<std::string, double> known;
+        std::istringstream symbols(definitions[i].symbols);
+        for (std::string symbol; std::getline(symbols, symbol, ';');)
+            known.emplace(symbol, definitions[i].figures.at(known.size()));
+        std::map<std::string, double> stored;
+        const Texts names = valuesOf(type, 2), factors = valuesOf(type, 3), precisions = valuesOf(type, 4);
+        for (std::size_t row = 0; row < names.size(); ++row) {
+            stored[names[row]] = std::stod(factors[row]);
+            EXPECT_DOUBLE_EQ(stored[names[row]], known[names[row]]) << names[row];
+            StructUnits precision;
+            precision.key = std::stoi(precisions[row]);
+            EXPECT_EQ(Mapping::getUnitPrecisionByKey(precision), 1) << names[row];
+        }
+        EXPECT_EQ(stored.size(), definitions[i].figures.size());
+        EXPECT_EQ(stored[std::string(kind.baseUnit)], 1);
+    }
+}
+
+TEST_F(UnitsTest, TypesServeTheirKindAndPrecisionsTheirType)
+{
+    const auto typesOf = [](UnitKind kind) {
+        return [=](Names& names) { return Mapping::getUnitTypeList(static_cast<long>(kind), names); };
+    };
+    const auto precisionsOf = [](long type) {
+        return [=](Names& names) { return Mapping::getUnitPrecisionList(type, names); };
+    };
+    sql(KorDSNDefinitions::kUnits, {"DELETE FROM Units WHERE UnitType > 3",
+                                    "INSERT INTO Units VALUES (901, '1/16', 4, 16, 2, ''), "
+                                    "(902, 'it''s 1', 4, 1, 1, '')",
+                                    "INSERT INTO UnitsType VALUES (99, 'Litres', 11, -1, '')"});
+    const struct {
+        std::function<int(Names&)> read;
+        Texts expected; // none: fails, and leaves the list
+    } cases[] = {
+        {typesOf(UnitKind::Distance),
+         {"Decimal", "Scientific", "Fractional", "Feet and fractional inches", "Feet and decimal inches"}},
+        {typesOf(UnitKind::Angle), {"Decimal", "Scientific", "Degrees, minutes, seconds"}},
+        {Mapping::getUnitTypeAreaList, {"Decimal", "Scientific"}},
+        {Mapping::getUnitTypeSectionModulusList, {"Decimal", "Scientific"}},
+        {Mapping::getUnitTypeMomentInertiaList, {"Decimal", "Scientific"}},
+        {Mapping::getUnitTypeVolumeList, {"Litres", "Decimal", "Scientific"}},
+        {Mapping::getUnitTypeDensityList, {"Decimal", "Scientific"}},
+        {precisionsOf(3), {"1", "1/2", "1/4", "1/8", "1/16", "1/32", "1/64"}},
+        {precisionsOf(4), {"it's 1", "1/16"}},
+        {precisionsOf(5), {}},
+        {precisionsOf(4711), {}},
+    };
+    for (const auto& [read, expected] : cases) {
+        Names names = korTexts({"old"});
+        EXPECT_EQ(read(names), expected.empty() ? 0 : 1);
+        EXPECT_EQ(utf8(names), expected.empty() ? Texts{"old"} : expected);
+    }
+    const auto keyOf = [](const wchar_t* name, int type) {
+        StructUnits precision;
+        precision.key = 7;
+        precision.runName = name;
+        precision.unitType = type;
+        return std::pair(Mapping::getUnitPrecisionByNameAndType(precision), precision.key);
+    };
+    EXPECT_EQ(keyOf(L"1/16", 4), std::pair(1, 901));
+    EXPECT_EQ(keyOf(L"it's 1", 4), std::pair(1, 902));
+    EXPECT_EQ(keyOf(L"1/16", 3).first, 1);
+    EXPECT_NE(keyOf(L"1/16", 3).second, 901);
+    EXPECT_EQ(keyOf(L"1/16", 1), std::pair(0, 7));
+}
+
+TEST_F(UnitsTest, ARequestedSourceGivesItsOwnUnits)
+{
+    sql(addin, {"CREATE TABLE UnitsOfDistance ([Key] INTEGER PRIMARY KEY, RunName TEXT, Symbol TEXT, Factor REAL, "
+                "Precision INTEGER, UnitSystem INTEGER, SortOrder INTEGER, OwnerText TEXT)",
+                "INSERT INTO UnitsOfDistance VALUES (1, 'Cubit', 'cu', 0.4572, 1, 0, 1, '')"});
+    StructUnitsOfDistance unit;
+    unit.key = 1;
+    EXPECT_EQ(Mapping::getUnitOfDistanceByKey(unit), 1);
+    EXPECT_EQ(unit.symbol, L"mm");
+    const KorDSNRequest request(addin, KorDSNDefinitions::kFirstAddin);
+    EXPECT_EQ(Mapping::getUnitOfDistanceByKey(unit), 1);
+    EXPECT_EQ(unit.symbol, L"cu");
+    StructUnitsOfArea area;
+    area.key = 1;
+    EXPECT_EQ(Mapping::getUnitOfAreaByKey(area), 0); // that source has no such table
+}
+
+/// Every distribution of a name over the three sources, with the default missing, 0 and 1.
+TEST_F(UnitsTest, ExternalNamesComeFromTheFirstSourceThatHasThem)
+{
+    const std::pair<eDSN, std::string> sources[] = {
+        {KorDSNDefinitions::kProject, "project"}, {addin, "add-in"}, {configuration, "configuration"}};
+    for (int where = 0; where < 8; ++where)
+        for (int i = 0; i < 3; ++i)
+            if ((where >> i & 1) != 0)
+                sql(sources[i].first,
+                    {"INSERT INTO MapInternToExtern VALUES (" + std::to_string(100 + where) + ", 'it''s " +
+                     std::to_string(where) + "', '" + sources[i].second + "', '')"});
+    const auto expect = [&](int where, std::initializer_list<int> order, int result, const std::string& found) {
+        const auto has = [&](int i) { return (where >> i & 1) != 0; };
+        const auto* first = std::find_if(order.begin(), order.end(), has);
+        EXPECT_EQ(result, first == order.end() ? 0 : 1) << where;
+        EXPECT_EQ(found, first == order.end() ? "before" : sources[*first].second) << where;
+    };
+    for (const int drawingFirst : {-1, 0, 1}) { // -1: no such default
+        SCOPED_TRACE(drawingFirst);
+        if (drawingFirst < 0)
+            sql(configuration, {"DELETE FROM Default_INT WHERE [Key] = 'MapExternalNameInProjectDB'"});
+        else
+            ASSERT_EQ(kor_odbc_setDefault(L"MapExternalNameInProjectDB", drawingFirst), 1);
+        for (int where = 0; where < 8; ++where) {
+            StructMapInternToExtern record;
+            record.externalName = L"before";
+            int result = Mapping::getMapInternToExtern(KorString::format(L"it's %d", where), record);
+            if (drawingFirst == 1)
+                expect(where, {0, 1, 2}, result, record.externalName.toUtf8());
+            else
+                expect(where, {1, 2}, result, record.externalName.toUtf8());
+            record.externalName = L"before";
+            result = Mapping::getMapInternToExtern(KorOdbcKey(100 + where), record);
+            expect(where, {0, 2}, result, record.externalName.toUtf8());
+        }
+    }
+    EXPECT_FALSE(KorDSNManager::getInstance().isRequested());
+    sql(KorDSNDefinitions::kProject, {"DROP TABLE MapInternToExtern"});
+    StructMapInternToExtern record;
+    EXPECT_EQ(Mapping::getMapInternToExtern(KorString(L"it's 7"), record), 1);
+    EXPECT_EQ(record.externalName, L"add-in");
+    EXPECT_EQ(Mapping::getMapInternToExtern(KorOdbcKey(107), record), 1);
+    EXPECT_EQ(record.externalName, L"configuration");
+    EXPECT_EQ(Mapping::getMapInternToExtern(KorString(L"HEA@HEA200"), record), 1);
+    EXPECT_EQ(record.externalName, L"HE200A");
+}
+
+} // namespace
