@@ -14,6 +14,7 @@ int runMemoryChild(int argc, char** argv);
 void registerStartBenchmarks();
 void startFigures();
 void registerLookUpBenchmarks();
+void registerMappingBenchmarks();
 void registerReadBenchmarks();
 void registerCompactBenchmarks();
 void compactFigures();
@@ -46,6 +47,7 @@ int main(int argc, char** argv)
     registerMemoryBenchmarks(argv[0]);
     registerStartBenchmarks();
     registerLookUpBenchmarks();
+    registerMappingBenchmarks();
     registerReadBenchmarks();
     registerCompactBenchmarks();
     registerSharingBenchmarks();

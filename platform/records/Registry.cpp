@@ -48,6 +48,9 @@ std::span<const DescriptionFunction> all()
                  detailOptionRecords(),
                  unitRecords(),
                  nameMapRecords(),
+                 conversionRecords(),
+                 formatRecords(),
+                 profileFamilyRecords(),
              })
             types.insert(types.end(), family.begin(), family.end());
         return types;

@@ -47,6 +47,9 @@ std::span<const DescriptionFunction> detailSettingRecords();
 std::span<const DescriptionFunction> detailOptionRecords();
 std::span<const DescriptionFunction> unitRecords();
 std::span<const DescriptionFunction> nameMapRecords();
+std::span<const DescriptionFunction> conversionRecords();
+std::span<const DescriptionFunction> formatRecords();
+std::span<const DescriptionFunction> profileFamilyRecords();
 
 /// Every record type.
 std::span<const DescriptionFunction> all();

@@ -1,10 +1,24 @@
 #pragma once
 
+#include "roots/KorArray.h"
 #include "roots/KorString.h"
 
 #include <memory>
+#include <string>
 
-/// A regular expression. Its running time grows linearly with the text, whatever the pattern.
+/// A text that many expressions are to be matched against; it is made ready for that once.
+class KorRegExText {
+public:
+    explicit KorRegExText(const KorString& text) : m_utf8(text.toUtf8()) {}
+    const std::string& utf8() const { return m_utf8; }
+
+private:
+    std::string m_utf8;
+};
+
+/// A regular expression. Its running time grows linearly with the text, whatever the pattern, and its memory is
+/// limited: a pattern that needs more does not compile. There are groups, alternatives, classes, counted and lazy
+/// repetition and "(?i)"; no references back to a group and no looking around.
 class KorRegExWrapper {
 public:
     KorRegExWrapper();
@@ -16,10 +30,22 @@ public:
 
     /// Compiles a pattern. A faulty one gives false and leaves an expression that matches nothing.
     bool setPattern(const KorString& pattern, bool caseSensitive = true);
+    /// The same, told by capital and small letters.
+    bool setRegularExpression(const KorString& expression) { return setPattern(expression); }
     bool isValid() const;
+    /// Why the pattern does not compile, in one line; empty when it does.
+    KorString error() const;
 
     /// Whether the whole text matches.
-    bool match(const KorString& text) const;
+    bool match(const KorString& text) const { return match(KorRegExText(text)); }
+    bool match(const KorRegExText& text) const;
+    /// The same; `groups` becomes the texts of the groups, 0 being the whole match, and stays as it was without
+    /// one. A group that took no part is empty.
+    bool match(const KorString& text, KorArray<KorString>& groups) const
+    {
+        return match(KorRegExText(text), groups);
+    }
+    bool match(const KorRegExText& text, KorArray<KorString>& groups) const;
     /// Whether a part of the text matches.
     bool search(const KorString& text) const;
     /// Finds the first match that starts at or after `from`. `position` and `length` count characters and

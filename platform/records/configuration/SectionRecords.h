@@ -23,6 +23,9 @@ struct StructProfileClassMarshal : RecordMarshal<StructProfileClass> {
     /// The class whose sections are in this table.
     static int getStructByTableName(const KorString& tableName, StructProfileClass& record);
 };
+// Their names after the table.
+using StructProfileMasterTable = StructProfileClass;
+using StructProfileMasterTableMarshal = StructProfileClassMarshal;
 
 /// A section. The tables that hold sections are named by their classes; they all have these columns.
 struct StructSection {
