@@ -22,7 +22,8 @@ std::span<const DescriptionFunction> all()
                  defaultRecords(),
                  toolbarRecords(),
                  autoConnectionRecords(),
-                 reportRecords(),
+                 projectRecords(),
+                 nameMapRecords(),
                  exchangeRecords(),
                  boltRecords(),
                  materialRecords(),
@@ -70,6 +71,12 @@ const RecordDescription* ofTable(std::string_view table)
 bool isDetailTable(const RecordDescription& type)
 {
     return type.homes.contains(KorDSNDefinitions::kDetails) && type.homes.contains(KorDSNDefinitions::kAddin);
+}
+
+bool isProjectTable(const RecordDescription& type)
+{
+    return type.homes.contains(KorDSNDefinitions::kProject) &&
+           type.homes.contains(KorDSNDefinitions::kProjectAdvance);
 }
 
 } // namespace records

@@ -45,3 +45,5 @@ protected:
 
 void addUnitCommands(CommandLine& line);
 void addGratingCommands(CommandLine& line);
+/// Report templates, reports, model selections and what belongs to them.
+void addProjectCommands(CommandLine& line);
