@@ -29,7 +29,7 @@ struct Place {
     eDSN dsn;
     eIndex index;
 };
-inline constexpr Place places[] = {{configuration, base}, {advanced, base}, {drawing, base}, {user, first}};
+inline constexpr Place places[] = {{user, first}, {configuration, base}, {advanced, base}, {drawing, base}};
 
 template <class Record>
 Record keyed(int key)

@@ -51,14 +51,15 @@ protected:
 
 TEST_F(ProjectRecordsTest, EveryFieldOfEveryRecordIsStoredInItsDatabaseAlone)
 {
+    // no row may be referred to before it is there: its key would not be given out
     for (const Place& place : places)
-        expectAllStored<std::pair<Category, StructProjReportCategoryMarshal>,
-                        std::pair<Type, StructProjReportTypeMarshal>,
-                        std::pair<Template, StructProjTemplateMarshal>, std::pair<Report, StructProjReportMarshal>,
-                        std::pair<Selection, StructProjModelSelectionMarshal>,
-                        std::pair<Application, StructProjModelSelectionApplicationMarshal>,
-                        std::pair<Extract, StructProjModelExtractMarshal>,
-                        std::pair<UpdateInfo, StructProjModelExtractUpdateInfoMarshal>>(place);
+        expectAllStored<
+            std::pair<Category, StructProjReportCategoryMarshal>, std::pair<Type, StructProjReportTypeMarshal>,
+            std::pair<Template, StructProjTemplateMarshal>, std::pair<Selection, StructProjModelSelectionMarshal>,
+            std::pair<Application, StructProjModelSelectionApplicationMarshal>,
+
+            std::pair<UpdateInfo, StructProjModelExtractUpdateInfoMarshal>,
+            std::pair<Extract, StructProjModelExtractMarshal>, std::pair<Report, StructProjReportMarshal>>(place);
 }
 
 TEST_F(ProjectRecordsTest, WhatIsNotStoredRaisesAnAssertionAndIsSavedAllTheSame)
@@ -98,7 +99,9 @@ TEST_F(ProjectRecordsTest, WhatIsNotStoredRaisesAnAssertionAndIsSavedAllTheSame)
     EXPECT_EQ(assertions.take(), Texts({source + "TemplateFound == 1",
                                         source + "pio_StructProjReport.m_ModelExtractKey == -1 || retval == 1"}));
     EXPECT_EQ(report.key, 1);
-    report.templateKey = put({drawing, base}, madeFrom(1, -1));
+    Template made = madeFrom(1, -1);
+    EXPECT_EQ(Intern::save(made, base, drawing), 1);
+    report.templateKey = made.key;
     report.modelExtract = -1;
     EXPECT_EQ(Intern::save(report, base, drawing), 1);
     EXPECT_EQ(assertions.take(), Texts{});
@@ -140,6 +143,11 @@ TEST_F(ProjectRecordsTest, ShippedRecordsAreReadBehindTheUsersAndTakenOverWhenSa
     EXPECT_EQ(type.runName, L"own");
     EXPECT_EQ(type.dataSource, user);
     EXPECT_EQ(assertions.take(), Texts{});
+
+    // no new record hides a shipped one
+    type = Type();
+    EXPECT_EQ(KorODBCProjectUser::save(type), 1);
+    EXPECT_EQ(type.key, 7);
 
     sql(user, {"DROP TABLE ReportTypes"});
     ASSERT_EQ(KorODBCProjectUser::getReportType(6, type), 1);

@@ -202,17 +202,28 @@ void eachRecord(const ProjectKind& kind, const ProjectDatabase& database,
             act(shipped.at(i));
 }
 
-bool findRecord(const ProjectKind& kind, const std::string& keyOrName, void* record)
+bool findRecord(const ProjectKind& kind, const ProjectDatabase& database, const std::string& keyOrName,
+                void* record)
 {
     const std::optional<int> key = keyIn(keyOrName);
-    return (key && kind.read(*key, record) == 1) || kind.readByName(KorString::fromUtf8(keyOrName), record) == 1;
+    const KorString name = KorString::fromUtf8(keyOrName);
+    if ((key && kind.read(*key, record) == 1) || kind.readByName(name, record) == 1)
+        return true;
+    bool found = false;
+    eachRecord(kind, database, [&](const void* candidate) {
+        if (!found && runName(kind, candidate).compareNoCase(name) == 0) {
+            kind.type().operations->assign(record, candidate);
+            found = true;
+        }
+    });
+    return found;
 }
 
 void requireRecord(const ProjectKind& kind, const ProjectDatabase& database, const std::string& keyOrName,
                    void* record)
 {
     const std::vector<std::string> known = names(kind, database); // fails when the table cannot be read
-    if (!findRecord(kind, keyOrName, record))
+    if (!findRecord(kind, database, keyOrName, record))
         throw Failure{kNotFound, "there is no " + std::string(kind.noun) + " " + quote(keyOrName) + " in " +
                                      database.text + nearest(keyOrName, known) +
                                      (*kind.command == '\0'
@@ -271,7 +282,7 @@ ProjectStored storeRecord(const ProjectKind& kind, const ProjectDatabase& databa
     if (kind.xmlColumn() != nullptr)
         requireWritable(kind.xmlColumn()->target(), database);
     const AnyRecord record(kind.type());
-    const bool isNew = !findRecord(kind, change.which, record.get());
+    const bool isNew = !findRecord(kind, database, change.which, record.get());
     if (isNew && keyIn(change.which))
         requireRecord(kind, database, change.which, record.get());
     if (isNew || !change.newName.empty())

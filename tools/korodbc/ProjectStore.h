@@ -15,8 +15,9 @@
 /// Shows every record, in table order.
 void eachRecord(const ProjectKind& kind, const ProjectDatabase& database,
                 const std::function<void(const void* record)>& act);
-/// Reads a record by its key or name; false when there is none.
-bool findRecord(const ProjectKind& kind, const std::string& keyOrName, void* record);
+/// Reads a record by its key or name, if need be without regard to case; false when there is none.
+bool findRecord(const ProjectKind& kind, const ProjectDatabase& database, const std::string& keyOrName,
+                void* record);
 /// The same; throws, with the nearest names, when there is none.
 void requireRecord(const ProjectKind& kind, const ProjectDatabase& database, const std::string& keyOrName,
                    void* record);
