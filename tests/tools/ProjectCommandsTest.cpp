@@ -134,7 +134,7 @@ TEST_F(ProjectCommands, BadInputIsRefusedInOneLineAndChangesNothing)
 
     const std::pair<std::string, std::string> documents[] = {
         {"", "line 1: there is no element"},
-        {"<a>\n<b></a>", "line 2: \"</a>\" closes the element \"b\""},
+        {"<a>\n<b></a>", "line 2: \"</a>\" stands where \"b\" is to end"},
         {"<a>", "the element \"a\" is not closed"},
         {"<a/>\n<b/>", "line 2: the element \"b\" stands behind"},
         {"<a/>text", "text outside"},
@@ -155,17 +155,20 @@ TEST_F(ProjectCommands, BadInputIsRefusedInOneLineAndChangesNothing)
         xml(text);
         expectRefused(save, 2, "in.xml is no XML document: .*" + error);
     }
-    sql(m_folder / "work/project.db", "UPDATE ReportTemplates SET XMLData = -1 WHERE [Key] = 3;"
-                                      "UPDATE ModelSelections SET XMLData = 77 WHERE [Key] = 2;"
-                                      "DROP TABLE Reports");
+    const fs::path drawing = m_folder / "work/project.db";
+    sql(drawing, "UPDATE ReportTemplates SET XMLData = -1 WHERE [Key] = 3;"
+                 "UPDATE ModelSelections SET XMLData = 77 WHERE [Key] = 2");
     xml("<a/>");
-    expectRefused("templates show 3 --xml-out x", 1, "table Reports cannot be read|has no XML document");
+    expectRefused("templates show 3 --xml-out x", 4, "has no XML document");
+    expectRefused("templates delete 3", 1, "deleted only with one; give it one first: korodbc templates save");
     expectRefused("selections show 2", 1,
                   "the XML document 77 of selection \"Stairs and railings\" cannot be read");
-    expectRefused("reports", 1, "table Reports cannot be read");
-    expectRefused("reports save R --template 1", 1, "nothing was written to the drawing's project data");
-    sql(m_folder / "work/project.db",
-        "CREATE TRIGGER t BEFORE INSERT ON XMLData BEGIN SELECT RAISE(ABORT, 'no'); END");
+    sql(drawing, "DROP TABLE Reports; ALTER TABLE XMLData DROP COLUMN XMLText");
+    expectRefused("reports", 1, "table Reports cannot be read: there is no table Reports");
+    expectRefused("templates delete 3", 1, "table Reports cannot be read");
+    expectRefused("reports save R --template 1", 1,
+                  "nothing was written to the drawing's project data: there is no");
+    expectRefused(save, 1, "nothing was written to the drawing's project data: [^\\n]*XMLText");
     makeReadOnly(m_folder / "work/projectadvance.db");
     expectRefused(save + " --database advanced", 1, "nothing was written to the advanced project data");
 }

@@ -96,17 +96,20 @@ void writeFile(const std::string& file, const std::string& text)
         return;
     }
     // beside the old file first, which stays when there is no room for the new one
-    const std::string fresh = file + ".new";
+    std::error_code status;
+    const bool isOrdinary = !fs::exists(file, status) || fs::is_regular_file(fs::symlink_status(file, status));
+    const std::string fresh = isOrdinary ? file + ".new" : file;
     std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
     out.write(text.data(), static_cast<std::streamsize>(text.size()));
     out.close();
     std::error_code code;
-    if (out)
+    if (out && isOrdinary)
         fs::rename(fresh, file, code);
     if (out && !code)
         return;
     std::error_code ignored;
-    fs::remove(fresh, ignored);
+    if (isOrdinary)
+        fs::remove(fresh, ignored);
     throw Failure{kFailed, "the file " + file + " cannot be written" + (code ? ": " + code.message() : "") +
                                "; look whether its folder exists and is yours to write"};
 }

@@ -10,9 +10,9 @@ namespace {
 /// True for the databases with detail or project tables.
 bool holdsReferences(const Source& source)
 {
-    constexpr DataSources holders{KorDSNDefinitions::kDetails, KorDSNDefinitions::kConfiguration,
+    constexpr DataSources holders{KorDSNDefinitions::kDetails,        KorDSNDefinitions::kConfiguration,
                                   KorDSNDefinitions::kProjectAdvance, KorDSNDefinitions::kProject,
-                                  KorDSNDefinitions::kAddin, KorDSNDefinitions::kCountryAddin};
+                                  KorDSNDefinitions::kAddin,          KorDSNDefinitions::kCountryAddin};
     return holders.contains(source.dsn);
 }
 
@@ -24,9 +24,9 @@ std::vector<Source> databases(const std::string& name)
         if (holdsReferences(source))
             sources.push_back(sourceNamed(source.name));
     if (sources.empty())
-        throw Failure{kUsage,
-                      "data source " + name + " holds no detail tables and no project tables; name Details, Addin, a country "
-                      "add-in, Project, ProjectAdvance or Configuration"};
+        throw Failure{kUsage, "data source " + name +
+                                  " holds no detail tables and no project tables; name Details, Addin, a country "
+                                  "add-in, Project, ProjectAdvance or Configuration"};
     return sources;
 }
 

@@ -53,6 +53,16 @@ std::size_t firstBadByte(std::string_view text)
     return std::string_view::npos;
 }
 
+/// A name for a message, of a length that people read.
+std::string shortened(std::string_view name)
+{
+    std::size_t length = std::min<std::size_t>(name.size(), 60);
+    while (length > 0 && length < name.size() && (static_cast<unsigned char>(name[length]) >> 6) == 2)
+        --length;
+    return std::string(name.substr(0, length)) + (length < name.size() ? "..." : "");
+}
+std::string named(std::string_view name) { return quote(shortened(name)); }
+
 class Document {
 public:
     explicit Document(std::string_view text) : m_text(text) {}
@@ -115,7 +125,7 @@ private:
             if (!(m_text[m_at] == '<' ? markup() : text()))
                 return false;
         if (!m_open.empty())
-            return problem("the element " + quote(std::string(m_open.back())) + " is not closed");
+            return problem("the element " + named(m_open.back()) + " is not closed");
         return m_hadRoot || problem("there is no element");
     }
 
@@ -160,11 +170,11 @@ private:
         m_at += 2;
         const std::string_view closed = name();
         if (m_open.empty() || m_open.back() != closed)
-            return problem("\"</" + std::string(closed) + ">\" closes " +
-                           (m_open.empty() ? "no element" : "the element " + quote(std::string(m_open.back()))));
+            return problem("\"</" + shortened(closed) + ">\" stands where " +
+                           (m_open.empty() ? "no element is open" : named(m_open.back()) + " is to end"));
         m_open.pop_back();
         skipBlanks();
-        return sees(">") ? (++m_at, true) : problem("\"</" + std::string(closed) + "\" has no \">\"");
+        return sees(">") ? (++m_at, true) : problem("\"</" + shortened(closed) + "\" has no \">\"");
     }
 
     bool opening()
@@ -174,8 +184,7 @@ private:
         if (element.empty())
             return problem("there is no name behind \"<\"; write \"&lt;\" for the sign itself");
         if (m_open.empty() && m_hadRoot)
-            return problem("the element " + quote(std::string(element)) +
-                           " stands behind the end of the document");
+            return problem("the element " + named(element) + " stands behind the end of the document");
         m_hadRoot = true;
         std::set<std::string_view> attributes;
         for (;;) {
@@ -191,7 +200,7 @@ private:
                 return true;
             }
             if (before == m_at || !attribute(attributes))
-                return problem("the element " + quote(std::string(element)) + " is not written properly");
+                return problem("the element " + named(element) + " is not written properly");
         }
     }
 
@@ -201,23 +210,23 @@ private:
         if (attribute.empty())
             return false;
         if (!known.insert(attribute).second)
-            return problem("the attribute " + quote(std::string(attribute)) + " is given twice");
+            return problem("the attribute " + named(attribute) + " is given twice");
         skipBlanks();
         if (!sees("="))
-            return problem("the attribute " + quote(std::string(attribute)) + " has no value");
+            return problem("the attribute " + named(attribute) + " has no value");
         ++m_at;
         skipBlanks();
         if (!sees("\"") && !sees("'"))
-            return problem("the value of the attribute " + quote(std::string(attribute)) + " is not in quotes");
+            return problem("the value of the attribute " + named(attribute) + " is not in quotes");
         const char mark = m_text[m_at++];
         for (; !atEnd() && m_text[m_at] != mark; ++m_at) {
             if (m_text[m_at] == '<')
-                return problem("the value of the attribute " + quote(std::string(attribute)) +
+                return problem("the value of the attribute " + named(attribute) +
                                " holds a \"<\"; write \"&lt;\"");
             if (m_text[m_at] == '&' && !reference())
                 return false;
         }
-        return atEnd() ? problem("the value of the attribute " + quote(std::string(attribute)) + " does not end")
+        return atEnd() ? problem("the value of the attribute " + named(attribute) + " does not end")
                        : (++m_at, true);
     }
 

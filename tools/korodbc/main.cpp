@@ -233,14 +233,15 @@ private:
             ->required()
             ->type_name("");
         addSource(restore, "Data source to bring it back into (default: Details)");
-        CLI::App* shared = command(
-            "shared", "Print what refers to a row of a detail or project table",
-            "korodbc shared DetObjQualifierSet 1\n  korodbc shared DetViewRequest \"Beam, front\" --csv\n"
-            "  korodbc shared XMLData 1 --source Project", [this] {
-                m_shared.source = sourceOr("Details");
-                m_shared.format = format();
-                runShared(m_global, m_shared);
-            });
+        CLI::App* shared =
+            command("shared", "Print what refers to a row of a detail or project table",
+                    "korodbc shared DetObjQualifierSet 1\n  korodbc shared DetViewRequest \"Beam, front\" --csv\n"
+                    "  korodbc shared XMLData 1 --source Project",
+                    [this] {
+                        m_shared.source = sourceOr("Details");
+                        m_shared.format = format();
+                        runShared(m_global, m_shared);
+                    });
         shared->add_option("TABLE", m_shared.table, "Detail or project table")->required()->type_name("");
         shared->add_option("ROW", m_shared.row, "Key or name of the row")->required()->type_name("");
         addSource(shared, "Data source (default: Details)");
