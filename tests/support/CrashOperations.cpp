@@ -181,7 +181,7 @@ void putDocument()
 {
     StructProjXMLData xml;
     xml.key = key;
-    for (int i = 0; i < 3000; ++i)
+    for (int i = 0; i < 500; ++i)
         xml.xmlText += KorString::format(L"<row number=\"%d\">it's</row>\n", i);
     CRASH_REQUIRE(User::putXMLData(xml) == 1);
 }

@@ -29,9 +29,11 @@ const KorString& runName(const ProjectKind& kind, const void* record)
 /// Reads all records of the requested database.
 AnyRecords& readAll(const ProjectKind& kind, AnyRecords& records)
 {
-    if (kind.readAll(records.get()) != 1)
-        throw Failure{kFailed, "table " + std::string(kind.type().table) + " cannot be read" + because()};
-    return records;
+    if (kind.readAll(records.get()) == 1)
+        return records;
+    KorDatabaseAccess::checkTable(KorDSNManager::getInstance().getCurrentDSN(), kind.type(),
+                                  false); // for the reason
+    throw Failure{kFailed, "table " + std::string(kind.type().table) + " cannot be read" + advised(lastError())};
 }
 
 std::vector<std::string> names(const ProjectKind& kind, const ProjectDatabase& database)
