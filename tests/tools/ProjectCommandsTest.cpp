@@ -163,6 +163,9 @@ TEST_F(ProjectCommands, BadInputIsRefusedInOneLineAndChangesNothing)
     expectRefused("templates delete 3", 1, "deleted only with one; give it one first: korodbc templates save");
     expectRefused("selections show 2", 1,
                   "the XML document 77 of selection \"Stairs and railings\" cannot be read");
+    const Outcome check = run("check --source Project");
+    EXPECT_TRUE(matches(check.out, "ModelSelections 2 \"Stairs and railings\" XMLData -> XMLData 77, which"));
+    EXPECT_TRUE(matches(check.err, "^korodbc: 1 reference leads nowhere; save project records"));
     sql(drawing, "DROP TABLE Reports; ALTER TABLE XMLData DROP COLUMN XMLText");
     expectRefused("reports", 1, "table Reports cannot be read: there is no table Reports");
     expectRefused("templates delete 3", 1, "table Reports cannot be read");

@@ -1,5 +1,6 @@
 #include "Commands.h"
 #include "Records.h"
+#include "records/Registry.h"
 #include "repository/RecordAccess.h"
 
 #include <cstdio>
@@ -120,7 +121,7 @@ void runCheck(const GlobalOptions& global, const std::string& sourceName, Format
                  {"Lead nowhere", true}},
                 {}};
     long dangling = 0;
-    bool inItems = false;
+    bool inItems = false, inDetails = false, inProjects = false;
     std::string summary;
     std::string misfits;
     for (const Source& source : databases(sourceName)) {
@@ -130,6 +131,8 @@ void runCheck(const GlobalOptions& global, const std::string& sourceName, Format
             throw Failure{kFailed, "the references of " + source.name + " cannot be read" + because()};
         dangling += references.length();
         for (const KorDetailReference& reference : references) {
+            const RecordDescription* type = records::ofTable(reference.table.toUtf8());
+            (type != nullptr && records::isProjectTable(*type) ? inProjects : inDetails) = true;
             inItems = inItems || !ownerOfItems(reference.table.toUtf8()).empty();
             sheet.rows.push_back({source.name, reference.table.toUtf8(), std::to_string(reference.key),
                                   reference.name.toUtf8(), itemText(reference), reference.column.toUtf8(),
@@ -159,7 +162,11 @@ void runCheck(const GlobalOptions& global, const std::string& sourceName, Format
     else
         std::printf("%s", summary.c_str());
     if (dangling > 0)
-        throw Failure{kFailed, counted(dangling, "reference") + (dangling == 1 ? " leads" : " lead") +
-                                   " nowhere; name rows that exist with: korodbc edit TABLE KEY COLUMN VALUE" +
-                                   (inItems ? ", for an item --item N" : "")};
+        throw Failure{kFailed,
+                      counted(dangling, "reference") + (dangling == 1 ? " leads" : " lead") + " nowhere" +
+                          (inDetails ? "; name rows that exist with: korodbc edit TABLE KEY COLUMN VALUE" : "") +
+                          (inItems ? ", for an item --item N" : "") +
+                          (inProjects ? "; save project records with rows that exist, see: korodbc "
+                                        "templates --help"
+                                      : "")};
 }
