@@ -24,18 +24,19 @@ int read(const KorString& runName, Record& record, eIndex index, eDSN dsn)
     return Marshal::getStructByRunName(runName, record);
 }
 
-/// Reads a record and the XML document that it names, which is kept where the record is.
+/// Reads a record and the XML document that it names, which is kept where the record is. What fails gives its
+/// result.
 template <class Marshal, class Which, class Record>
-int readWithXml(const Which& which, Record& record, int missing, eIndex index, eDSN dsn)
+int readWithXml(const Which& which, Record& record, eIndex index, eDSN dsn)
 {
     Record found;
     if (const int result = read<Marshal>(which, found, index, dsn); result != 1)
-        return missing;
+        return result;
     StructProjXMLData xml;
     xml.key = found.xmlData;
     const eIndex slot = found.dataSource == dsn ? index : KorDSNDefinitions::kBase;
     if (const int result = Intern::loadXMLDataByKey(xml, slot, found.dataSource); result != 1)
-        return missing == 0 ? result : missing;
+        return result;
     found.xmlText = xml.xmlText;
     record = found;
     return 1;
@@ -44,7 +45,7 @@ int readWithXml(const Which& which, Record& record, int missing, eIndex index, e
 template <class Which>
 int readTemplate(const Which& which, StructProjTemplate& record, int withXml, eIndex index, eDSN dsn)
 {
-    return withXml != 0 ? readWithXml<StructProjTemplateMarshal>(which, record, 0, index, dsn)
+    return withXml != 0 ? readWithXml<StructProjTemplateMarshal>(which, record, index, dsn)
                         : read<StructProjTemplateMarshal>(which, record, index, dsn);
 }
 
@@ -92,12 +93,12 @@ int Intern::getTemplate(const KorString& runName, StructProjTemplate& record, in
 }
 int Intern::getModelSelection(const long& key, StructProjModelSelection& selection, eIndex index, eDSN dsn)
 {
-    return readWithXml<StructProjModelSelectionMarshal>(key, selection, -1, index, dsn);
+    return readWithXml<StructProjModelSelectionMarshal>(key, selection, index, dsn) == 1 ? 1 : -1;
 }
 int Intern::getModelSelection(const KorString& runName, StructProjModelSelection& selection, eIndex index,
                               eDSN dsn)
 {
-    return readWithXml<StructProjModelSelectionMarshal>(runName, selection, -1, index, dsn);
+    return readWithXml<StructProjModelSelectionMarshal>(runName, selection, index, dsn) == 1 ? 1 : -1;
 }
 int Intern::getModelSelectionApplication(const long& key, StructProjModelSelectionApplication& application,
                                          eIndex index, eDSN dsn)
