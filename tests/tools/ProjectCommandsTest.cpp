@@ -55,6 +55,10 @@ TEST_F(ProjectCommands, DocumentsGoIntoAnyDatabaseAndOutUnharmed)
     while (text.size() < 1'000'000)
         text += "<p>it's &#x1F529; \xE6\xA2\x81 %s; DROP TABLE XMLData</p>";
     xml(text + "</a>");
+    write(m_folder / "linked.xml", "");
+    fs::create_symlink("linked.xml", m_folder / "link.xml");
+    EXPECT_EQ(run("templates show 1 --xml-out link.xml").code, 0);
+    EXPECT_TRUE(fs::is_symlink(m_folder / "link.xml") && contents(m_folder / "linked.xml").starts_with("<?xml"));
     for (const std::string database : {" --database drawing", " --database user", " --database advanced"}) {
         const std::string added = output("templates save 'It''s new' --type 'Bolt list' --xml in.xml" + database);
         EXPECT_TRUE(
