@@ -49,8 +49,9 @@ TEST_F(ProcessCommands, PrintWhatIsAskedFor)
         {"shared DetailProcessStep 1 --csv",
          "^Table,Key,Name,Column,Item,References,Shared\\nDetailProcessDefinition,1,All workshop "
          "drawings,Step1,1,,\\nDetailProcessDefinition,2,[^\\n]*\\nTotal,,,,,2,yes\\n$"},
-        {"check", "^Details: [0-9]{4} references, all lead somewhere\\n([A-Z][A-Za-z]+: [0-9]+ references, all lead "
-                  "somewhere\\n){4}CountryAddin Norway: 0 references, all lead somewhere\\n$"},
+        {"check",
+         "^Details: [0-9]{4} references, all lead somewhere\\n([A-Z][A-Za-z]+: [0-9]+ references, all lead "
+         "somewhere\\n){4}CountryAddin Norway: 0 references, all lead somewhere\\n$"},
         {"check --json", "^\\[\\n[^\\n]*\"Details\"[^\\n]*\"Lead nowhere\": 0},\\n([^\\n]*\\n){5}\\]\\n$"},
         {"processes --help", "Example:\\n  korodbc processes "},
         {"groups --help", "Example:\\n  korodbc groups "},
