@@ -23,7 +23,6 @@ std::span<const DescriptionFunction> all()
                  toolbarRecords(),
                  autoConnectionRecords(),
                  projectRecords(),
-                 nameMapRecords(),
                  exchangeRecords(),
                  boltRecords(),
                  materialRecords(),

@@ -22,7 +22,6 @@ std::span<const DescriptionFunction> defaultRecords();
 std::span<const DescriptionFunction> toolbarRecords();
 std::span<const DescriptionFunction> autoConnectionRecords();
 std::span<const DescriptionFunction> projectRecords();
-std::span<const DescriptionFunction> nameMapRecords();
 std::span<const DescriptionFunction> exchangeRecords();
 std::span<const DescriptionFunction> boltRecords();
 std::span<const DescriptionFunction> materialRecords();
