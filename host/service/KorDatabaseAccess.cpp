@@ -1,6 +1,7 @@
 #include "repository/KorDatabaseAccess.h"
 
 #include "records/RecordDescription.h"
+#include "records/Registry.h"
 #include "repository/DetailDatabase.h"
 #include "service/Service.h"
 #include "service/TableFit.h"
@@ -185,6 +186,17 @@ std::vector<int> mergeColumns(Table& table, long rows, KorPartialTable& merged)
     return places;
 }
 
+/// Has a project table of the user give out no key of a shipped record, which the new one would hide.
+void noteShippedKeys(eDSN dsn, Table& table)
+{
+    const RecordDescription* type = dsn == KorDSNDefinitions::kAddin ? records::ofTable(table.name()) : nullptr;
+    Table* shipped = type != nullptr && records::isProjectTable(*type)
+                         ? findTable(KorDSNDefinitions::kConfiguration, KorString::fromUtf8(table.name()))
+                         : nullptr;
+    if (shipped != nullptr)
+        table.keyTaken(shipped->freeKey() - 1);
+}
+
 /// A file that the caller names, as the working directory has it.
 std::string absolute(const KorString& file)
 {
@@ -324,6 +336,7 @@ int KorDatabaseAccess::appendNewLine(eDSN dsn, const KorString& name, KorCellDat
                 return false;
         } else {
             noteReferredKeys(*table);
+            noteShippedKeys(dsn, *table);
             const std::int64_t free = table->freeKey();
             if (free <= 0) {
                 database.setError("table " + shown(table->name()) + ": no key is free");

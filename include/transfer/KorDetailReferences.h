@@ -16,7 +16,7 @@ struct KorDetailReference {
     KorString targetText; // the key, of a table with texts for keys
 };
 
-/// The references between the tables of a detail database, as they are stored.
+/// The references between the tables of a detail database, or between project tables, as they are stored.
 class KorDetailReferences {
 public:
     /// The references that name a row which does not exist, appended to `references`; 0 when a table could not be

@@ -22,7 +22,7 @@ std::span<const DescriptionFunction> all()
                  defaultRecords(),
                  toolbarRecords(),
                  autoConnectionRecords(),
-                 reportRecords(),
+                 projectRecords(),
                  exchangeRecords(),
                  boltRecords(),
                  materialRecords(),
@@ -73,6 +73,12 @@ const RecordDescription* ofTable(std::string_view table)
 bool isDetailTable(const RecordDescription& type)
 {
     return type.homes.contains(KorDSNDefinitions::kDetails) && type.homes.contains(KorDSNDefinitions::kAddin);
+}
+
+bool isProjectTable(const RecordDescription& type)
+{
+    return type.homes.contains(KorDSNDefinitions::kProject) &&
+           type.homes.contains(KorDSNDefinitions::kProjectAdvance);
 }
 
 } // namespace records

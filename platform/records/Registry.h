@@ -21,7 +21,7 @@ std::span<const DescriptionFunction> authorRecords();
 std::span<const DescriptionFunction> defaultRecords();
 std::span<const DescriptionFunction> toolbarRecords();
 std::span<const DescriptionFunction> autoConnectionRecords();
-std::span<const DescriptionFunction> reportRecords();
+std::span<const DescriptionFunction> projectRecords();
 std::span<const DescriptionFunction> exchangeRecords();
 std::span<const DescriptionFunction> boltRecords();
 std::span<const DescriptionFunction> materialRecords();
@@ -57,5 +57,7 @@ std::span<const DescriptionFunction> all();
 const RecordDescription* ofTable(std::string_view table);
 /// True for the tables of a detail database, which every detail database and exported detail file has.
 bool isDetailTable(const RecordDescription& type);
+/// True for the tables behind reports and model selections.
+bool isProjectTable(const RecordDescription& type);
 
 } // namespace records

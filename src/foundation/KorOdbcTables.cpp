@@ -2,7 +2,7 @@
 
 #include "records/configuration/AutoConnectionRecords.h"
 #include "records/configuration/ExchangeRecords.h"
-#include "records/configuration/ReportRecords.h"
+#include "records/project/ProjectRecords.h"
 #include "repository/KorDatabaseAccess.h"
 #include "repository/KRRepositoryProxyMan.h"
 
@@ -53,8 +53,8 @@ void kor_odbc_resetNecessaryViewsTables() { resetCaches<StructNecessaryViewsConf
 
 void kor_odbc_resetBOMTables()
 {
-    resetCaches<StructModelExtractMarshal, StructReportTypeMarshal, StructReportTemplateMarshal,
-                StructXMLDataMarshal>();
+    resetCaches<StructProjModelExtractMarshal, StructProjReportTypeMarshal, StructProjTemplateMarshal,
+                StructProjXMLDataMarshal>();
 }
 
 void kor_odbc_freeDSTVNamesTable() { resetCaches<StructDSTVNamesMarshal>(); }

@@ -76,6 +76,12 @@ bool namesNone(const StoredReference& reference)
                                                     : reference.column.isNone(reference.target);
 }
 
+/// True for the tables whose references are looked at.
+bool isWalked(const RecordDescription& type)
+{
+    return records::isDetailTable(type) || records::isProjectTable(type);
+}
+
 /// Keys of the catalogue tables that the detail tables look up: rows of any data source will do.
 KeysByType keysOfLookups()
 {
@@ -105,7 +111,7 @@ int findReferences(const std::function<bool(const StoredReference&)>& wanted,
     std::vector<StoredReference> found;
     for (const auto describe : records::all()) {
         const RecordDescription& type = describe();
-        if (!records::isDetailTable(type) || itemTypes.contains(&type) ||
+        if (!isWalked(type) || itemTypes.contains(&type) ||
             KorDatabaseAccess::doesTableExists(dsn, wide(type.table)) != 1)
             continue;
         const int read = RecordAccess::visit(type, [&](const void* record) {
@@ -145,7 +151,7 @@ int KorDetailReferences::getDangling(eDSN dsn, eIndex index, KorArray<KorDetailR
     const KorDatabaseReading reading(dsn); // rows and references of one state
     KeysByType own;
     for (const auto describe : records::all())
-        if (records::isDetailTable(describe()))
+        if (isWalked(describe()))
             addKeys(describe(), RecordAccess::Sources::Current, own);
     return findReferences(
         [&](const StoredReference& reference) {

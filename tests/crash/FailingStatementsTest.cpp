@@ -1,6 +1,7 @@
 #include "edit/KorTableEdit.h"
 #include "maintenance/KorOdbcGUI.h"
 #include "Observer.h"
+#include "project/KorODBCProjectUser.h"
 #include "service/Service.h"
 #include "support/CrashCycle.h"
 #include "support/DetailFixture.h"
@@ -92,6 +93,18 @@ Group newGroup()
     return Group{-1, L"new group", 99};
 }
 
+using User = KorODBCProjectUser;
+
+/// A report template with its document, under the keys 1.
+void projectTemplate()
+{
+    StructProjXMLData xml;
+    StructProjTemplate made;
+    EXPECT_EQ(User::putXMLData(xml), 1);
+    made.xmlData = xml.key;
+    EXPECT_EQ(User::save(made), 1);
+}
+
 bool transfer(Exports::eType type)
 {
     KorDetailProcessTableDependencies::m_bDeepCopyWithDetailStyles = 1;
@@ -167,6 +180,34 @@ const Operation operations[] = {
      [] {
          Man::m_bInitializeTables = true;
          return Man::initializeTables() == 1;
+     }},
+    // project records
+    {"new project record", Leaves::Nothing, nullptr,
+     [] {
+         StructProjModelSelection selection;
+         const bool saved = User::save(selection) == 1;
+         EXPECT_EQ(selection.key > 0, saved);
+         return saved;
+     }},
+    {"changed project record", Leaves::Nothing, projectTemplate,
+     [] {
+         StructProjTemplate made;
+         User::getTemplate(1, made, 0);
+         made.description = L"changed";
+         return User::save(made) == 1;
+     }},
+    {"document", Leaves::Nothing, nullptr,
+     [] {
+         StructProjXMLData xml;
+         const bool stored = User::putXMLData(xml) == 1;
+         EXPECT_EQ(xml.key > 0, stored);
+         return stored;
+     }},
+    {"deleted template", Leaves::Nothing, projectTemplate,
+     [] {
+         StructProjTemplate made;
+         made.key = 1;
+         return User::deleteTemplate(made) == 1;
      }},
     // maintenance
     {"backup", Leaves::Nothing, nullptr,
@@ -397,6 +438,7 @@ protected:
         case Leaves::Nothing:
             EXPECT_FALSE(done);
             EXPECT_TRUE(found == before) << crash::difference(before, found);
+            EXPECT_TRUE(inAddin == m_before[1]) << crash::difference(m_before[1], inAddin);
             EXPECT_EQ(open(marks()), open(m_marksBefore));
             break;
         case Leaves::Either:
@@ -465,7 +507,7 @@ TEST_P(FailingStatementsTest, LeavesWhatIsStated)
     m_marksAfter = marks();
     const long statements = m_statements;
     ASSERT_GT(statements, 0);
-    ASSERT_NE(m_after[0] + m_after[2], m_before[0] + m_before[2]);
+    ASSERT_TRUE(m_after != m_before);
 
     for (const long n : crash::sampled(statements, 3 * crash::ends / 2, crash::ends / 2)) {
         for (int around = Bare; around < Arounds; ++around) {

@@ -3,7 +3,7 @@
 #include "foundation/KorOdbcGlobals.h"
 #include "records/configuration/AutoConnectionRecords.h"
 #include "records/configuration/ExchangeRecords.h"
-#include "records/configuration/ReportRecords.h"
+#include "records/project/ProjectRecords.h"
 #include "support/RepositoryFixture.h"
 #include "support/RepositoryFolder.h"
 
@@ -78,7 +78,7 @@ TEST(KorOdbcTablesResetTest, ShowsWhatAnotherProcessWrote)
              {"necessary views", kor_odbc_resetNecessaryViewsTables, records<StructNecessaryViewsConfiguration>,
               KorDSNDefinitions::kDetails, "details.db",
               "INSERT INTO NecessaryViewsConfiguration(Key) VALUES (1)"},
-             {"bill of material", kor_odbc_resetBOMTables, records<StructReportType>,
+             {"bill of material", kor_odbc_resetBOMTables, records<StructProjReportType>,
               KorDSNDefinitions::kProjectAdvance, "projectadvance.db", "INSERT INTO ReportTypes(Key) VALUES (1)"},
              {"names", kor_odbc_freeDSTVNamesTable, records<StructDSTVNames>, KorDSNDefinitions::kConfiguration,
               "configuration.db", "INSERT INTO DSTVNames(Key) VALUES (1)"},

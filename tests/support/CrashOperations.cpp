@@ -1,6 +1,7 @@
 #include "support/CrashOperations.h"
 
 #include "edit/KorTableEdit.h"
+#include "project/KorODBCProjectUser.h"
 #include "repository/DetailDatabase.h"
 #include "repository/Manifest.h"
 #include "transfer/KorDetailProcessTableDependencies.h"
@@ -150,6 +151,49 @@ void compactSets()
     CRASH_REQUIRE(Compact::compactQualifierSets(inDetails, deletes, Compact::kCompactDetailStyles) == 1);
 }
 
+// Project records
+
+using User = KorODBCProjectUser;
+
+/// A report template with its document, a report of it and a selection; keys 1.
+void projectRecords()
+{
+    StructProjXMLData xml, other;
+    xml.xmlText = L"<template/>";
+    CRASH_REQUIRE(User::putXMLData(xml) == 1 && User::putXMLData(other) == 1);
+    StructProjTemplate made;
+    made.runName = details::text(details::awkward);
+    made.xmlData = xml.key;
+    CRASH_REQUIRE(User::save(made) == 1);
+    StructProjModelSelection selection;
+    selection.xmlData = other.key;
+    CRASH_REQUIRE(User::save(selection) == 1);
+    for (int i = 0; i < 3; ++i) {
+        StructProjModelExtract extract;
+        extract.fileName = details::text(details::awkward);
+        CRASH_REQUIRE(User::save(extract) == 1);
+    }
+}
+
+/// Stores a document of many pages, in a new row or instead of the first.
+template <int key>
+void putDocument()
+{
+    StructProjXMLData xml;
+    xml.key = key;
+    for (int i = 0; i < 500; ++i)
+        xml.xmlText += KorString::format(L"<row number=\"%d\">it's</row>\n", i);
+    CRASH_REQUIRE(User::putXMLData(xml) == 1);
+}
+
+template <class Record>
+Record firstOne()
+{
+    Record record;
+    record.key = 1;
+    return record;
+}
+
 constexpr auto Nothing = Operation::Nothing, Something = Operation::Something;
 constexpr auto style = Exports::kDetailStyle, process = Exports::kDetailProcess;
 
@@ -223,6 +267,28 @@ const Operation allOperations[] = {
     {"OK after a compaction of all", compactAllAndLeaveOpen, confirm, Something, true, true},
     {"compaction of qualifier sets", nullptr, compactSets<1>, Something, true, true},
     {"numbering of qualifier sets", nullptr, compactSets<0>, Something, true, true},
+    {"new project record", nullptr,
+     [] {
+         StructProjModelExtract extract;
+         extract.runName = details::text(details::awkward);
+         CRASH_REQUIRE(User::save(extract) == 1 && extract.key == 1);
+     },
+     Something},
+    {"changed project record", projectRecords,
+     [] {
+         StructProjTemplate made;
+         CRASH_REQUIRE(User::getTemplate(1, made, 0) == 1);
+         made.description = made.fileName = L"changed";
+         CRASH_REQUIRE(User::save(made) == 1);
+     },
+     Something},
+    {"new document", projectRecords, putDocument<-1>, Something},
+    {"changed document", projectRecords, putDocument<1>, Something},
+    {"deletion of a template", projectRecords,
+     [] { CRASH_REQUIRE(User::deleteTemplate(firstOne<StructProjTemplate>()) == 1); }, Something, true},
+    {"deletion of a selection", projectRecords,
+     [] { CRASH_REQUIRE(User::deleteModelSelection(firstOne<StructProjModelSelection>()) == 1); }, Something,
+     true},
 };
 
 } // namespace

@@ -46,3 +46,5 @@ protected:
 void addUnitCommands(CommandLine& line);
 void addGratingCommands(CommandLine& line);
 void addExchangeCommands(CommandLine& line);
+/// Report templates, reports, model selections and what belongs to them.
+void addProjectCommands(CommandLine& line);

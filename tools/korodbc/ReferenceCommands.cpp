@@ -1,5 +1,6 @@
 #include "Commands.h"
 #include "Records.h"
+#include "records/Registry.h"
 #include "repository/RecordAccess.h"
 
 #include <cstdio>
@@ -7,22 +8,26 @@
 
 namespace {
 
-bool isDetailDatabase(const Source& source)
+/// True for the databases with detail or project tables.
+bool holdsReferences(const Source& source)
 {
-    return source.dsn == KorDSNDefinitions::kDetails || source.dsn == KorDSNDefinitions::kAddin ||
-           source.dsn == KorDSNDefinitions::kCountryAddin;
+    constexpr DataSources holders{KorDSNDefinitions::kDetails,        KorDSNDefinitions::kConfiguration,
+                                  KorDSNDefinitions::kProjectAdvance, KorDSNDefinitions::kProject,
+                                  KorDSNDefinitions::kAddin,          KorDSNDefinitions::kCountryAddin};
+    return holders.contains(source.dsn);
 }
 
-/// The detail databases, or the one of that name.
-std::vector<Source> detailDatabases(const std::string& name)
+/// The databases whose rows refer to one another, or the one of that name.
+std::vector<Source> databases(const std::string& name)
 {
     std::vector<Source> sources;
     for (const Source& source : name.empty() ? allSources() : std::vector<Source>{sourceNamed(name)})
-        if (isDetailDatabase(source))
+        if (holdsReferences(source))
             sources.push_back(sourceNamed(source.name));
     if (sources.empty())
-        throw Failure{kUsage,
-                      "data source " + name + " holds no detail tables; name Details, Addin or a country add-in"};
+        throw Failure{kUsage, "data source " + name +
+                                  " holds no detail tables and no project tables; name Details, Addin, a country "
+                                  "add-in, Project, ProjectAdvance or Configuration"};
     return sources;
 }
 
@@ -41,7 +46,7 @@ std::string itemText(const KorDetailReference& reference)
 void runShared(const GlobalOptions& global, const SharedOptions& options)
 {
     const StartedSession session(global);
-    const Source source = detailDatabases(options.source).front();
+    const Source source = databases(options.source).front();
     const StoredTable table = findTable(options.table, options.source);
     if (table.type == nullptr || table.type->key < 0)
         throw Failure{kUsage, "nothing refers to the rows of " + table.name +
@@ -116,16 +121,18 @@ void runCheck(const GlobalOptions& global, const std::string& sourceName, Format
                  {"Lead nowhere", true}},
                 {}};
     long dangling = 0;
-    bool inItems = false;
+    bool inItems = false, inDetails = false, inProjects = false;
     std::string summary;
     std::string misfits;
-    for (const Source& source : detailDatabases(sourceName)) {
+    for (const Source& source : databases(sourceName)) {
         noteOpenEdits(source);
         KorArray<KorDetailReference> references;
         if (KorDetailReferences::getDangling(source.dsn, source.index, references) != 1)
             throw Failure{kFailed, "the references of " + source.name + " cannot be read" + because()};
         dangling += references.length();
         for (const KorDetailReference& reference : references) {
+            const RecordDescription* type = records::ofTable(reference.table.toUtf8());
+            (type != nullptr && records::isProjectTable(*type) ? inProjects : inDetails) = true;
             inItems = inItems || !ownerOfItems(reference.table.toUtf8()).empty();
             sheet.rows.push_back({source.name, reference.table.toUtf8(), std::to_string(reference.key),
                                   reference.name.toUtf8(), itemText(reference), reference.column.toUtf8(),
@@ -155,7 +162,11 @@ void runCheck(const GlobalOptions& global, const std::string& sourceName, Format
     else
         std::printf("%s", summary.c_str());
     if (dangling > 0)
-        throw Failure{kFailed, counted(dangling, "reference") + (dangling == 1 ? " leads" : " lead") +
-                                   " nowhere; name rows that exist with: korodbc edit TABLE KEY COLUMN VALUE" +
-                                   (inItems ? ", for an item --item N" : "")};
+        throw Failure{kFailed,
+                      counted(dangling, "reference") + (dangling == 1 ? " leads" : " lead") + " nowhere" +
+                          (inDetails ? "; name rows that exist with: korodbc edit TABLE KEY COLUMN VALUE" : "") +
+                          (inItems ? ", for an item --item N" : "") +
+                          (inProjects ? "; save project records with rows that exist, see: korodbc "
+                                        "templates --help"
+                                      : "")};
 }

@@ -19,6 +19,7 @@ public:
         addMaintenance();
         addDemo();
         addExchangeCommands(*this);
+        addProjectCommands(*this);
     }
 
 private:
@@ -233,21 +234,23 @@ private:
             ->required()
             ->type_name("");
         addSource(restore, "Data source to bring it back into (default: Details)");
-        CLI::App* shared = command(
-            "shared", "Print what refers to a row of a detail table",
-            "korodbc shared DetObjQualifierSet 1\n  korodbc shared DetViewRequest \"Beam, front\" --csv", [this] {
-                m_shared.source = sourceOr("Details");
-                m_shared.format = format();
-                runShared(m_global, m_shared);
-            });
-        shared->add_option("TABLE", m_shared.table, "Detail table")->required()->type_name("");
+        CLI::App* shared =
+            command("shared", "Print what refers to a row of a detail or project table",
+                    "korodbc shared DetObjQualifierSet 1\n  korodbc shared DetViewRequest \"Beam, front\" --csv\n"
+                    "  korodbc shared XMLData 1 --source Project",
+                    [this] {
+                        m_shared.source = sourceOr("Details");
+                        m_shared.format = format();
+                        runShared(m_global, m_shared);
+                    });
+        shared->add_option("TABLE", m_shared.table, "Detail or project table")->required()->type_name("");
         shared->add_option("ROW", m_shared.row, "Key or name of the row")->required()->type_name("");
         addSource(shared, "Data source (default: Details)");
         addFormats(shared);
         CLI::App* check =
             command("check", "Look for references that name rows which do not exist",
                     "korodbc check --source Addin", [this] { runCheck(m_global, m_source, format()); });
-        addSource(check, "Data source (default: Details, Addin and the country add-ins)");
+        addSource(check, "Data source (default: all with detail or project tables)");
         addFormats(check);
     }
 
