@@ -45,3 +45,5 @@ protected:
 
 void addUnitCommands(CommandLine& line);
 void addGratingCommands(CommandLine& line);
+/// prefix, views, explode
+void addRuleCommands(CommandLine& line);

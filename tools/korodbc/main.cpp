@@ -18,6 +18,7 @@ public:
         addEditCommands();
         addMaintenance();
         addDemo();
+        addRuleCommands(*this);
     }
 
 private:
