@@ -368,6 +368,18 @@ int visit(const RecordDescription& type, const std::function<bool(const void* re
     return caches.empty() ? 0 : 1;
 }
 
+std::shared_ptr<const void> derived(const RecordDescription& type, const std::type_info& kind,
+                                    const std::function<std::shared_ptr<const void>(const void* records)>& make)
+{
+    RecordCache* records = recordsOf(type);
+    if (records == nullptr)
+        return nullptr;
+    std::shared_ptr<const void>& kept = records->derived(kind);
+    if (kept == nullptr)
+        kept = make(records->list());
+    return kept;
+}
+
 void eachSource(const RecordDescription& type, Sources sources, const std::function<bool()>& act)
 {
     for (const Source& source : sourcesOf(type, sources)) {

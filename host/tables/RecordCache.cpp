@@ -434,6 +434,7 @@ void RecordCache::dropIndexes()
     m_byName.clear();
     m_byTextKey.clear();
     m_byOwner.clear();
+    m_derived.clear();
 }
 
 long RecordCache::findKey(long key)
@@ -519,6 +520,7 @@ void RecordCache::appended(std::int64_t row, const void* record)
         m_byTextKey.emplace(m_type.keyColumn().text(stored), position);
     m_ownersBuilt = false;
     m_byOwner.clear();
+    m_derived.clear();
 }
 
 } // namespace korodbc::host

@@ -5,7 +5,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <typeindex>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -53,6 +55,9 @@ public:
     long findRunName(const KorString& runName);
     /// Positions of the items of an owner, in item order.
     const std::vector<long>& ofOwner(long owner);
+
+    /// What somebody made of the records as they stand, kept until one of them changes; empty at first.
+    std::shared_ptr<const void>& derived(const std::type_info& kind) { return m_derived[kind]; }
 
     void rowChanged(std::int64_t row);
     void allChanged();
@@ -103,6 +108,7 @@ private:
     std::unordered_map<long, long> m_byKey;
     std::unordered_map<KorString, long> m_byName, m_byTextKey;
     std::unordered_map<long, std::vector<long>> m_byOwner;
+    std::unordered_map<std::type_index, std::shared_ptr<const void>> m_derived;
 };
 
 } // namespace korodbc::host

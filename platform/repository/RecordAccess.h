@@ -5,6 +5,8 @@
 #include "roots/KorString.h"
 
 #include <functional>
+#include <memory>
+#include <typeinfo>
 
 /// The host's record reads, for records of any described type. `Struct<Record>Marshal` classes are the typed
 /// way in. Reads go to the requested data source and slot, or to the current ones; without a request, a table
@@ -35,6 +37,11 @@ int readFirstWhere(const RecordDescription& type, int column, long value, int co
 /// 1 when the table could be read, else 0 without having called `act`.
 int visit(const RecordDescription& type, const std::function<bool(const void* record)>& act,
           Sources sources = Sources::Current);
+/// What `make` makes of the records, a KorArray of the type without items: made once for each `kind` and kept with
+/// the records until one of them changes. nullptr when the table cannot be read. `make` must not read or write
+/// through the service.
+std::shared_ptr<const void> derived(const RecordDescription& type, const std::type_info& kind,
+                                    const std::function<std::shared_ptr<const void>(const void* records)>& make);
 /// Calls `act` for each source that has the table of the type, with that source requested, until it returns false:
 /// keys mean something within their source only. `Current` is the one that a read would go to.
 void eachSource(const RecordDescription& type, Sources sources, const std::function<bool()>& act);

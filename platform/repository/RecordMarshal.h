@@ -82,6 +82,16 @@ struct RecordMarshal {
 
     /// 1 when a record has exactly this run name, 0 when none has, -1 when the table cannot be read.
     static int hasRunName(const KorString& runName) { return RecordAccess::hasRunName(type(), runName); }
+    /// A Derived made of the records of the current source, `Derived(const KorArray<T>&)`; it is made once and
+    /// kept until one of them changes. nullptr when the table cannot be read. Items are not seen.
+    template <class Derived>
+    static std::shared_ptr<const Derived> derived()
+    {
+        const auto make = [](const void* records) -> std::shared_ptr<const void> {
+            return std::make_shared<const Derived>(*static_cast<const KorArray<T>*>(records));
+        };
+        return std::static_pointer_cast<const Derived>(RecordAccess::derived(type(), typeid(Derived), make));
+    }
     /// The next read shows what changed in the database since; the argument makes no difference.
     static void resetTableCache(int) { RecordAccess::resetCache(type()); }
 
