@@ -2,11 +2,14 @@
 
 #include "repository/KorDatabaseAccess.h"
 
-#include <optional>
+#include <span>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace {
 
-const KorString anyRole = L"Not_overridden_role";
+const wchar_t* const notOverridden = L"Not_overridden_role";
 
 /// Which profiles' records a look-up asks.
 struct AskedProfiles {
@@ -34,31 +37,72 @@ AskedProfiles askedProfiles(int currentProfile, int profileGiven, int profile)
                              : AskedProfiles{AskedProfiles::Nobody, -1};
 }
 
+using Prefixes = KorOdbcNumberingPrefix;
+
+Prefixes::eLevel levelOf(bool sameSubtype, bool noSubtype, bool sameRole, bool anyRole)
+{
+    if (!sameSubtype && !noSubtype)
+        return Prefixes::kNone;
+    if (sameRole)
+        return sameSubtype ? Prefixes::kExact : Prefixes::kAnySubtype;
+    if (anyRole)
+        return sameSubtype ? Prefixes::kAnyRole : Prefixes::kAnyObject;
+    return Prefixes::kNone;
+}
+
+/// The records of a table by object type, in table order, their texts ready to be compared.
+class PrefixIndex {
+public:
+    struct Entry {
+        StructNumberingPrefix record;
+        KorString role, subtype; // folded
+        bool anyRole;
+    };
+
+    explicit PrefixIndex(const KorArray<StructNumberingPrefix>& records)
+    {
+        const KorString any = KorString(notOverridden).foldedCase();
+        for (const StructNumberingPrefix& record : records) {
+            const KorString role = record.modelRole.foldedCase();
+            m_byType[record.objectType].push_back({record, role, record.profileSubtype.foldedCase(), role == any});
+        }
+    }
+    std::span<const Entry> ofType(int objectType) const
+    {
+        const auto found = m_byType.find(objectType);
+        return found == m_byType.end() ? std::span<const Entry>() : found->second;
+    }
+
+private:
+    std::unordered_map<int, std::vector<Entry>> m_byType;
+};
+
 /// The record of the current data source that fits best; of several that fit equally, the last one, but the first
 /// exact one.
 int bestMatch(const KorNumberingPrefixId& id, const AskedProfiles& profiles, StructNumberingPrefix& out)
 {
-    using Prefix = KorOdbcNumberingPrefix;
-    Prefix::eLevel best = Prefix::kNone;
-    StructNumberingPrefix found;
-    const int read = StructNumberingPrefixMarshal::visit([&](const StructNumberingPrefix& record) {
-        if (record.objectType != id.getObjectType())
-            return true;
-        // a scan that may not go on ends here, and keeps what it has
-        if (profiles.which == AskedProfiles::Nobody)
-            return false;
-        if (!profiles.contains(record.profile))
-            return true;
-        const Prefix::eLevel level = Prefix::getLevel(id, record);
-        if (level == Prefix::kNone || level > best)
-            return true;
-        best = level;
-        found = record;
-        return level != Prefix::kExact;
-    });
-    if (read != 1 || best == Prefix::kNone)
+    const auto index = StructNumberingPrefixMarshal::derived<PrefixIndex>();
+    // a scan that may not go on ends with its first record, and with what it has gathered: nothing
+    if (index == nullptr || profiles.which == AskedProfiles::Nobody)
         return -1;
-    out = found;
+    const KorString role = id.getModelRole().foldedCase(), subtype = id.getProfileSubtype().foldedCase();
+    const PrefixIndex::Entry* best = nullptr;
+    Prefixes::eLevel bestLevel = Prefixes::kNone;
+    for (const PrefixIndex::Entry& entry : index->ofType(id.getObjectType())) {
+        if (!profiles.contains(entry.record.profile))
+            continue;
+        const Prefixes::eLevel level =
+            levelOf(entry.subtype == subtype, entry.subtype.isEmpty(), entry.role == role, entry.anyRole);
+        if (level == Prefixes::kNone || level > bestLevel)
+            continue;
+        best = &entry;
+        bestLevel = level;
+        if (level == Prefixes::kExact)
+            break;
+    }
+    if (best == nullptr)
+        return -1;
+    out = best->record;
     return 1;
 }
 
@@ -96,14 +140,9 @@ private:
 KorOdbcNumberingPrefix::eLevel KorOdbcNumberingPrefix::getLevel(const KorNumberingPrefixId& id,
                                                                 const StructNumberingPrefix& record)
 {
-    const bool sameSubtype = record.profileSubtype.compareNoCase(id.getProfileSubtype()) == 0;
-    if (!sameSubtype && !record.profileSubtype.isEmpty())
-        return kNone;
-    if (record.modelRole.compareNoCase(id.getModelRole()) == 0)
-        return sameSubtype ? kExact : kAnySubtype;
-    if (record.modelRole.compareNoCase(anyRole) != 0)
-        return kNone;
-    return sameSubtype ? kAnyRole : kAnyObject;
+    return levelOf(record.profileSubtype.compareNoCase(id.getProfileSubtype()) == 0,
+                   record.profileSubtype.isEmpty(), record.modelRole.compareNoCase(id.getModelRole()) == 0,
+                   record.modelRole.compareNoCase(notOverridden) == 0);
 }
 
 int KorOdbcNumberingPrefix::findNumberingPrefix(const KorNumberingPrefixId& id, int currentProfile,

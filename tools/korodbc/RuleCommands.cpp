@@ -2,84 +2,19 @@
 #include "catalogues/KorODBCExplodeObjects.h"
 #include "catalogues/KorODBCNecessaryViewsConfiguration.h"
 #include "catalogues/KorOdbcNumberingPrefix.h"
+#include "Choices.h"
 #include "CommandLine.h"
 #include "edit/KorOdbcMan.h"
-#include "Records.h"
 #include "records/configuration/ClassificationRecords.h"
 #include "records/detail/DetailCatalogueRecords.h"
-#include "repository/KorDatabaseAccess.h"
 #include "roots/KRSettings.h"
+#include "roots/SettingsStore.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <memory>
-#include <span>
 
 namespace {
-
-/// A choice by its name or number.
-struct Named {
-    int key;
-    std::string name;
-};
-
-/// The one that the user names; `list` says how to see them all.
-Named chosen(std::span<const Named> all, const std::string& wanted, const std::string& thing,
-             const std::string& list)
-{
-    std::vector<std::string> names;
-    for (const Named& one : all) {
-        if (sameName(one.name, wanted) || std::to_string(one.key) == wanted)
-            return one;
-        names.push_back(one.name);
-    }
-    throw Failure{kNotFound, "there is no " + thing + " " + quote(wanted) + nearest(wanted, names) + "; " + list};
-}
-
-/// The rows of a table of names.
-template <class T>
-std::vector<Named> rowsOf()
-{
-    KorArray<T> records;
-    if (RecordMarshal<T>::getTable(records) != 1)
-        throw Failure{kFailed, "table " + std::string(descriptionOf<T>().table) + " cannot be read" + because()};
-    std::vector<Named> all;
-    for (const T& record : records)
-        all.push_back({record.key, record.runName.toUtf8()});
-    return all;
-}
-
-template <class T>
-Named rowNamed(const std::string& wanted, const std::string& thing)
-{
-    return chosen(rowsOf<T>(), wanted, thing,
-                  "list them with: korodbc list " + std::string(descriptionOf<T>().table));
-}
-
-std::string sourceName(eDSN dsn, eIndex index)
-{
-    for (const Source& source : allSources())
-        if (source.dsn == dsn && (dsn != KorDSNDefinitions::kCountryAddin || source.index == index))
-            return source.name;
-    return {};
-}
-
-/// Name of the row with that key in the requested source, or the key itself.
-template <class T>
-std::string nameOrKey(int key)
-{
-    const std::string name = runNameOf(descriptionOf<T>(), key);
-    return name.empty() ? std::to_string(key) : name;
-}
-
-/// Throws when the source has the table of the type but it cannot be read: what it holds would not be seen.
-void requireSound(const RecordDescription& type, eDSN dsn, eIndex index)
-{
-    const KorDSNRequest request(dsn, index);
-    const KorString table = KorDatabaseAccess::getTableName(KorString::fromUtf8(type.table));
-    if (KorDatabaseAccess::doesTableExists(dsn, table) == 1)
-        requireReadable(type);
-}
 
 // Numbering prefixes
 
@@ -101,8 +36,20 @@ std::vector<PrefixPlace> prefixPlaces()
             {"main", KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase}};
 }
 
-constexpr const char* prefixLevels[] = {"exact: role and subtype", "any role, this subtype",
-                                        "this role, any subtype", "any role, any subtype"};
+/// Why the record fits: "exact: this role, this subtype", "any role, no subtype".
+std::string levelText(const KorNumberingPrefixId& id, const StructNumberingPrefix& record)
+{
+    const auto level = KorOdbcNumberingPrefix::getLevel(id, record);
+    const bool anyRole = level == KorOdbcNumberingPrefix::kAnyRole || level == KorOdbcNumberingPrefix::kAnyObject;
+    const char* const subtype = id.getProfileSubtype().isEmpty()            ? ", no subtype"
+                                : level <= KorOdbcNumberingPrefix::kAnyRole ? ", this subtype"
+                                                                            : ", any subtype";
+    return (level == KorOdbcNumberingPrefix::kExact ? "exact: " : "") +
+           std::string(anyRole                       ? "any role"
+                       : id.getModelRole().isEmpty() ? "no role"
+                                                     : "this role") +
+           subtype;
+}
 
 void runPrefix(const GlobalOptions& global, const PrefixOptions& options, Format format)
 {
@@ -112,7 +59,7 @@ void runPrefix(const GlobalOptions& global, const PrefixOptions& options, Format
     Named profile{-1, {}};
     if (!options.profile.empty()) {
         const KorDSNRequest addIn(places[1].dsn, places[1].index);
-        profile = chosen(rowsOf<StructNumberingPrefixProfile>(), options.profile, "numbering prefix profile",
+        profile = chosen(namedRows<StructNumberingPrefixProfile>(), options.profile, "numbering prefix profile",
                          "list them with: korodbc list NumberingPrefixProfile --source Addin");
     }
     for (const PrefixPlace& place : places)
@@ -139,9 +86,8 @@ void runPrefix(const GlobalOptions& global, const PrefixOptions& options, Format
                  {"Source", false}},
                 {}};
     sheet.rows.push_back({found.singlePartPrefix.toUtf8(), found.mainPartPrefix.toUtf8(),
-                          found.preliminaryPartPrefix.toUtf8(), place.name,
-                          prefixLevels[KorOdbcNumberingPrefix::getLevel(id, found)], std::to_string(found.key),
-                          found.modelRole.toUtf8(), found.profileSubtype.toUtf8(),
+                          found.preliminaryPartPrefix.toUtf8(), place.name, levelText(id, found),
+                          std::to_string(found.key), found.modelRole.toUtf8(), found.profileSubtype.toUtf8(),
                           found.profile == -1 ? "" : nameOrKey<StructNumberingPrefixProfile>(found.profile),
                           sourceName(place.dsn, place.index)});
     printSheet(sheet, format);
@@ -151,6 +97,7 @@ void runPrefix(const GlobalOptions& global, const PrefixOptions& options, Format
 
 struct ViewsOptions {
     std::string beam, view, from;
+    bool keep = false; // the source as the setting
 };
 
 using View = StructNecessaryViewsConfiguration;
@@ -183,9 +130,24 @@ KorString settingOf(const Source& source)
     }
 }
 
-void runViews(const GlobalOptions& global, const ViewsOptions& options, Format format)
+/// Has the rules read in that source, from now on or only by this program.
+void choose(const Source& source, bool keep)
+{
+    const KorString setting = settingOf(source);
+    if (!keep)
+        korodbc::host::setSettingsStore(nullptr);
+    if (KRSettings::setValue(KorODBCNecessaryViewsConfiguration::settingKey(), setting) != 1)
+        throw Failure{kFailed,
+                      "the setting was not written" + advised(korodbc::host::lastError(), "Configuration")};
+}
+
+void runViews(GlobalOptions global, const ViewsOptions& options, Format format)
 {
     using Reader = KorODBCNecessaryViewsConfiguration;
+    if (options.keep && options.from.empty())
+        throw Failure{kUsage, "--keep goes with --from"};
+    if (options.keep)
+        global.start = Start::Write;
     const StartedSession session(global);
     const Named beam = rowNamed<StructBeamType>(options.beam, "beam type");
     std::vector<Named> views = viewTypes;
@@ -196,7 +158,7 @@ void runViews(const GlobalOptions& global, const ViewsOptions& options, Format f
         views = {chosen(viewTypes, options.view, "view type", "there are: " + all)};
     }
     if (!options.from.empty())
-        KRSettings::setValue(Reader::settingKey(), settingOf(sourceNamed(options.from)));
+        choose(sourceNamed(options.from), options.keep);
     eDSN dsn{}, savedDsn{};
     eIndex index{}, savedIndex{};
     if (Reader::getODBCDSNValue(dsn, index, savedIndex, savedDsn) != 1) {
@@ -288,7 +250,7 @@ void printObjects(Format format)
 void printSettings(const ExplodeOptions& options, Format format)
 {
     const Named model = rowNamed<StructDetModelType>(options.what, "model type");
-    std::vector<Named> subTypes = rowsOf<StructObjectSubType>();
+    std::vector<Named> subTypes = namedRows<StructObjectSubType>();
     if (!options.subType.empty())
         subTypes = {
             chosen(subTypes, options.subType, "object sub-type", "list them with: korodbc list ObjectSubType")};
@@ -366,6 +328,7 @@ void addRuleCommands(CommandLine& line)
         ->add_option("--from", views->from,
                      "Details, Addin or a country add-in (default: as the setting says, else Details)")
         ->type_name("SOURCE");
+    command->add_flag("--keep", views->keep, "Keep the source of --from as the setting");
     line.addFormats(command);
 
     const auto explode = std::make_shared<ExplodeOptions>();
