@@ -54,13 +54,13 @@ int readChosen(Read read)
     eIndex index{}, savedIndex{};
     if (Reader::getODBCDSNValue(dsn, index, savedIndex, savedDsn) != 1)
         return 0;
-    const bool ofCountry = dsn == KorDSNDefinitions::kCountryAddin && index == currentCountryAddIn;
+    const bool ofCountry = dsn == KorDSNDefinitions::kCountryAddin;
     int result = 0;
     {
         const KorDSNRequest request(dsn, ofCountry ? savedIndex : index);
         result = read();
     }
-    if (dsn == KorDSNDefinitions::kCountryAddin)
+    if (ofCountry)
         Reader::restoreODBCDBSValue(savedDsn, savedIndex);
     return result;
 }
