@@ -84,5 +84,10 @@ TEST_F(RuleCommands, BadInputIsRefusedInOneLineAndChangesNothing)
     sql(m_folder / "work/configuration.db",
         "UPDATE Settings SET Value = 'Sweden_1/kDetailsCurrent' WHERE Key LIKE '%Views%'");
     expectRefused("views Beam", 4, "\"Sweden_1/kDetailsCurrent\" names a country add-in that is not installed");
+    sql(m_folder / "work/addin.db", "INSERT INTO ObjectStructure VALUES (1, 'x', 1)");
+    expectRefused("explode Beam", 1, "table ObjectStructure cannot be read: ");
+    fs::remove(m_folder / "work/project.db");
+    expectRefused("prefix Plate", 3, "the file is missing");
+    fs::copy(s_made / "pristine/work/project.db", m_folder / "work/project.db");
     expectRefused("prefix Beam", 1, "table NumberingPrefix cannot be read: .*ObjectType");
 }

@@ -25,6 +25,10 @@ std::string sourceName(eDSN dsn, eIndex index)
 
 void requireSound(const RecordDescription& type, eDSN dsn, eIndex index)
 {
+    const std::string name = sourceName(dsn, index);
+    if (name.empty())
+        return;
+    sourceNamed(name); // its database can be used
     const KorDSNRequest request(dsn, index);
     const KorString table = KorDatabaseAccess::getTableName(KorString::fromUtf8(type.table));
     if (KorDatabaseAccess::doesTableExists(dsn, table) == 1)

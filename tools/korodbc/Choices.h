@@ -19,7 +19,8 @@ Named chosen(std::span<const Named> all, const std::string& wanted, const std::s
              const std::string& remedy);
 /// Name of a data source and slot as the user knows it.
 std::string sourceName(eDSN dsn, eIndex index);
-/// Throws when the source has the table of the type but it cannot be read: what it holds would not be seen.
+/// Throws when the database of the source cannot be used, or has the table of the type but it cannot be read: what
+/// it holds would not be seen.
 void requireSound(const RecordDescription& type, eDSN dsn, eIndex index);
 
 /// The rows of a table of names in the requested source.

@@ -217,9 +217,18 @@ std::string usedText()
     }
 }
 
+/// Throws when a table of the user's or of the configuration cannot be read.
+template <class... T>
+void requireSoundBoth()
+{
+    (requireSound(descriptionOf<T>(), KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin), ...);
+    (requireSound(descriptionOf<T>(), KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase), ...);
+}
+
 /// What objects become, the user's rows merged in.
 void printObjects(Format format)
 {
+    requireSoundBoth<StructExplodeObjects>();
     KorArray<StructExplodeObjects> objects;
     if (KorODBCExplodeObjects::getExplodeObjectsTable(objects, 1) != 1)
         throw Failure{kFailed, "table ExplodeObjectsTo cannot be read" + because()};
@@ -254,10 +263,7 @@ void printSettings(const ExplodeOptions& options, Format format)
     if (!options.subType.empty())
         subTypes = {
             chosen(subTypes, options.subType, "object sub-type", "list them with: korodbc list ObjectSubType")};
-    requireSound(descriptionOf<StructExplodeSettings>(), KorDSNDefinitions::kAddin,
-                 KorDSNDefinitions::kFirstAddin);
-    requireSound(descriptionOf<StructExplodeSettings>(), KorDSNDefinitions::kConfiguration,
-                 KorDSNDefinitions::kBase);
+    requireSoundBoth<StructExplodeSettings, StructObjectStructure, StructExplodeProfile>();
     Sheet sheet{{{"Sub-type", false},
                  {"Layer", false},
                  {"Colour", true},
