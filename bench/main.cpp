@@ -20,6 +20,7 @@ void registerCompactBenchmarks();
 void compactFigures();
 void registerSharingBenchmarks();
 void sharingFigures();
+void registerPrefixBenchmarks();
 
 /// korodbc_bench [--quick] [--strict] [options of Google Benchmark]: --strict ends with 1 when a limit is
 /// missed.
@@ -51,6 +52,7 @@ int main(int argc, char** argv)
     registerReadBenchmarks();
     registerCompactBenchmarks();
     registerSharingBenchmarks();
+    registerPrefixBenchmarks();
     benchmark::RunSpecifiedBenchmarks();
     nameFigures();
     transferFigures();

@@ -175,7 +175,7 @@ using State = std::map<std::string, std::string>; // database file to its dump
 inline State state(const fs::path& folder)
 {
     State files;
-    for (const char* file : {"details.db", "addin.db", "configuration.db", "transfer.db"})
+    for (const char* file : {"details.db", "addin.db", "configuration.db", "project.db", "transfer.db"})
         files[file] = dump(folder / file);
     return files;
 }

@@ -1,5 +1,7 @@
 #include "support/CrashOperations.h"
 
+#include "catalogues/KorODBCExplodeObjects.h"
+#include "catalogues/KorOdbcNumberingPrefix.h"
 #include "edit/KorTableEdit.h"
 #include "project/KorODBCProjectUser.h"
 #include "repository/DetailDatabase.h"
@@ -112,6 +114,32 @@ void importIt()
     KorDetailProcessTableDependencies::m_bDeepCopyWithDetailStyles = withStyles;
     CRASH_REQUIRE(Exports::importDetail(what, KorOdbcKey(101), inAddin, KorDSNDefinitions::kFirstAddin, inDetails,
                                         KorDSNDefinitions::kBase) == 1);
+}
+
+// Prefixes of the drawing, what objects become when they are exploded
+
+void drawingTable() { CRASH_REQUIRE(KorOdbcNumberingPrefix::createDWGNumberingPrefixTable() == 1); }
+
+void drawingPrefix()
+{
+    CRASH_REQUIRE(KorOdbcNumberingPrefix::appendDWGNumberingPrefix(
+                      {-1, details::text(details::awkward), L"s", L"m", L"o", 1, -1, L"", L"p"}) > 0);
+}
+
+void drawingPrefixes()
+{
+    drawingTable();
+    drawingPrefix();
+}
+
+/// Rows of the user's, more than a page holds.
+void explodeObjects()
+{
+    KorArray<StructExplodeObjects> objects;
+    for (int i = 0; i < 100; ++i)
+        objects.append(
+            {KorString::format(L"%d", i), details::text(details::awkward), 1, L"Lines", 1, L"Text", 0, i});
+    CRASH_REQUIRE(KorODBCExplodeObjects::setExplodeObjectsTable(objects) == 1);
 }
 
 // Compactions
@@ -247,6 +275,23 @@ const Operation allOperations[] = {
     {"export of a process into a file with a style", exportIt<style>, exportIt<process>, Something, true},
     {"import of a process with its styles", nullptr, importIt<process>, Something, true},
     {"import of a process alone", nullptr, importIt<process, 0>, Something},
+    {"table of the drawing's prefixes", nullptr, drawingTable, Something},
+    {"new prefix of the drawing", drawingPrefixes, drawingPrefix, Something},
+    {"deleted prefix of the drawing", drawingPrefixes,
+     [] {
+         StructNumberingPrefix prefix;
+         CRASH_REQUIRE(KorOdbcNumberingPrefix::getDWGNumberingPrefix(KorOdbcKey(1), prefix) == 1);
+         CRASH_REQUIRE(KorOdbcNumberingPrefix::deleteDWGNumberingPrefix(prefix) == 1);
+     },
+     Something},
+    {"new explode object", nullptr,
+     [] {
+         StructExplodeObjects object;
+         object.linesTo = details::text(details::awkward);
+         CRASH_REQUIRE(KorODBCExplodeObjects::setExplodeObjects(object.linesTo, object) == 1);
+     },
+     Something},
+    {"new explode objects", nullptr, explodeObjects, Something},
     {"compaction of styles", nullptr, compactForGood<Compact::kCompactDetailStyles>, Something, true, true},
     {"compaction of processes", nullptr, compactForGood<Compact::kCompactDetailProcesses>, Something, true, true,
      Compact::kCompactDetailProcesses},
@@ -328,6 +373,7 @@ void makeRepositories()
     korodbc::host::Manifest manifest;
     std::string error;
     for (const auto& [dsn, file] : {std::pair(inDetails, "details.db"), std::pair(inAddin, "addin.db"),
+                                    std::pair(KorDSNDefinitions::kProject, "project.db"),
                                     std::pair(KorDSNDefinitions::kConfiguration, "configuration.db")}) {
         manifest.connections[dsn] = std::string("sqlite:") + file;
         const auto database = korodbc::host::Connection::open((base() / file).string(),

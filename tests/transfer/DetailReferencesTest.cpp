@@ -96,7 +96,7 @@ TEST_F(DetailReferencesTest, ReferencesToNothing)
     put(inDetails,
         StructDetailStyleMap{1, L"styles", L"o", 0,
                              list<StructDetailStyleMapItem>({{-1, 0, L"", 1, 1, 0}, {-1, 1, L"", 1, 1, 8}})});
-    put(inDetails, StructNecessaryViewsConfiguration{1, L"rule", 1, 1, 0, -1, 0, 1, L"o"});
+    put(inDetails, StructNecessaryViewsConfiguration{1, L"rule", 1, -1, 0, -1, 0, 1, L"o"});
     put(inDetails, StructNecessaryViewsConfiguration{2, L"rule 2", 1, 1, 0, 12, 0, 1, L"o"});
     EXPECT_EQ(dangling(),
               (Texts{"DetailStyle 1 it's [0] Request1 -> DetViewRequest 7",
@@ -110,13 +110,14 @@ TEST_F(DetailReferencesTest, ReferencesToNothing)
                      "DetObjQualifierSet 1 set Group -> DetObjQualifierSetGroup 3",
                      "DetObjQualifierSetItem 1 set [1] Filter -> DetObjQualifierFilter BIG",
                      "DetailStyleMapItems 1 styles [1] DetailStyleOverrides -> DetailStyleOverrides 8",
+                     "NecessaryViewsConfiguration 2 rule 2 BeamType -> BeamType 1",
                      "NecessaryViewsConfiguration 2 rule 2 DetObjQualifierSet -> DetObjQualifierSet 12"}));
     KorArray<KorDetailReference> found;
     EXPECT_EQ(
         KorDetailReferences::getReferrers(inDetails, base, L"DetObjQualifierFilter", KorString(L"BIG"), found), 1);
     EXPECT_EQ(found.length(), 1);
     sql(inDetails, {"DROP TABLE DetailStyle"});
-    EXPECT_EQ(dangling().size(), 12u); // without two of its own, with two to it
+    EXPECT_EQ(dangling().size(), 13u); // without two of its own, with two to it
 }
 
 /// A number or a text that is called like a table, or like one without "Det", names its rows: its description has
@@ -175,7 +176,8 @@ TEST_F(ShippedReferencesTest, AllLeadSomewhereAndAreFound)
         {descriptionOf<StructDetObjQualifierSet>(),
          {{"DetObjReprMapItems", "ObjQualifier"},
           {"DetViewDimPointSelection", "Objects"},
-          {"DetailStyleMapItems", "ObjQualifierSet"}}},
+          {"DetailStyleMapItems", "ObjQualifierSet"},
+          {"NecessaryViewsConfiguration", "DetObjQualifierSet"}}},
         {descriptionOf<StructDetailStyle>(),
          {{"DetailMasterTable", "DetailStyle"}, {"DetailStyleMapItems", "DetailStyle"}}},
         {descriptionOf<StructDetViewDimRequestLinear>(), {{"DetViewDimStrategyItems", "RequestLinear"}}},

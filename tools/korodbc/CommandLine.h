@@ -48,3 +48,5 @@ void addGratingCommands(CommandLine& line);
 void addExchangeCommands(CommandLine& line);
 /// Report templates, reports, model selections and what belongs to them.
 void addProjectCommands(CommandLine& line);
+/// prefix, views, explode
+void addRuleCommands(CommandLine& line);

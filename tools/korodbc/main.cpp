@@ -20,6 +20,7 @@ public:
         addDemo();
         addExchangeCommands(*this);
         addProjectCommands(*this);
+        addRuleCommands(*this);
     }
 
 private:

@@ -2,6 +2,7 @@
 
 #include "records/DescriptionBuilder.h"
 #include "records/detail/DetailObjectRecords.h"
+#include "records/detail/NamedRows.h"
 #include "records/Registry.h"
 
 using namespace records;
@@ -84,6 +85,12 @@ const RecordDescription& descriptionOf<StructDSTVStaticInB04>()
 }
 
 template <>
+const RecordDescription& descriptionOf<StructBeamType>()
+{
+    return namedRows<StructBeamType>("StructBeamType", "BeamType");
+}
+
+template <>
 const RecordDescription& descriptionOf<StructNecessaryViewsConfiguration>()
 {
     using R = StructNecessaryViewsConfiguration;
@@ -95,7 +102,7 @@ const RecordDescription& descriptionOf<StructNecessaryViewsConfiguration>()
             key<&R::key>("Key"),
             runName<&R::runName>("RunName"),
             column<&R::viewType>("ViewType"),
-            column<&R::beamType>("BeamType"),
+            lookup<&R::beamType, StructBeamType>("BeamType"),
             column<&R::notBeamType>("NOTBeamType"),
             column<&R::detObjQualifierSet>("DetObjQualifierSet").names<StructDetObjQualifierSet>().noneAllowed(),
             column<&R::notDetObjQualifierSet>("NOTDetObjQualifierSet"),
@@ -148,6 +155,7 @@ std::span<const DescriptionFunction> records::exchangeRecords()
                                                    descriptionOf<StructDSTVStaticInB02>,
                                                    descriptionOf<StructDSTVStaticInB03>,
                                                    descriptionOf<StructDSTVStaticInB04>,
+                                                   descriptionOf<StructBeamType>,
                                                    descriptionOf<StructNecessaryViewsConfiguration>};
     return list;
 }

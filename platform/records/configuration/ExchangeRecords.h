@@ -76,17 +76,36 @@ struct StructDSTVStaticInB04Marshal : RecordMarshal<StructDSTVStaticInB04> {
     static int getObjectProperty(long objectNumber, const KorString& propertyName, KorString& value);
 };
 
+/// A type of beams, as the rules for views tell them apart. Table "BeamType".
+struct StructBeamType {
+    int key = -1;
+    KorString runName;
+};
+template <>
+const RecordDescription& descriptionOf<StructBeamType>();
+struct StructBeamTypeMarshal : RecordMarshal<StructBeamType> {};
+
 /// When a beam needs a view. -1 as view or beam type stands for every type. Table
 /// "NecessaryViewsConfiguration".
 struct StructNecessaryViewsConfiguration {
+    enum eViewType {
+        kFrontView = 1,
+        kTopView = 2,
+        kSideView = 3,
+        kSection = 4,
+        kBottomView = 5,
+        kBackView = 6,
+    };
+    enum eRule { kAlways = 1, kWhenItShowsDimensions = 2, kWhenPartsAreOnThatSide = 3 };
+
     int key = -1;
     KorString runName;
-    int viewType = -1;
+    int viewType = -1; // eViewType
     int beamType = -1;
     int notBeamType = 0;           // 1: applies to the other beam types
     int detObjQualifierSet = -1;   // key of the qualifier set
     int notDetObjQualifierSet = 0; // 1: applies to objects that the set does not hold
-    int rule = 0;
+    int rule = 0; // eRule
     KorString ownerText;
 
     int getViewType() const { return viewType; }

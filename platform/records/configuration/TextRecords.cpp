@@ -1,6 +1,7 @@
 #include "records/configuration/TextRecords.h"
 
 #include "records/DescriptionBuilder.h"
+#include "records/detail/NumberingRecords.h"
 #include "records/Registry.h"
 
 using namespace records;
@@ -44,7 +45,7 @@ const RecordDescription& descriptionOf<StructGenericStringTokenGroup>()
                            inConfiguration,
                            key<&R::key>("Key"),
                            runName<&R::runName>("RunName"),
-                           column<&R::objectType>("ObjectType"),
+                           lookup<&R::objectType, StructObjectType>("ObjectType"),
                            sortOrder<&R::sortOrder>("SortOrder"));
     });
 }

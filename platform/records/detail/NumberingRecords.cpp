@@ -1,9 +1,89 @@
 #include "records/detail/NumberingRecords.h"
 
+#include "records/configuration/ClassificationRecords.h"
 #include "records/DescriptionBuilder.h"
+#include "records/detail/DetailCatalogueRecords.h"
 #include "records/Registry.h"
 
+#include <algorithm>
+
 using namespace records;
+
+template <>
+const RecordDescription& descriptionOf<StructObjectGroup>()
+{
+    using R = StructObjectGroup;
+    return described([] {
+        return describe<R>("StructObjectGroup",
+                           "ObjectGroup",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"));
+    });
+}
+
+template <>
+const RecordDescription& descriptionOf<StructObjectType>()
+{
+    using R = StructObjectType;
+    return described([] {
+        return describe<R>("StructObjectType",
+                           "ObjectType",
+                           inConfiguration,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::classId>("ClassID"),
+                           lookup<&R::modelType, StructDetModelType>("ModelType"),
+                           lookup<&R::objectGroup, StructObjectGroup>("ObjectGroup").noneAllowed());
+    });
+}
+
+int StructObjectTypeMarshal::getByClassId(const KorString& classId, StructObjectType& type)
+{
+    return recordWith<&StructObjectType::classId>(classId, type);
+}
+
+int StructObjectTypeMarshal::getByModelType(long modelType, StructObjectType& type)
+{
+    return recordWith<&StructObjectType::modelType>(modelType, type);
+}
+
+template <auto Member>
+int StructObjectTypeMarshal::keysWith(long value, KorArray<int>& keys)
+{
+    KorArray<int> found;
+    visit([&](const StructObjectType& type) {
+        if (type.*Member == value)
+            found.append(type.key);
+        return true;
+    });
+    return foundAny(found, keys);
+}
+
+int StructObjectTypeMarshal::getAllObjectTypeKeysByModelType(long modelType, KorArray<int>& keys)
+{
+    return keysWith<&StructObjectType::modelType>(modelType, keys);
+}
+
+int StructObjectTypeMarshal::getObjectGroup(int group, KorArray<int>& keys)
+{
+    return keysWith<&StructObjectType::objectGroup>(group, keys);
+}
+
+template <>
+const RecordDescription& descriptionOf<StructNumberingMethod>()
+{
+    using R = StructNumberingMethod;
+    return described([] {
+        return describe<R>("StructNumberingMethod",
+                           "NumberingMethod",
+                           DataSources{KorDSNDefinitions::kNumbering, KorDSNDefinitions::kAddin},
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::flag>("Flag"),
+                           column<&R::description>("Description"));
+    });
+}
 
 template <>
 const RecordDescription& descriptionOf<StructNumberingPrefix>()
@@ -18,7 +98,7 @@ const RecordDescription& descriptionOf<StructNumberingPrefix>()
                            column<&R::singlePartPrefix>("SinglePartPrefix"),
                            column<&R::mainPartPrefix>("MainPartPrefix"),
                            owner<&R::ownerText>("OwnerText"),
-                           column<&R::objectType>("ObjectType"),
+                           lookup<&R::objectType, StructObjectType>("ObjectType"),
                            lookup<&R::profile, StructNumberingPrefixProfile>("Profile").noneAllowed(),
                            column<&R::profileSubtype>("ProfileSubtype"),
                            column<&R::preliminaryPartPrefix>("PreliminaryPartPrefix"));
@@ -68,6 +148,34 @@ int StructProfileShapeRunNameMarshal::getByProfileSubtype(const KorString& profi
 }
 
 template <>
+const RecordDescription& descriptionOf<StructExplodeObjects>()
+{
+    using R = StructExplodeObjects;
+    return described([] {
+        return describe<R>("StructExplodeObjects",
+                           "ExplodeObjectsTo",
+                           inConfigurationAndAddin,
+                           key<&R::name>("Key"),
+                           column<&R::solidsTo>("SolidsTo"),
+                           column<&R::solidsGrouped>("SolidsGrouped"),
+                           column<&R::linesTo>("LinesTo"),
+                           column<&R::linesGrouped>("LinesGrouped"),
+                           column<&R::textsTo>("TextsTo"),
+                           column<&R::textsGrouped>("TextsGrouped"),
+                           sortOrder<&R::order>("SortOrder"));
+    });
+}
+
+int StructExplodeObjectsMarshal::getExplodeObjectsTable(KorArray<StructExplodeObjects>& records, int sorted)
+{
+    const int result = getTable(records);
+    if (result == 1 && sorted != 0)
+        std::stable_sort(records.begin(), records.end(),
+                         [](const auto& a, const auto& b) { return a.order < b.order; });
+    return result;
+}
+
+template <>
 const RecordDescription& descriptionOf<StructExplodeSettings>()
 {
     using R = StructExplodeSettings;
@@ -108,14 +216,18 @@ const RecordDescription& descriptionOf<StructObjectStructure>()
                            "ObjectStructure",
                            inConfigurationAndAddin,
                            key<&R::key>("Key"),
-                           column<&R::objectType>("ObjectType"),
-                           column<&R::objectSubType>("ObjectSubType"));
+                           lookup<&R::objectType, StructObjectType>("ObjectType"),
+                           lookup<&R::objectSubType, StructObjectSubType>("ObjectSubType"));
     });
 }
 
 std::span<const DescriptionFunction> records::numberingRecords()
 {
     static constexpr DescriptionFunction types[] = {
+        &descriptionOf<StructObjectGroup>,
+        &descriptionOf<StructObjectType>,
+        &descriptionOf<StructNumberingMethod>,
+        &descriptionOf<StructExplodeObjects>,
         &descriptionOf<StructNumberingPrefix>,
         &descriptionOf<StructNumberingPrefixProfile>,
         &descriptionOf<StructProfileShapeRunName>,

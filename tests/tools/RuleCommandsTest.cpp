@@ -1,0 +1,93 @@
+#include "tools/CommandLine.h"
+
+namespace {
+
+class RuleCommands : public CommandLine {};
+
+} // namespace
+
+TEST_F(RuleCommands, SayWhatAppliesAndWhy)
+{
+    const struct {
+        std::string arguments, pattern;
+    } cases[] = {
+        {"prefix Beam --role column",
+         "\\np +C +c +main +exact: this role, no subtype +2 +Column .*Standard +Configuration\\n"},
+        {"prefix 1 --subtype 'Round TUBE' --json",
+         "\"Main part\": \"R\".*\"Level\": \"any role, this subtype\", \"Key\": 14"},
+        {"prefix plate --role Stiffener --subtype any --csv", "\\nst,ST,st,main,\"?this role, any subtype\"?,10,"},
+        {"prefix Grating --role nobody --csv", "\\ng,G,g,main,\"any role, no subtype\",12,"},
+        {"prefix Beam --role Column --subtype 'I section, parallel flanges' --profile 'by section family' --csv",
+         "\\ni,IC,ic,add-in,\"exact: this role, this subtype\",2,.*,By section family,Addin\\n"},
+        {"views Column section", "\\nsection +always +End plates and base plates +11 .* Details\\n"},
+        {"views Purlin back --csv", "\\nback,[^\\n]*,all but Small parts,9,Back view unless small,Details\\n$"},
+        {"views 'railing post' --json",
+         "\"View\": \"front\", \"Necessary\": \"always\", \"For objects of\": \"any set\""},
+        {"explode",
+         "^Explode settings are used\\.\\n.*[^]*\\nBeam +Solid +0 +Lines +0 +Text +0 +Configuration\\n"},
+        {"explode --json", "^\\[\\n  \\{\"Object\": \"Beam\", \"Solids to\": \"Solid\", \"Solids grouped\": 0"},
+        {"explode Beam mark --csv", "^[^\\n]*\\nMark,EXPLODE-BEAM-MARK,7,ByLayer,0,3,Configuration\\n$"},
+        {"explode Welds --csv", "\\nShape,ExplodeDefaultLayer,253,ByLayer,1,-1,fallback\\n"},
+        {"prefix --help", "Example:\\n  korodbc prefix Beam"},
+        {"views --help", "Example:\\n  korodbc views Column"},
+    };
+    for (const auto& entry : cases) {
+        const std::string out = output(entry.arguments);
+        EXPECT_TRUE(matches(out, entry.pattern)) << entry.arguments << "\n" << out;
+    }
+    EXPECT_EQ(output("explode off"), "Explode settings are not used.\n");
+    EXPECT_EQ(output("get Default_INT C40_UseExplodeSettings --csv"), "Key,Value\nC40_UseExplodeSettings,0\n");
+    sql(m_folder / "work/addins/no.db",
+        "INSERT INTO NecessaryViewsConfiguration VALUES (4, 'ours', 4, -1, 0, -1, 0, 2, '')");
+    EXPECT_TRUE(matches(output("views Beam --from no --csv"),
+                        "^[^\\n]*\\nsection,when it shows dimensions,any set,4,ours,CountryAddin Norway\\n$"));
+    EXPECT_TRUE(matches(output("views Beam front"), " Details\\n"));
+    output("views Beam section --from Norway --keep");
+    EXPECT_TRUE(matches(output("views Beam section --csv"), ",ours,CountryAddin Norway\\n$"));
+    sql(m_folder / "work/project.db",
+        "CREATE TABLE NumberingPrefix AS SELECT 7 AS Key, 'COLUMN' AS ModelRole, 'own' AS "
+        "SinglePartPrefix, '' AS MainPartPrefix, '' AS OwnerText, 1 AS ObjectType, -1 AS "
+        "Profile, '' AS ProfileSubtype, '' AS PreliminaryPartPrefix");
+    EXPECT_TRUE(matches(output("prefix Beam --role Column --csv"),
+                        "\\nown,,,drawing,\"exact: this role, no subtype\",7,COLUMN,,,Project\\n"));
+}
+
+TEST_F(RuleCommands, BadInputIsRefusedInOneLineAndChangesNothing)
+{
+    const struct {
+        std::string arguments;
+        int code;
+        std::string error;
+    } cases[] = {
+        {"prefix Beem", 4,
+         "there is no object type \"Beem\" \\(did you mean \"Beam\"\\?\\); list them with: korodbc list "
+         "ObjectType"},
+        {"prefix Beam --profile standart", 4, "did you mean \"Standard\""},
+        {"prefix Bolt --role \"it's\"", 4, "no numbering prefix applies to \"Bolt\" in the role \"it's\""},
+        {"prefix", 2, "TYPE is required"},
+        {"views Colum", 4, "there is no beam type \"Colum\" \\(did you mean \"Column\"\\?\\)"},
+        {"views Column sektion", 4,
+         "there is no view type \"sektion\" \\(did you mean \"section\"\\?\\); there are: front, top"},
+        {"views Column --from Units", 2, "not in Units; name one of these with --from"},
+        {"views Column --from Sweden", 4, "there is no data source \"Sweden\""},
+        {"views Beam --from Addin", 4, "no rule of Addin is for a view of \"Beam\""},
+        {"views Beam --keep", 2, "--keep goes with --from"},
+        {"explode Beems", 4, "did you mean \"Beam\""},
+        {"explode Beam Shap", 4, "there is no object sub-type \"Shap\" \\(did you mean \"Shape\"\\?\\)"},
+        {"explode on Shape", 2, "takes no sub-type"},
+        {"explode off --json", 2, "--csv and --json go with"},
+        {"explode --csv --json", 2, "exclude each other"},
+    };
+    for (const auto& entry : cases)
+        expectRefused(entry.arguments, entry.code, entry.error);
+    sql(m_folder / "work/configuration.db", "UPDATE NumberingPrefix SET ObjectType = 'x' WHERE Key = 3");
+    sql(m_folder / "work/configuration.db",
+        "UPDATE Settings SET Value = 'Sweden_1/kDetailsCurrent' WHERE Key LIKE '%Views%'");
+    expectRefused("views Beam", 4, "\"Sweden_1/kDetailsCurrent\" names a country add-in that is not installed");
+    sql(m_folder / "work/addin.db", "INSERT INTO ObjectStructure VALUES (1, 'x', 1)");
+    expectRefused("explode Beam", 1, "table ObjectStructure cannot be read: ");
+    fs::remove(m_folder / "work/project.db");
+    expectRefused("prefix Plate", 3, "the file is missing");
+    fs::copy(s_made / "pristine/work/project.db", m_folder / "work/project.db");
+    expectRefused("prefix Beam", 1, "table NumberingPrefix cannot be read: .*ObjectType");
+}

@@ -1,0 +1,352 @@
+#include "addins/AddInManagerInterface.h"
+#include "catalogues/KorODBCExplodeObjects.h"
+#include "catalogues/KorODBCNecessaryViewsConfiguration.h"
+#include "catalogues/KorOdbcNumberingPrefix.h"
+#include "Choices.h"
+#include "CommandLine.h"
+#include "edit/KorOdbcMan.h"
+#include "records/configuration/ClassificationRecords.h"
+#include "records/detail/DetailCatalogueRecords.h"
+#include "roots/KRSettings.h"
+#include "roots/SettingsStore.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+// Numbering prefixes
+
+struct PrefixOptions {
+    std::string type, role, subtype, profile;
+};
+
+struct PrefixPlace {
+    const char* name;
+    eDSN dsn;
+    eIndex index;
+};
+
+/// In the order in which they are asked.
+std::vector<PrefixPlace> prefixPlaces()
+{
+    return {{"drawing", KorDSNDefinitions::kProject, KorDSNSetDwgSource::GeteIndexForDwg()},
+            {"add-in", KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin},
+            {"main", KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase}};
+}
+
+/// Why the record fits: "exact: this role, this subtype", "any role, no subtype".
+std::string levelText(const KorNumberingPrefixId& id, const StructNumberingPrefix& record)
+{
+    const auto level = KorOdbcNumberingPrefix::getLevel(id, record);
+    const bool anyRole = level == KorOdbcNumberingPrefix::kAnyRole || level == KorOdbcNumberingPrefix::kAnyObject;
+    const char* const subtype = id.getProfileSubtype().isEmpty()            ? ", no subtype"
+                                : level <= KorOdbcNumberingPrefix::kAnyRole ? ", this subtype"
+                                                                            : ", any subtype";
+    return (level == KorOdbcNumberingPrefix::kExact ? "exact: " : "") +
+           std::string(anyRole                       ? "any role"
+                       : id.getModelRole().isEmpty() ? "no role"
+                                                     : "this role") +
+           subtype;
+}
+
+void runPrefix(const GlobalOptions& global, const PrefixOptions& options, Format format)
+{
+    const StartedSession session(global);
+    const std::vector<PrefixPlace> places = prefixPlaces();
+    const Named type = rowNamed<StructObjectType>(options.type, "object type");
+    Named profile{-1, {}};
+    if (!options.profile.empty()) {
+        const KorDSNRequest addIn(places[1].dsn, places[1].index);
+        profile = chosen(namedRows<StructNumberingPrefixProfile>(), options.profile, "numbering prefix profile",
+                         "list them with: korodbc list NumberingPrefixProfile --source Addin");
+    }
+    for (const PrefixPlace& place : places)
+        requireSound(descriptionOf<StructNumberingPrefix>(), place.dsn, place.index);
+    const KorNumberingPrefixId id(KorString::fromUtf8(options.role), type.key, profile.key == -1 ? 0 : 1,
+                                  profile.key, KorString::fromUtf8(options.subtype));
+    StructNumberingPrefix found;
+    KorOdbcNumberingPrefix::ePlace where{};
+    if (KorOdbcNumberingPrefix::findNumberingPrefix(id, profile.key == -1 ? 1 : 0, found, where) != 1)
+        throw Failure{kNotFound, "no numbering prefix applies to " + quote(type.name) +
+                                     (options.role.empty() ? "" : " in the role " + quote(options.role)) +
+                                     "; see them with: korodbc show NumberingPrefix"};
+    const PrefixPlace& place = places[where];
+    const KorDSNRequest request(place.dsn, place.index);
+    Sheet sheet{{{"Single part", false},
+                 {"Main part", false},
+                 {"Preliminary", false},
+                 {"Place", false},
+                 {"Level", false},
+                 {"Key", true},
+                 {"Role", false},
+                 {"Subtype", false},
+                 {"Profile", false},
+                 {"Source", false}},
+                {}};
+    sheet.rows.push_back({found.singlePartPrefix.toUtf8(), found.mainPartPrefix.toUtf8(),
+                          found.preliminaryPartPrefix.toUtf8(), place.name, levelText(id, found),
+                          std::to_string(found.key), found.modelRole.toUtf8(), found.profileSubtype.toUtf8(),
+                          found.profile == -1 ? "" : nameOrKey<StructNumberingPrefixProfile>(found.profile),
+                          sourceName(place.dsn, place.index)});
+    printSheet(sheet, format);
+}
+
+// Necessary views
+
+struct ViewsOptions {
+    std::string beam, view, from;
+    bool keep = false; // the source as the setting
+};
+
+using View = StructNecessaryViewsConfiguration;
+
+const std::vector<Named> viewTypes = {{View::kFrontView, "front"},   {View::kTopView, "top"},
+                                      {View::kSideView, "side"},     {View::kSection, "section"},
+                                      {View::kBottomView, "bottom"}, {View::kBackView, "back"}};
+const std::vector<Named> viewRules = {{View::kAlways, "always"},
+                                      {View::kWhenItShowsDimensions, "when it shows dimensions"},
+                                      {View::kWhenPartsAreOnThatSide, "when parts are on that side"}};
+
+/// The setting that has the rules read in that source.
+KorString settingOf(const Source& source)
+{
+    switch (source.dsn) {
+    case KorDSNDefinitions::kDetails:
+        return L"/kDetails";
+    case KorDSNDefinitions::kAddin:
+        return L"/kAddin";
+    case KorDSNDefinitions::kCountryAddin: {
+        const KorAddIn* addIn =
+            AddInManagerInterface::getInstance()->getAddIn(KorAddInId(KorString::fromUtf8(source.id)));
+        return addIn == nullptr ? KorString()
+                                : KorString::format(L"%s_%d/kDetailsCurrent", addIn->getName(),
+                                                    KorDSNManager::getAddInIdx(source.index));
+    }
+    default:
+        throw Failure{kUsage, "rules for views are kept in Details, Addin or a country add-in, not in " +
+                                  source.name + "; name one of these with --from"};
+    }
+}
+
+/// Has the rules read in that source, from now on or only by this program.
+void choose(const Source& source, bool keep)
+{
+    const KorString setting = settingOf(source);
+    if (!keep)
+        korodbc::host::setSettingsStore(nullptr);
+    if (KRSettings::setValue(KorODBCNecessaryViewsConfiguration::settingKey(), setting) != 1)
+        throw Failure{kFailed,
+                      "the setting was not written" + advised(korodbc::host::lastError(), "Configuration")};
+}
+
+void runViews(GlobalOptions global, const ViewsOptions& options, Format format)
+{
+    using Reader = KorODBCNecessaryViewsConfiguration;
+    if (options.keep && options.from.empty())
+        throw Failure{kUsage, "--keep goes with --from"};
+    if (options.keep)
+        global.start = Start::Write;
+    const StartedSession session(global);
+    const Named beam = rowNamed<StructBeamType>(options.beam, "beam type");
+    std::vector<Named> views = viewTypes;
+    if (!options.view.empty()) {
+        std::string all;
+        for (const Named& view : viewTypes)
+            all += (all.empty() ? "" : ", ") + view.name;
+        views = {chosen(viewTypes, options.view, "view type", "there are: " + all)};
+    }
+    if (!options.from.empty())
+        choose(sourceNamed(options.from), options.keep);
+    eDSN dsn{}, savedDsn{};
+    eIndex index{}, savedIndex{};
+    if (Reader::getODBCDSNValue(dsn, index, savedIndex, savedDsn) != 1) {
+        KorString setting;
+        KRSettings::getValue(Reader::settingKey(), setting);
+        throw Failure{kNotFound, "the setting " + quote(setting.toUtf8()) +
+                                     " names a country add-in that is not installed; name a source with --from"};
+    }
+    const std::string source = sourceName(dsn, dsn == KorDSNDefinitions::kCountryAddin ? savedIndex : index);
+    KorArray<View> records;
+    if (Reader::getAllRecords(records) != 1)
+        throw Failure{kFailed, "the rules for views in " + source + " cannot be read" + because()};
+    const KorDSNRequest request(dsn, dsn == KorDSNDefinitions::kCountryAddin ? savedIndex : index);
+    Sheet sheet{{{"View", false},
+                 {"Necessary", false},
+                 {"For objects of", false},
+                 {"Key", true},
+                 {"Name", false},
+                 {"Source", false}},
+                {}};
+    for (const Named& view : views) {
+        for (const View& record : records) {
+            if (!Reader::isApplicable(record, view.key, beam.key))
+                continue;
+            const auto rule = std::ranges::find(viewRules, record.rule, &Named::key);
+            const std::string set = record.detObjQualifierSet == -1
+                                        ? "any set"
+                                        : nameOrKey<StructDetObjQualifierSet>(record.detObjQualifierSet);
+            sheet.rows.push_back({view.name, rule == viewRules.end() ? std::to_string(record.rule) : rule->name,
+                                  (record.notDetObjQualifierSet == 1 ? "all but " : "") + set,
+                                  std::to_string(record.key), record.runName.toUtf8(), source});
+        }
+    }
+    if (sheet.rows.empty())
+        throw Failure{kNotFound, "no rule of " + source + " is for " +
+                                     (views.size() == 1 ? "the " + views.front().name + " view" : "a view") +
+                                     " of " + quote(beam.name)};
+    printSheet(sheet, format);
+}
+
+// Exploding
+
+struct ExplodeOptions {
+    std::string what, subType;
+};
+
+std::string usedText()
+{
+    switch (KorODBCExplodeSettings::getUsedExplodeSettingsDefault()) {
+    case -1:
+        return "Nothing says whether explode settings are used; say it with: korodbc explode on";
+    case 0:
+        return "Explode settings are not used.";
+    default:
+        return "Explode settings are used.";
+    }
+}
+
+/// Throws when a table of the user's or of the configuration cannot be read.
+template <class... T>
+void requireSoundBoth()
+{
+    (requireSound(descriptionOf<T>(), KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin), ...);
+    (requireSound(descriptionOf<T>(), KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase), ...);
+}
+
+/// What objects become, the user's rows merged in.
+void printObjects(Format format)
+{
+    requireSoundBoth<StructExplodeObjects>();
+    KorArray<StructExplodeObjects> objects;
+    if (KorODBCExplodeObjects::getExplodeObjectsTable(objects, 1) != 1)
+        throw Failure{kFailed, "table ExplodeObjectsTo cannot be read" + because()};
+    if (format == Format::Text)
+        std::puts(usedText().c_str());
+    Sheet sheet{{{"Object", false},
+                 {"Solids to", false},
+                 {"Solids grouped", true},
+                 {"Lines to", false},
+                 {"Lines grouped", true},
+                 {"Texts to", false},
+                 {"Texts grouped", true},
+                 {"Source", false}},
+                {}};
+    for (const StructExplodeObjects& object : objects) {
+        StructExplodeObjects own;
+        const bool isUsers = KorODBCExplodeObjects::getExplodeObjects(object.name, own, KorDSNDefinitions::kAddin,
+                                                                      KorDSNDefinitions::kFirstAddin) == 1;
+        sheet.rows.push_back({object.name.toUtf8(), object.solidsTo.toUtf8(), std::to_string(object.solidsGrouped),
+                              object.linesTo.toUtf8(), std::to_string(object.linesGrouped),
+                              object.textsTo.toUtf8(), std::to_string(object.textsGrouped),
+                              isUsers ? sourceName(KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin)
+                                      : sourceName(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase)});
+    }
+    printSheet(sheet, format);
+}
+
+void printSettings(const ExplodeOptions& options, Format format)
+{
+    const Named model = rowNamed<StructDetModelType>(options.what, "model type");
+    std::vector<Named> subTypes = namedRows<StructObjectSubType>();
+    if (!options.subType.empty())
+        subTypes = {
+            chosen(subTypes, options.subType, "object sub-type", "list them with: korodbc list ObjectSubType")};
+    requireSoundBoth<StructExplodeSettings, StructObjectStructure, StructExplodeProfile>();
+    Sheet sheet{{{"Sub-type", false},
+                 {"Layer", false},
+                 {"Colour", true},
+                 {"Line type", false},
+                 {"On", true},
+                 {"Key", true},
+                 {"Source", false}},
+                {}};
+    for (const Named& subType : subTypes) {
+        StructExplodeSettings setting;
+        const bool found =
+            KorODBCExplodeSettings::getExplodeSettingsForObjectStructure(model.key, subType.key, setting) == 1;
+        sheet.rows.push_back(
+            {subType.name, setting.layer.toUtf8(), std::to_string(setting.color), setting.lineType.toUtf8(),
+             std::to_string(setting.on), std::to_string(setting.key),
+             found ? sourceName(KorOdbcMan::m_currentDSN, KorOdbcMan::m_currentAddIn) : "fallback"});
+    }
+    printSheet(sheet, format);
+}
+
+void runExplode(GlobalOptions global, const ExplodeOptions& options, Format format)
+{
+    const bool on = sameName(options.what, "on");
+    if (!on && !sameName(options.what, "off")) {
+        const StartedSession session(global);
+        options.what.empty() ? printObjects(format) : printSettings(options, format);
+        return;
+    }
+    if (!options.subType.empty())
+        throw Failure{kUsage, "\"explode " + options.what + "\" takes no sub-type"};
+    if (format != Format::Text)
+        throw Failure{kUsage, "--csv and --json go with what is printed as a table, not with on and off"};
+    global.start = Start::Write;
+    const StartedSession session(global);
+    if (KorODBCExplodeSettings::setUsedExplodeSettingsDefault(on ? 1 : 0) != 1)
+        throw Failure{kFailed, "the default C40_UseExplodeSettings was not written" +
+                                   advised(korodbc::host::lastError(), "Configuration")};
+    std::puts(usedText().c_str());
+}
+
+} // namespace
+
+void addRuleCommands(CommandLine& line)
+{
+    const auto prefix = std::make_shared<PrefixOptions>();
+    CLI::App* command = line.command(
+        "prefix", "Print which numbering prefix applies to an object, and why",
+        "korodbc prefix Beam --role Column\n"
+        "  korodbc prefix Beam --subtype \"Round tube\" --profile \"By section family\"\n\n"
+        "The drawing's own prefixes are asked first, then those of the add-in, then the main ones. Without\n"
+        "--profile the add-in is asked for the profile that is selected there.",
+        [&line, prefix] { runPrefix(line.global(), *prefix, line.format()); });
+    command->add_option("TYPE", prefix->type, "Object type, by name or key")->required()->type_name("");
+    command->add_option("--role", prefix->role, "Model role")->type_name("ROLE");
+    command->add_option("--subtype", prefix->subtype, "Profile subtype")->type_name("SUBTYPE");
+    command->add_option("--profile", prefix->profile, "Prefix profile of the add-in, by name or key")
+        ->type_name("PROFILE");
+    line.addFormats(command);
+
+    const auto views = std::make_shared<ViewsOptions>();
+    command = line.command("views", "Print which rules for views apply to a beam",
+                           "korodbc views Column\n  korodbc views Beam section --from Norway",
+                           [&line, views] { runViews(line.global(), *views, line.format()); });
+    command->add_option("BEAM", views->beam, "Beam type, by name or key")->required()->type_name("");
+    command->add_option("VIEW", views->view, "front, top, side, section, bottom or back (default: all)")
+        ->type_name("");
+    command
+        ->add_option("--from", views->from,
+                     "Details, Addin or a country add-in (default: as the setting says, else Details)")
+        ->type_name("SOURCE");
+    command->add_flag("--keep", views->keep, "Keep the source of --from as the setting");
+    line.addFormats(command);
+
+    const auto explode = std::make_shared<ExplodeOptions>();
+    command = line.command("explode", "Print what objects become when they are exploded, or switch the settings",
+                           "korodbc explode\n  korodbc explode Beam Mark\n  korodbc explode off",
+                           [&line, explode] { runExplode(line.global(), *explode, line.format()); });
+    command
+        ->add_option("WHAT", explode->what,
+                     "Model type, by name or key: its layers, colours and line types; on or off: whether\n"
+                     "these are used (default: what each kind of object becomes)")
+        ->type_name("");
+    command->add_option("SUBTYPE", explode->subType, "Object sub-type, by name or key (default: all)")
+        ->type_name("");
+    line.addFormats(command);
+}
