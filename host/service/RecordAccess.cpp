@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <charconv>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 using namespace korodbc::host;
@@ -154,21 +155,26 @@ bool itemsReady(const RecordDescription& type, const RecordCache& records)
     return items != nullptr && items->refresh();
 }
 
-/// False when `act` wants no more.
-bool show(const RecordCache& records, const std::function<bool(const void* record)>& act)
+/// Shows all records, or the chosen ones; false when `act` wants no more.
+bool show(const RecordCache& records, const std::function<bool(const void* record)>& act,
+          const std::vector<long>* chosen = nullptr)
 {
     const RecordDescription& type = records.type();
+    const long length = chosen == nullptr ? records.length() : static_cast<long>(chosen->size());
+    const auto at = [&](long i) {
+        return records.at(chosen == nullptr ? i : (*chosen)[static_cast<std::size_t>(i)]);
+    };
     if (!type.items.exists()) {
-        for (long position = 0; position < records.length(); ++position)
-            if (!act(records.at(position)))
+        for (long i = 0; i < length; ++i)
+            if (!act(at(i)))
                 return false;
         return true;
     }
     // items are kept apart from their records: they meet in one record that serves for all
     const AnyRecord complete(type);
     RecordCache* items = itemCache(type, records);
-    for (long position = 0; position < records.length(); ++position) {
-        type.operations->assign(complete.get(), records.at(position));
+    for (long i = 0; i < length; ++i) {
+        type.operations->assign(complete.get(), at(i));
         if (!attachItems(type, items, complete.get()) || !act(complete.get()))
             return false;
     }
@@ -255,6 +261,52 @@ bool number(const KorString& text, long& value)
     const std::string narrow = text.toUtf8();
     const auto end = std::from_chars(narrow.data(), narrow.data() + narrow.size(), value);
     return end.ec == std::errc() && end.ptr == narrow.data() + narrow.size();
+}
+
+long positionOf(RecordCache& records, long key) { return records.findKey(key); }
+
+long positionOf(RecordCache& records, const KorString& key)
+{
+    long value = 0;
+    if (records.type().hasTextKey())
+        return records.findKey(key);
+    return number(key, value) ? records.findKey(value) : -1;
+}
+
+/// Positions of the records that have these keys, each once, in the type's sort order.
+template <class Key>
+std::vector<long> positionsOf(RecordCache& records, const KorArray<Key>& keys)
+{
+    std::vector<char> taken(static_cast<std::size_t>(records.length()), 0);
+    std::vector<long> positions;
+    positions.reserve(static_cast<std::size_t>(keys.length()));
+    for (const Key& key : keys)
+        if (const long position = positionOf(records, key); position >= 0)
+            taken[static_cast<std::size_t>(position)] = 1;
+    eachPosition(records, true, [&](long position) {
+        if (taken[static_cast<std::size_t>(position)] != 0)
+            positions.push_back(position);
+    });
+    return positions;
+}
+
+/// Puts the run names of the records with these keys into `names`; false when the table cannot be read.
+template <class Key>
+bool namesOfKeys(const RecordDescription& type, const KorArray<Key>& keys, KorArray<KorString>& names,
+                 RecordAccess::Sources sources)
+{
+    const Caches caches(type, sources);
+    const ColumnDescription* name = type.runNameColumn();
+    if (caches.empty() || name == nullptr)
+        return false;
+    names.removeAll();
+    for (RecordCache* records : caches) {
+        const std::vector<long> positions = positionsOf(*records, keys);
+        names.reserve(names.length() + static_cast<long>(positions.size()));
+        for (const long position : positions)
+            names.append(name->text(records->at(position)));
+    }
+    return true;
 }
 
 } // namespace
@@ -393,25 +445,37 @@ int runNames(const RecordDescription& type, KorArray<KorString>& names, bool ord
     return 1;
 }
 
-int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& wanted, KorArray<KorString>& names,
+int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& keys, KorArray<KorString>& names,
                    Sources sources)
 {
-    const Caches caches(type, sources);
-    const ColumnDescription* name = type.runNameColumn();
-    if (caches.empty() || name == nullptr)
+    return namesOfKeys(type, keys, names, sources) ? 1 : 0;
+}
+
+int runNamesOfKeys(const RecordDescription& type, const KorArray<KorString>& keys, KorArray<KorString>& names,
+                   Sources sources)
+{
+    KorArray<KorString> found;
+    if (!namesOfKeys(type, keys, found, sources) || found.isEmpty())
         return 0;
-    names.removeAll();
-    for (RecordCache* records : caches) {
-        std::vector<char> taken(static_cast<std::size_t>(records->length()), 0);
-        for (const long key : wanted)
-            if (const long position = records->findKey(key); position >= 0)
-                taken[static_cast<std::size_t>(position)] = 1;
-        eachPosition(*records, true, [&](long position) {
-            if (taken[static_cast<std::size_t>(position)] != 0)
-                names.append(name->text(records->at(position)));
-        });
-    }
+    names = std::move(found);
     return 1;
+}
+
+int visitKeys(const RecordDescription& type, const KorArray<KorString>& keys,
+              const std::function<bool(const void* record)>& act, Sources sources)
+{
+    const Caches caches(type, sources);
+    for (const RecordCache* records : caches)
+        if (!itemsReady(type, *records))
+            return unread(*records);
+    int found = 0;
+    for (RecordCache* records : caches) {
+        const std::vector<long> positions = positionsOf(*records, keys);
+        found = found == 1 || !positions.empty() ? 1 : 0;
+        if (!show(*records, act, &positions))
+            break;
+    }
+    return found;
 }
 
 int keys(const RecordDescription& type, KorArray<long>& out)

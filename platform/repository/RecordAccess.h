@@ -35,6 +35,11 @@ int readFirstWhere(const RecordDescription& type, int column, long value, int co
 /// 1 when the table could be read, else 0 without having called `act`.
 int visit(const RecordDescription& type, const std::function<bool(const void* record)>& act,
           Sources sources = Sources::Current);
+/// Shows the records that have these keys in the same way, each once and in the table's sort order. Keys are
+/// texts; those of a table with integer keys are the texts of these. Returns 1 when there is any such record, else
+/// 0.
+int visitKeys(const RecordDescription& type, const KorArray<KorString>& keys,
+              const std::function<bool(const void* record)>& act, Sources sources = Sources::Current);
 /// Calls `act` for each source that has the table of the type, with that source requested, until it returns false:
 /// keys mean something within their source only. `Current` is the one that a read would go to.
 void eachSource(const RecordDescription& type, Sources sources, const std::function<bool()>& act);
@@ -42,6 +47,9 @@ int runNames(const RecordDescription& type, KorArray<KorString>& names, bool ord
              Sources sources = Sources::Current);
 /// Run names of the given keys, in the table's sort order.
 int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& keys, KorArray<KorString>& names,
+                   Sources sources = Sources::Current);
+/// The same for keys given as texts; 0 also when no record has any of them.
+int runNamesOfKeys(const RecordDescription& type, const KorArray<KorString>& keys, KorArray<KorString>& names,
                    Sources sources = Sources::Current);
 int keys(const RecordDescription& type, KorArray<long>& keys);
 int keys(const RecordDescription& type, KorArray<KorString>& keys);
