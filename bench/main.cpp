@@ -19,6 +19,7 @@ void registerCompactBenchmarks();
 void compactFigures();
 void registerSharingBenchmarks();
 void sharingFigures();
+void registerPreferredBenchmarks();
 
 /// korodbc_bench [--quick] [--strict] [options of Google Benchmark]: --strict ends with 1 when a limit is
 /// missed.
@@ -49,6 +50,7 @@ int main(int argc, char** argv)
     registerReadBenchmarks();
     registerCompactBenchmarks();
     registerSharingBenchmarks();
+    registerPreferredBenchmarks();
     benchmark::RunSpecifiedBenchmarks();
     nameFigures();
     transferFigures();

@@ -45,3 +45,4 @@ protected:
 
 void addUnitCommands(CommandLine& line);
 void addGratingCommands(CommandLine& line);
+void addPreferredCommands(CommandLine& line);

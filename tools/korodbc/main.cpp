@@ -18,6 +18,7 @@ public:
         addEditCommands();
         addMaintenance();
         addDemo();
+        addPreferredCommands(*this);
     }
 
 private:
