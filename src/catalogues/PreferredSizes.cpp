@@ -94,8 +94,12 @@ int preferredKeys(const KorArray<int>& profiles, int category, int type, int tab
 
 void mergeSorted(const KorArray<KorString>& more, KorArray<KorString>& names)
 {
-    std::vector<KorString> merged(names.begin(), names.end());
-    std::unordered_set<KorString> known(merged.begin(), merged.end());
+    std::vector<const KorString*> merged;
+    std::unordered_set<KorString> known;
+    for (const KorString& name : names) {
+        merged.push_back(&name);
+        known.insert(name);
+    }
     for (const KorString& name : more) {
         if (!known.insert(name).second)
             continue;
@@ -103,17 +107,17 @@ void mergeSorted(const KorArray<KorString>& more, KorArray<KorString>& names)
         std::size_t first = 0, end = merged.size();
         while (first < end) {
             const std::size_t middle = first + (end - first) / 2;
-            if (name < merged[middle])
+            if (name < *merged[middle])
                 end = middle;
             else
                 first = middle + 1;
         }
-        merged.insert(merged.begin() + static_cast<std::ptrdiff_t>(first), name);
+        merged.insert(merged.begin() + static_cast<std::ptrdiff_t>(first), &name);
     }
     KorArray<KorString> result;
     result.reserve(static_cast<long>(merged.size()));
-    for (KorString& name : merged)
-        result.append(std::move(name));
+    for (const KorString* name : merged)
+        result.append(*name);
     names = std::move(result);
 }
 
