@@ -11,7 +11,8 @@ TEST_F(PreferredCommands, PrintWhatIsChosenAndWhatItOffers)
     } cases[] = {
         {"preferred", "\\n +1 +Europe, common sizes +1 +Europe +yes +yes +[0-9]+\\n"},
         {"preferred --csv", "\\n3,\"North America, common sizes\",2,North America,yes,no,[0-9]+\\n$"},
-        {"preferred --region 'north america' --json", "^\\[?\\{\"Key\": 3, \"Profile\": \"North America"},
+        {"preferred --region 'north america' --json",
+         "^\\[\\n +\\{\"Key\": 3, \"Profile\": \"North America[^\\n]*\\n\\]\\n$"},
         {"preferred list", "\\nbolt-diameters +Diameters that they have +--standard --strength --set\\n"},
         {"preferred list materials --kind beam", "\\nS235JR\\nS355JR\\nS355J2\\n$"},
         {"preferred list Materials --kind PLATE --region 2 --csv", "^Name\\nA36\\nA572 Gr.50\\nS355JR\\n$"},
