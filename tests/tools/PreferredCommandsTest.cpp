@@ -72,6 +72,9 @@ TEST_F(PreferredCommands, BadInputIsRefusedInOneLineAndChangesNothing)
         expectRefused(entry.arguments, entry.code, entry.error);
     sql(m_folder / "work" / "addin.db", "DROP TABLE PreferredSizesItems");
     expectRefused("preferred list scales", 1, "PreferredSizesItems");
+    sql(m_folder / "work" / "configuration.db", "DELETE FROM Settings");
+    sql(m_folder / "work" / "addin.db", "CREATE TABLE PreferredSizesItems (Key INTEGER PRIMARY KEY)");
+    expectRefused("preferred list scales", 4, "no region is set");
     sql(m_folder / "work" / "addin.db", "ALTER TABLE PreferredSizesProfiles DROP COLUMN Selected");
     expectRefused("preferred choose 1", 1, "Selected");
 }

@@ -43,6 +43,8 @@ std::string regionText(int region)
 /// "region 1 (Europe)"
 std::string shownRegion(int region)
 {
+    if (region == -1)
+        return "no region";
     const std::string name = regionText(region);
     return "region " + std::to_string(region) + (name.empty() ? "" : " (" + name + ")");
 }
@@ -169,6 +171,10 @@ void activate(const Options& options)
     for (const StructPreferredSizesProfiles& profile : profiles)
         if (isInUse(profile, region))
             active.append(profile.key);
+    if (active.isEmpty() && region == -1)
+        throw Failure{kNotFound,
+                      "no region is set, so every list is empty; set one with: korodbc preferred choose "
+                      "--region REGION"};
     if (active.isEmpty())
         throw Failure{kNotFound,
                       "no profile of " + shownRegion(region) +
