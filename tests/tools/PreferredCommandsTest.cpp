@@ -70,11 +70,12 @@ TEST_F(PreferredCommands, BadInputIsRefusedInOneLineAndChangesNothing)
     };
     for (const auto& entry : cases)
         expectRefused(entry.arguments, entry.code, entry.error);
+    sql(m_folder / "work" / "configuration.db", "DELETE FROM Settings");
+    expectRefused("preferred list scales", 4, "no region is set");
+    sql(m_folder / "work" / "addin.db", "ALTER TABLE PreferredSizesItems DROP COLUMN TypeID");
+    expectRefused("preferred list scales", 1, "PreferredSizesItems.*TypeID");
     sql(m_folder / "work" / "addin.db", "DROP TABLE PreferredSizesItems");
     expectRefused("preferred list scales", 1, "PreferredSizesItems");
-    sql(m_folder / "work" / "configuration.db", "DELETE FROM Settings");
-    sql(m_folder / "work" / "addin.db", "CREATE TABLE PreferredSizesItems (Key INTEGER PRIMARY KEY)");
-    expectRefused("preferred list scales", 4, "no region is set");
     sql(m_folder / "work" / "addin.db", "ALTER TABLE PreferredSizesProfiles DROP COLUMN Selected");
     expectRefused("preferred choose 1", 1, "Selected");
 }

@@ -7,6 +7,7 @@
 #include "records/configuration/ConnectorRecords.h"
 #include "records/configuration/GratingRecords.h"
 #include "records/configuration/SectionRecords.h"
+#include "repository/KorDatabaseAccess.h"
 
 #include <algorithm>
 #include <vector>
@@ -309,7 +310,10 @@ PreferredAnswer preferredList(const PreferredQuestion& question, const std::func
                                                             : keyOf(need, question.chosen[need.choice]));
     {
         const KorDSNRequest request(KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin);
-        requireReadable(descriptionOf<StructPreferredSizesItems>());
+        const RecordDescription& sizes = descriptionOf<StructPreferredSizesItems>();
+        requireReadable(sizes);
+        if (KorDatabaseAccess::checkTable(KorDSNDefinitions::kAddin, sizes, false) != 1)
+            throw Failure{kFailed, "the preferred sizes cannot be relied on" + because()};
     }
     activate();
     PreferredAnswer answer;
