@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <charconv>
 #include <numeric>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -256,37 +257,96 @@ int runNameWhere(const RecordDescription& type, KorString& runName, Find find)
     return 1;
 }
 
+/// Reads a whole text as a whole number; false when it is none.
 bool number(const KorString& text, long& value)
 {
-    const std::string narrow = text.toUtf8();
-    const auto end = std::from_chars(narrow.data(), narrow.data() + narrow.size(), value);
-    return end.ec == std::errc() && end.ptr == narrow.data() + narrow.size();
+    const std::wstring_view digits = text.view();
+    char narrow[24];
+    if (digits.empty() || digits.size() > sizeof(narrow))
+        return false;
+    for (std::size_t i = 0; i < digits.size(); ++i) {
+        if (digits[i] != L'-' && (digits[i] < L'0' || digits[i] > L'9'))
+            return false;
+        narrow[i] = static_cast<char>(digits[i]);
+    }
+    const auto end = std::from_chars(narrow, narrow + digits.size(), value);
+    return end.ec == std::errc() && end.ptr == narrow + digits.size();
 }
 
-long positionOf(RecordCache& records, long key) { return records.findKey(key); }
+/// The keys that are looked for. Integer keys that lie close together are marks in their range, so that asking for
+/// one is a single read.
+class WantedKeys {
+public:
+    WantedKeys(const RecordDescription& type, const KorArray<long>& keys)
+    {
+        if (!type.hasTextKey())
+            m_numbers.assign(keys.begin(), keys.end());
+        mark();
+    }
+    WantedKeys(const RecordDescription& type, const KorArray<KorString>& keys)
+    {
+        if (type.hasTextKey()) {
+            m_texts.insert(keys.begin(), keys.end());
+            return;
+        }
+        m_numbers.reserve(static_cast<std::size_t>(keys.length()));
+        for (const KorString& key : keys)
+            if (long value = 0; number(key, value))
+                m_numbers.push_back(value);
+        mark();
+    }
 
-long positionOf(RecordCache& records, const KorString& key)
-{
-    long value = 0;
-    if (records.type().hasTextKey())
-        return records.findKey(key);
-    return number(key, value) ? records.findKey(value) : -1;
-}
+    bool has(const RecordDescription& type, const void* record) const
+    {
+        if (type.key < 0)
+            return false;
+        if (type.hasTextKey())
+            return m_texts.contains(type.keyColumn().text(record));
+        const long key = type.keyOf(record);
+        if (m_marks.empty())
+            return std::binary_search(m_numbers.begin(), m_numbers.end(), key);
+        return key >= m_first && key - m_first < static_cast<long>(m_marks.size()) &&
+               m_marks[static_cast<std::size_t>(key - m_first)] != 0;
+    }
 
-/// Positions of the records that have these keys, each once, in the type's sort order.
-template <class Key>
-std::vector<long> positionsOf(RecordCache& records, const KorArray<Key>& keys)
+private:
+    void mark()
+    {
+        std::erase_if(m_numbers, [](long key) { return !fitsKey(key); });
+        if (m_numbers.empty())
+            return;
+        const auto [first, last] = std::minmax_element(m_numbers.begin(), m_numbers.end());
+        m_first = *first;
+        const auto range = static_cast<std::size_t>(*last - *first) + 1;
+        if (range > 64 * m_numbers.size() + 4096) {
+            std::sort(m_numbers.begin(), m_numbers.end());
+            return;
+        }
+        m_marks.assign(range, 0);
+        for (const long key : m_numbers)
+            m_marks[static_cast<std::size_t>(key - m_first)] = 1;
+    }
+
+    std::unordered_set<KorString> m_texts;
+    std::vector<long> m_numbers;
+    std::vector<char> m_marks;
+    long m_first = 0;
+};
+
+/// Positions of the records that have these keys, in the type's sort order.
+std::vector<long> positionsOf(const RecordCache& records, const WantedKeys& keys)
 {
-    std::vector<char> taken(static_cast<std::size_t>(records.length()), 0);
+    const RecordDescription& type = records.type();
     std::vector<long> positions;
-    positions.reserve(static_cast<std::size_t>(keys.length()));
-    for (const Key& key : keys)
-        if (const long position = positionOf(records, key); position >= 0)
-            taken[static_cast<std::size_t>(position)] = 1;
-    eachPosition(records, true, [&](long position) {
-        if (taken[static_cast<std::size_t>(position)] != 0)
+    for (long position = 0; position < records.length(); ++position)
+        if (keys.has(type, records.at(position)))
             positions.push_back(position);
-    });
+    if (const ColumnDescription* by = type.at(type.sortOrder); by != nullptr) {
+        const auto number = [&](long position) { return by->integer(records.at(position)); };
+        const auto before = [&](long a, long b) { return number(a) < number(b); };
+        if (!std::is_sorted(positions.begin(), positions.end(), before))
+            std::stable_sort(positions.begin(), positions.end(), before);
+    }
     return positions;
 }
 
@@ -300,8 +360,9 @@ bool namesOfKeys(const RecordDescription& type, const KorArray<Key>& keys, KorAr
     if (caches.empty() || name == nullptr)
         return false;
     names.removeAll();
-    for (RecordCache* records : caches) {
-        const std::vector<long> positions = positionsOf(*records, keys);
+    const WantedKeys wanted(type, keys);
+    for (const RecordCache* records : caches) {
+        const std::vector<long> positions = positionsOf(*records, wanted);
         names.reserve(names.length() + static_cast<long>(positions.size()));
         for (const long position : positions)
             names.append(name->text(records->at(position)));
@@ -469,8 +530,9 @@ int visitKeys(const RecordDescription& type, const KorArray<KorString>& keys,
         if (!itemsReady(type, *records))
             return unread(*records);
     int found = 0;
-    for (RecordCache* records : caches) {
-        const std::vector<long> positions = positionsOf(*records, keys);
+    const WantedKeys wanted(type, keys);
+    for (const RecordCache* records : caches) {
+        const std::vector<long> positions = positionsOf(*records, wanted);
         found = found == 1 || !positions.empty() ? 1 : 0;
         if (!show(*records, act, &positions))
             break;

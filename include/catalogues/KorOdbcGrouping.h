@@ -33,7 +33,8 @@ public:
     /// array is empty otherwise.
     static int getSelectedPreferredProfiles(KorArray<StructPreferredSizesProfiles>& profiles);
     /// Sorts the keys and makes them the active profiles. The repository's preferred sizes are read anew when
-    /// these are other ones than before, and only then.
+    /// these are other ones than before, and only then. A database engine may refuse the condition of more
+    /// than some 900 profiles; every list is empty then.
     static void setPreferredProfiles(KorArray<int>& profiles);
     /// Makes the first selected profile of the region the active one. When no selected profile is of the region,
     /// or the table cannot be read, the active profiles stay as they are.

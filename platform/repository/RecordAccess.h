@@ -35,7 +35,7 @@ int readFirstWhere(const RecordDescription& type, int column, long value, int co
 /// 1 when the table could be read, else 0 without having called `act`.
 int visit(const RecordDescription& type, const std::function<bool(const void* record)>& act,
           Sources sources = Sources::Current);
-/// Shows the records that have these keys in the same way, each once and in the table's sort order. Keys are
+/// Shows the records that have these keys in the same way, in the table's sort order. Keys are
 /// texts; those of a table with integer keys are the texts of these. Returns 1 when there is any such record, else
 /// 0.
 int visitKeys(const RecordDescription& type, const KorArray<KorString>& keys,
