@@ -21,6 +21,7 @@ void compactFigures();
 void registerSharingBenchmarks();
 void sharingFigures();
 void registerPrefixBenchmarks();
+void registerPreferredBenchmarks();
 
 /// korodbc_bench [--quick] [--strict] [options of Google Benchmark]: --strict ends with 1 when a limit is
 /// missed.
@@ -53,6 +54,7 @@ int main(int argc, char** argv)
     registerCompactBenchmarks();
     registerSharingBenchmarks();
     registerPrefixBenchmarks();
+    registerPreferredBenchmarks();
     benchmark::RunSpecifiedBenchmarks();
     nameFigures();
     transferFigures();

@@ -31,5 +31,5 @@ void KRRepositoryProxyMan::resetTableCache(int index)
         korodbc::host::service().check(static_cast<eIndex>(index));
 }
 
-// Preferred sizes are read through the cached tables; there is nothing else kept of them.
+// Preferred sizes are read through cached tables and kept column reads; the latter look for changes each time.
 void KRRepositoryProxyMan::resetAllPreferredSizeData() { korodbc::host::service().checkAll(); }

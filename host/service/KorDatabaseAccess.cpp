@@ -144,9 +144,15 @@ int columnValues(Table* table, const KorString& where, const KorString& orderBy,
 {
     if (table == nullptr || !hasColumn(*table, column))
         return 0;
-    const Query query(table->connection(),
-                      "SELECT " + columnName(*table, column) + " FROM " + table->bracketedName(), where, orderBy,
-                      table->rowOrder());
+    Connection& database = table->connection();
+    const std::string columnOfTable = "SELECT " + columnName(*table, column) + " FROM " + table->bracketedName();
+    const std::string text = columnOfTable + '\0' + where.toUtf8() + '\0' + orderBy.toUtf8();
+    const QueryResults::State state = database.state();
+    if (const KorArray<KorCellData>* known = database.queryResults().find(text, state)) {
+        values = *known;
+        return 1;
+    }
+    const Query query(database, columnOfTable, where, orderBy, table->rowOrder());
     Statement* select = query.statement();
     if (select == nullptr) {
         service().setError(query.error());
@@ -157,10 +163,12 @@ int columnValues(Table* table, const KorString& where, const KorString& orderBy,
     while ((code = select->step()) == SQLITE_ROW)
         read.append(cellOf(*select, 0));
     if (code != SQLITE_DONE) {
-        table->connection().noteFailure(code);
-        service().setError(table->connection().lastError());
+        database.noteFailure(code);
+        service().setError(database.lastError());
         return 0;
     }
+    if (query.isOfTableAlone())
+        database.queryResults().keep(text, state, read);
     values = std::move(read);
     return 1;
 }
@@ -504,6 +512,7 @@ int KorDatabaseAccess::getTableAllSources(eDSN dsn, const KorString& name, KorPa
 int KorDatabaseAccess::cellDataArr2StringArr(const KorArray<KorCellData>& values, KorArray<KorString>& out)
 {
     out.removeAll();
+    out.reserve(values.length());
     for (const KorCellData& value : values)
         out.append(value.getStringW());
     return 1;

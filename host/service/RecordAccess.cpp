@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <charconv>
 #include <numeric>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 using namespace korodbc::host;
@@ -154,21 +156,26 @@ bool itemsReady(const RecordDescription& type, const RecordCache& records)
     return items != nullptr && items->refresh();
 }
 
-/// False when `act` wants no more.
-bool show(const RecordCache& records, const std::function<bool(const void* record)>& act)
+/// Shows all records, or the chosen ones; false when `act` wants no more.
+bool show(const RecordCache& records, const std::function<bool(const void* record)>& act,
+          const std::vector<long>* chosen = nullptr)
 {
     const RecordDescription& type = records.type();
+    const long length = chosen == nullptr ? records.length() : static_cast<long>(chosen->size());
+    const auto at = [&](long i) {
+        return records.at(chosen == nullptr ? i : (*chosen)[static_cast<std::size_t>(i)]);
+    };
     if (!type.items.exists()) {
-        for (long position = 0; position < records.length(); ++position)
-            if (!act(records.at(position)))
+        for (long i = 0; i < length; ++i)
+            if (!act(at(i)))
                 return false;
         return true;
     }
     // items are kept apart from their records: they meet in one record that serves for all
     const AnyRecord complete(type);
     RecordCache* items = itemCache(type, records);
-    for (long position = 0; position < records.length(); ++position) {
-        type.operations->assign(complete.get(), records.at(position));
+    for (long i = 0; i < length; ++i) {
+        type.operations->assign(complete.get(), at(i));
         if (!attachItems(type, items, complete.get()) || !act(complete.get()))
             return false;
     }
@@ -250,11 +257,117 @@ int runNameWhere(const RecordDescription& type, KorString& runName, Find find)
     return 1;
 }
 
+/// Reads a whole text as a whole number; false when it is none.
 bool number(const KorString& text, long& value)
 {
-    const std::string narrow = text.toUtf8();
-    const auto end = std::from_chars(narrow.data(), narrow.data() + narrow.size(), value);
-    return end.ec == std::errc() && end.ptr == narrow.data() + narrow.size();
+    const std::wstring_view digits = text.view();
+    char narrow[24];
+    if (digits.empty() || digits.size() > sizeof(narrow))
+        return false;
+    for (std::size_t i = 0; i < digits.size(); ++i) {
+        if (digits[i] != L'-' && (digits[i] < L'0' || digits[i] > L'9'))
+            return false;
+        narrow[i] = static_cast<char>(digits[i]);
+    }
+    const auto end = std::from_chars(narrow, narrow + digits.size(), value);
+    return end.ec == std::errc() && end.ptr == narrow + digits.size();
+}
+
+/// The keys that are looked for. Integer keys that lie close together are marks in their range, so that asking for
+/// one is a single read.
+class WantedKeys {
+public:
+    WantedKeys(const RecordDescription& type, const KorArray<long>& keys)
+    {
+        if (!type.hasTextKey())
+            m_numbers.assign(keys.begin(), keys.end());
+        mark();
+    }
+    WantedKeys(const RecordDescription& type, const KorArray<KorString>& keys)
+    {
+        if (type.hasTextKey()) {
+            m_texts.insert(keys.begin(), keys.end());
+            return;
+        }
+        m_numbers.reserve(static_cast<std::size_t>(keys.length()));
+        for (const KorString& key : keys)
+            if (long value = 0; number(key, value))
+                m_numbers.push_back(value);
+        mark();
+    }
+
+    bool has(const RecordDescription& type, const void* record) const
+    {
+        if (type.key < 0)
+            return false;
+        if (type.hasTextKey())
+            return m_texts.contains(type.keyColumn().text(record));
+        const long key = type.keyOf(record);
+        if (m_marks.empty())
+            return std::binary_search(m_numbers.begin(), m_numbers.end(), key);
+        return key >= m_first && key - m_first < static_cast<long>(m_marks.size()) &&
+               m_marks[static_cast<std::size_t>(key - m_first)] != 0;
+    }
+
+private:
+    void mark()
+    {
+        std::erase_if(m_numbers, [](long key) { return !fitsKey(key); });
+        if (m_numbers.empty())
+            return;
+        const auto [first, last] = std::minmax_element(m_numbers.begin(), m_numbers.end());
+        m_first = *first;
+        const auto range = static_cast<std::size_t>(*last - *first) + 1;
+        if (range > 64 * m_numbers.size() + 4096) {
+            std::sort(m_numbers.begin(), m_numbers.end());
+            return;
+        }
+        m_marks.assign(range, 0);
+        for (const long key : m_numbers)
+            m_marks[static_cast<std::size_t>(key - m_first)] = 1;
+    }
+
+    std::unordered_set<KorString> m_texts;
+    std::vector<long> m_numbers;
+    std::vector<char> m_marks;
+    long m_first = 0;
+};
+
+/// Positions of the records that have these keys, in the type's sort order.
+std::vector<long> positionsOf(const RecordCache& records, const WantedKeys& keys)
+{
+    const RecordDescription& type = records.type();
+    std::vector<long> positions;
+    for (long position = 0; position < records.length(); ++position)
+        if (keys.has(type, records.at(position)))
+            positions.push_back(position);
+    if (const ColumnDescription* by = type.at(type.sortOrder); by != nullptr) {
+        const auto number = [&](long position) { return by->integer(records.at(position)); };
+        const auto before = [&](long a, long b) { return number(a) < number(b); };
+        if (!std::is_sorted(positions.begin(), positions.end(), before))
+            std::stable_sort(positions.begin(), positions.end(), before);
+    }
+    return positions;
+}
+
+/// Puts the run names of the records with these keys into `names`; false when the table cannot be read.
+template <class Key>
+bool namesOfKeys(const RecordDescription& type, const KorArray<Key>& keys, KorArray<KorString>& names,
+                 RecordAccess::Sources sources)
+{
+    const Caches caches(type, sources);
+    const ColumnDescription* name = type.runNameColumn();
+    if (caches.empty() || name == nullptr)
+        return false;
+    names.removeAll();
+    const WantedKeys wanted(type, keys);
+    for (const RecordCache* records : caches) {
+        const std::vector<long> positions = positionsOf(*records, wanted);
+        names.reserve(names.length() + static_cast<long>(positions.size()));
+        for (const long position : positions)
+            names.append(name->text(records->at(position)));
+    }
+    return true;
 }
 
 } // namespace
@@ -405,25 +518,38 @@ int runNames(const RecordDescription& type, KorArray<KorString>& names, bool ord
     return 1;
 }
 
-int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& wanted, KorArray<KorString>& names,
+int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& keys, KorArray<KorString>& names,
                    Sources sources)
 {
-    const Caches caches(type, sources);
-    const ColumnDescription* name = type.runNameColumn();
-    if (caches.empty() || name == nullptr)
+    return namesOfKeys(type, keys, names, sources) ? 1 : 0;
+}
+
+int runNamesOfKeys(const RecordDescription& type, const KorArray<KorString>& keys, KorArray<KorString>& names,
+                   Sources sources)
+{
+    KorArray<KorString> found;
+    if (!namesOfKeys(type, keys, found, sources) || found.isEmpty())
         return 0;
-    names.removeAll();
-    for (RecordCache* records : caches) {
-        std::vector<char> taken(static_cast<std::size_t>(records->length()), 0);
-        for (const long key : wanted)
-            if (const long position = records->findKey(key); position >= 0)
-                taken[static_cast<std::size_t>(position)] = 1;
-        eachPosition(*records, true, [&](long position) {
-            if (taken[static_cast<std::size_t>(position)] != 0)
-                names.append(name->text(records->at(position)));
-        });
-    }
+    names = std::move(found);
     return 1;
+}
+
+int visitKeys(const RecordDescription& type, const KorArray<KorString>& keys,
+              const std::function<bool(const void* record)>& act, Sources sources)
+{
+    const Caches caches(type, sources);
+    for (const RecordCache* records : caches)
+        if (!itemsReady(type, *records))
+            return unread(*records);
+    int found = 0;
+    const WantedKeys wanted(type, keys);
+    for (const RecordCache* records : caches) {
+        const std::vector<long> positions = positionsOf(*records, wanted);
+        found = found == 1 || !positions.empty() ? 1 : 0;
+        if (!show(*records, act, &positions))
+            break;
+    }
+    return found;
 }
 
 int keys(const RecordDescription& type, KorArray<long>& out)

@@ -356,8 +356,22 @@ void Connection::validate()
         dropCaches();
 }
 
+QueryResults::State Connection::state()
+{
+    QueryResults::State state{sqlite3_total_changes64(m_db), -1, m_dropped};
+    // not reported: this stands for the query that it may spare
+    Statement* version = compile("PRAGMA data_version");
+    if (version == nullptr)
+        return state;
+    const StatementRun run(*version);
+    if (version->step() == SQLITE_ROW)
+        state.version = version->integer(0);
+    return state;
+}
+
 void Connection::tablesChanged(const std::vector<std::string>& names)
 {
+    ++m_dropped;
     m_namesLoaded = false;
     for (const std::string& name : names)
         if (lowerCase(name) != Claims::nameOf(name))
@@ -369,6 +383,7 @@ void Connection::tablesChanged(const std::vector<std::string>& names)
 
 void Connection::dropCaches()
 {
+    ++m_dropped;
     m_namesLoaded = false;
     for (auto& [name, table] : m_tables)
         table->schemaChanged();

@@ -2,6 +2,7 @@
 
 #include "Observer.h"
 #include "sqlite/Claims.h"
+#include "sqlite/QueryResults.h"
 #include "sqlite/Statement.h"
 #include "sqlite/StatementPattern.h"
 
@@ -122,6 +123,9 @@ public:
     /// Takes the list of tables anew, after one was made, dropped or changed.
     void tablesChanged(const std::vector<std::string>& names);
     void dropCaches();
+    /// What queries on tables gave, and the state of the database that tells whether it still holds.
+    QueryResults& queryResults() { return m_queryResults; }
+    QueryResults::State state();
     /// Suspends the noting of changed rows while the host itself keeps a cache up to date.
     class OwnWrite {
     public:
@@ -209,6 +213,8 @@ private:
 
     bool m_unchecked = true;
     std::int64_t m_dataVersion = -1;
+    QueryResults m_queryResults;
+    std::int64_t m_dropped = 0; // times that what is known of tables was taken anew
     int m_ownWrites = 0;
     std::int64_t m_rowsNoted = 0;
 };

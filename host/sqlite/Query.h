@@ -23,6 +23,8 @@ public:
 
     /// The statement, values bound; nullptr when the text is not one statement that reads.
     Statement* statement() const { return m_statement; }
+    /// True when the result depends on nothing but the rows of the table.
+    bool isOfTableAlone() const { return m_own == nullptr; }
     /// Why there is no statement.
     const std::string& error() const { return m_error; }
 

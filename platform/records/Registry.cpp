@@ -37,6 +37,7 @@ std::span<const DescriptionFunction> all()
                  anchorRecords(),
                  boltAssemblyRecords(),
                  connectorRecords(),
+                 preferredSizesRecords(),
                  classificationRecords(),
                  applicationRecords(),
                  jointRecords(),

@@ -36,6 +36,7 @@ std::span<const DescriptionFunction> sectionBehaviourRecords();
 std::span<const DescriptionFunction> anchorRecords();
 std::span<const DescriptionFunction> boltAssemblyRecords();
 std::span<const DescriptionFunction> connectorRecords();
+std::span<const DescriptionFunction> preferredSizesRecords();
 std::span<const DescriptionFunction> classificationRecords();
 std::span<const DescriptionFunction> applicationRecords();
 std::span<const DescriptionFunction> jointRecords();

@@ -42,6 +42,11 @@ int visit(const RecordDescription& type, const std::function<bool(const void* re
 /// through the service.
 std::shared_ptr<const void> derived(const RecordDescription& type, const std::type_info& kind,
                                     const std::function<std::shared_ptr<const void>(const void* records)>& make);
+/// Shows the records that have these keys in the same way, in the table's sort order. Keys are
+/// texts; those of a table with integer keys are the texts of these. Returns 1 when there is any such record, else
+/// 0.
+int visitKeys(const RecordDescription& type, const KorArray<KorString>& keys,
+              const std::function<bool(const void* record)>& act, Sources sources = Sources::Current);
 /// Calls `act` for each source that has the table of the type, with that source requested, until it returns false:
 /// keys mean something within their source only. `Current` is the one that a read would go to.
 void eachSource(const RecordDescription& type, Sources sources, const std::function<bool()>& act);
@@ -49,6 +54,9 @@ int runNames(const RecordDescription& type, KorArray<KorString>& names, bool ord
              Sources sources = Sources::Current);
 /// Run names of the given keys, in the table's sort order.
 int runNamesOfKeys(const RecordDescription& type, const KorArray<long>& keys, KorArray<KorString>& names,
+                   Sources sources = Sources::Current);
+/// The same for keys given as texts; 0 also when no record has any of them.
+int runNamesOfKeys(const RecordDescription& type, const KorArray<KorString>& keys, KorArray<KorString>& names,
                    Sources sources = Sources::Current);
 int keys(const RecordDescription& type, KorArray<long>& keys);
 int keys(const RecordDescription& type, KorArray<KorString>& keys);

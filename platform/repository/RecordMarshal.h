@@ -32,6 +32,21 @@ struct RecordMarshal {
     {
         return RecordAccess::runNamesOfKeys(type(), keys, names);
     }
+    /// The same for keys given as texts; 0 also when no record has any of them.
+    static int getOrderedRunNameListByKeys(const KorArray<KorString>& keys, KorArray<KorString>& names)
+    {
+        return RecordAccess::runNamesOfKeys(type(), keys, names);
+    }
+    /// The records with these keys, in the same order; 0 when there are none.
+    static int getOrderedTableByKeys(const KorArray<KorString>& keys, KorArray<T>& records)
+    {
+        KorArray<T> found;
+        RecordAccess::visitKeys(type(), keys, [&](const void* record) {
+            found.append(*static_cast<const T*>(record));
+            return true;
+        });
+        return foundAny(found, records);
+    }
     template <class K>
     static int getKeyList(KorArray<K>& keys)
     {

@@ -10,6 +10,7 @@
 #include "catalogues/Galvanizing.h"
 #include "catalogues/Joints.h"
 #include "catalogues/KorCompoundMaster.h"
+#include "catalogues/KorOdbcGrouping.h"
 #include "catalogues/KorODBCHRLDefinition.h"
 #include "catalogues/MachineData.h"
 #include "catalogues/MaterialGroups.h"
@@ -56,6 +57,7 @@ TEST_F(CatalogueReadersTest, RecordsByKey)
           &KorODBCWizardControl::getWizardControl, &KorODBCWizardSteps::getWizardStep);
     byKey<StructProfileDynamic>(&ProfileDynamic::getProfileDynamic);
     byKey<StructProfileDynamicClassDesc>(&ProfileDynamic::getProfileDynamic);
+    byKey<StructCountry>(&KorOdbcGrouping::getCountry);
     byTextKey(&KorODBCCameras::getTypeByKey);
     EXPECT_EQ(KorODBCCameras::getTypeRunNameByKey(L"TOP"), L"Top");
     EXPECT_EQ(KorODBCCameras::getTypeRunNameByKey(L"it's 没有"), L"it's 没有");
@@ -69,6 +71,7 @@ TEST_F(CatalogueReadersTest, RecordsByRunName)
               &KorODBCDetailProcessScaleOverride::getDetailProcessScaleOverrideByName,
               &KorODBCDetRunningDimensionTextAlignment::getDetRunningDimensionTextAlignmentByRunname,
               &KorODBCPostNumberSolution::getPostNumberSolutionByRunname);
+    byRunName<StructCountry>(&KorOdbcGrouping::getCountry);
 }
 
 TEST_F(CatalogueReadersTest, WholeTables)
@@ -77,7 +80,7 @@ TEST_F(CatalogueReadersTest, WholeTables)
            &KorODBCBOMDwgTokens::getBOMTokens, &KorODBCChangePrototypeScaleTo::getAllRecords,
            &KorColdRolledOwner::getColdRolledOwnerTable, &KorCompoundMaster::getCompoundMasterTable,
            &KorODBCConnectors::getDiameters, &KorODBCConnectors::getDistances,
-           &KorODBCDateTimeFormat::getDateTimeFormatTable,
+           &KorODBCDateTimeFormat::getDateTimeFormatTable, &KorOdbcGrouping::getCountryTable,
            &KorODBCDetailProcessCategory::getDetailProcessCategoryTable,
            &KorODBCDetGeometricRestrictions::getDetGeometricRestrictionTable,
            &KorODBCDetManualAnnotationType::getDetManualAnnotationTypeTable,
@@ -101,6 +104,7 @@ TEST_F(CatalogueReadersTest, RunNameLists)
     orderedRunNames<StructConnectorDiameter>(&KorODBCConnectors::getDiameterList);
     orderedRunNames<StructMaterialConnector>(&KorODBCConnectors::getMaterialList);
     orderedRunNames<StructConnectorStandard>(&KorODBCConnectors::getStandardsList);
+    runNames<StructCountry>(&KorOdbcGrouping::getCountryList);
     orderedRunNames<StructDepthStatus>(&KorODBCDepthStatus::getDepthStatusList);
     runNames<StructDetailProcessMain2CutScale>(
         &KorODBCDetailProcessMain2CutScale::getDetailProcessMain2CutScaleList);

@@ -50,3 +50,4 @@ void addExchangeCommands(CommandLine& line);
 void addProjectCommands(CommandLine& line);
 /// prefix, views, explode
 void addRuleCommands(CommandLine& line);
+void addPreferredCommands(CommandLine& line);

@@ -21,6 +21,7 @@ public:
         addExchangeCommands(*this);
         addProjectCommands(*this);
         addRuleCommands(*this);
+        addPreferredCommands(*this);
     }
 
 private:

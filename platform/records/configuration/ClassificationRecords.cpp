@@ -152,6 +152,21 @@ const RecordDescription& descriptionOf<StructObjectLayerAssignment>()
 }
 
 template <>
+const RecordDescription& descriptionOf<StructModelRole>()
+{
+    using R = StructModelRole;
+    return described([] {
+        return describe<R>("StructModelRole",
+                           "ModelRole",
+                           inConfigurationAndAddin,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           sortOrder<&R::sortOrder>("SortOrder"),
+                           owner<&R::ownerText>("OwnerText"));
+    });
+}
+
+template <>
 const RecordDescription& descriptionOf<StructModelRolesRules>()
 {
     using R = StructModelRolesRules;
@@ -188,6 +203,7 @@ std::span<const DescriptionFunction> records::classificationRecords()
                                                    descriptionOf<StructColdRolledOwner>,
                                                    descriptionOf<StructPostNumberSolution>,
                                                    descriptionOf<StructObjectLayerAssignment>,
+                                                   descriptionOf<StructModelRole>,
                                                    descriptionOf<StructModelRolesRules>};
     return list;
 }

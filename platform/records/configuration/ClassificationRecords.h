@@ -109,6 +109,17 @@ struct StructObjectLayerAssignmentMarshal : RecordMarshal<StructObjectLayerAssig
     static int fillTablesRelation(KorArray<StructObjectLayerAssignment>& relation);
 };
 
+/// What an object is in the model. Table "ModelRole".
+struct StructModelRole {
+    int key = -1;
+    KorString runName;
+    int sortOrder = 0;
+    KorString ownerText;
+};
+template <>
+const RecordDescription& descriptionOf<StructModelRole>();
+struct StructModelRoleMarshal : RecordMarshal<StructModelRole> {};
+
 /// What may not be done with objects of a model role. Table "ModelRolesRules".
 struct StructModelRolesRules {
     enum eAction { kNumber = 0, kDetail = 1, kList = 2, kExport = 3, kCheckCollisions = 4 };

@@ -15,7 +15,7 @@ const RecordDescription& descriptionOf<StructMaterial>()
     return described([] {
         return describe<R>("StructMaterial",
                            "Material",
-                           inConfiguration,
+                           inConfigurationAndAddin,
                            key<&R::key>("Key"),
                            runName<&R::runName>("RunName"),
                            column<&R::standard>("Standard"),
@@ -42,6 +42,22 @@ const RecordDescription& descriptionOf<StructMaterialClass>()
                            key<&R::key>("Key"),
                            runName<&R::name>("Name"),
                            column<&R::classNumber>("ClassNumber"));
+    });
+}
+
+template <>
+const RecordDescription& descriptionOf<StructCoating>()
+{
+    using R = StructCoating;
+    return described([] {
+        return describe<R>("StructCoating",
+                           "Coating",
+                           inConfigurationAndAddin,
+                           key<&R::key>("Key"),
+                           runName<&R::runName>("RunName"),
+                           column<&R::thickness>("Thickness"),
+                           sortOrder<&R::sortOrder>("SortOrder"),
+                           owner<&R::ownerText>("OwnerText"));
     });
 }
 
@@ -180,6 +196,7 @@ std::span<const DescriptionFunction> records::materialRecords()
 {
     static constexpr DescriptionFunction list[] = {descriptionOf<StructMaterial>,
                                                    descriptionOf<StructMaterialClass>,
+                                                   descriptionOf<StructCoating>,
                                                    descriptionOf<StructPlateThickness>,
                                                    descriptionOf<StructScale>};
     return list;

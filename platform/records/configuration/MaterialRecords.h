@@ -22,7 +22,8 @@ const RecordDescription& descriptionOf<StructMaterial>();
 struct StructMaterialMarshal : RecordMarshal<StructMaterial> {
     using RecordMarshal::getOrderedRunNameListByKeys;
     /// The same; the option makes no difference.
-    static int getOrderedRunNameListByKeys(const KorArray<long>& keys, long, KorArray<KorString>& names)
+    template <class Key>
+    static int getOrderedRunNameListByKeys(const KorArray<Key>& keys, long, KorArray<KorString>& names)
     {
         return getOrderedRunNameListByKeys(keys, names);
     }
@@ -37,6 +38,18 @@ struct StructMaterialClass {
 template <>
 const RecordDescription& descriptionOf<StructMaterialClass>();
 struct StructMaterialClassMarshal : RecordMarshal<StructMaterialClass> {};
+
+/// A protection of members and plates against corrosion. Table "Coating".
+struct StructCoating {
+    int key = -1;
+    KorString runName;
+    double thickness = 0; // micrometres
+    int sortOrder = 0;
+    KorString ownerText;
+};
+template <>
+const RecordDescription& descriptionOf<StructCoating>();
+struct StructCoatingMarshal : RecordMarshal<StructCoating> {};
 
 /// A plate thickness. To callers the thickness itself, in mm, is the key; rows are stored under an integer.
 /// Table "PlateThickness".
