@@ -81,7 +81,8 @@ std::string perform(const fs::path& folder, const std::string& order)
     in >> what >> database >> type >> depthNumber >> key >> request >> name;
     const auto& table = tables[type];
     const auto depth = static_cast<Man::eCopyDepth>(depthNumber);
-    const auto [dsn, index] = places[database];
+    const eDSN dsn = places[database].first;
+    const eIndex index = places[database].second;
     if (what == 'S') { // starts, on a repository that it leaves as it is when it has one
         korodbc::host::closeRepository();
         start(folder);

@@ -243,7 +243,7 @@ TEST_F(CompactionTest, EveryReferenceHasItsStatementInItsPlace)
 
 TEST_F(CompactionTest, WhatMakesRowsEqual)
 {
-    const auto empty = [this] {
+    const auto empty = [] {
         for (const char* table : {"DetViewLengthClip", "DetViewSystemAndBox", "DetailStyleMapNew",
                                   "DetailStyleMapItems", "DetObjQualifierSet", "DetObjQualifierSetItem"})
             sql(details, {"DELETE FROM " + std::string(table)});

@@ -67,9 +67,14 @@ TEST_F(DetailExportsTest, ExportedTreeIsTheSame)
         {"0 0 0 0 0 0 0 0 0 2 1 1 1 2 2 2 1 ", "0 0 0 0 0 0 0 0 0 4 1 2 2 4 4 2 1 "},
         {"1 2 2 1 1 2 1 1 2 2 1 0 0 0 0 0 0 ", "2 4 2 2 2 4 2 2 4 4 1 0 0 0 0 0 0 "},
         {"1 2 2 1 1 2 1 1 2 2 1 2 1 2 2 2 1 ", "2 4 2 2 2 4 2 2 4 4 1 4 2 4 4 2 1 "}};
-    for (const auto& [what, source, withStyles, styles] : cases) {
+    for (const auto& entry : cases) {
+        const auto& what = entry.what;
+        const auto& source = entry.source;
+        const auto& withStyles = entry.withStyles;
+        const auto& styles = entry.styles;
         const bool process = what == E::kDetailProcess;
-        const auto& [once, twice] = expected[process ? 1 + withStyles : 0];
+        const char* const* rows = expected[process ? 1 + withStyles : 0];
+        const std::string once = rows[0], twice = rows[1];
         SCOPED_TRACE(once + std::to_string(source));
         P::m_bDeepCopyWithDetailStyles = withStyles;
         const int key = source == addin ? 101 : 1;
