@@ -5,16 +5,7 @@
 #include <cstdlib>
 #include <new>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define KORODBC_COUNTS 0
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define KORODBC_COUNTS 0
-#endif
-#endif
-#ifndef KORODBC_COUNTS
-#define KORODBC_COUNTS 1
-#endif
+#define KORODBC_COUNTS !KORODBC_SANITIZED
 
 namespace {
 long allocations = 0, allocatedBytes = 0;

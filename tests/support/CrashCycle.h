@@ -242,11 +242,7 @@ inline void copyFolder(const fs::path& from, const fs::path& to)
     fs::copy(from, to, fs::copy_options::recursive);
 }
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool isSlow = true; // every try starts processes, which the sanitizers make slow
-#else
-constexpr bool isSlow = false;
-#endif
+constexpr bool isSlow = KORODBC_SANITIZED; // every try starts processes, which the sanitizers make slow
 constexpr long ends = isSlow ? 3 : 20;
 
 /// Which of `count` calls to try: all, or those at both ends and a spread of the others.
