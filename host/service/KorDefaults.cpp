@@ -67,5 +67,5 @@ int kor_odbc_setDefault(const KorString& key, int value)
     if (result == 1)
         result = KorDatabaseAccess::setTableColumnValue(KorDSNDefinitions::kConfiguration, table, L"Key", key, 1,
                                                         KorCellData(value));
-    return batch.end(result);
+    return result == 1 ? batch.end(1) : batch.undo(result);
 }

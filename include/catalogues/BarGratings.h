@@ -75,8 +75,8 @@ public:
                                      const KorString& crossBarSpacing, const KorString& thickness,
                                      const KorString& width, const KorString& crossBar, KorString& name);
     /// The keys of the components from the name of a grating. -1, and the outputs unchanged, unless the name has
-    /// exactly six fields that are not empty. Spacings that begin with no number give 0, those out of range the
-    /// nearest limit.
+    /// exactly six fields; empty ones do not count. Spacings that begin with no number give 0, those out of range
+    /// the nearest limit.
     static int decomposeBarGratingName(const KorString& name, KorString& series, int& bearingBarSpacing,
                                        int& crossBarSpacing, KorString& thickness, KorString& width,
                                        KorString& crossBar);

@@ -31,7 +31,7 @@ public:
 
     /// Where the rules are read, and what is to be the manager's data source and add-in after reading from a
     /// country add-in. For one of these `index` is always 3, the current country add-in, which this makes the
-    /// named one; `savedIndex` is its slot. 1; 0, with an assertion and the data source that is current, when the
+    /// named one; `savedIndex` is its slot, the one to request. 1; 0, with an assertion and the data source that is current, when the
     /// named add-in is not installed.
     static int getODBCDSNValue(eDSN& dsn, eIndex& index, eIndex& savedIndex, eDSN& savedDsn);
     /// Key of the setting that chooses.

@@ -16,6 +16,6 @@ public:
     /// Deletes every application that has no extracts. Returns the number of applications whose deletion did not
     /// give 0, so that those with extracts, which stay, are counted, too.
     static int deleteModelSelectionApplications();
-    /// Deletes every extract. Returns the number of deleted ones.
+    /// Deletes every extract. Returns the number of calls whose result was not 0.
     static int deleteModelExtracts();
 };

@@ -17,9 +17,8 @@ int described(const KorString& description, StructNumberingMethod& method)
 int KorOdbcNumberingMethod::getByKey(long key, StructNumberingMethod& method)
 {
     const int result = addInFirst(KorDSNDefinitions::kNumbering, [&] { return byKey(KorOdbcKey(key), method); });
-    return result == 1
-               ? result
-               : described(KorString::format(L"No description for key (%d) found", static_cast<int>(key)), method);
+    const KorString text(L"No description for key (%d) found");
+    return result == 1 ? result : described(text.replace(L"%d", KorString::format(L"%ld", key)), method);
 }
 
 int KorOdbcNumberingMethod::getByName(const KorString& runName, StructNumberingMethod& method)
