@@ -170,13 +170,6 @@ bool RecordCache::decodeNumbered(Statement& statement, const Layout& layout, voi
             return noteMisfit(statement, layout,
                               "there are numbered columns for " + std::to_string(items) + " of " +
                                   std::to_string(counted) + " items");
-        // nor may a row that counts none, or no number, have some
-        const int count = layout.columns[static_cast<std::size_t>(m_type.itemCount)];
-        const bool isCounted =
-            count >= 0 && counted >= 0 && sqlite3_column_type(statement.handle(), count + 1) != SQLITE_NULL;
-        if (!isCounted && items > 0 && !layout.numbered.empty() && layout.numbered[0] >= 0 &&
-            sqlite3_column_type(statement.handle(), layout.numbered[0] + 1) != SQLITE_NULL)
-            return noteMisfit(statement, layout, "there are items, but no number of them");
         items = std::clamp<long>(counted, 0, items);
     }
     group.list.resize(record, items);
