@@ -103,9 +103,14 @@ std::map<std::string, Claims::Claim> linesOf(int handle)
 
 std::string Claims::nameOf(std::string_view table)
 {
+    static const std::vector<std::string> copies = [] {
+        std::vector<std::string> names;
+        for (const wchar_t* suffix : KorTableCopies::suffixes)
+            names.push_back(lowerCase(KorString(suffix).toUtf8()));
+        return names;
+    }();
     const std::string name = lowerCase(table);
-    for (const wchar_t* suffix : KorTableCopies::suffixes) {
-        const std::string copy = lowerCase(KorString(suffix).toUtf8());
+    for (const std::string& copy : copies) {
         if (name.size() > copy.size() && name.ends_with(copy))
             return name.substr(0, name.size() - copy.size());
     }

@@ -290,10 +290,10 @@ void Connection::loadTableNames()
         return;
     }
     m_tablesByName.clear();
-    m_copies.clear();
+    m_copiedElsewhere.clear();
     for (const auto& [lower, name] : names)
-        if (const std::string copied = Claims::nameOf(lower); copied != lower)
-            m_copies.emplace(copied, lower);
+        if (const std::string copied = Claims::nameOf(lower); copied != lower && !m_copiesMadeHere.contains(lower))
+            m_copiedElsewhere.insert(copied);
     std::erase_if(m_copiesMadeHere, [&](const std::string& copy) { return !names.contains(copy); });
     for (auto table = m_tables.begin(); table != m_tables.end();) {
         const auto still = names.find(table->first);

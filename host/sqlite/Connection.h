@@ -204,12 +204,11 @@ private:
     bool m_reading = false; // a read transaction is open
     Claims m_claims;
     std::vector<Claims::Claim> m_claimedByOthers; // when the transaction began
-    // Copies of tables, by Claims::nameOf: one that nobody made here, of a table that is not claimed here, was
-    // left by a program that has ended. It would come back over what is written.
-    std::multimap<std::string, std::string> m_copies;
+    // Tables, by Claims::nameOf, with copies that nobody made here: unless the table is claimed here, a program
+    // that has ended left them, and they would come back over what is written.
+    std::set<std::string> m_copiedElsewhere;
     std::set<std::string> m_copiesMadeHere; // by lower-case name
-    bool isLeftOpen(const std::string& table);
-    std::string m_temporary; // folder of a copy that is looked at in place of the file
+    std::string m_temporary;                // folder of a copy that is looked at in place of the file
 
     bool m_unchecked = true;
     std::int64_t m_dataVersion = -1;

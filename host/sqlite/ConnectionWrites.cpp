@@ -186,13 +186,14 @@ bool Connection::isRefused(std::string_view table)
 {
     if (inTransaction())
         loadTableNames();
-    if ((inTransaction() && m_claimedByOthers.empty() && m_copies.empty()) || m_claims.holds(std::string(table)))
+    if ((inTransaction() && m_claimedByOthers.empty() && m_copiedElsewhere.empty()) ||
+        m_claims.holds(std::string(table)))
         return false;
     std::vector<Claims::Claim> now;
     if (!inTransaction())
         now = m_claims.ofOthers();
     const std::string name = Claims::nameOf(table);
-    const bool leftOpen = inTransaction() && isLeftOpen(name);
+    const bool leftOpen = inTransaction() && m_path != ":memory:" && m_copiedElsewhere.contains(name);
     if (leftOpen) // perhaps somebody is just bringing it back
         now = m_claims.ofOthers();
     for (const Claims::Claim& claim : inTransaction() && !leftOpen ? m_claimedByOthers : now) {
@@ -207,15 +208,6 @@ bool Connection::isRefused(std::string_view table)
     return leftOpen;
 }
 
-bool Connection::isLeftOpen(const std::string& table)
-{
-    loadTableNames();
-    if (m_copies.empty() || m_path == ":memory:")
-        return false;
-    const auto [first, last] = m_copies.equal_range(table);
-    return std::any_of(first, last, [this](const auto& copy) { return !m_copiesMadeHere.contains(copy.second); });
-}
-
 bool Connection::isRefused(const Statement& statement)
 {
     if (statement.controlsTransaction) {
@@ -223,7 +215,7 @@ bool Connection::isRefused(const Statement& statement)
         return true;
     }
     loadTableNames();
-    if (m_claimedByOthers.empty() && m_copies.empty())
+    if (m_claimedByOthers.empty() && m_copiedElsewhere.empty())
         return false;
     const auto refused = [this](const std::string& table) { return isRefused(table); };
     return std::any_of(statement.writtenTables.begin(), statement.writtenTables.end(), refused) ||
