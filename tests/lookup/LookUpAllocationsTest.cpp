@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <new>
 
-#define KORODBC_COUNTS !KORODBC_SANITIZED
+#define KORODBC_COUNTS (KORODBC_SANITIZED == 0)
 
 namespace {
 long allocations = 0, allocatedBytes = 0;
