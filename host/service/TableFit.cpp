@@ -2,6 +2,7 @@
 
 #include "records/Registry.h"
 #include "service/Service.h"
+#include "tables/RecordCache.h"
 
 #include <algorithm>
 
@@ -25,8 +26,9 @@ std::string largestReferences(Table& from, const RecordDescription& type, const 
                                return describe().items.exists() && &describe().items.item() == &type &&
                                       database.table(service().physicalName(describe())) == &to;
                            });
-    if (!ownsItems && std::ranges::none_of(type.columns, leads) &&
-        std::ranges::none_of(type.numbered.columns, leads))
+    if ((!ownsItems && std::ranges::none_of(type.columns, leads) &&
+         std::ranges::none_of(type.numbered.columns, leads)) ||
+        from.recordCache(type).isKnownEmpty())
         return {};
     std::string columns;
     const auto take = [&](int index) {

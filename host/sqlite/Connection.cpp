@@ -290,6 +290,7 @@ void Connection::loadTableNames()
         return;
     }
     m_tablesByName.clear();
+    m_lastTable = {};
     m_copiedElsewhere.clear();
     for (const auto& [lower, name] : names)
         if (const std::string copied = Claims::nameOf(lower); copied != lower && !m_copiesMadeHere.contains(lower))
@@ -311,14 +312,17 @@ void Connection::loadTableNames()
 Table* Connection::table(const KorString& name)
 {
     loadTableNames();
-    const auto known = m_tablesByName.find(name);
-    if (known != m_tablesByName.end())
-        return known->second;
-    const auto found = m_tables.find(lowerCase(name.toUtf8()));
-    Table* table = found == m_tables.end() ? nullptr : found->second.get();
-    if (m_tablesByName.size() < 10000)
-        m_tablesByName.emplace(name, table);
-    return table;
+    if (m_lastTable.second != nullptr && m_lastTable.first.view().data() == name.view().data())
+        return m_lastTable.second;
+    auto known = m_tablesByName.find(name);
+    if (known == m_tablesByName.end()) {
+        if (m_tablesByName.size() >= 10000)
+            m_tablesByName.clear();
+        const auto found = m_tables.find(lowerCase(name.toUtf8()));
+        known = m_tablesByName.emplace(name, found == m_tables.end() ? nullptr : found->second.get()).first;
+    }
+    m_lastTable = {name, known->second};
+    return known->second;
 }
 
 bool Connection::canListTables()

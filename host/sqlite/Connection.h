@@ -181,6 +181,7 @@ private:
     std::vector<Value> m_values; // scratch of execute
 
     std::unordered_map<KorString, Table*> m_tablesByName;   // as asked for
+    std::pair<KorString, Table*> m_lastTable;               // of them
     std::map<std::string, std::unique_ptr<Table>> m_tables; // by lower-case name; null: known, not opened yet
     bool m_namesLoaded = false;
 

@@ -40,6 +40,8 @@ public:
     /// table, only the names are kept.
     int hasRunName(const KorString& runName);
 
+    /// True when the records are up to date and there is none.
+    bool isKnownEmpty() const { return !m_allChanged && m_changedRows.empty() && m_rows.empty(); }
     /// The row that kept the records from being read, in one line; empty when there is none.
     const std::string& misfit() const { return m_misfit; }
     const RecordDescription& type() const { return m_type; }

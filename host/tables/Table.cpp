@@ -79,17 +79,18 @@ Table::~Table() = default;
 const std::vector<TableColumn>& Table::columns()
 {
     if (m_columns.empty()) {
-        if (Statement* info =
-                m_connection.prepare("SELECT name, type, pk, \"notnull\", dflt_value IS NOT NULL, hidden "
-                                     "FROM pragma_table_xinfo(?) WHERE hidden <> 1")) {
+        enum { Name = 1, Type, NotNull, Default, PrimaryKey, Hidden };
+        if (Statement* info = m_connection.prepare("PRAGMA main.table_xinfo(" + m_bracketedName + ")")) {
             const StatementRun run(*info);
-            info->bind(1, KorString::fromUtf8(m_name));
             while (info->step() == SQLITE_ROW) {
-                std::string declaration(info->bytes(1));
+                const std::int64_t hidden = info->integer(Hidden);
+                if (hidden == 1)
+                    continue;
+                std::string declaration(info->bytes(Type));
                 const KorItemType::BaseTypes type = typeOfDeclaration(declaration);
-                m_columns.push_back({std::string(info->bytes(0)), std::move(declaration), type,
-                                     static_cast<int>(info->integer(2)), info->integer(3) != 0,
-                                     info->integer(4) != 0, info->integer(5) != 0});
+                m_columns.push_back({std::string(info->bytes(Name)), std::move(declaration), type,
+                                     static_cast<int>(info->integer(PrimaryKey)), info->integer(NotNull) != 0,
+                                     !info->isNull(Default), hidden != 0});
             }
         }
     }
@@ -189,13 +190,12 @@ std::string Table::misfit(const RecordDescription& type, Use use)
     if (!layout.misfit(use).empty() && (use != Use::Report || !layout.misfit(Use::Read).empty()))
         return layout.misfit(use);
     RecordCache& cache = recordCache(type);
+    // rows that will be read anyhow
+    const bool isRead = use != Use::Write && !cache.isSparse() && cache.refresh();
     if (!layout.rowsJudged) {
-        layout.rowMisfit = keyMisfit(type);
+        layout.rowMisfit = isRead && readsEveryKey(type) ? std::string() : keyMisfit(type);
         layout.rowsJudged = true;
     }
-    // rows that will be read anyhow
-    if (layout.rowMisfit.empty() && use != Use::Write && !cache.isSparse())
-        cache.refresh();
     const std::string& row = layout.rowMisfit.empty() ? cache.misfit() : layout.rowMisfit;
     return layout.misfit(use) + (layout.misfit(use).empty() || row.empty() ? "" : "; ") + row;
 }

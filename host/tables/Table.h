@@ -121,6 +121,8 @@ private:
     };
     const Rules& rules();
     Layout& knownLayout(const RecordDescription& type);
+    /// True when every key is good that the records could be read with: a number of its own in each row.
+    bool readsEveryKey(const RecordDescription& type);
     std::string keyMisfit(const RecordDescription& type);
     bool isPrimaryKey(int column); // alone
     bool isRowId(int column);

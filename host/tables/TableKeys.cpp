@@ -24,6 +24,11 @@ bool Table::isRowId(int column)
            lowerCase(columns()[static_cast<std::size_t>(column)].declaration) == "integer";
 }
 
+bool Table::readsEveryKey(const RecordDescription& type)
+{
+    return type.key < 0 || (!type.hasTextKey() && isRowId(layout(type).columns[static_cast<std::size_t>(type.key)]));
+}
+
 /// A row whose key no record can have.
 std::string Table::keyMisfit(const RecordDescription& type)
 {

@@ -36,8 +36,8 @@ void KorODBCUserProfile::resetOwnerText()
     const KorString ownerKey = defaultOr(defaultOwnerKey, L"-");
     // the authors stand in the configuration, whichever database is current
     const KorDSNRequest request(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase);
-    StructAuthor author;
-    if (StructAuthorMarshal::getStructByKey(ownerKey, author) != 1 &&
+    KorString company;
+    if (StructAuthorMarshal::getRunNameByKey(ownerKey, company) != 1 &&
         KorDatabaseAccess::doSQLStatement(
             KorDSNDefinitions::kConfiguration,
             KorString::format(L"INSERT INTO Authors (CompanyText,CompanyName) VALUES ('%s','%s')",

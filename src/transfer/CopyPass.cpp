@@ -47,7 +47,11 @@ bool WritePass::prepare(DeepCopyGraph& graph)
     };
     settleLeftCopies(graph);
     // a file that does not fit is not even locked, which would change it; under the lock it is looked at again
-    if (!graph.forEachTable(isWritable) || KorDatabaseBatch::lock(target) != 1)
+    const auto fits = [&] {
+        const KorDatabaseReading reading(target);
+        return graph.forEachTable(isWritable);
+    };
+    if (!fits() || KorDatabaseBatch::lock(target) != 1)
         return false;
     settleLeftCopies(graph);
     if (!graph.forEachTable(isWritable))
