@@ -10,6 +10,9 @@
 #include "service/Service.h"
 #include "service/TableFit.h"
 
+#include <set>
+#include <utility>
+
 namespace korodbc::host {
 
 namespace {
@@ -95,6 +98,12 @@ void closeRepository()
 }
 
 std::string lastError() { return service().lastError(); }
+
+std::vector<std::string> takeReadGaps()
+{
+    const std::set<std::string> gaps = std::exchange(Connection::readGaps, {});
+    return {gaps.begin(), gaps.end()};
+}
 
 std::vector<SourceState> sources()
 {

@@ -27,6 +27,10 @@ void closeRepository();
 /// Why the last failed operation of the table access service failed; empty when unknown.
 std::string lastError();
 
+/// What reads found missing since the last call, one line each: a table that is in none of its data sources, a
+/// column, a row that cannot be read. The reads went on with what there is, as a table without such rows.
+std::vector<std::string> takeReadGaps();
+
 /// One data source of the open repository.
 struct SourceState {
     eDSN dsn;

@@ -26,6 +26,8 @@ std::size_t byteOffset(std::string_view utf8, int characters)
 
 /// For the program and the states of one expression. Tables hold thousands of them, and each is written by a user.
 constexpr std::int64_t mostBytes = 256 * 1024;
+/// What is found for each group is carried along at every character: thousands of them would take minutes.
+constexpr int mostGroups = 99;
 
 RE2::Options options(bool caseSensitive)
 {
@@ -60,15 +62,21 @@ struct KorRegExWrapper::Engine {
     {
     }
 
+    bool isValid() const { return expression.ok() && groups - 1 <= mostGroups; }
+    std::string error() const
+    {
+        return expression.ok() ? "more than " + std::to_string(mostGroups) + " groups" : expression.error();
+    }
+
     bool matchWhole(const std::string& utf8, re2::StringPiece* found, int count) const
     {
-        return utf8.starts_with(beginning) && expression.ok() &&
+        return utf8.starts_with(beginning) && isValid() &&
                expression.Match(utf8, 0, utf8.size(), RE2::ANCHOR_BOTH, found, count);
     }
 
     bool find(const KorString& text, int from, RE2::Anchor anchor, int& position, int& length) const
     {
-        if (!expression.ok() || from < 0 || from > text.length())
+        if (!isValid() || from < 0 || from > text.length())
             return false;
         const std::string utf8 = text.toUtf8();
         re2::StringPiece found;
@@ -101,11 +109,11 @@ bool KorRegExWrapper::setPattern(const KorString& pattern, bool caseSensitive)
     return isValid();
 }
 
-bool KorRegExWrapper::isValid() const { return m_engine != nullptr && m_engine->expression.ok(); }
+bool KorRegExWrapper::isValid() const { return m_engine != nullptr && m_engine->isValid(); }
 
 KorString KorRegExWrapper::error() const
 {
-    return isValid() || m_engine == nullptr ? KorString() : KorString::fromUtf8(m_engine->expression.error());
+    return isValid() || m_engine == nullptr ? KorString() : KorString::fromUtf8(m_engine->error());
 }
 
 bool KorRegExWrapper::match(const KorRegExText& text) const
@@ -116,7 +124,7 @@ bool KorRegExWrapper::match(const KorRegExText& text) const
 bool KorRegExWrapper::match(const KorRegExText& text, KorArray<KorString>& groups) const
 {
     constexpr int usualGroups = 5;
-    if (m_engine == nullptr || !text.utf8().starts_with(m_engine->beginning))
+    if (!isValid() || !text.utf8().starts_with(m_engine->beginning))
         return false;
     // asked for at once: the engine tells a short text that does not match sooner so
     const int count = m_engine->groups;

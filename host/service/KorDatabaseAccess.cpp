@@ -413,8 +413,13 @@ int KorDatabaseAccess::setTableColumnValue(eDSN dsn, const KorString& name, cons
         if (!isKey || columnIndex == by || !table->mayWait())
             return database.flush() && table->updateCells(key, by, {{columnIndex, valueOf(value)}});
         if (!pending || pending->table != table || pending->key != key) {
-            if (!database.flush() || !table->hasKey(key, by))
+            if (!database.flush())
                 return false;
+            if (!table->hasKey(key, by)) {
+                database.setError("table " + shown(table->name()) + ": there is no row of key " +
+                                  shown(keyText.toUtf8()));
+                return false;
+            }
             pending = Connection::PendingRow{table, key, false, {}, Connection::batchDepth};
         }
         pending->cells[columnIndex] = valueOf(value);

@@ -57,6 +57,9 @@ int kor_odbc_setDefault(const KorString& key, int value)
 {
     const KorDSNRequest request(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase);
     const KorString table(L"Default_INT");
+    if (KorDatabaseAccess::checkTable(KorDSNDefinitions::kConfiguration, descriptionOf<StructDefaultInteger>(),
+                                      true) != 1)
+        return 0; // its columns stand elsewhere
     KorDatabaseBatch batch;
     int known = 0;
     int result = 1;

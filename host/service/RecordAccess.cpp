@@ -67,6 +67,8 @@ std::vector<Source> sourcesOf(const RecordDescription& type, RecordAccess::Sourc
         const bool elsewhereToo = wanted == RecordAccess::Sources::CurrentElseHome || !manager.isRequested();
         if (!addSource(type, current, manager.getCurrentIndex(), sources) && elsewhereToo)
             addHome(type, sources);
+        if (sources.empty())
+            service().noteMissing(type);
         return sources;
     }
     const Manifest& manifest = service().manifest();
@@ -79,6 +81,8 @@ std::vector<Source> sourcesOf(const RecordDescription& type, RecordAccess::Sourc
     else
         addHome(type, sources);
     addSource(type, current, manager.getCurrentIndex(), sources);
+    if (sources.empty())
+        service().noteMissing(type);
     return sources;
 }
 
@@ -428,6 +432,11 @@ int readWhere(const RecordDescription& type, int column, long value, void* out)
     const ColumnDescription* field = type.at(column);
     if (table == nullptr || field == nullptr || field->kind != FieldKind::Integer)
         return -1;
+    if (const Layout& layout = table->layout(type); layout.columns[static_cast<std::size_t>(column)] < 0) {
+        Connection::noteReadGap(layout.misfit(Use::Read));
+        service().setError(layout.misfit(Use::Read)); // no row can be told to meet the condition, nor not to
+        return -1;
+    }
     const ListOperations& list = type.operations->list;
     RecordCache& records = table->recordCache(type);
     const long before = list.length(out);

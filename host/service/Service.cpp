@@ -253,7 +253,16 @@ Table* Service::tableOf(const RecordDescription& type)
         database->validate();
         table = database->table(name);
     }
+    if (table == nullptr && database != nullptr)
+        noteMissing(type);
     return table != nullptr && table->connection().flush() ? table : nullptr;
+}
+
+void Service::noteMissing(const RecordDescription& type)
+{
+    const KorDSNManager& manager = KorDSNManager::getInstance();
+    if (type.homes.contains(manager.getCurrentDSN()) || !manager.isRequested())
+        Connection::noteReadGap("there is no table " + shown(physicalName(type).toUtf8()));
 }
 
 std::vector<Table*> Service::tablesOfAllSources(const KorString& name, eDSN base)

@@ -47,6 +47,8 @@ public:
 
     /// The table that a record read of this type goes to; nullptr when no data source has it.
     Table* tableOf(const RecordDescription& type);
+    /// Notes that a read found no table of the type, where there should be one.
+    void noteMissing(const RecordDescription& type);
     /// The tables of a type in every source: add-in, country add-ins, then the base.
     std::vector<Table*> tablesOfAllSources(const KorString& name, eDSN base);
     /// Physical name of a described table.

@@ -65,6 +65,13 @@ public:
     void noteFailure(int code);
     /// Keeps another reason for lastError.
     void setError(std::string reason) { m_error = std::move(reason); }
+    /// What reads of any database lacked, until somebody asks.
+    static inline std::set<std::string> readGaps;
+    static void noteReadGap(const std::string& line)
+    {
+        if (readGaps.size() < 100)
+            readGaps.insert(line);
+    }
 
     // Tables
 

@@ -115,10 +115,11 @@ bool Connection::openForLooking(std::string& error)
         if (connect(m_path, isLogged ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE, error))
             return run("PRAGMA query_only = ON");
         const int reason = sqlite3_errcode(m_db) & 0xff;
-        if (reason != SQLITE_CANTOPEN && reason != SQLITE_READONLY)
+        if (reason != SQLITE_CANTOPEN && reason != SQLITE_READONLY && reason != SQLITE_IOERR &&
+            reason != SQLITE_FULL)
             return false;
     }
-    // Its folder cannot hold what the engine keeps beside it. Without a log the file is all there is; with one,
+    // Its folder, or a disk that is full, cannot hold what the engine keeps beside it. Without a log the file is all there is; with one,
     // both are looked at elsewhere.
     if (!isLogged) {
         std::string ignored;

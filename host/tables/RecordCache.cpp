@@ -204,6 +204,7 @@ bool RecordCache::noteMisfit(Statement& statement, const Layout& layout, const s
     m_misfit = "table " + shown(m_table.name()) + ": in the row " +
                (at < 0 || statement.isNull(at + 1) ? "" : "of key " + shown(statement.bytes(at + 1)) + " ") + what;
     m_table.connection().setError(m_misfit);
+    Connection::noteReadGap(m_misfit);
     return false;
 }
 
@@ -221,7 +222,10 @@ bool RecordCache::noteMisfit(Statement& statement, const Layout& layout, int col
 /// False, with the connection's error set, when records cannot be told from the table's columns.
 bool RecordCache::lookable()
 {
-    const std::string& misfit = m_table.layout(m_type).misfit(Use::Look);
+    const Layout& layout = m_table.layout(m_type);
+    if (!layout.misfit(Use::Read).empty())
+        Connection::noteReadGap(layout.misfit(Use::Read));
+    const std::string& misfit = layout.misfit(Use::Look);
     if (!misfit.empty())
         m_table.connection().setError(misfit);
     return misfit.empty();

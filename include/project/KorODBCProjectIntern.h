@@ -79,9 +79,9 @@ public:
 
     /// Writes all fields of the record. One with a negative key becomes a new row, whose key it gets (a negative
     /// one when no row could be added); one that the database takes over from another gets a row under its key
-    /// there. 1, also when the stored record or one that it refers to is missing, or a field cannot be written:
+    /// there, but no document: see putXMLData. 1, also when the stored record or one that it refers to is missing, or a field cannot be written:
     /// each of these raises an assertion. -1 when the row cannot be taken over, 0 when the database could not be
-    /// stored.
+    /// stored. In a batch that is undone later a new record keeps its key, which no row has then.
     static int save(StructProjReportCategory& category, eIndex index, eDSN dsn);
     static int save(StructProjReportType& type, eIndex index, eDSN dsn);
     static int save(StructProjTemplate& record, eIndex index, eDSN dsn);
@@ -91,7 +91,9 @@ public:
     static int save(StructProjModelExtract& extract, eIndex index, eDSN dsn);
     static int save(StructProjModelExtractUpdateInfo& info, eIndex index, eDSN dsn);
     /// Stores the document, with version 1, under its key or, when that is negative, in a new row, whose key the
-    /// record gets. 1 when it is stored; otherwise the database and the record are as before.
+    /// record gets. A document that another database keeps has no row here: it is stored with the key -1, and the
+    /// record that it belongs to is saved with the new key. 1 when it is stored; otherwise the database and the
+    /// record are as before.
     static int putXMLData(StructProjXMLData& xml, eIndex index, eDSN dsn);
 
     /// Deletes a record that this database keeps itself, with the XML document that belongs to it: 1. Nothing is

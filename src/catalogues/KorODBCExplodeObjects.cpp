@@ -57,6 +57,8 @@ int KorODBCExplodeObjects::setExplodeObjects(KorString name, const StructExplode
     if (byKey(name, known) == 1)
         return 0;
     const KorString table = KorDatabaseAccess::getTableName(L"ExplodeObjectsTo");
+    if (KorDatabaseAccess::checkTable(users, StructExplodeObjectsMarshal::type(), true) != 1)
+        return -1; // its columns stand elsewhere
     KorDatabaseBatch batch;
     KorCellData key = name.isEmpty() ? KorCellData() : KorCellData(name);
     if (KorDatabaseAccess::appendNewLine(users, table, key, true, !name.isEmpty()) != 1)

@@ -42,9 +42,13 @@ int KorODBCExplodeSettings::getExplodeSettingsForObjectStructure(long modelType,
                                                                  StructExplodeSettings& record)
 {
     KorArray<int> types, profiles;
-    StructObjectTypeMarshal::getAllObjectTypeKeysByModelType(modelType, types);
     KorArray<StructExplodeProfile> all;
-    KorODBCExplodeProfile::getExplodeProfileTable(all);
+    {
+        // whichever database is current
+        const KorDSNRequest request(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase);
+        StructObjectTypeMarshal::getAllObjectTypeKeysByModelType(modelType, types);
+        KorODBCExplodeProfile::getExplodeProfileTable(all);
+    }
     for (const StructExplodeProfile& profile : all)
         if (profile.getSelected() != 0)
             profiles.append(profile.key);

@@ -118,14 +118,16 @@ constexpr auto ofStuds = &existing<T, StructConnectorRelations, &StructConnector
 int boltDiameters(const PreferredChoice& choice, Names& names)
 {
     using Bolt = StructScrew;
-    std::unordered_set<double> lengths;
+    std::vector<double> lengths;
     eachExisting<Bolt>(choice, {&Bolt::standard, &Bolt::strengthClass, &Bolt::boltSet},
-                       [&](const Bolt& bolt) { lengths.insert(bolt.diameter); });
+                       [&](const Bolt& bolt) { lengths.push_back(bolt.diameter); });
+    std::sort(lengths.begin(), lengths.end());
     std::unordered_set<int> numbers;
     RecordAccess::visit(descriptionOf<StructScrewDiameter>(), [&](const void* record) {
         const auto& diameter = *static_cast<const StructScrewDiameter*>(record);
-        const auto same = [&](double length) { return std::abs(length - diameter.diameter) <= 1e-6; };
-        if (std::any_of(lengths.begin(), lengths.end(), same))
+        constexpr double tolerance = 1e-6;
+        const auto nearest = std::lower_bound(lengths.begin(), lengths.end(), diameter.diameter - tolerance);
+        if (nearest != lengths.end() && *nearest <= diameter.diameter + tolerance)
             numbers.insert(diameter.key);
         return true;
     });

@@ -18,6 +18,8 @@ int KorOdbcGUI::putToolbarInformation(const StructToolbarsTable& toolbar)
     const KorString key = KorString::format(L"%d", toolbar.key);
     const KorCellData values[] = {toolbar.runName,  toolbar.toolTip, toolbar.parent,
                                   toolbar.position, toolbar.visible, toolbar.docking};
+    if (KorDatabaseAccess::checkTable(KorDSNDefinitions::kToolbars, StructToolbarsTableMarshal::type(), true) != 1)
+        return 0; // its columns stand elsewhere
     KorDatabaseBatch batch;
     int result = 0;
     int column = 0;

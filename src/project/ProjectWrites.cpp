@@ -30,20 +30,28 @@ KorCellData valueOf(const ColumnDescription& column, const void* record)
     return column.text(record);
 }
 
-/// Writes the fields of a record into the columns from 1 on; what cannot be written is told to `failed`, and the
-/// next one follows.
+/// Writes the fields of a record into the columns from 1 on; what cannot be written, since it fails or another
+/// column stands in its place, is told to `failed`, and the next one follows.
 template <class Failed>
 void writeFields(const RecordDescription& type, const KorString& table, eDSN dsn, const void* record,
                  Failed failed)
 {
     const int key = type.keyOf(record);
+    KorArray<KorColumn> columns;
+    KorDatabaseAccess::getTableStructure(dsn, table, columns);
+    const auto isThere = [&](std::size_t i) {
+        const KorString wanted = KorString::fromUtf8(type.columns[i].name);
+        return static_cast<long>(i) < columns.length() &&
+               columns[static_cast<int>(i)].getName().compareNoCase(wanted) == 0;
+    };
     const KorString keyText = KorString::format(L"%d", key);
     for (std::size_t i = 1; i < type.columns.size(); ++i) {
         // no row has a negative key
         const int nOk =
-            key < 0 ? 0
-                    : KorDatabaseAccess::setTableColumnValue(dsn, table, L"Key", keyText, static_cast<int>(i),
-                                                             valueOf(type.columns[i], record));
+            key < 0 || !isThere(i)
+                ? 0
+                : KorDatabaseAccess::setTableColumnValue(dsn, table, L"Key", keyText, static_cast<int>(i),
+                                                         valueOf(type.columns[i], record));
         if (nOk != 1)
             failed();
     }

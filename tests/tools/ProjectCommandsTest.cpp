@@ -138,28 +138,27 @@ TEST_F(ProjectCommands, BadInputIsRefusedInOneLineAndChangesNothing)
 
     const std::pair<std::string, std::string> documents[] = {
         {"", "line 1: there is no element"},
-        {"<a>\n<b></a>", "line 2: \"</a>\" stands where \"b\" is to end"},
+        {"<a>\n<b></a>", "line 2: the element \"b\" is not closed"},
         {"<a>", "the element \"a\" is not closed"},
-        {"<a/>\n<b/>", "line 2: the element \"b\" stands behind"},
-        {"<a/>text", "text outside"},
-        {"<a b=1/>", "not in quotes"},
-        {"<a b='1' b='2'/>", "\"b\" is given twice"},
-        {"<a b='<'/>", "holds a \"<\""},
-        {"<a>x & y</a>", "\"&\" begins no known entity"},
-        {"<a>&#0;</a>", "\"&\" begins no known entity"},
+        {"<a/>\n<b/>", "line 2: something stands behind the end"},
+        {"<a b=1/>", "where XML allows none"},
+        {"<a b='1' b='2'/>", "given twice"},
+        {"<a>x & y</a>", "write \"&lt;\" for \"<\" and \"&amp;\""},
+        {"<a>&none;</a>", "\"&\" begins no known entity"},
         {"<a>\n\xE4</a>", "line 2: this is no UTF-8 text"},
-        {"<a>\xED\xA0\x80</a>", "no UTF-8 text"},
         {std::string("<a>\0</a>", 8), "no UTF-8 text"},
         {"\xFF\xFE<\0a\0", "no UTF-8 text"},
-        {"<a><!-- </a>", "a comment does not end"},
-        {"< a/>", "no name behind"},
-        {"{\"json\": 1}", "text outside"},
+        {"<?xml version='1.0' encoding='ISO-8859-1'?><a/>", "another encoding"},
+        {"<a><!-- </a>", "is not closed"},
+        {"{\"json\": 1}", "where XML allows none"},
     };
     for (const auto& [text, error] : documents) {
         xml(text);
         expectRefused(save, 2, "in.xml is no XML document: .*" + error);
     }
     const fs::path drawing = m_folder / "work/project.db";
+    sql(drawing, "UPDATE ReportTemplates SET XMLData = 2 WHERE [Key] = 3");
+    expectRefused("templates delete 3", 1, "another record has the same XML document");
     sql(drawing, "UPDATE ReportTemplates SET XMLData = -1 WHERE [Key] = 3;"
                  "UPDATE ModelSelections SET XMLData = 77 WHERE [Key] = 2");
     xml("<a/>");

@@ -1,5 +1,7 @@
 #include "CommandLine.h"
 
+#include "EmbeddedHost.h"
+
 #include <cstdio>
 
 namespace {
@@ -28,6 +30,15 @@ int fail(const Failure& failure)
     std::fflush(stdout);
     std::fprintf(stderr, "korodbc: %s\n", oneLine(failure.message).c_str());
     return failure.code;
+}
+
+/// What a command read past makes its answer incomplete, also when it gave one.
+int endedWith(int code)
+{
+    if (code == kOk || code == kNotFound)
+        for (const std::string& gap : korodbc::host::takeReadGaps())
+            code = fail({kFailed, gap + "; what is said without it is incomplete"});
+    return code;
 }
 
 } // namespace
@@ -94,10 +105,11 @@ int CommandLine::run(int argc, char** argv)
     try {
         m_run();
         if (std::fflush(stdout) != 0)
-            return fail({kFailed, "the output cannot be written"});
-        return kOk;
+            return fail({kFailed, std::string("the output cannot be written") +
+                                      (m_global.start == Start::Write ? "; what was changed stays changed" : "")});
+        return endedWith(kOk);
     } catch (const Failure& failure) {
-        return fail(failure);
+        return endedWith(fail(failure));
     } catch (const std::exception& error) {
         return fail({kFailed, error.what()});
     }

@@ -105,6 +105,17 @@ std::string singleLine(std::string_view utf8)
     return line;
 }
 
+namespace {
+
+/// As it is: a text may hold a zero.
+void printLine(std::string line)
+{
+    line += '\n';
+    std::fwrite(line.data(), 1, line.size(), stdout);
+}
+
+} // namespace
+
 void printText(const Sheet& sheet)
 {
     std::vector<int> widths;
@@ -125,7 +136,7 @@ void printText(const Sheet& sheet)
             line += (i == 0 ? "" : "  ") + (sheet.columns[i].number ? gap + text : text + gap);
         }
         line.erase(line.find_last_not_of(' ') + 1);
-        std::puts(line.c_str());
+        printLine(line);
     };
     print([&](std::size_t i) { return sheet.columns[i].name; });
     print([&](std::size_t i) { return std::string(static_cast<std::size_t>(widths[i]), '-'); });
@@ -146,7 +157,7 @@ void printCsv(const Sheet& sheet)
             }
             line += (i == 0 ? "" : ",") + text;
         }
-        std::puts(line.c_str());
+        printLine(line);
     };
     print(sheet.columns.size(), [&](std::size_t i) { return sheet.columns[i].name; });
     for (const std::vector<std::string>& row : sheet.rows)

@@ -152,7 +152,7 @@ std::string readXml(const std::string& file)
 {
     std::error_code code;
     std::ifstream in(file, std::ios::binary);
-    if (!in || !fs::is_regular_file(file, code))
+    if (!in || fs::is_directory(file, code))
         throw Failure{kNotFound, "there is no file " + file + " to read"};
     std::string text((std::istreambuf_iterator<char>(in)), {});
     if (const std::string why = whyNoXml(text); !why.empty())

@@ -267,11 +267,13 @@ std::map<int, int> childCounts(const ProjectChildren& children, const ProjectDat
     return counts;
 }
 
-std::vector<std::string> childNames(const ProjectChildren& children, const ProjectDatabase& database, int parent)
+std::vector<std::string> childNames(const ProjectChildren& children, const ProjectDatabase& database, int parent,
+                                    bool ownOnly)
 {
     std::vector<std::string> found;
     eachRecord(*children.kind, database, [&](const void* record) {
-        if (children.column->integer(record) == parent)
+        if (children.column->integer(record) == parent &&
+            (!ownOnly || children.kind->source(record) == database.dsn))
             found.push_back(runName(*children.kind, record).toUtf8());
     });
     return found;
@@ -318,7 +320,8 @@ std::string deleteRecord(const ProjectKind& kind, const ProjectDatabase& databas
                                    database.text + " itself can"};
     requireWritable(kind.type(), database);
     for (const ProjectChildren& child : childrenOf(kind)) {
-        const std::vector<std::string> standing = childNames(child, database, kind.type().keyOf(record.get()));
+        const std::vector<std::string> standing =
+            childNames(child, database, kind.type().keyOf(record.get()), true);
         if (standing.empty())
             continue;
         std::string list;
@@ -331,6 +334,11 @@ std::string deleteRecord(const ProjectKind& kind, const ProjectDatabase& databas
                           (standing.size() > 5 ? " and more" : "") + "; delete " + (isOne ? "it" : "them") +
                           " first, see: korodbc " + child.kind->command + " --help"};
     }
+    if (kind.xmlColumn() != nullptr && usersOfXml(kind.xmlColumn()->integer(record.get()), database) > 1)
+        throw Failure{kFailed, what + " is kept: another record has the same XML document, which would go with it; "
+                                      "give it one of its own first: korodbc " +
+                                   kind.command + " save " + quote(which) + " --xml FILE --database " +
+                                   database.name};
     const int result = kind.remove(record.get(), database);
     const AnyRecord left(kind.type());
     const bool isGone = result == 1 && (kind.read(kind.type().keyOf(record.get()), left.get()) != 1 ||

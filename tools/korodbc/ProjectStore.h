@@ -30,7 +30,9 @@ std::optional<std::string> xmlOf(const ProjectKind& kind, const ProjectDatabase&
 
 /// Number of children by key of the parent.
 std::map<int, int> childCounts(const ProjectChildren& children, const ProjectDatabase& database);
-std::vector<std::string> childNames(const ProjectChildren& children, const ProjectDatabase& database, int parent);
+/// Names of the children; `ownOnly`: without those that are shipped, which a shipped parent stays for.
+std::vector<std::string> childNames(const ProjectChildren& children, const ProjectDatabase& database, int parent,
+                                    bool ownOnly = false);
 
 struct ProjectChange {
     std::string which;   // key or name; a name that there is none of adds a record

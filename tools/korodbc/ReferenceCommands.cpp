@@ -155,6 +155,7 @@ void runCheck(const GlobalOptions& global, const std::string& sourceName, Format
             misfits += "korodbc: note: " + source.name + ": " + singleLine(line) + "\n";
     }
     std::fprintf(stderr, "%s", misfits.c_str());
+    korodbc::host::takeReadGaps(); // told by the notes
     for (std::vector<std::string>& row : sheet.rows)
         row.resize(sheet.columns.size());
     if (format != Format::Text)

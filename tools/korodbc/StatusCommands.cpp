@@ -127,6 +127,7 @@ void runStatus(const GlobalOptions& global)
     std::printf("Repository %s: %d of %d data sources can be used.\n", global.repository.c_str(), usable, all);
     printLeftOpen(printClaims(), where);
     printDifferences(where);
+    takeReadGaps(); // told among the differences
     if (!error.empty())
         throw Failure{kNoRepository, error};
 }
