@@ -79,8 +79,13 @@ std::string advised(const std::string& reason, const std::string& source)
     return reason.empty() ? "" : ": " + reason + remedy(reason, source);
 }
 
-std::string because()
+std::string bareReason()
 {
     const std::string error = korodbc::host::lastError();
     return error.empty() ? "" : ": " + error;
+}
+
+std::string because()
+{
+    return advised(korodbc::host::lastError());
 }

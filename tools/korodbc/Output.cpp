@@ -105,6 +105,11 @@ std::string singleLine(std::string_view utf8)
     return line;
 }
 
+void note(std::string_view text)
+{
+    std::fprintf(stderr, "korodbc: note: %s\n", singleLine(text).c_str());
+}
+
 void printText(const Sheet& sheet)
 {
     std::vector<int> widths;
