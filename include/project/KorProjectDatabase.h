@@ -3,7 +3,8 @@
 #include "project/KorODBCProjectIntern.h"
 
 /// The operations of KorODBCProjectIntern on one database, with the same results. `Where` says which: its `dsn()`
-/// and `index()` are asked at every call. A record is named by its key or run name.
+/// and `index()` are asked at every call. A record is named by its key or run name. The list of template keys and the
+/// deletions of all applications or extracts are those of KorODBCProject alone.
 template <class Where>
 class KorProjectDatabase {
     using Intern = KorODBCProjectIntern;

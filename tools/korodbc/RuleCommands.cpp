@@ -58,21 +58,17 @@ Failure notKept()
     return {kFailed, "the setting was not written" + advised(korodbc::host::lastError(), "Configuration")};
 }
 
-/// The source of that name, where rules may stand.
+/// The source of that name; says where country add-ins come from when there is none.
 Source ruleSource(const std::string& wanted)
 {
-    std::vector<std::string> names;
-    for (const Source& source : allSources())
-        names.push_back(source.name);
-    const bool isKnown = std::ranges::any_of(allSources(), [&](const Source& source) {
-        return sameName(source.name, wanted) || sameName(source.id, wanted) ||
-               sameName(source.name, "CountryAddin " + wanted);
-    });
-    if (!isKnown)
-        throw Failure{kNotFound, "there is no data source " + quote(wanted) + nearest(wanted, names) +
-                                     "; list them with: korodbc sources; a country add-in comes with a new "
-                                     "repository: korodbc init FOLDER --country ID=NAME"};
-    return sourceNamed(wanted);
+    try {
+        return sourceNamed(wanted);
+    } catch (Failure& failure) {
+        if (failure.code == kNotFound)
+            failure.message +=
+                "; a country add-in comes with a new repository: korodbc init FOLDER --country ID=NAME";
+        throw;
+    }
 }
 
 /// Has the rules read in that source, from now on or only by this program.
