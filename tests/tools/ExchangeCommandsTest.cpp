@@ -61,7 +61,7 @@ TEST_F(ExchangeCommands, BadInputIsRefusedInOneLine)
         {"map-material S355J3 --to IFC", 4, "a neutral name \\(did you mean \"S355J"},
         {"map-material S355J2 --format sdnf", 2, "give kiss"},
         {"map-bolt 'ISO 1'", 4, "gives the bolt standard \"ISO 1\" of \"This application\" a name in CIS/2 files"},
-        {"map-bolt 'ISO 4014' --application 2", 4, "of \"IFC\" a name in CIS/2 files\\n"},
+        {"map-bolt 'ISO 4014' --application 2", 4, "of \"IFC\" a name in CIS/2 files"},
         {"map-bolt ISO_4014 --back --application 2", 2, "--application goes with"},
         {"map-section HEA20 --format sdnf", 4, "a name in SDNF files \\(did you mean \"HEA120\""},
         {"map-section HEA200 --format sdnf --class FOO", 4,
@@ -75,8 +75,9 @@ TEST_F(ExchangeCommands, BadInputIsRefusedInOneLine)
         {"map-section HE200A --format sdnf --back --application 2", 2, "--application goes with"},
         {"map-section 'HE 200 A' --from neutral --neutral", 2, "give one of"},
         {"map-section 'HE 200 A' --from neutral --to neutral", 2, "name that with --to"},
-        {"map-section 'HE 20 A' --from neutral --to IFC", 4, "neutral section \"HE 20 A\" a name of \"IFC\""},
-        {"map-material 1.0577 --from neutral --to KISS", 4, "the neutral material \"1.0577\" a name of \"KISS\""},
+        {"map-section 'HE A' --from neutral --to IFC", 4, "neutral section \"HE A\" a name of \"IFC\""},
+        {"map-material 1.057 --from neutral --to KISS", 4,
+         "neutral material \"1.057\" a name of \"KISS\" .did you mean \"1.057"},
         {"map-material 'Base plat' --format kiss --plate", 4,
          "\"Base plat\" a name in KISS files .did you mean \"Base"},
         {"map-material S355J2 --to IFC --plate", 2, "--plate goes with --format kiss"},
@@ -92,7 +93,8 @@ TEST_F(ExchangeCommands, ExpressionsThatDoNotCompileAreNamed)
 {
     sql(m_folder / "work/configuration.db",
         "UPDATE QXT_Profile_Conversion SET Section = 'HEA(' WHERE Key = 1;"
-        "UPDATE Profile_Exports_Conversion SET QXTSection = '[\n' WHERE Key > 40 AND Application < 3");
+        "UPDATE Profile_Exports_Conversion SET QXTSection = '[\n', Application = 3 WHERE Key > 40;"
+        "UPDATE Profile_Exports_Conversion SET QXTSection = '(' WHERE Key = 1");
     const Outcome outcome = run("map-section IPE200 --to SDNF --csv");
     EXPECT_EQ(outcome.code, 0);
     EXPECT_TRUE(matches(outcome.out, "\\nSDNF,IPE,IPE200,"));

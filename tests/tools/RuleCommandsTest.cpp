@@ -94,7 +94,7 @@ TEST_F(RuleCommands, BadInputIsRefusedInOneLineAndChangesNothing)
          "there is no view type \"sektion\" \\(did you mean \"section\"\\?\\); there are: front, top"},
         {"views Column --from Units", 2, "not in Units; name one of these with --from"},
         {"views Column --from Sweden", 4, "there is no data source \"Sweden\".*init FOLDER --country"},
-        {"views Beam --from Norway", 4, "no rule of CountryAddin Norway is for a view of \"Beam\"\\n"},
+        {"views Beam --from Norway", 4, "no rule of CountryAddin Norway is for a view of \"Beam\""},
         {"views Beam --from Norway --keep", 4, "of \"Beam\"; the setting stays as it was"},
         {"drawing-prefixes add", 2, "with --type"},
         {"drawing-prefixes add --type Beam", 2, "give the prefix with --single"},

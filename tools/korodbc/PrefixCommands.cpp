@@ -120,14 +120,18 @@ constexpr eDSN drawing = KorDSNDefinitions::kProject;
 
 bool drawingHasPrefixes()
 {
+    const KorDSNRequest request(drawing, KorDSNSetDwgSource::GeteIndexForDwg());
     return KorDatabaseAccess::doesTableExists(drawing, KorDatabaseAccess::getTableName(L"NumberingPrefix")) == 1;
 }
 
 void listDrawingPrefixes(Format format)
 {
     KorArray<StructNumberingPrefix> records;
-    if (drawingHasPrefixes() && StructNumberingPrefixMarshal::getTable(records) != 1)
-        throw unreadable(descriptionOf<StructNumberingPrefix>().table);
+    if (drawingHasPrefixes()) {
+        const KorDSNRequest request(drawing, KorDSNSetDwgSource::GeteIndexForDwg());
+        requireReadable(descriptionOf<StructNumberingPrefix>());
+        StructNumberingPrefixMarshal::getTable(records);
+    }
     if (records.isEmpty() && format == Format::Text) {
         std::puts("There are no numbering prefixes in the drawing.");
         return;
@@ -219,7 +223,6 @@ void runDrawingPrefixes(const CommandLine& line, const PrefixOptions& options)
     global.start = adds || deletes ? Start::Write : Start::Look;
     const StartedSession session(global);
     sourceNamed("Project"); // its database can be used
-    const KorDSNRequest request(drawing, KorDSNSetDwgSource::GeteIndexForDwg());
     if (adds)
         addDrawingPrefix(options);
     else if (deletes)

@@ -31,9 +31,7 @@ AnyRecords& readAll(const ProjectKind& kind, AnyRecords& records)
 {
     if (kind.readAll(records.get()) == 1)
         return records;
-    KorDatabaseAccess::checkTable(KorDSNManager::getInstance().getCurrentDSN(), kind.type(),
-                                  false); // for the reason
-    throw unreadable(kind.type().table);
+    throw unreadable(kind.type());
 }
 
 std::vector<std::string> names(const ProjectKind& kind, const ProjectDatabase& database)
@@ -252,7 +250,7 @@ std::optional<std::string> xmlOf(const ProjectKind& kind, const ProjectDatabase&
     xml.key = column->integer(record);
     const KorDSNRequest request(source, source == database.dsn ? database.index : KorDSNDefinitions::kBase);
     if (KorDatabaseAccess::checkTable(source, column->target(), false) != 1)
-        throw unreadable(column->target().table);
+        throw unreadable(column->target());
     if (StructProjXMLDataMarshal::getStructByKey(xml.key, xml) != 1)
         throw Failure{kFailed, "the XML document " + std::to_string(xml.key) + " of " + described(kind, record) +
                                    " is missing; give it one with: korodbc " + kind.command + " save " +

@@ -80,11 +80,18 @@ long numberOfRows(const StoredTable& table)
                : -1;
 }
 
+Failure unreadable(const RecordDescription& type)
+{
+    if (bareReason().empty())
+        KorDatabaseAccess::checkTable(KorDSNManager::getInstance().getCurrentDSN(), type, false); // gives one
+    return unreadable(type.table);
+}
+
 void requireReadable(const RecordDescription& type)
 {
     AnyRecords all(type);
     if (RecordAccess::readTable(type, all.get()) != 1)
-        throw unreadable(type.table);
+        throw unreadable(type);
 }
 
 bool readRecord(const RecordDescription& type, const std::string& keyOrName, void* record)

@@ -111,9 +111,10 @@ void runViews(const CommandLine& line, const ViewsOptions& options)
     }
     const std::string source = sourceName(dsn, dsn == KorDSNDefinitions::kCountryAddin ? savedIndex : index);
     KorArray<View> records;
-    if (Reader::getAllRecords(records) != 1)
-        throw unreadable(descriptionOf<View>().table);
+    const int read = Reader::getAllRecords(records);
     const KorDSNRequest request(dsn, dsn == KorDSNDefinitions::kCountryAddin ? savedIndex : index);
+    if (read != 1)
+        throw unreadable(descriptionOf<View>());
     Sheet sheet{{{"View", false},
                  {"Necessary", false},
                  {"For objects of", false},
@@ -191,7 +192,7 @@ void printObjects(Format format)
     requireSoundBoth<StructExplodeObjects>();
     KorArray<StructExplodeObjects> objects;
     if (KorODBCExplodeObjects::getExplodeObjectsTable(objects, 1) != 1)
-        throw unreadable(descriptionOf<StructExplodeObjects>().table);
+        throw unreadable(descriptionOf<StructExplodeObjects>());
     Sheet sheet{{{"Object", false},
                  {"Solids to", false},
                  {"Solids grouped", true},
