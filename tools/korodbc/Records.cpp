@@ -82,8 +82,14 @@ long numberOfRows(const StoredTable& table)
 
 Failure unreadable(const RecordDescription& type)
 {
-    if (bareReason().empty())
-        KorDatabaseAccess::checkTable(KorDSNManager::getInstance().getCurrentDSN(), type, false); // gives one
+    if (bareReason().empty()) { // asked for where the table belongs
+        unsigned dsn = KorDSNManager::getInstance().getCurrentDSN();
+        if (!type.homes.contains(static_cast<eDSN>(dsn)))
+            for (dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
+                if (type.homes.contains(static_cast<eDSN>(dsn)))
+                    break;
+        KorDatabaseAccess::checkTable(static_cast<eDSN>(dsn), type, false);
+    }
     return unreadable(type.table);
 }
 
