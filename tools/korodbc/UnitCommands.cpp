@@ -1,5 +1,6 @@
 #include "catalogues/KorODBCMapping.h"
 #include "CommandLine.h"
+#include "Records.h"
 
 #include <algorithm>
 #include <charconv>
@@ -45,7 +46,7 @@ std::vector<Unit> unitsOf()
 {
     KorArray<StructUnitsOf<Number>> records;
     if (StructUnitsOfMarshal<Number>::getTable(records) != 1)
-        throw unreadable(describedBy(Number).table);
+        throw unreadable(descriptionOf<StructUnitsOf<Number>>());
     std::ranges::stable_sort(records, {}, &StructUnitsOf<Number>::sortOrder);
     std::vector<Unit> units;
     for (const auto& record : records) {
