@@ -99,7 +99,8 @@ TEST_F(UnitAndGratingCommands, TablesThatDoNotFitAreNamed)
                                             "INSERT INTO BarGrating SELECT 900, SeriesName, BearingBarSpacing, "
                                             "CrossBarSpacing, BearingBarThicknessName, "
                                             "BearingBarWidthName, 'T@6', '' FROM BarGrating WHERE [Key] = 1");
-    expectRefused("units", 1, "table UnitsOfArea cannot be read: there is no .* in data source Units; see: korodbc status");
+    expectRefused("units", 1,
+                  "table UnitsOfArea cannot be read: there is no .* in data source Units; see: korodbc status");
     expectRefused("units force --convert 1 kip kN", 1, "unit \"Kip\" of table UnitsOfForce has the factor 0");
     EXPECT_TRUE(matches(output("units force"), "Kip"));
     expectRefused("grating G 30 50 25x3 500-30 T@6", 1, "\"G@30@50@25x3@500-30@T@6\" could not be taken apart");
