@@ -3,7 +3,8 @@
 #include "project/KorODBCProjectIntern.h"
 
 /// The operations of KorODBCProjectIntern on one database, with the same results. `Where` says which: its `dsn()`
-/// and `index()` are asked at every call. A record is named by its key or run name.
+/// and `index()` are asked at every call. A record is named by its key or run name. Only KorODBCProject also lists
+/// the keys of templates and deletes all applications or extracts.
 template <class Where>
 class KorProjectDatabase {
     using Intern = KorODBCProjectIntern;

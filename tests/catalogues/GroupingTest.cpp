@@ -203,7 +203,7 @@ TEST_F(GroupingTest, ConditionsAreRaisedAndTheListGoesOn)
         {[&] { return Grouping::getMaterialList(n, kBolt, 0); },
          "kBeam == e || kPlate == e || kGrating == e || kWall == e || kSlab == e || kFootingIsolated == e"},
         {[&] { return Grouping::getMaterialList(n, kGrating, 0); }, nullptr, true},
-        {[&] { return Grouping::getCoatingList(kWeld, n); }, nullptr},
+        {[&] { return Grouping::getCoatingList(kWeld, n); }, nullptr, true},
         {[&] { return Grouping::getStandardsList(kAnchor, n); }, "kBolt == e"},
         {[&] { return Grouping::getStrengthClassList(kBolt, L"", n); }, "!normKey.isEmpty() && kBolt == e", true},
         {[&] { return Grouping::getStrengthClassList(kBolt, L"no key", n); }, nullptr},

@@ -25,6 +25,13 @@ TEST_F(ExchangeCommands, PrintTheNameAndTheRowThatGaveIt)
         {"map-material S355J2 --format kiss", "KISS_Material_Conversion"},
         {"map-bolt 'ISO 4014' --csv", "\\nCIS2_Bolt_Conversion,1,ISO 4014,1,ISO_4014,"},
         {"map-bolt ISO_4014 --back", "ISO 4014"},
+        {"map-section 'HE 200 A' --from Neutral --csv",
+         "\\nThis application,HEA,HEA200,Profile_Exports_[^\\n]*\\n$"},
+        {"map-section HEA200 --from IFC --to SDNF --csv", "\\nneutral,HE,HE 200 A,[^\\n]*\\nSDNF,[^\\n]*HE200A,"},
+        {"map-section HEA200 --to neutral --csv", "\\nneutral,HE,HE 200 A,[^\\n]*\\n$"},
+        {"map-material 1.0577 --from neutral --to CIS/2", "\\nCIS/2 +EN 10025-2 S355J2 "},
+        {"map-material 'EN 10025-2 S355J2' --from CIS/2 --to IFC", "\\nneutral +1.0577 [^\\n]*\\nIFC +S355J2 "},
+        {"map-material 'Base plate' --format kiss --plate --csv", "\\nKissPlateMaterial,3,Base plate,PL,S355J2,"},
     };
     for (const auto& [arguments, pattern] : cases) {
         const std::string out = output(arguments);
@@ -53,20 +60,41 @@ TEST_F(ExchangeCommands, BadInputIsRefusedInOneLine)
         {"map-section HEA200 --to IFC --csv --json", 2, "exclude each other"},
         {"map-material S355J3 --to IFC", 4, "a neutral name \\(did you mean \"S355J"},
         {"map-material S355J2 --format sdnf", 2, "give kiss"},
-        {"map-bolt 'ISO 1'", 4, "no row for the bolt standard \"ISO 1\""},
-        {"map-section HEA20 --format sdnf", 4, "has no row for the section \"HEA20\" \\(did you mean \"HEA120\""},
+        {"map-bolt 'ISO 1'", 4, "gives the bolt standard \"ISO 1\" of \"This application\" a name in CIS/2 files"},
+        {"map-bolt 'ISO 4014' --application 2", 4, "of \"IFC\" a name in CIS/2 files"},
+        {"map-bolt ISO_4014 --back --application 2", 2, "--application goes with"},
+        {"map-section HEA20 --format sdnf", 4, "a name in SDNF files \\(did you mean \"HEA120\""},
+        {"map-section HEA200 --format sdnf --class FOO", 4,
+         "table SDNF_Profile_Definition gives the class \"FOO\""},
+        {"map-section HEA200 --format kiss --application fabricator", 4,
+         "\"HEA200\" of \"Fabricator\" a name[^(]*"},
+        {"map-section HEA200 --format kiss --class HEA", 2, "--class goes with --to, --from"},
+        {"map-section HEA200 --format kiss --object-type 1", 2, "--object-type goes with --to"},
+        {"map-section HEA200 --to IFC --object-type Foo", 4, "no object type \"Foo\""},
+        {"map-section HEA200 --to IFC --application 1", 2, "--application goes with --neutral or --format"},
+        {"map-section HE200A --format sdnf --back --application 2", 2, "--application goes with"},
+        {"map-section 'HE 200 A' --from neutral --neutral", 2, "give one of"},
+        {"map-section 'HE 200 A' --from neutral --to neutral", 2, "name that with --to"},
+        {"map-section 'HE A' --from neutral --to IFC", 4, "neutral section \"HE A\" a name of \"IFC\""},
+        {"map-material 1.057 --from neutral --to KISS", 4,
+         "neutral material \"1.057\" a name of \"KISS\" .did you mean \"1.057"},
+        {"map-material 'Base plat' --format kiss --plate", 4,
+         "\"Base plat\" a name in KISS files .did you mean \"Base"},
+        {"map-material S355J2 --to IFC --plate", 2, "--plate goes with --format kiss"},
     };
     for (const auto& [arguments, code, error] : cases)
         expectRefused(arguments, code, error);
     sql(m_folder / "work/configuration.db", "DROP TABLE Profile_Exports_Conversion");
-    expectRefused("map-section HEA200 --to IFC", 1, "Profile_Exports_Conversion cannot be read");
+    expectRefused("map-section HEA200 --to IFC", 1,
+                  "Profile_Exports_Conversion cannot be read: .*; see: korodbc status");
 }
 
 TEST_F(ExchangeCommands, ExpressionsThatDoNotCompileAreNamed)
 {
     sql(m_folder / "work/configuration.db",
         "UPDATE QXT_Profile_Conversion SET Section = 'HEA(' WHERE Key = 1;"
-        "UPDATE Profile_Exports_Conversion SET QXTSection = '[\n' WHERE Key > 40");
+        "UPDATE Profile_Exports_Conversion SET QXTSection = '[\n', Application = 3 WHERE Key > 40;"
+        "UPDATE Profile_Exports_Conversion SET QXTSection = '(' WHERE Key = 1");
     const Outcome outcome = run("map-section IPE200 --to SDNF --csv");
     EXPECT_EQ(outcome.code, 0);
     EXPECT_TRUE(matches(outcome.out, "\\nSDNF,IPE,IPE200,"));

@@ -19,6 +19,10 @@ TEST_F(PreferredCommands, PrintWhatIsChosenAndWhatItOffers)
         {"preferred list bolt-diameters --standard 'ISO 4014' --strength 8.8 --set 'Nut and washer'",
          "\\nM12\\nM16\\nM20\\nM24\\n$"},
         {"preferred list anchor-sets --standard 'DIN 529' --strength 1 --json", "\"Name\": \"Nut and washer\""},
+        {"preferred list coatings --kind bolt --csv", "^Name\\nUncoated\\nHot-dip galvanised\\n$"},
+        {"preferred list coatings --kind weld --region 2 --csv",
+         "^Name\\n\"Shop primer, one coat\"\\nUncoated\\n$"},
+        {"preferred list model-roles --kind bolt --region 2 --csv", "^Name\\nShop bolt\\nSite bolt\\n$"},
         {"preferred list section-classes --subtype Angle", "\\nAngles\\n$"},
         {"preferred list sections --class UPN --csv", "^Name\\nUPN120\\nUPN160\\nUPN200\\n$"},
         {"preferred list stud-diameters --standard 1 --material 1 --region 2 --csv", "^Name\\n$"},
@@ -42,6 +46,8 @@ TEST_F(PreferredCommands, AChoiceIsKept)
     EXPECT_EQ(output("get Settings 'Region Key' --csv"), "Key,Value\nRegion Key,2\n");
     EXPECT_TRUE(matches(output("preferred list scales --csv"), "^Name\\n\"3\"\"=1'-0\"\"\"\\n"));
     output("preferred choose 1 --region 3");
+    EXPECT_EQ(run("preferred --region 3").err,
+              "korodbc: note: there are no profiles of region 3 (Asia and Pacific)\n");
     EXPECT_TRUE(matches(run("preferred list scales").err,
                         "^korodbc: no profile of region 3 \\(Asia and Pacific\\) is chosen[^\\n]*\\n$"));
 }
@@ -55,6 +61,7 @@ TEST_F(PreferredCommands, BadInputIsRefusedInOneLineAndChangesNothing)
     } cases[] = {
         {"preferred chose", 2, "chose"},
         {"preferred choose", 2, "name the profiles"},
+        {"preferred choose 1 --json", 2, "not with preferred choose"},
         {"preferred choose 'Europe, comon sizes'", 4, "did you mean \"Europe, common sizes\""},
         {"preferred choose 1 --region Europa", 4, "no region \"Europa\" .did you mean \"Europe\""},
         {"preferred --region 7", 4, "no region \"7\"; known: 1 Europe, 2 North America"},

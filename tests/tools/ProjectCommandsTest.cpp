@@ -29,7 +29,9 @@ TEST_F(ProjectCommands, PrintWhatIsAskedFor)
         {"templates show 'hall: BOLTS'",
          "\\nName +Hall: bolts *\\n[^]*\\nreport +Bolts *\\n\\n<\\?xml[^]*</reportTemplate>\\n$"},
         {"templates show 2 --xml-out -", "^<\\?xml [^]*</reportTemplate>\\n$"},
-        {"templates show 2 --json", "\"XML\", \"Value\": \"<\\?xml version=\\\\\"1.0\\\\\""},
+        {"templates show 2 --json", "\"Key\": 2, [^]*\"Reports\": 1, \"XML\": \"<\\?xml version=\\\\\"1.0\\\\\""},
+        {"report-categories --csv", "\\n1,Lists,[0-9]+\\n"},
+        {"update-settings show 'Before each report'", "\\nextract +Hall, as built *\\n"},
         {"reports --csv", "\\n3,Bolts,Hall: bolts,,Bolts.csv,The whole model\\n$"},
         {"selections --csv", "\\n1,Phase 1,What is erected first,2\\n"},
         {"selections show 'Phase 1'", "\\napplication +Phase 1, hall *\\n[^]*<condition property=\"Phase\""},
@@ -65,6 +67,8 @@ TEST_F(ProjectCommands, DocumentsGoIntoAnyDatabaseAndOutUnharmed)
             matches(added, "^Added template \"Its new\" \\(key [0-9]+\\)[^\\n]* with 1[0-9]* bytes of XML"))
             << added;
         EXPECT_TRUE(document("templates show 'its new'" + database) == text + "</a>");
+        EXPECT_EQ(run("templates save 'Its new' --xml -" + database + " <in.xml").code, 0);
+        EXPECT_TRUE(document("templates show 'its new'" + database) == text + "</a>");
         EXPECT_TRUE(
             matches(output("templates save 'Its new' --name \"It's\" --file f --description \"d'\"" + database),
                     "^Changed template \"It's\" \\(key"));
@@ -78,6 +82,12 @@ TEST_F(ProjectCommands, DocumentsGoIntoAnyDatabaseAndOutUnharmed)
         EXPECT_TRUE(
             matches(output("templates delete \"It's\"" + database), "^Deleted template \"It's\" from the "));
         output("check");
+        for (const std::string kind : {"report-categories", "update-settings"}) {
+            output(kind + " save Ours" + database);
+            EXPECT_TRUE(
+                matches(output(kind + " save ours --name Theirs" + database), "^Changed [^\\n]*\"Theirs\""));
+            EXPECT_TRUE(matches(output(kind + " --csv" + database), ",Theirs,"));
+        }
     }
 }
 
@@ -121,6 +131,17 @@ TEST_F(ProjectCommands, BadInputIsRefusedInOneLineAndChangesNothing)
         {"templates save New --type 1", 2, "give --xml FILE as well"},
         {"templates save 77 --type 1 --xml in.xml", 4, "no template \"77\""},
         {"templates save 1 --name 'HALL: bolts'", 2, "a template \"Hall: bolts\" already"},
+        {"templates save 1 --name ''", 2, "needs a name that is a valid text"},
+        {"templates save 1 --xml ''", 4, "there is no file  to read"},
+        {"templates save 1 --file x --json", 2,
+         "--csv and --json go with what is printed as a table, not with templates"},
+        {"templates delete 1 --csv", 2, "not with templates delete"},
+        {"templates show 1 --xml-out - --json", 2, "not with --xml-out -"},
+        {"templates --xml-out x", 2, "--xml-out goes with show"},
+        {"templates save 1 --xml - </dev/null", 2, "the standard input is no XML document"},
+        {"report-categories delete 1", 2, "a report category is kept for good"},
+        {"extracts save E --application 1 --update Nevr", 4, "korodbc update-settings --database drawing"},
+        {"report-types save T --category Foo --database user", 4, "korodbc report-categories --database user"},
         {"templates save 1 --name 5", 2, "needs a name that is no number"},
         {"templates save 1 --type Lists", 4, "no report type \"Lists\""},
         {"templates save 1 --type none", 4, "no report type \"none\""},
@@ -164,14 +185,21 @@ TEST_F(ProjectCommands, BadInputIsRefusedInOneLineAndChangesNothing)
     xml("<a/>");
     expectRefused("templates show 3 --xml-out x", 4, "has no XML document");
     expectRefused("templates delete 3", 1, "deleted only with one; give it one first: korodbc templates save");
-    expectRefused("selections show 2", 1,
-                  "the XML document 77 of selection \"Stairs and railings\" cannot be read");
+    const std::string missing = "the XML document 77 of selection \"Stairs and railings\" is missing; give it one "
+                                "with: korodbc selections save 2 --xml FILE --database drawing";
+    expectRefused("selections show 2 --xml-out x", 1, missing);
+    const Outcome shown = run("selections show 2");
+    EXPECT_EQ(shown.code, 0);
+    EXPECT_EQ(shown.err, "korodbc: note: " + missing + "\n");
+    EXPECT_TRUE(matches(shown.out, "\\nName +Stairs and railings"));
     const Outcome check = run("check --source Project");
     EXPECT_TRUE(matches(check.out, "ModelSelections 2 \"Stairs and railings\" XMLData -> XMLData 77, which"));
     EXPECT_TRUE(matches(check.err, "^korodbc: 1 reference leads nowhere; save project records"));
     sql(drawing, "DROP TABLE Reports; ALTER TABLE XMLData DROP COLUMN XMLText");
     expectRefused("reports", 1, "table Reports cannot be read: there is no table Reports");
     expectRefused("templates delete 3", 1, "table Reports cannot be read");
+    expectRefused("templates show 1 --xml-out x", 1,
+                  "table XMLData cannot be read: .*XMLText.*; see: korodbc status");
     expectRefused("reports save R --template 1", 1,
                   "nothing was written to the drawing's project data: there is no");
     expectRefused(save, 1, "nothing was written to the drawing's project data: [^\\n]*XMLText");

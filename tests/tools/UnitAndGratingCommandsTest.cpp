@@ -60,6 +60,8 @@ TEST_F(UnitAndGratingCommands, BadInputIsRefusedInOneLine)
         {"units --convert 1,5 in mm", 2, "\"1,5\" is no number"},
         {"units --convert nan in mm", 2, "\"nan\" is no number"},
         {"units --convert 1e308 km mm", 2, "\"1e308\" is too large"},
+        {"units --convert 1e400 km mm", 2, "\"1e400\" is too large or too small a number"},
+        {"units distance --convert 1 ksi MPa", 4, "no unit \"ksi\" of distance; list"},
         {"units --convert 1 in kg", 2, "\"in\" measures distance, \"kg\" weight; only units of one kind"},
         {"units --convert 1 in xx", 4, "no unit \"xx\""},
         {"units --convert 1 mN N", 4, "no unit \"mN\" .did you mean .*\"MN\""},
@@ -72,14 +74,15 @@ TEST_F(UnitAndGratingCommands, BadInputIsRefusedInOneLine)
         {"grating G 19", 4, "the choices before offer no bearing bar spacing \"19\".*: korodbc grating G"},
         {"grating G 30 50 25x3 24-19", 4, "offer no bearing bar width \"24-19\".*korodbc grating G 30 50 25x3"},
         {"grating G 30 50 25x3 500-3", 4, "no bearing bar width \"500-3\" .did you mean \"500-30\""},
-        {"grating G 30 50 25x3 500-30 R8", 4, "offer no cross bar \"R8\" .did you mean \"T6\""},
+        {"grating G 30 50 25x3 500-30 T8", 4, "no cross bar \"T8\" .did you mean \"T6\""},
         {"grating G 30 50 25x3 500-30 T6 T6", 2, "."},
         {"grating --decompose G@30@50@25x3@500-30", 2, "has 5 fields, the name of a grating has six"},
         {"grating --decompose G@30@50@25x3@500-30@T6@1", 2, "has 7 fields"},
         {"grating --decompose ''", 2, "has 0 fields"},
         {"grating --decompose G@30x@50@25x3@500-30@T6", 2, "it would be read as \"G@30@50@25x3@500-30@T6\""},
         {"grating --decompose G@30@50@25x3@500-30@T6@", 2, "it would be read as"},
-        {"grating --decompose Q@30@50@25x3@500-30@T6", 4, "no series \"Q\" .did you mean .*korodbc list BarGr"},
+        {"grating --decompose @@@@@", 2, "has empty fields, the name of a grating has six"},
+        {"grating --decompose Q@30@50@25x3@500-30@T6", 4, "no series \"Q\"; list them with: korodbc list BarGr"},
         {"grating --decompose G@30@50@25x9@500-30@T6", 4,
          "no bearing bar thickness \"25x9\" .did you mean \"25x3\""},
         {"grating G --decompose G@30@50@25x3@500-30@T6", 2, "needs no choices"},
@@ -96,7 +99,8 @@ TEST_F(UnitAndGratingCommands, TablesThatDoNotFitAreNamed)
                                             "INSERT INTO BarGrating SELECT 900, SeriesName, BearingBarSpacing, "
                                             "CrossBarSpacing, BearingBarThicknessName, "
                                             "BearingBarWidthName, 'T@6', '' FROM BarGrating WHERE [Key] = 1");
-    expectRefused("units", 1, "table UnitsOfArea cannot be read");
+    expectRefused("units", 1,
+                  "table UnitsOfArea cannot be read: there is no .* in data source Units; see: korodbc status");
     expectRefused("units force --convert 1 kip kN", 1, "unit \"Kip\" of table UnitsOfForce has the factor 0");
     EXPECT_TRUE(matches(output("units force"), "Kip"));
     expectRefused("grating G 30 50 25x3 500-30 T@6", 1, "\"G@30@50@25x3@500-30@T@6\" could not be taken apart");

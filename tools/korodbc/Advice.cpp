@@ -32,7 +32,9 @@ Trouble troubleOf(const std::string& reason)
         {sqlite3_errstr(SQLITE_NOTADB), Trouble::Damaged},
         {"malformed database schema", Trouble::Damaged},
         {"no such table", Trouble::Layout},
+        {"there is no table", Trouble::Layout},
         {"no such column", Trouble::Layout},
+        {": no column", Trouble::Layout},
         {"is missing", Trouble::Layout},
         {"differs from", Trouble::Layout},
         {"does not fit", Trouble::Layout},
@@ -79,8 +81,13 @@ std::string advised(const std::string& reason, const std::string& source)
     return reason.empty() ? "" : ": " + reason + remedy(reason, source);
 }
 
-std::string because()
+std::string bareReason()
 {
     const std::string error = korodbc::host::lastError();
     return error.empty() ? "" : ": " + error;
+}
+
+std::string because()
+{
+    return advised(korodbc::host::lastError());
 }

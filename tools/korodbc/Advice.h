@@ -24,5 +24,7 @@ Trouble troubleOf(const std::string& reason);
 std::string remedy(const std::string& reason, const std::string& source = {});
 /// ": reason; what to do", empty without a reason.
 std::string advised(const std::string& reason, const std::string& source = {});
-/// ": reason" of the last failure as the database engine gives it, empty when it gave none.
+/// The same about the last failure.
 std::string because();
+/// Only ": reason" of it, as the database engine gives it.
+std::string bareReason();

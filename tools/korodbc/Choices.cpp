@@ -2,6 +2,8 @@
 
 #include "repository/KorDatabaseAccess.h"
 
+#include <algorithm>
+
 Named chosen(std::span<const Named> all, const std::string& wanted, const std::string& thing,
              const std::string& remedy)
 {
@@ -33,4 +35,22 @@ void requireSound(const RecordDescription& type, eDSN dsn, eIndex index)
     const KorString table = KorDatabaseAccess::getTableName(KorString::fromUtf8(type.table));
     if (KorDatabaseAccess::doesTableExists(dsn, table) == 1)
         requireReadable(type);
+}
+
+bool storeSelected(const RecordDescription& type, const std::map<int, bool>& selected)
+{
+    constexpr eDSN addIn = KorDSNDefinitions::kAddin;
+    const KorString table = KorDatabaseAccess::getTableName(KorString::fromUtf8(type.table));
+    KorArray<KorColumn> columns;
+    KorDatabaseAccess::getTableStructure(addIn, table, columns);
+    int column = 0;
+    while (column < columns.length() && columns[column].getName().compareNoCase(L"Selected") != 0)
+        ++column;
+    if (column == columns.length())
+        throw Failure{kFailed, "table " + std::string(type.table) +
+                                   " has no column Selected, so no choice can be stored; see: korodbc status"};
+    return std::ranges::all_of(selected, [&](const auto& row) {
+        return KorDatabaseAccess::setTableColumnValue(addIn, table, L"Key", KorString::format(L"%d", row.first),
+                                                      column, KorCellData(row.second ? 1 : 0)) == 1;
+    });
 }

@@ -3,6 +3,7 @@
 #include "Records.h"
 #include "repository/RecordMarshal.h"
 
+#include <map>
 #include <span>
 #include <string>
 #include <vector>
@@ -22,6 +23,9 @@ std::string sourceName(eDSN dsn, eIndex index);
 /// Throws when the database of the source cannot be used, or has the table of the type but it cannot be read: what
 /// it holds would not be seen.
 void requireSound(const RecordDescription& type, eDSN dsn, eIndex index);
+
+/// Stores the flags "Selected" of rows of the add-in, by key; false when that fails. Throws without such a column.
+bool storeSelected(const RecordDescription& type, const std::map<int, bool>& selected);
 
 /// The rows of a table of names in the requested source.
 template <class T>

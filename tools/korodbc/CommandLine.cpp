@@ -92,6 +92,28 @@ Format CommandLine::format() const
     return m_csv ? Format::Csv : m_json ? Format::Json : Format::Text;
 }
 
+void CommandLine::refuseFormats(const std::string& what) const
+{
+    if (m_csv || m_json)
+        throw Failure{kUsage, "--csv and --json go with what is printed as a table, not with " + what};
+}
+
+bool CommandLine::given(const std::string& option) const
+{
+    for (const CLI::App* app = &m_app; !app->get_subcommands().empty();) {
+        app = app->get_subcommands().front();
+        if (const CLI::Option* known = app->get_option_no_throw(option); known != nullptr && known->count() > 0)
+            return true;
+    }
+    return false;
+}
+
+void CommandLine::goesWith(const std::string& option, bool fits, const std::string& with) const
+{
+    if (!fits && given(option))
+        throw Failure{kUsage, option + " goes with " + with};
+}
+
 int CommandLine::run(int argc, char** argv)
 {
     m_global.program = argv[0];

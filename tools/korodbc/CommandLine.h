@@ -26,6 +26,12 @@ public:
     std::string sourceOr(const char* standard) const { return m_source.empty() ? standard : m_source; }
     /// Throws when both formats were asked for.
     Format format() const;
+    /// Throws when a format was asked for `what`, which prints no table.
+    void refuseFormats(const std::string& what) const;
+    /// Whether the option is among the arguments of the command.
+    bool given(const std::string& option) const;
+    /// Throws when it is although it does not fit them; `with` says what it goes with.
+    void goesWith(const std::string& option, bool fits, const std::string& with) const;
 
     /// Parses the arguments and runs the command; the exit code.
     int run(int argc, char** argv);
@@ -48,6 +54,8 @@ void addGratingCommands(CommandLine& line);
 void addExchangeCommands(CommandLine& line);
 /// Report templates, reports, model selections and what belongs to them.
 void addProjectCommands(CommandLine& line);
-/// prefix, views, explode
+/// prefix, drawing-prefixes, prefix-profiles
+void addPrefixCommands(CommandLine& line);
+/// views, explode
 void addRuleCommands(CommandLine& line);
 void addPreferredCommands(CommandLine& line);

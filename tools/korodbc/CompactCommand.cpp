@@ -76,7 +76,7 @@ Failure unreadable(const Source& source)
 {
     if (const KorString failure = Compact::getFailure(); !failure.isEmpty())
         return {kFailed, source.name + " cannot be compacted: " + failure.toUtf8()};
-    std::string reason = because();
+    std::string reason = bareReason();
     for (const auto describe : records::all()) {
         const KorString table = KorString::fromUtf8(describe().table);
         if (records::isDetailTable(describe()) && KorDatabaseAccess::doesTableExists(source.dsn, table) != 1)
@@ -162,18 +162,18 @@ void run(const Kind& kind, const Source& source, bool keep)
     int result = KorDatabaseBatch::lock(source.dsn) == 1 ? KorOdbcMan::bringBackLeftCopies() : 0;
     std::string reason;
     if (result != 1) {
-        reason = because();
+        reason = bareReason();
     } else {
         result = kind.onlyQualifierSets ? Compact::compactQualifierSets(source.dsn, keep ? 0 : 1, kind.type)
                                         : Compact::startCompactProcess(source.dsn, keep ? 0 : 1, kind.type);
         if (result != 1)
-            reason = !because().empty() || Compact::getFailure().isEmpty() ? because()
+            reason = !bareReason().empty() || Compact::getFailure().isEmpty() ? bareReason()
                                                                            : ": " + Compact::getFailure().toUtf8();
     }
     if ((result == 1 ? batch.end(1) : batch.undo(0)) == 1)
         return;
     if (reason.empty())
-        reason = because();
+        reason = bareReason();
     const std::string help = remedy(reason, source.name);
     throw Failure{kFailed,
                   source.name + " was not compacted" + reason + (help.empty() ? "; nothing was changed" : help)};

@@ -230,7 +230,7 @@ std::string stored(const StoredTable& table, const RecordDescription& type, cons
     if (KorDatabaseAccess::getTableColumnValue(table.source.dsn, KorString::fromUtf8(table.name),
                                                KorString::fromUtf8(type.keyColumn().name),
                                                KorCellData(KorString::fromUtf8(key)), cell.index, data) != 1)
-        throw Failure{kFailed, "table " + table.name + " cannot be read" + because()};
+        throw unreadable(table.name);
     return data.getStringW().toUtf8();
 }
 

@@ -164,7 +164,7 @@ void printGrating(const KorString& name, const Choices& parts, Format format)
         sheet.rows.push_back({heading(stepAt(i).thing), parts[i].name.toUtf8(), parts[i].key.toUtf8()});
     printSheet(sheet, format);
     if (!exists)
-        std::fprintf(stderr, "korodbc: note: table BarGrating has no row of this combination\n");
+        note("table BarGrating has no row of this combination");
 }
 
 KorString joined(const Choices& parts)
@@ -194,11 +194,12 @@ Choices partsOf(const KorString& name)
     Choices parts;
     const std::string shown = quote(name.toUtf8());
     if (!takeApart(name, parts)) {
-        KorArray<KorString> fields;
-        const int number = KorString::getTokens(name, fields, KorStringSeparators::kStrSectionNameSeparator);
-        throw Failure{kUsage, shown + " has " + counted(number, "field") +
-                                  ", the name of a grating has six with \"@\" between them; compose one with: "
-                                  "korodbc grating"};
+        const std::string text = name.toUtf8();
+        const long number = text.empty() ? 0 : std::ranges::count(text, '@') + 1;
+        throw Failure{kUsage,
+                      shown + (number == long{steps} ? " has empty fields" : " has " + counted(number, "field")) +
+                          ", the name of a grating has six with \"@\" between them; compose one with: "
+                          "korodbc grating"};
     }
     if (joined(parts) != name)
         throw Failure{kUsage, shown + " is no name of a grating: it would be read as " +

@@ -35,7 +35,7 @@ KorArray<KorColumn> structureOf(const StoredTable& table)
 {
     KorArray<KorColumn> columns;
     if (KorDatabaseAccess::getTableStructure(table.source.dsn, KorString::fromUtf8(table.name), columns) != 1)
-        throw Failure{kFailed, "table " + table.name + " cannot be read" + because()};
+        throw unreadable(table.name);
     return columns;
 }
 
@@ -53,7 +53,7 @@ void storedRunNames(const StoredTable& table, KorArray<KorString>& names)
             order = L"[SortOrder], rowid";
     if (KorDatabaseAccess::getColumnValues(table.source.dsn, KorString::fromUtf8(table.name), {}, order, 1,
                                            cells) != 1)
-        throw Failure{kFailed, "table " + table.name + " cannot be read" + because()};
+        throw unreadable(table.name);
     KorDatabaseAccess::cellDataArr2StringArr(cells, names);
 }
 

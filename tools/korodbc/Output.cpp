@@ -116,6 +116,11 @@ void printLine(std::string line)
 
 } // namespace
 
+void note(std::string_view text)
+{
+    std::fprintf(stderr, "korodbc: note: %s\n", singleLine(text).c_str());
+}
+
 void printText(const Sheet& sheet)
 {
     std::vector<int> widths;

@@ -30,6 +30,8 @@ std::string fitted(std::string_view utf8, int width);
 /// Control characters made visible, so that a text stays on its line.
 std::string singleLine(std::string_view utf8);
 
+/// Says something beside the result, in one line on stderr.
+void note(std::string_view text);
 void printText(const Sheet& sheet);
 void printCsv(const Sheet& sheet);
 void printSheet(const Sheet& sheet, Format format);

@@ -1,4 +1,5 @@
 #include "catalogues/KorOdbcGrouping.h"
+#include "Choices.h"
 #include "CommandLine.h"
 #include "PreferredLists.h"
 #include "Records.h"
@@ -113,18 +114,10 @@ void listProfiles(const Options& options, Format format)
                                   std::to_string(profile.region), regionText(profile.region),
                                   profile.selected != 0 ? "yes" : "no", isInUse(profile, region) ? "yes" : "no",
                                   std::to_string(sizes[profile.key])});
-    printSheet(sheet, format);
-}
-
-/// Position of the column of the selected flags.
-int selectedColumn(const KorString& table)
-{
-    KorArray<KorColumn> columns;
-    KorDatabaseAccess::getTableStructure(addin, table, columns);
-    for (int i = 0; i < columns.length(); ++i)
-        if (columns[i].getName().compareNoCase(L"Selected") == 0)
-            return i;
-    throw Failure{kFailed, "table PreferredSizesProfiles has no column Selected, so no choice can be stored"};
+    if (sheet.rows.empty() && format == Format::Text)
+        note("there are no profiles" + (all ? "" : " of " + shownRegion(shown)));
+    else
+        printSheet(sheet, format);
 }
 
 void choose(const Options& options)
@@ -139,19 +132,15 @@ void choose(const Options& options)
         chosen.insert(profile.key);
         regions.insert(profile.region);
     }
-    const KorString table = KorDatabaseAccess::getTableName(L"PreferredSizesProfiles");
-    const int column = selectedColumn(table);
     KorDatabaseBatch batch;
     bool stored = true;
     if (!options.region.empty())
         stored = KRSettings::setValue(L"Region Key", regionNamed(options.region, profiles)) == 1;
-    for (const StructPreferredSizesProfiles& profile : profiles) {
-        const int selected = chosen.contains(profile.key) ? 1 : 0;
-        if (stored && regions.contains(profile.region) && (profile.selected != 0) != (selected != 0))
-            stored =
-                KorDatabaseAccess::setTableColumnValue(addin, table, L"Key", KorString::format(L"%d", profile.key),
-                                                       column, KorCellData(selected)) == 1;
-    }
+    std::map<int, bool> selected;
+    for (const StructPreferredSizesProfiles& profile : profiles)
+        if (regions.contains(profile.region) && (profile.selected != 0) != chosen.contains(profile.key))
+            selected[profile.key] = chosen.contains(profile.key);
+    stored = stored && storeSelected(descriptionOf<StructPreferredSizesProfiles>(), selected);
     if (stored ? batch.end(1) != 1 : batch.undo(0) == 0)
         throw Failure{kFailed, "the choice cannot be stored" + because()};
     std::printf("The lists use %s\n", shownRegion(KorOdbcGrouping::getRegionKey()).c_str());
@@ -194,7 +183,7 @@ void printList(const Options& options, Format format)
     for (const KorString& name : answer.names)
         sheet.rows.push_back({name.toUtf8()});
     if (sheet.rows.empty() && format == Format::Text)
-        std::fprintf(stderr, "korodbc: nothing is preferred in the list %s\n", answer.title.c_str());
+        note("nothing is preferred in the list " + answer.title);
     else
         printSheet(sheet, format);
 }
@@ -210,6 +199,8 @@ void addPreferredCommands(CommandLine& line)
         GlobalOptions global = line.global();
         const std::string action =
             (*preferred)->get_subcommands().empty() ? "" : (*preferred)->get_subcommands().front()->get_name();
+        if (action == "choose")
+            line.refuseFormats("preferred choose");
         if (action == "list" && options->question.list.empty())
             return printList(*options, format);
         global.start = action == "choose" ? Start::Write : Start::Look;
@@ -222,7 +213,7 @@ void addPreferredCommands(CommandLine& line)
             listProfiles(*options, format);
     };
     CLI::App* command = line.command(
-        "preferred", "List the profiles of preferred sizes, with their regions and which are chosen",
+        "preferred", "Preferred sizes: list the profiles, choose some, print the lists that they restrict",
         "korodbc preferred\n  korodbc preferred choose \"Europe, full range\"\n  korodbc preferred list materials "
         "--kind beam\n\nThe dialogs offer the sizes of the chosen profiles of one region, that of the setting "
         "\"Region Key\".",

@@ -9,13 +9,15 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 
 namespace fs = std::filesystem;
 
 namespace {
 
 struct ProjectOptions {
-    std::string action = "list", which, database = "drawing", newName, xmlFile, xmlOut;
+    std::string action = "list", which, database = "drawing";
+    std::optional<std::string> newName, xmlFile, xmlOut;
     std::map<std::string, std::string> fields; // by option
 };
 
@@ -28,7 +30,7 @@ std::string heading(const ProjectKind::Field& field)
 
 std::string heading(const ProjectChildren& children)
 {
-    std::string name = *children.kind->command != '\0' ? children.kind->command : children.kind->noun;
+    std::string name = children.kind->command;
     name[0] = static_cast<char>(std::toupper(name[0]));
     return name;
 }
@@ -41,10 +43,11 @@ std::string fieldText(const ColumnDescription& column, const void* record)
 }
 
 /// What a list and a single record say of it: heading and value.
-std::vector<std::pair<Sheet::Column, std::string>> facts(const ProjectKind& kind, const ProjectDatabase& database,
-                                                         const void* record)
+using Facts = std::vector<std::pair<Sheet::Column, std::string>>;
+
+Facts facts(const ProjectKind& kind, const ProjectDatabase& database, const void* record)
 {
-    std::vector<std::pair<Sheet::Column, std::string>> found;
+    Facts found;
     found.push_back({{"Key", true}, keyText(kind.type(), record)});
     found.push_back({{"Name"}, cellText(*kind.type().runNameColumn(), record)});
     for (const ProjectKind::Field& field : kind.fields)
@@ -114,49 +117,85 @@ void writeFile(const std::string& file, const std::string& text)
                                "; look whether its folder exists and is yours to write"};
 }
 
+/// A line for each fact and each child.
+void printRecord(const ProjectKind& kind, const ProjectDatabase& database, const void* record, const Facts& shown)
+{
+    Sheet sheet{{{"Property"}, {"Value"}}, {}};
+    for (const auto& [column, value] : shown)
+        sheet.rows.push_back({column.name, value});
+    for (const ProjectChildren& child : childrenOf(kind))
+        for (const std::string& name : childNames(child, database, kind.type().keyOf(record)))
+            sheet.rows.push_back({child.kind->noun, name});
+    printSheet(sheet, Format::Text);
+}
+
+/// The row that the list has of it, with the owner and the XML document.
+void printRow(const ProjectKind& kind, const ProjectDatabase& database, const void* record, Facts shown,
+              const std::string& xml, Format format)
+{
+    for (const ProjectChildren& child : childrenOf(kind))
+        shown.push_back({{heading(child), true},
+                         std::to_string(childNames(child, database, kind.type().keyOf(record)).size())});
+    if (kind.xmlColumn() != nullptr)
+        shown.push_back({{"XML"}, xml});
+    Sheet sheet{{}, {{}}};
+    for (const auto& [column, value] : shown) {
+        sheet.columns.push_back(column);
+        sheet.rows[0].push_back(value);
+    }
+    printSheet(sheet, format);
+}
+
 void runShow(const ProjectKind& kind, const ProjectDatabase& database, const ProjectOptions& options,
              Format format)
 {
     const AnyRecord record(kind.type());
     requireRecord(kind, database, options.which, record.get());
-    const std::optional<std::string> xml = xmlOf(kind, database, record.get());
-    if (!options.xmlOut.empty()) {
+    std::optional<std::string> xml;
+    try {
+        xml = xmlOf(kind, database, record.get());
+    } catch (const Failure& failure) {
+        if (options.xmlOut)
+            throw;
+        note(failure.message); // the record is shown without it
+    }
+    if (options.xmlOut) {
         if (!xml)
             throw Failure{kNotFound, described(kind, record.get()) + " has no XML document"};
-        writeFile(options.xmlOut, *xml);
+        writeFile(*options.xmlOut, *xml);
         if (options.xmlOut == "-")
             return;
     }
-    Sheet sheet{{{"Property"}, {"Value"}}, {}};
-    for (const auto& [column, value] : facts(kind, database, record.get()))
-        sheet.rows.push_back({column.name, value});
-    sheet.rows.push_back({"Owner", cellText(*kind.type().ownerColumn(), record.get())});
-    for (const ProjectChildren& child : childrenOf(kind))
-        for (const std::string& name : childNames(child, database, kind.type().keyOf(record.get())))
-            sheet.rows.push_back({child.kind->noun, name});
-    const bool showsXml = xml && options.xmlOut.empty();
-    if (showsXml && format != Format::Text)
-        sheet.rows.push_back({"XML", *xml});
-    printSheet(sheet, format);
-    if (showsXml && format == Format::Text) {
+    auto shown = facts(kind, database, record.get());
+    if (const ColumnDescription* owner = kind.type().ownerColumn())
+        shown.push_back({{"Owner"}, cellText(*owner, record.get())});
+    const bool showsXml = xml && !options.xmlOut;
+    format == Format::Text ? printRecord(kind, database, record.get(), shown)
+                           : printRow(kind, database, record.get(), shown, showsXml ? *xml : "", format);
+    if (format != Format::Text)
+        return;
+    if (showsXml) {
         std::printf("\n");
         writeFile("-", *xml);
         if (!xml->ends_with('\n'))
             std::printf("\n");
     }
-    if (!options.xmlOut.empty() && format == Format::Text)
-        std::printf("\nThe XML document is in %s.\n", options.xmlOut.c_str());
+    if (options.xmlOut)
+        std::printf("\nThe XML document is in %s.\n", options.xmlOut->c_str());
 }
 
 std::string readXml(const std::string& file)
 {
     std::error_code code;
-    std::ifstream in(file, std::ios::binary);
-    if (!in || fs::is_directory(file, code))
+    std::ifstream in;
+    const bool isInput = file == "-";
+    if (!isInput)
+        in.open(file, std::ios::binary);
+    if (!in || (!isInput && fs::is_directory(file, code)))
         throw Failure{kNotFound, "there is no file " + file + " to read"};
-    std::string text((std::istreambuf_iterator<char>(in)), {});
+    std::string text(std::istreambuf_iterator<char>(isInput ? std::cin.rdbuf() : in.rdbuf()), {});
     if (const std::string why = whyNoXml(text); !why.empty())
-        throw Failure{kUsage, file + " is no XML document: " + why};
+        throw Failure{kUsage, (isInput ? "the standard input" : file) + " is no XML document: " + why};
     return text;
 }
 
@@ -166,8 +205,8 @@ void runSave(const ProjectKind& kind, const ProjectDatabase& database, const Pro
     for (const ProjectKind::Field& field : kind.fields)
         if (const auto given = options.fields.find(field.option); given != options.fields.end())
             change.fields.emplace_back(&field, given->second);
-    if (!options.xmlFile.empty())
-        change.xml = readXml(options.xmlFile);
+    if (options.xmlFile)
+        change.xml = readXml(*options.xmlFile);
     const ProjectStored stored = storeRecord(kind, database, change);
     std::printf("%s %s %s (key %d) in %s%s.\n", stored.isNew ? "Added" : "Changed", kind.noun,
                 quote(stored.name).c_str(), stored.key, database.text,
@@ -195,20 +234,27 @@ void run(CommandLine& line, const ProjectKind& kind, const ProjectOptions& optio
                                                      std::string(kind.command) + " show " + quote(options.which)
                                                : "name the " + std::string(kind.noun) + ": korodbc " +
                                                      kind.command + " " + action + " NAME"};
-    if (!saves && (!options.fields.empty() || !options.newName.empty() || !options.xmlFile.empty()))
+    if (!saves && (!options.fields.empty() || options.newName || options.xmlFile))
         throw Failure{kUsage, "what is to be changed is given with save only; see: korodbc " +
                                   std::string(kind.command) + " --help"};
-    if (action != "show" && !options.xmlOut.empty())
-        throw Failure{kUsage, "--xml-out goes with show only"};
+    if (action == "delete" && kind.remove == nullptr)
+        throw Failure{kUsage, "a " + std::string(kind.noun) + " is kept for good; rename it with: korodbc " +
+                                  kind.command + " save " + quote(options.which) + " --name NAME"};
+    const Format format = line.format();
+    if (writes)
+        line.refuseFormats(std::string(kind.command) + " " + action);
+    if (options.xmlOut == "-")
+        line.refuseFormats("--xml-out -");
+    line.goesWith("--xml-out", action == "show", "show");
     GlobalOptions global = line.global();
     global.start = writes ? Start::Write : Start::Look;
     const StartedSession session(global);
     const ProjectDatabase database = projectDatabase(options.database);
     const KorDSNRequest request(database.dsn, database.index);
     if (action == "list")
-        runList(kind, database, line.format());
+        runList(kind, database, format);
     else if (action == "show")
-        runShow(kind, database, options, line.format());
+        runShow(kind, database, options, format);
     else if (saves)
         runSave(kind, database, options);
     else
@@ -219,7 +265,8 @@ std::string example(const ProjectKind& kind)
 {
     const std::string command = std::string("korodbc ") + kind.command;
     if (kind.xmlColumn() == nullptr)
-        return command + "\n  " + command + " show 1\n  " + command + " delete 1 --database user";
+        return command + "\n  " + command + " show 1\n  " + command +
+               (kind.remove != nullptr ? " delete 1 --database user" : " save New --database user");
     return command + " --database user\n  " + command + " show 1 --xml-out document.xml\n  " + command +
            " save 1 --xml document.xml";
 }
@@ -234,14 +281,18 @@ void addProjectCommands(CommandLine& line)
         {"selections", "Selections of the model: list, show, save, delete"},
         {"applications", "Applications of model selections: list, show, save, delete"},
         {"extracts", "Model extracts that applications gave: list, show, save, delete"},
-        {"report-types", "Kinds of reports: list, show, save, delete"}};
+        {"report-types", "Kinds of reports: list, show, save, delete"},
+        {"report-categories", "Categories of report types: list, show, save"},
+        {"update-settings", "When model extracts are updated: list, show, save"}};
     for (const ProjectKind& kind : projectKinds()) {
-        if (*kind.command == '\0')
-            continue;
         const auto options = std::make_shared<ProjectOptions>();
         CLI::App* command = line.command(kind.command, texts.at(kind.command), example(kind).c_str(),
                                          [&line, &kind, options] { run(line, kind, *options); });
-        command->add_option("ACTION", options->action, "list (the standard), show, save or delete")->type_name("");
+        command
+            ->add_option("ACTION", options->action,
+                         std::string("list (the standard), show") +
+                             (kind.remove != nullptr ? ", save or delete" : " or save"))
+            ->type_name("");
         command->add_option("NAME", options->which, "Key or name; save adds a new one under a new name")
             ->type_name("");
         command
@@ -249,20 +300,21 @@ void addProjectCommands(CommandLine& line)
                          "drawing: of the current drawing (the standard); user: your own, and those shipped for "
                          "every user; advanced: advanced project data")
             ->type_name("DATABASE");
-        command->add_option("--name", options->newName, "save: new name")->type_name("NAME");
+        // an empty text is given, too
+        const auto addText = [command](const char* option, const std::string& help, const char* shown,
+                                       std::function<void(const std::string&)> take) {
+            command->add_option_function<std::string>(option, std::move(take), help)->type_name(shown);
+        };
+        addText("--name", "save: new name", "NAME",
+                [options](const std::string& value) { options->newName = value; });
         for (const ProjectKind::Field& field : kind.fields)
-            command
-                ->add_option_function<std::string>(
-                    field.option,
-                    [options, &field](const std::string& value) { options->fields[field.option] = value; },
-                    std::string("save: ") + field.help)
-                ->type_name("TEXT");
+            addText(field.option, std::string("save: ") + field.help, "TEXT",
+                    [options, &field](const std::string& value) { options->fields[field.option] = value; });
         if (kind.xmlColumn() != nullptr) {
-            command->add_option("--xml", options->xmlFile, "save: file with the XML document")->type_name("FILE");
-            command
-                ->add_option("--xml-out", options->xmlOut,
-                             "show: write the XML document to a file; -: print it alone")
-                ->type_name("FILE");
+            addText("--xml", "save: file with the XML document; -: the standard input", "FILE",
+                    [options](const std::string& value) { options->xmlFile = value; });
+            addText("--xml-out", "show: write the XML document to a file; -: print it alone", "FILE",
+                    [options](const std::string& value) { options->xmlOut = value; });
         }
         line.addFormats(command);
     }

@@ -52,7 +52,7 @@ constexpr Field applicationFields[] = {{"--selection", "ModelSelection", "Model 
                                        description};
 constexpr Field extractFields[] = {
     {"--application", "ModelSelectionApplication", "Application of a selection, by key or name"},
-    {"--update", "UpdateInfo", "When it is updated, by key or name in ModelExtractUpdateInfo; or none"},
+    {"--update", "UpdateInfo", "When it is updated, by key or name of the update setting; or none"},
     {"--file", "FileName", "File of the extract"}};
 constexpr Field typeFields[] = {{"--category", "Category", "Report category, by key or name"},
                                 {"--extension", "FileExtension", "Extension of the files"}};
@@ -78,9 +78,10 @@ constexpr ProjectKind kinds[] = {
                                                  removed<Extract, Intern::deleteModelExtract>),
     kind<Type, StructProjReportTypeMarshal>("report-types", "report type", typeFields,
                                             removed<Type, Intern::deleteReportType>),
-    kind<StructProjReportCategory, StructProjReportCategoryMarshal>("", "report category", {}, nullptr),
-    kind<StructProjModelExtractUpdateInfo, StructProjModelExtractUpdateInfoMarshal>("", "update setting", {},
-                                                                                    nullptr),
+    kind<StructProjReportCategory, StructProjReportCategoryMarshal>("report-categories", "report category", {},
+                                                                    nullptr),
+    kind<StructProjModelExtractUpdateInfo, StructProjModelExtractUpdateInfoMarshal>("update-settings",
+                                                                                    "update setting", {}, nullptr),
 };
 
 } // namespace

@@ -24,7 +24,7 @@ struct ProjectKind {
         const char* column; // "ReportType"
         const char* help;
     };
-    const char* command; // "templates"; empty for kinds without one
+    const char* command; // "templates"
     const char* noun;    // "template"
     const RecordDescription& (*type)();
     std::span<const Field> fields; // that the user gives

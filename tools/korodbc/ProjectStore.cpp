@@ -31,9 +31,7 @@ AnyRecords& readAll(const ProjectKind& kind, AnyRecords& records)
 {
     if (kind.readAll(records.get()) == 1)
         return records;
-    KorDatabaseAccess::checkTable(KorDSNManager::getInstance().getCurrentDSN(), kind.type(),
-                                  false); // for the reason
-    throw Failure{kFailed, "table " + std::string(kind.type().table) + " cannot be read" + advised(lastError())};
+    throw unreadable(kind.type());
 }
 
 std::vector<std::string> names(const ProjectKind& kind, const ProjectDatabase& database)
@@ -227,11 +225,8 @@ void requireRecord(const ProjectKind& kind, const ProjectDatabase& database, con
     const std::vector<std::string> known = names(kind, database); // fails when the table cannot be read
     if (!findRecord(kind, database, keyOrName, record))
         throw Failure{kNotFound, "there is no " + std::string(kind.noun) + " " + quote(keyOrName) + " in " +
-                                     database.text + nearest(keyOrName, known) +
-                                     (*kind.command == '\0'
-                                          ? "; list them with: korodbc show " + std::string(kind.type().table)
-                                          : "; list them with: korodbc " + std::string(kind.command) +
-                                                " --database " + database.name)};
+                                     database.text + nearest(keyOrName, known) + "; list them with: korodbc " +
+                                     kind.command + " --database " + database.name};
 }
 
 std::string nameOf(const ProjectKind& kind, int key)
@@ -253,10 +248,14 @@ std::optional<std::string> xmlOf(const ProjectKind& kind, const ProjectDatabase&
     if (column == nullptr || column->isNone(column->integer(record)))
         return std::nullopt;
     xml.key = column->integer(record);
-    const eIndex index = source == database.dsn ? database.index : KorDSNDefinitions::kBase;
-    if (Intern::loadXMLDataByKey(xml, index, source) != 1)
+    const KorDSNRequest request(source, source == database.dsn ? database.index : KorDSNDefinitions::kBase);
+    if (KorDatabaseAccess::checkTable(source, column->target(), false) != 1)
+        throw unreadable(column->target());
+    if (StructProjXMLDataMarshal::getStructByKey(xml.key, xml) != 1)
         throw Failure{kFailed, "the XML document " + std::to_string(xml.key) + " of " + described(kind, record) +
-                                   " cannot be read" + because()};
+                                   " is missing; give it one with: korodbc " + kind.command + " save " +
+                                   std::to_string(kind.type().keyOf(record)) + " --xml FILE --database " +
+                                   database.name};
     return xml.xmlText.toUtf8();
 }
 
@@ -289,8 +288,8 @@ ProjectStored storeRecord(const ProjectKind& kind, const ProjectDatabase& databa
     const bool isNew = !findRecord(kind, database, change.which, record.get());
     if (isNew && keyIn(change.which))
         requireRecord(kind, database, change.which, record.get());
-    if (isNew || !change.newName.empty())
-        setName(kind, database, change.newName.empty() ? change.which : change.newName, record.get());
+    if (isNew || change.newName)
+        setName(kind, database, change.newName.value_or(change.which), record.get());
     for (const auto& [field, value] : change.fields)
         setField(kind, database, *field, value, record.get());
     const auto text = change.xml                                  ? change.xml

@@ -35,8 +35,8 @@ std::vector<std::string> childNames(const ProjectChildren& children, const Proje
                                     bool ownOnly = false);
 
 struct ProjectChange {
-    std::string which;   // key or name; a name that there is none of adds a record
-    std::string newName; // empty: as it is
+    std::string which; // key or name; a name that there is none of adds a record
+    std::optional<std::string> newName;
     std::vector<std::pair<const ProjectKind::Field*, std::string>> fields;
     std::optional<std::string> xml;
 };

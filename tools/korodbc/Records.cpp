@@ -80,11 +80,24 @@ long numberOfRows(const StoredTable& table)
                : -1;
 }
 
+Failure unreadable(const RecordDescription& type)
+{
+    if (bareReason().empty()) { // asked for where the table belongs
+        unsigned dsn = KorDSNManager::getInstance().getCurrentDSN();
+        if (!type.homes.contains(static_cast<eDSN>(dsn)))
+            for (dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn)
+                if (type.homes.contains(static_cast<eDSN>(dsn)))
+                    break;
+        KorDatabaseAccess::checkTable(static_cast<eDSN>(dsn), type, false);
+    }
+    return unreadable(type.table);
+}
+
 void requireReadable(const RecordDescription& type)
 {
     AnyRecords all(type);
     if (RecordAccess::readTable(type, all.get()) != 1)
-        throw Failure{kFailed, "table " + std::string(type.table) + " cannot be read" + because()};
+        throw unreadable(type);
 }
 
 bool readRecord(const RecordDescription& type, const std::string& keyOrName, void* record)
@@ -193,7 +206,7 @@ Sheet readStored(const StoredTable& table, const std::string& keyOrName, const K
     const KorString name = KorString::fromUtf8(table.name);
     KorArray<KorColumn> columns;
     if (KorDatabaseAccess::getTableStructure(table.source.dsn, name, columns) != 1)
-        throw Failure{kFailed, "table " + table.name + " cannot be read" + because()};
+        throw unreadable(table.name);
     Sheet sheet;
     std::vector<std::vector<std::string>> rows;
     for (int i = 0; i < columns.length(); ++i) {
@@ -202,7 +215,7 @@ Sheet readStored(const StoredTable& table, const std::string& keyOrName, const K
             {columns[i].getName().toUtf8(), kind == KorItemType::kInt || kind == KorItemType::kDouble});
         KorArray<KorCellData> cells;
         if (KorDatabaseAccess::getColumnValues(table.source.dsn, name, where, {}, i, cells) != 1)
-            throw Failure{kFailed, "table " + table.name + " cannot be read" + because()};
+            throw unreadable(table.name);
         rows.resize(static_cast<std::size_t>(cells.length()));
         for (int row = 0; row < cells.length(); ++row)
             rows[static_cast<std::size_t>(row)].push_back(cells[row].getStringW().toUtf8());

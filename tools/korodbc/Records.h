@@ -25,6 +25,8 @@ std::vector<std::string> tableNames(const Source& source);
 /// Number of rows; -1 when the table cannot be read.
 long numberOfRows(const StoredTable& table);
 
+/// "table X cannot be read: why; what to do", about the table of the type in the requested source.
+Failure unreadable(const RecordDescription& type);
 /// Throws when the table of the type cannot be read in the requested source.
 void requireReadable(const RecordDescription& type);
 /// Reads a record by its key or run name; false when there is none. The table's source has to be requested.

@@ -1,12 +1,12 @@
 #include "addins/AddInManagerInterface.h"
 #include "catalogues/KorODBCExplodeObjects.h"
 #include "catalogues/KorODBCNecessaryViewsConfiguration.h"
-#include "catalogues/KorOdbcNumberingPrefix.h"
 #include "Choices.h"
 #include "CommandLine.h"
 #include "edit/KorOdbcMan.h"
 #include "records/configuration/ClassificationRecords.h"
 #include "records/detail/DetailCatalogueRecords.h"
+#include "repository/KorDatabaseAccess.h"
 #include "roots/KRSettings.h"
 #include "roots/SettingsStore.h"
 
@@ -15,83 +15,6 @@
 #include <memory>
 
 namespace {
-
-// Numbering prefixes
-
-struct PrefixOptions {
-    std::string type, role, subtype, profile;
-};
-
-struct PrefixPlace {
-    const char* name;
-    eDSN dsn;
-    eIndex index;
-};
-
-/// In the order in which they are asked.
-std::vector<PrefixPlace> prefixPlaces()
-{
-    return {{"drawing", KorDSNDefinitions::kProject, KorDSNSetDwgSource::GeteIndexForDwg()},
-            {"add-in", KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin},
-            {"main", KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase}};
-}
-
-/// Why the record fits: "exact: this role, this subtype", "any role, no subtype".
-std::string levelText(const KorNumberingPrefixId& id, const StructNumberingPrefix& record)
-{
-    const auto level = KorOdbcNumberingPrefix::getLevel(id, record);
-    const bool anyRole = level == KorOdbcNumberingPrefix::kAnyRole || level == KorOdbcNumberingPrefix::kAnyObject;
-    const char* const subtype = id.getProfileSubtype().isEmpty()            ? ", no subtype"
-                                : level <= KorOdbcNumberingPrefix::kAnyRole ? ", this subtype"
-                                                                            : ", any subtype";
-    return (level == KorOdbcNumberingPrefix::kExact ? "exact: " : "") +
-           std::string(anyRole                       ? "any role"
-                       : id.getModelRole().isEmpty() ? "no role"
-                                                     : "this role") +
-           subtype;
-}
-
-void runPrefix(const GlobalOptions& global, const PrefixOptions& options, Format format)
-{
-    const StartedSession session(global);
-    const std::vector<PrefixPlace> places = prefixPlaces();
-    const Named type = rowNamed<StructObjectType>(options.type, "object type");
-    Named profile{-1, {}};
-    if (!options.profile.empty()) {
-        const KorDSNRequest addIn(places[1].dsn, places[1].index);
-        profile = chosen(namedRows<StructNumberingPrefixProfile>(), options.profile, "numbering prefix profile",
-                         "list them with: korodbc list NumberingPrefixProfile --source Addin");
-    }
-    for (const PrefixPlace& place : places)
-        requireSound(descriptionOf<StructNumberingPrefix>(), place.dsn, place.index);
-    const KorNumberingPrefixId id(KorString::fromUtf8(options.role), type.key, profile.key == -1 ? 0 : 1,
-                                  profile.key, KorString::fromUtf8(options.subtype));
-    StructNumberingPrefix found;
-    KorOdbcNumberingPrefix::ePlace where{};
-    if (KorOdbcNumberingPrefix::findNumberingPrefix(id, profile.key == -1 ? 1 : 0, found, where) != 1)
-        throw Failure{kNotFound, "no numbering prefix applies to " + quote(type.name) +
-                                     (options.role.empty() ? "" : " in the role " + quote(options.role)) +
-                                     "; see them with: korodbc show NumberingPrefix"};
-    const PrefixPlace& place = places[where];
-    const KorDSNRequest request(place.dsn, place.index);
-    Sheet sheet{{{"Single part", false},
-                 {"Main part", false},
-                 {"Preliminary", false},
-                 {"Place", false},
-                 {"Level", false},
-                 {"Key", true},
-                 {"Role", false},
-                 {"Subtype", false},
-                 {"Profile", false},
-                 {"Source", false}},
-                {}};
-    sheet.rows.push_back({found.singlePartPrefix.toUtf8(), found.mainPartPrefix.toUtf8(),
-                          found.preliminaryPartPrefix.toUtf8(), place.name, levelText(id, found),
-                          std::to_string(found.key), found.modelRole.toUtf8(), found.profileSubtype.toUtf8(),
-                          found.profile == -1 ? "" : nameOrKey<StructNumberingPrefixProfile>(found.profile),
-                          sourceName(place.dsn, place.index)});
-    printSheet(sheet, format);
-}
 
 // Necessary views
 
@@ -130,6 +53,24 @@ KorString settingOf(const Source& source)
     }
 }
 
+Failure notKept()
+{
+    return {kFailed, "the setting was not written" + advised(korodbc::host::lastError(), "Configuration")};
+}
+
+/// The source of that name; says where country add-ins come from when there is none.
+Source ruleSource(const std::string& wanted)
+{
+    try {
+        return sourceNamed(wanted);
+    } catch (Failure& failure) {
+        if (failure.code == kNotFound)
+            failure.message +=
+                "; a country add-in comes with a new repository: korodbc init FOLDER --country ID=NAME";
+        throw;
+    }
+}
+
 /// Has the rules read in that source, from now on or only by this program.
 void choose(const Source& source, bool keep)
 {
@@ -137,18 +78,19 @@ void choose(const Source& source, bool keep)
     if (!keep)
         korodbc::host::setSettingsStore(nullptr);
     if (KRSettings::setValue(KorODBCNecessaryViewsConfiguration::settingKey(), setting) != 1)
-        throw Failure{kFailed,
-                      "the setting was not written" + advised(korodbc::host::lastError(), "Configuration")};
+        throw notKept();
 }
 
-void runViews(GlobalOptions global, const ViewsOptions& options, Format format)
+void runViews(const CommandLine& line, const ViewsOptions& options)
 {
     using Reader = KorODBCNecessaryViewsConfiguration;
-    if (options.keep && options.from.empty())
-        throw Failure{kUsage, "--keep goes with --from"};
+    const Format format = line.format();
+    line.goesWith("--keep", !options.from.empty(), "--from");
+    GlobalOptions global = line.global();
     if (options.keep)
         global.start = Start::Write;
     const StartedSession session(global);
+    KorDatabaseBatch batch; // a source that says nothing about the beam is not kept
     const Named beam = rowNamed<StructBeamType>(options.beam, "beam type");
     std::vector<Named> views = viewTypes;
     if (!options.view.empty()) {
@@ -158,7 +100,7 @@ void runViews(GlobalOptions global, const ViewsOptions& options, Format format)
         views = {chosen(viewTypes, options.view, "view type", "there are: " + all)};
     }
     if (!options.from.empty())
-        choose(sourceNamed(options.from), options.keep);
+        choose(ruleSource(options.from), options.keep);
     eDSN dsn{}, savedDsn{};
     eIndex index{}, savedIndex{};
     if (Reader::getODBCDSNValue(dsn, index, savedIndex, savedDsn) != 1) {
@@ -169,9 +111,10 @@ void runViews(GlobalOptions global, const ViewsOptions& options, Format format)
     }
     const std::string source = sourceName(dsn, dsn == KorDSNDefinitions::kCountryAddin ? savedIndex : index);
     KorArray<View> records;
-    if (Reader::getAllRecords(records) != 1)
-        throw Failure{kFailed, "the rules for views in " + source + " cannot be read" + because()};
+    const int read = Reader::getAllRecords(records);
     const KorDSNRequest request(dsn, dsn == KorDSNDefinitions::kCountryAddin ? savedIndex : index);
+    if (read != 1)
+        throw unreadable(descriptionOf<View>());
     Sheet sheet{{{"View", false},
                  {"Necessary", false},
                  {"For objects of", false},
@@ -195,7 +138,12 @@ void runViews(GlobalOptions global, const ViewsOptions& options, Format format)
     if (sheet.rows.empty())
         throw Failure{kNotFound, "no rule of " + source + " is for " +
                                      (views.size() == 1 ? "the " + views.front().name + " view" : "a view") +
-                                     " of " + quote(beam.name)};
+                                     " of " + quote(beam.name) +
+                                     (options.from.empty() ? "; name another source with --from"
+                                      : options.keep       ? "; the setting stays as it was"
+                                                           : "")};
+    if (batch.end(1) != 1)
+        throw notKept();
     printSheet(sheet, format);
 }
 
@@ -217,6 +165,19 @@ std::string usedText()
     }
 }
 
+/// The same where rows are printed: a line above a table, else a column.
+void tellUsed(Sheet& sheet, Format format)
+{
+    if (format == Format::Text) {
+        std::puts(usedText().c_str());
+        return;
+    }
+    const int used = KorODBCExplodeSettings::getUsedExplodeSettingsDefault();
+    sheet.columns.push_back({"Used"});
+    for (std::vector<std::string>& row : sheet.rows)
+        row.push_back(used == -1 ? "" : used == 0 ? "no" : "yes");
+}
+
 /// Throws when a table of the user's or of the configuration cannot be read.
 template <class... T>
 void requireSoundBoth()
@@ -231,9 +192,7 @@ void printObjects(Format format)
     requireSoundBoth<StructExplodeObjects>();
     KorArray<StructExplodeObjects> objects;
     if (KorODBCExplodeObjects::getExplodeObjectsTable(objects, 1) != 1)
-        throw Failure{kFailed, "table ExplodeObjectsTo cannot be read" + because()};
-    if (format == Format::Text)
-        std::puts(usedText().c_str());
+        throw unreadable(descriptionOf<StructExplodeObjects>());
     Sheet sheet{{{"Object", false},
                  {"Solids to", false},
                  {"Solids grouped", true},
@@ -253,6 +212,7 @@ void printObjects(Format format)
                               isUsers ? sourceName(KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin)
                                       : sourceName(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase)});
     }
+    tellUsed(sheet, format);
     printSheet(sheet, format);
 }
 
@@ -281,11 +241,14 @@ void printSettings(const ExplodeOptions& options, Format format)
              std::to_string(setting.on), std::to_string(setting.key),
              found ? sourceName(KorOdbcMan::m_currentDSN, KorOdbcMan::m_currentAddIn) : "fallback"});
     }
+    tellUsed(sheet, format);
     printSheet(sheet, format);
 }
 
-void runExplode(GlobalOptions global, const ExplodeOptions& options, Format format)
+void runExplode(const CommandLine& line, const ExplodeOptions& options)
 {
+    const Format format = line.format();
+    GlobalOptions global = line.global();
     const bool on = sameName(options.what, "on");
     if (!on && !sameName(options.what, "off")) {
         const StartedSession session(global);
@@ -294,8 +257,7 @@ void runExplode(GlobalOptions global, const ExplodeOptions& options, Format form
     }
     if (!options.subType.empty())
         throw Failure{kUsage, "\"explode " + options.what + "\" takes no sub-type"};
-    if (format != Format::Text)
-        throw Failure{kUsage, "--csv and --json go with what is printed as a table, not with on and off"};
+    line.refuseFormats("explode " + options.what);
     global.start = Start::Write;
     const StartedSession session(global);
     if (KorODBCExplodeSettings::setUsedExplodeSettingsDefault(on ? 1 : 0) != 1)
@@ -308,25 +270,12 @@ void runExplode(GlobalOptions global, const ExplodeOptions& options, Format form
 
 void addRuleCommands(CommandLine& line)
 {
-    const auto prefix = std::make_shared<PrefixOptions>();
-    CLI::App* command = line.command(
-        "prefix", "Print which numbering prefix applies to an object, and why",
-        "korodbc prefix Beam --role Column\n"
-        "  korodbc prefix Beam --subtype \"Round tube\" --profile \"By section family\"\n\n"
-        "The drawing's own prefixes are asked first, then those of the add-in, then the main ones. Without\n"
-        "--profile the add-in is asked for the profile that is selected there.",
-        [&line, prefix] { runPrefix(line.global(), *prefix, line.format()); });
-    command->add_option("TYPE", prefix->type, "Object type, by name or key")->required()->type_name("");
-    command->add_option("--role", prefix->role, "Model role")->type_name("ROLE");
-    command->add_option("--subtype", prefix->subtype, "Profile subtype")->type_name("SUBTYPE");
-    command->add_option("--profile", prefix->profile, "Prefix profile of the add-in, by name or key")
-        ->type_name("PROFILE");
-    line.addFormats(command);
-
     const auto views = std::make_shared<ViewsOptions>();
-    command = line.command("views", "Print which rules for views apply to a beam",
-                           "korodbc views Column\n  korodbc views Beam section --from Norway",
-                           [&line, views] { runViews(line.global(), *views, line.format()); });
+    CLI::App* command =
+        line.command("views", "Print which rules for views apply to a beam",
+                     "korodbc views Column\n  korodbc views Beam section --from Addin\n\n"
+                     "Country add-ins come with a new repository: korodbc init FOLDER --country no=Norway",
+                     [&line, views] { runViews(line, *views); });
     command->add_option("BEAM", views->beam, "Beam type, by name or key")->required()->type_name("");
     command->add_option("VIEW", views->view, "front, top, side, section, bottom or back (default: all)")
         ->type_name("");
@@ -340,7 +289,7 @@ void addRuleCommands(CommandLine& line)
     const auto explode = std::make_shared<ExplodeOptions>();
     command = line.command("explode", "Print what objects become when they are exploded, or switch the settings",
                            "korodbc explode\n  korodbc explode Beam Mark\n  korodbc explode off",
-                           [&line, explode] { runExplode(line.global(), *explode, line.format()); });
+                           [&line, explode] { runExplode(line, *explode); });
     command
         ->add_option("WHAT", explode->what,
                      "Model type, by name or key: its layers, colours and line types; on or off: whether\n"

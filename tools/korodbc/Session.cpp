@@ -82,6 +82,11 @@ bool holdsDetails(eDSN dsn)
 
 } // namespace
 
+Failure unreadable(std::string_view table)
+{
+    return {kFailed, "table " + std::string(table) + " cannot be read" + because()};
+}
+
 void traceStatements()
 {
     traced = true;
@@ -266,13 +271,18 @@ void noteOpenEdits(const Source& source, const std::string& table)
 std::string nearest(const std::string& wanted, const std::vector<std::string>& names)
 {
     const KorString folded = KorString::fromUtf8(wanted).foldedCase();
+    const auto length = static_cast<std::size_t>(folded.length());
+    const std::size_t most = std::min(2 + length / 5, length / 2); // half of a short name has to stay
     std::vector<std::pair<std::size_t, std::string>> near;
     for (const std::string& name : names) {
+        if (name == wanted) // the name is not what is wrong
+            return {};
         const KorString other = KorString::fromUtf8(name).foldedCase();
         std::size_t distance = editDistance(folded, other);
-        if (folded.length() >= 3 && other.find(folded) >= 0)
+        const bool isPart = length >= 3 && other.find(folded) >= 0;
+        if (isPart)
             distance = std::min<std::size_t>(distance, 2);
-        if (distance <= 2 + static_cast<std::size_t>(folded.length()) / 5)
+        if (isPart || distance <= most)
             near.emplace_back(distance, name);
     }
     std::stable_sort(near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first < b.first; });

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 enum ExitCode { kOk = 0, kFailed = 1, kUsage = 2, kNoRepository = 3, kNotFound = 4 };
@@ -15,6 +16,8 @@ struct Failure {
     ExitCode code;
     std::string message;
 };
+/// "table X cannot be read: why; what to do", about the last failure.
+Failure unreadable(std::string_view table);
 
 /// How a command starts on its repository.
 enum class Start {
@@ -96,7 +99,7 @@ void refuseStuck(const Source& source, const std::string& table = {});
 /// is read from it is not confirmed.
 void noteOpenEdits(const Source& source, const std::string& table = {});
 
-/// " (did you mean A or B?)" from the names that are nearest, or nothing.
+/// " (did you mean A or B?)" from the names that are nearest, or nothing, also when the wanted one is among them.
 std::string nearest(const std::string& wanted, const std::vector<std::string>& names);
 bool sameName(const std::string& a, const std::string& b);
 std::string quote(const std::string& name);

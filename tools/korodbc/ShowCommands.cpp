@@ -75,7 +75,7 @@ void showDescribed(const ShowOptions& options, const StoredTable& table)
     std::vector<const void*> shown;
     AnyRecord found(type);
     if (RecordAccess::readTable(type, all.get()) != 1)
-        throw Failure{kFailed, "table " + table.name + " cannot be read" + because()};
+        throw unreadable(table.name);
     if (single && readRecord(type, options.record, found.get())) {
         shown.push_back(found.get());
     } else {

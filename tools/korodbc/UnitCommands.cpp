@@ -1,5 +1,6 @@
 #include "catalogues/KorODBCMapping.h"
 #include "CommandLine.h"
+#include "Records.h"
 
 #include <algorithm>
 #include <charconv>
@@ -40,17 +41,12 @@ std::string numberText(double number, int digits = 17)
     return {text, end.ptr};
 }
 
-Failure unread(std::string_view table)
-{
-    return {kFailed, "table " + std::string(table) + " cannot be read" + because()};
-}
-
 template <UnitKind Number>
 std::vector<Unit> unitsOf()
 {
     KorArray<StructUnitsOf<Number>> records;
     if (StructUnitsOfMarshal<Number>::getTable(records) != 1)
-        throw unread(describedBy(Number).table);
+        throw unreadable(descriptionOf<StructUnitsOf<Number>>());
     std::ranges::stable_sort(records, {}, &StructUnitsOf<Number>::sortOrder);
     std::vector<Unit> units;
     for (const auto& record : records) {
@@ -124,16 +120,20 @@ void listKinds(Format format)
     printSheet(sheet, format);
 }
 
+Failure unknownUnit(const Kind& kind, const std::string& wanted)
+{
+    std::vector<std::string> names;
+    addNames(kind, names);
+    return {kNotFound, "there is no unit " + quote(wanted) + " of " + std::string(kind.is.name) +
+                           nearest(wanted, names) + "; list them with: korodbc units " +
+                           quote(std::string(kind.is.name))};
+}
+
 void listUnits(const Kind& kind, const std::string& only, Format format)
 {
     const Unit* one = only.empty() ? nullptr : find(kind, only);
-    if (!only.empty() && one == nullptr) {
-        std::vector<std::string> names;
-        addNames(kind, names);
-        throw Failure{kNotFound, "there is no unit " + quote(only) + " of " + std::string(kind.is.name) +
-                                     nearest(only, names) + "; list them with: korodbc units " +
-                                     quote(std::string(kind.is.name))};
-    }
+    if (!only.empty() && one == nullptr)
+        throw unknownUnit(kind, only);
     Sheet sheet{{{"Key", true},
                  {"Unit", false},
                  {"Symbol", false},
@@ -176,6 +176,8 @@ double valueOf(const std::string& text)
 {
     double value = 0;
     const auto end = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (end.ec == std::errc::result_out_of_range && end.ptr == text.data() + text.size())
+        throw Failure{kUsage, quote(text) + " is too large or too small a number"};
     if (end.ec != std::errc() || end.ptr != text.data() + text.size() || !std::isfinite(value))
         throw Failure{kUsage, quote(text) + " is no number; write it as 1250 or -12.5"};
     return value;
@@ -191,6 +193,8 @@ std::string kindsOf(const std::vector<Kind>& kinds, const std::string& wanted)
         if (find(kind, wanted) != nullptr)
             list += (list.empty() ? "" : " or ") + std::string(kind.is.name);
     }
+    if (list.empty() && kinds.size() == 1)
+        throw unknownUnit(kinds.front(), wanted);
     if (list.empty())
         throw Failure{kNotFound, "there is no unit " + quote(wanted) + nearest(wanted, names) +
                                      "; list them with: korodbc units KIND"};

@@ -20,6 +20,7 @@ public:
         addDemo();
         addExchangeCommands(*this);
         addProjectCommands(*this);
+        addPrefixCommands(*this);
         addRuleCommands(*this);
         addPreferredCommands(*this);
     }
