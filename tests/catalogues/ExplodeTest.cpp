@@ -112,6 +112,16 @@ TEST_F(ExplodeTest, ARowIsWrittenOnceAndWhole)
         {"DROP TABLE ExplodeObjectsTo", "CREATE TABLE ExplodeObjectsTo ([Key] TEXT PRIMARY KEY, SolidsTo TEXT)"});
     EXPECT_EQ(Objects::setExplodeObjects(L"x", object(L"x", L"1")), -1);
     EXPECT_EQ(stored(), Texts{});
+    sql(addIn, {"DROP TABLE ExplodeObjectsTo", "CREATE TABLE ExplodeObjectsTo ([Key] TEXT PRIMARY KEY, Own TEXT, "
+                                               "SolidsTo, SolidsGrouped, LinesTo, LinesGrouped, TextsTo, "
+                                               "TextsGrouped, [Order])"});
+    EXPECT_EQ(Objects::setExplodeObjects(L"x", object(L"x", L"1")), -1);
+    EXPECT_EQ(stored(), Texts{});
+    sql(configuration, {"DROP TABLE Default_INT",
+                        "CREATE TABLE Default_INT (Description TEXT, [Key] TEXT PRIMARY KEY, Value INTEGER)",
+                        "INSERT INTO Default_INT VALUES ('', 'C40_UseExplodeSettings', 1)"});
+    EXPECT_EQ(Settings::setUsedExplodeSettingsDefault(0), 0);
+    EXPECT_EQ(Settings::getUsedExplodeSettingsDefault(), 1);
     sql(addIn, {"DROP TABLE ExplodeObjectsTo"});
     EXPECT_EQ(Objects::setExplodeObjects(L"x", object(L"x", L"1")), -1);
     EXPECT_EQ(rows(configuration, "ExplodeObjectsTo").size(), 1u);

@@ -128,6 +128,13 @@ TEST(KorRegExWrapperTest, MatchesAndSearches)
     EXPECT_TRUE(KorRegExWrapper(L"HEA\u00C4", false).match(L"hea\u00E4"));
 
     // A backtracking engine would not come back from this one.
+    std::wstring groups;
+    for (int i = 0; i < 99; ++i)
+        groups += L"(a)?";
+    EXPECT_TRUE(KorRegExWrapper(groups.c_str()).match(L"aaa"));
+    const KorRegExWrapper tooMany((groups + L"(a)?").c_str());
+    EXPECT_FALSE(tooMany.isValid() || tooMany.match(L"aaa"));
+    EXPECT_EQ(tooMany.error(), L"more than 99 groups");
     EXPECT_FALSE(KorRegExWrapper(L"(a+)+$").match(KorString(std::wstring_view(std::wstring(5000, L'a') + L'b'))));
 }
 

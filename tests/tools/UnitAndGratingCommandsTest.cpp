@@ -108,6 +108,12 @@ TEST_F(UnitAndGratingCommands, TablesThatDoNotFitAreNamed)
     EXPECT_EQ(outcome.code, 0);
     EXPECT_TRUE(matches(outcome.out, "^Part,Name,Key\\nGrating,G@30@50@25x3@500-30@R8,\\n")) << outcome.out;
     EXPECT_EQ(outcome.err, "korodbc: note: table BarGrating has no row of this combination\n");
+    // what is missing is told beside an answer, which does not count as one
+    sql(m_folder / "work/units.db", "ALTER TABLE UnitsOfDistance DROP COLUMN Factor");
+    const Outcome guessed = run("units distance --convert 12 in mm");
+    EXPECT_EQ(guessed.code, 1);
+    EXPECT_TRUE(matches(guessed.err, "^korodbc: table UnitsOfDistance: no column Factor; what is said without it"))
+        << guessed.err;
     sql(m_folder / "work/configuration.db", "DROP TABLE BarGrating");
     expectRefused("grating G", 1, "the choices of the bearing bar spacing cannot be read.*BarGrating");
 }
