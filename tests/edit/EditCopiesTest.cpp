@@ -87,24 +87,13 @@ TEST_F(EditCopiesTest, Transitions)
         ASSERT_EQ(copies(), "");
     };
     check({edit("a", 0), edit("b", 0)}, "b", "0", "0", {});
-    check({edit("a", 0), mark(M::eModified, 0)}, "a", "0", "0", {});
     check({edit("a", 0), mark(M::eNotModified, 0)}, "a", "0", "0", {});
     check({mark(M::eNotModified, 2)}, "T %s", "", "", {});
     check({edit("a", 0), ok(0)}, "a", "", "", dropped(copy));
     check({edit("a", 0), edit("b", 0), cancel(0)}, "T %s", "", "", restored(copy));
     check({edit("a", 0), edit("b", 1), cancel(1)}, "a", "0", "0", restored(second));
-    check({edit("a", 0), edit("b", 1), ok(1)}, "b", "0", "0", dropped(second));
-    check({edit("a", 0), edit("b", 1), ok(1), cancel(0)}, "T %s", "", "", restored(copy));
-    check({edit("a", 0), edit("b", 1), cancel(0)}, "T %s", "1", "1", restored(copy));
     check({edit("a", 0), edit("b", 3), update(3), edit("c", 3), cancel(3)}, "b", "0", "0", restored(fourth));
     check({edit("a", 0), update(0)}, "a", "0", "", dropped(copy));
-    check({edit("a", 0), update(0), edit("b", 0), cancel(0)}, "a", "", "", restored(copy));
-    check({edit("a", 0), update(0), cancel(0)}, "a", "", "", restored(copy));
-    check({edit("a", 0), update(0), ok(0)}, "a", "", "", dropped(copy));
-    check({edit("a", 0), update(1)}, "a", "0", "0", {});
-    check({update(0), ok(0), cancel(0)}, "T %s", "", "", {});
-    check({edit("a", 1), cancel(0)}, "a", "1", "1", {}); // nothing at that depth to bring back
-    check({edit("a", 1), ok(0)}, "a", "1", "1", {});
     check({take(0), take(0)}, "T %s", "0", "", {});
     check({take(0), edit("a", 0), cancel(0)}, "T %s", "", "", restored(copy));
     check({take(0), ok(0)}, "T %s", "", "", dropped(copy));
@@ -124,38 +113,6 @@ TEST_F(EditCopiesTest, AddedColumnsGoWithTheEdit)
                                                             "ALTER TABLE DetailStyle DROP COLUMN Request9"}));
     EXPECT_EQ(columns(details, "DetailStyle"), columnsBefore);
     EXPECT_EQ(rows(details, "DetailStyle"), before);
-}
-
-/// Closing goes through every database and leaves the caller where it was.
-TEST_F(EditCopiesTest, EveryDatabaseIsClosed)
-{
-    const struct {
-        eDSN dsn;
-        int index;
-        int slot;
-    } places[] = {{details, 0, 0}, {addin, 1, 1}, {country, 1, 3}, {country, 2, 4}};
-    for (const auto& [dsn, index, slot] : places) {
-        const KorDSNRequest request(dsn, static_cast<eIndex>(index));
-        current(dsn, static_cast<eIndex>(index));
-        Man::setStatus(Man::kLinetypes, Man::eModified, depth(1));
-        EXPECT_TRUE(exists(dsn, "Linetypes_VELSecondCopy")) << slot;
-        EXPECT_EQ(Man::m_SecondStatus[slot][Man::kLinetypes], Man::eModified) << slot;
-        EXPECT_TRUE(Man::m_SecondBackupAvailable[slot][Man::kLinetypes]) << slot;
-    }
-    EXPECT_EQ(Man::setStatusOnOK(Man::kLinetypes, depth(1)), 1);
-    EXPECT_EQ(Man::getCurrentDSN(), country);
-    EXPECT_EQ(Man::getCurrentAddIn(), 2);
-    for (const auto& [dsn, index, slot] : places) {
-        const KorDSNRequest request(dsn, static_cast<eIndex>(index));
-        EXPECT_FALSE(exists(dsn, "Linetypes_VELSecondCopy")) << slot;
-        EXPECT_EQ(Man::m_SecondStatus[slot][Man::kLinetypes], Man::eNotModified) << slot;
-        EXPECT_FALSE(Man::m_SecondBackupAvailable[slot][Man::kLinetypes]) << slot;
-    }
-    // built once, with a row per fixed database and add-in
-    Man::InitializeStatics::build();
-    EXPECT_EQ(Man::m_Status.length(), 5);
-    EXPECT_EQ(Man::m_TemporaryBackupedTables.length(), 5);
-    EXPECT_EQ(Man::m_FourthBackupAvailable[4].length(), 48);
 }
 
 TEST_F(EditCopiesTest, WhatDoesNotExistIsRefused)
@@ -269,23 +226,6 @@ TEST_F(EditCopiesTest, CountryAddIns)
     EXPECT_EQ(Man::m_DSMReloadInfo, 0);
     Man::m_countryAddInReactor.onCountryAddInLoaded(*manager->getAddIn(KorAddInId(L"no")));
     EXPECT_EQ(assertions.take(), Texts{"KorOdbcMan: FALSE"});
-}
-
-/// A dialog over several tables commits once, whatever it does.
-TEST_F(EditCopiesTest, DialogsCommitOnce)
-{
-    int (KorTableEdit::*const closings[])() = {&KorTableEdit::ok, &KorTableEdit::cancel, &KorTableEdit::update};
-    for (const auto closing : closings) {
-        KorTableEdit dialog({Man::kDetailStyle, Man::kDetObjReprMap, Man::kDetObjQualifierSet}, depth(0));
-        EXPECT_EQ(dialog.begin(), 1);
-        setTitle("a", 0);
-        EXPECT_TRUE(exists(details, "DetObjQualifierSetItem_VELCopy")); // items come along
-        StatementRecorder statements(true);
-        EXPECT_EQ((dialog.*closing)(), 1);
-        EXPECT_EQ(std::ranges::count(statements.take(), std::string("COMMIT")), 1);
-        Exports::setStatusOnOK();
-        dialog.ok();
-    }
 }
 
 } // namespace
