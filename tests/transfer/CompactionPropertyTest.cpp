@@ -137,13 +137,4 @@ TEST_P(CompactionPropertyTest, LeavesWhatComparingAllPairsLeaves)
 INSTANTIATE_TEST_SUITE_P(Shape, CompactionPropertyTest, testing::ValuesIn(cases),
                          [](const auto& each) { return each.param.name; });
 
-TEST_P(CompactionPropertyTest, AShapeAlwaysMakesTheSameDatabase)
-{
-    Shape some = GetParam().shape;
-    const Contents first = pairwise::readFile(attach(details, some));
-    EXPECT_EQ(pairwise::difference(first, pairwise::readFile(attach(details, some))), "");
-    ++some.seed;
-    EXPECT_NE(pairwise::difference(first, pairwise::readFile(attach(details, some))), "");
-}
-
 } // namespace
