@@ -143,25 +143,6 @@ TEST_F(ShippedConversionsTest, ReadersOfApplicationsAndTypes)
     EXPECT_EQ(plate.kissMaterial, L"S355J2");
 }
 
-TEST_F(ShippedConversionsTest, EveryReferenceLeadsSomewhere)
-{
-    int references = 0;
-    for (const auto family :
-         {records::conversionRecords(), records::formatRecords(), records::profileFamilyRecords()})
-        for (const auto describe : family)
-            for (std::size_t i = 0; i < describe().columns.size(); ++i) {
-                const ColumnDescription& column = describe().columns[i];
-                if (column.target == nullptr)
-                    continue;
-                const Texts keys = valuesOf(column.target(), column.target().key);
-                for (const std::string& value : valuesOf(describe(), static_cast<int>(i)))
-                    EXPECT_TRUE(column.isNone(std::stoi(value)) || std::ranges::count(keys, value) == 1)
-                        << describe().table << "." << column.name << " " << value;
-                ++references;
-            }
-    EXPECT_GT(references, 15);
-}
-
 TEST_F(ShippedConversionsTest, FamiliesOfOtherApplications)
 {
     const struct {
