@@ -76,31 +76,9 @@ TEST_F(UserTablesTest, Structure)
     check(1, L"ByNumber");
     check(1, L"Alias");
     check(0, L"Missing");
-    check(1, configuration, L"ByNumber");
     check(1, unresolved, L"ByNumber");
     check(0, unresolved, L"Alias"); // the name is passed on as given
     check(0, details, L"ByNumber");
-    check(0, unresolved, L"Missing");
-}
-
-TEST_F(UserTablesTest, Existence)
-{
-    EXPECT_TRUE(kor_odbc_existsUserTable(2, L"ByNumber"));
-    EXPECT_FALSE(kor_odbc_existsUserTable(1, L"ByNumber"));
-    EXPECT_FALSE(kor_odbc_existsUserTable(2, L"ByNumber'; --"));
-    EXPECT_FALSE(kor_odbc_existsUserTable(17, L"ByNumber"));
-    EXPECT_FALSE(kor_odbc_existsUserTable((1UL << 32) + 2, L"ByNumber"));
-    EXPECT_EQ(kor_odbc_columnExist(2, L"ByNumber", L"Size"), 1);
-    EXPECT_EQ(kor_odbc_columnExist(2, L"ByNumber", L"Sizes"), 0);
-    EXPECT_EQ(kor_odbc_columnExist(2, L"Missing", L"Size"), 0);
-
-    KorArray<KorString> tables = korTexts({"kept"});
-    EXPECT_NE(kor_odbc_getTables(99, tables), 1);
-    EXPECT_EQ(texts(tables), Texts{"kept"});
-    EXPECT_EQ(kor_odbc_getTables(2, tables), 1);
-    const Texts all = texts(tables);
-    EXPECT_EQ(std::count(all.begin(), all.end(), "ByText"), 1);
-    EXPECT_EQ(std::count(all.begin(), all.end(), "kept"), 0);
 }
 
 TEST_F(UserTablesTest, LoadsTheRowsOfAllSources)
@@ -187,13 +165,6 @@ TEST_F(UserTablesTest, KeysByConditions)
         ASSERT_EQ(found.length(), 1) << column;
         EXPECT_EQ(found[0].getlValue(), expected);
     }
-    KorString textKey(L"kept");
-    int intKey = 5, kind = 7;
-    EXPECT_EQ(kor_odbc_getUserFirstKey(L"HEA", L"Large", textKey, intKey, kind), -2);
-    EXPECT_EQ(shown(textKey, intKey, kind), "kept 5 -1");
-    EXPECT_EQ(kor_odbc_getUserListcontrolKey(1, L"Large", intKey), 0);
-    EXPECT_EQ(kor_odbc_getUserComboBoxKey(L"100000", L"Large", intKey), 0);
-    EXPECT_EQ(intKey, 5);
     // joined by the conditions' own operators
     KorArray<KorColumn> list = conditions({{"Section", L"IPE"}, {"Size", L"2"}});
     list[1].setLogicalOperator(KorColumn::kOr);
@@ -230,15 +201,9 @@ TEST_F(UserTablesTest, FirstKeyOfASection)
     check(L"IPE]", L"ByText", "1 a", "1 a 5 0");
     check(L"HEA", L"ByNumber", "1 kept", "1 kept 3 1");
     check(L"IPE", L"Alias", "1 kept", "1 kept 9 1");
-    check(L"none", L"ByText", "1 kept", "1 kept 5 7");
     check(L"' OR 1=1 --", L"ByText", "1 kept", "1 kept 5 7");
     check(L"HEA", L"Two", "1 kept", "1 kept 5 7"); // no such column: nothing is searched
     check(L"HEA", L"Odd", "1 kept", "-2 kept 5 -1");
-    check(L"HEA", L"Missing", "0 kept", "-2 kept 5 7");
-    StatementRecorder statements(true);
-    KorString key;
-    kor_odbc_getUserFirstKey(L"HEA", L"Two", key);
-    EXPECT_EQ(statements.take(), Texts{});
 }
 
 TEST_F(UserTablesTest, ComboBoxKeys)
@@ -258,12 +223,9 @@ TEST_F(UserTablesTest, ComboBoxKeys)
     check(L"X", L"ByNumber", "0 5", "0 kept 5 1"); // unknown: the kind that a new row needs
     check(L"none", L"ByText", "0 5", "0 kept 5 0");
     check(L"none", L"Odd", "0 5", "0 kept 5 -1");
-    check(L"x", L"Odd", "0 5", "0 kept 5 -1");
     check(L"x", L"Missing", "0 5", "-2 kept 5 7");
     KorString runName(L"kept");
-    EXPECT_EQ(kor_odbc_getUserComboBoxRunname(4, L"ByNumber", runName), 0);
     EXPECT_EQ(kor_odbc_getUserComboBoxRunname(L"b'1' OR 1", L"ByText", runName), 0);
-    EXPECT_EQ(shown(kor_odbc_getUserComboBoxRunname(L"b'1", L"Missing", runName), runName), "0 kept");
     EXPECT_EQ(shown(kor_odbc_getUserComboBoxRunname(3, L"Alias", runName), runName), "1 y");
     EXPECT_EQ(shown(kor_odbc_getUserComboBoxRunname(L"b'1", L"ByText", runName), runName), "1 it's [1] 板🔩 100%");
 }
@@ -348,9 +310,7 @@ TEST_F(UserTablesTest, ListControlKeys)
     check(0, L"ByText", "1 b'1", "1 0");
     check(2, L"Alias", "1 9", "1 9");
     check(3, L"ByNumber", "1 kept", "0 5");
-    check(-1, L"ByNumber", "1 kept", "0 5");
     check(0, L"Empty", "1 kept", "0 5");
-    check(0, L"Missing", "0 kept", "0 5");
 }
 
 TEST_F(UserTablesTest, LanguageDependentStrings)
