@@ -228,11 +228,6 @@ TEST_F(ClaimsTest, KeepOthersOut)
         EXPECT_EQ(title(), "theirs");
         for (const auto& [name, act] : std::initializer_list<std::pair<const char*, std::function<int()>>>{
                  {"edit", [] { return edit(L"mine"); }},
-                 {"store",
-                  [] {
-                      StructDetailStyleMarshal::getStructByKey(1, Man::m_structDetailStyle);
-                      return Man::storeCurrentRecord(styles, first);
-                  }},
                  {"delete", [] { return Man::deleteRecord(styles, KorOdbcKey(1), first); }},
                  {"statement",
                   [] { return KorDatabaseAccess::doSQLStatement(inDetails, L"DELETE FROM DetailStyle"); }},
@@ -261,8 +256,6 @@ TEST_F(ClaimsTest, KeepOthersOut)
         EXPECT_FALSE(Man::isOpen(styles, first));
         EXPECT_EQ(KorDatabaseAccess::doesTableExists(inDetails, L"DetailStyle_VELCopy"), 1);
         EXPECT_EQ(title(), "theirs");
-        EXPECT_EQ(Man::setAttribute(Man::kLinetypes, KorOdbcKey(1), 1, KorString(L"x"), 1, first), 1);
-        EXPECT_EQ(Man::setStatusOnOK(Man::kLinetypes, first), 1);
         const auto claims = korodbc::host::claimedByOthers(inDetails, KorDSNDefinitions::kBase);
         ASSERT_EQ(claims.size(), 1u);
         EXPECT_EQ(claims[0].table, "DetailStyle");

@@ -108,18 +108,4 @@ TEST_F(KorODBCUserProfileTest, OwnerIsWithheldDuringTransfers)
     EXPECT_EQ(owner(), "-");
 }
 
-TEST_F(KorODBCUserProfileTest, LimitsAndSectionType)
-{
-    EXPECT_EQ(KorODBCUserProfile::getMaxPointsUserSection(), 0);
-    EXPECT_EQ(KorODBCUserProfile::getMaxContoursUserSection(), 0);
-    sql(configuration,
-        {"INSERT INTO Default_INT VALUES ('ODBC_ProfileMaxPoints',200),('ODBC_ProfileMaxContours',5)"});
-    EXPECT_EQ(KorODBCUserProfile::getMaxPointsUserSection(), 200);
-    EXPECT_EQ(KorODBCUserProfile::getMaxContoursUserSection(), 5);
-
-    KorODBCUserProfile::Setm_sSectionTypeName(L"Geländer");
-    EXPECT_EQ(KorODBCUserProfile::Getm_sSectionTypeName(), L"Geländer");
-    KorODBCUserProfile::Setm_sSectionTypeName(L"");
-}
-
 } // namespace

@@ -91,21 +91,7 @@ TEST(KRSettingsTest, KeepsTextsAndNumbers)
         EXPECT_EQ(KRSettings::getValue(L"Region Key", number), 0);
         EXPECT_EQ(number, 12);
     }
-
-    struct ReadOnly : korodbc::host::SettingsStore {
-        bool get(const KorString&, KorString& value) override
-        {
-            value = L"-3 ";
-            return true;
-        }
-        bool set(const KorString&, const KorString&) override { return false; }
-    };
-    korodbc::host::setSettingsStore(std::make_shared<ReadOnly>());
-    EXPECT_EQ(KRSettings::setValue(L"a", 1), 0);
-    EXPECT_EQ(KRSettings::getValue(L"a", number), 1);
-    EXPECT_EQ(number, -3);
     korodbc::host::setSettingsStore(nullptr);
-    EXPECT_EQ(KRSettings::getValue(L"Region Key", text), 0);
 }
 
 TEST(KorRegExWrapperTest, MatchesAndSearches)
