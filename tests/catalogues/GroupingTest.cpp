@@ -238,13 +238,6 @@ TEST_F(GroupingTest, ClassesThatArePlainTextAndNoClassAtAll)
     EXPECT_EQ(utf8(names), Texts{});
     EXPECT_EQ(Grouping::GetMenuSubList(L"", names), 1);
     EXPECT_EQ(names.length(), 7);
-    sql(KorDSNDefinitions::kProfiles,
-        {"INSERT INTO ProfileMasterTable (Key, RunName, TableName) VALUES ('it''s', 'quoted', 'Profiles_IPE')"});
-    sql(addin,
-        {"INSERT INTO PreferredSizesItems (ProfileID, TypeID, CategoryID, TableID, KeyValue, MasterTableID, "
-         "MasterKeyValue) VALUES (1, 15, 1, 20, '2', 1, 'it''s')"});
-    EXPECT_EQ(Grouping::GetMenuList(L"it's", names), 1);
-    EXPECT_EQ(utf8(names), Texts{"IPE100"});
 }
 
 TEST_F(GroupingTest, ActiveProfiles)

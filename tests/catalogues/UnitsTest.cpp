@@ -165,23 +165,6 @@ TEST_F(UnitsTest, TypesServeTheirKindAndPrecisionsTheirType)
     EXPECT_EQ(keyOf(L"1/16", 1), std::pair(0, 7));
 }
 
-TEST_F(UnitsTest, ARequestedSourceGivesItsOwnUnits)
-{
-    sql(addin, {"CREATE TABLE UnitsOfDistance ([Key] INTEGER PRIMARY KEY, RunName TEXT, Symbol TEXT, Factor REAL, "
-                "Precision INTEGER, UnitSystem INTEGER, SortOrder INTEGER, OwnerText TEXT)",
-                "INSERT INTO UnitsOfDistance VALUES (1, 'Cubit', 'cu', 0.4572, 1, 0, 1, '')"});
-    StructUnitsOfDistance unit;
-    unit.key = 1;
-    EXPECT_EQ(Mapping::getUnitOfDistanceByKey(unit), 1);
-    EXPECT_EQ(unit.symbol, L"mm");
-    const KorDSNRequest request(addin, KorDSNDefinitions::kFirstAddin);
-    EXPECT_EQ(Mapping::getUnitOfDistanceByKey(unit), 1);
-    EXPECT_EQ(unit.symbol, L"cu");
-    StructUnitsOfArea area;
-    area.key = 1;
-    EXPECT_EQ(Mapping::getUnitOfAreaByKey(area), 0); // that source has no such table
-}
-
 /// Every distribution of a name over the three sources, with the default missing, 0 and 1.
 TEST_F(UnitsTest, ExternalNamesComeFromTheFirstSourceThatHasThem)
 {

@@ -1,5 +1,6 @@
 #include "../src/edit/DetailTables.h"
 #include "project/KorODBCUserProfile.h"
+#include "records/AnyRecord.h"
 #include "support/DetailFixture.h"
 
 #include <set>
@@ -67,6 +68,52 @@ TEST_F(RecordStoreTest, StatementsPerRecord)
         EXPECT_EQ(executed(statements, "COMMIT"), 2);
         for (const Event& event : statements.events())
             EXPECT_FALSE(event.prepared) << event.sql.toUtf8();
+    }
+}
+
+/// A record of every type, its items included, with another value in each column.
+TEST_F(RecordStoreTest, EveryRecordComesBackAsItWasStored)
+{
+    current(addin, firstAddin);
+    for (int t = 0; t < Man::kTableTypes; ++t) {
+        void* const record = detailTable(t).currentRecord;
+        if (record == nullptr)
+            continue;
+        const RecordDescription& description = detailTable(t).description();
+        SCOPED_TRACE(description.table);
+        if (const MemberList* items = description.itemList())
+            items->resize(record, 2);
+        int value = 0;
+        korodbc::forEachColumn(description, record, [&](const ColumnDescription& column, const void* of, long) {
+            void* const into = const_cast<void*>(of);
+            if (column.role == ColumnRole::Value) {
+                ++value;
+                if (column.kind == FieldKind::Integer)
+                    column.integer(into) = value;
+                else if (column.kind == FieldKind::Real)
+                    column.real(into) = value + 0.5;
+                else
+                    column.text(into) = text(awkward + std::to_string(value));
+            }
+            return true;
+        });
+        const int key = Man::appendNewRecord(type(t), 0, depth(0));
+        ASSERT_GT(key, 0);
+        const AnyRecord again(description);
+        const KorDSNRequest request(addin, firstAddin);
+        ASSERT_EQ(description.hasTextKey()
+                      ? RecordAccess::readByKey(description, Man::getRecordStringKey(type(t)), again.get())
+                      : RecordAccess::readByKey(description, key, again.get()),
+                  1);
+        EXPECT_EQ(shown(description, again.get()), shown(description, record));
+        if (!description.numbered.exists())
+            continue;
+        // the columns that an edit counts are those of the table
+        const Texts all = columns(addin, std::string(description.table));
+        const std::string first =
+            KorString::format(text(std::string(description.numbered.columns[0].name)).c_str(), 1).toUtf8();
+        EXPECT_EQ(Man::m_numberOfColumns[t][0], std::find(all.begin(), all.end(), first) - all.begin());
+        EXPECT_EQ(Man::m_numberOfColumns[t][1], static_cast<int>(description.numbered.columns.size()));
     }
 }
 

@@ -49,6 +49,9 @@ TEST(KorOdbcKeyArrayTest, CopiesAreIndependent)
     copy.append(4);
     EXPECT_EQ(keysOf(source), (std::vector<long>{1, 2, 3}));
     EXPECT_EQ(keysOf(copy), (std::vector<long>{9, 2, 3, 4}));
+    copy.deleteAt(1);
+    copy.setLogicalLength(2);
+    EXPECT_EQ(keysOf(copy), (std::vector<long>{9, 3}));
 
     KorOdbcKeyArray& self = source;
     source = self;

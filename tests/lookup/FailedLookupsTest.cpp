@@ -3,6 +3,7 @@
 #include "catalogues/Anchors.h"
 #include "catalogues/Bolts.h"
 #include "catalogues/ObjectTypes.h"
+#include "foundation/KorOdbcGlobals.h"
 #include "Lookups.h"
 #include "repository/KorDatabaseProfileAccess.h"
 
@@ -126,7 +127,7 @@ TEST_P(FailedLookUpsTest, LeaveTheirOutputs)
           KorDatabaseProfileAccess::getProfilesSectionNameListByKeysAllSources,
           KorDatabaseProfileAccess::getInternalNameByRunNamesAllSources,
           KorDatabaseProfileAccess::getCompoundMasterStruct, KorDatabaseProfileAccess::decomposeInternalName,
-          KorDatabaseProfileAccess::loadSectionData);
+          KorDatabaseProfileAccess::loadSectionData, KorOdbcGlobals::getDeveloperIDRange);
     check(hasTables, static_cast<int (*)(double, KorString&, StructScale::ScaleUnitType, bool)>(
                          kor_odbc_getScaleDescription));
     check(hasTables, static_cast<int (*)(KorString, KorString&)>(kor_odbc_getScaleDescription));

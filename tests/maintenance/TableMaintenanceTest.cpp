@@ -132,22 +132,6 @@ TEST_F(TableMaintenanceTest, RestoringFromACopyWithOtherColumns)
     }
 }
 
-TEST_F(TableMaintenanceTest, FailedInsertKeepsTheCopy)
-{
-    // as many columns, but a row that the table refuses
-    sql(details, {"CREATE TABLE Plates_Copy (Key TEXT, Name TEXT, Width INTEGER)",
-                  "INSERT INTO Plates_Copy VALUES ('no number', 'x', 1)"});
-    EXPECT_EQ(KorOdbcGUI::restoreTable(L"Plates", L"Plates_Copy", details), 0);
-    EXPECT_EQ(rows(details, "Plates_Copy"), Texts{"no number|x|1"});
-    EXPECT_EQ(rows(details, "Plates"), plates);
-    sql(details, {"UPDATE Plates_Copy SET Key = 5"});
-    EXPECT_EQ(KorOdbcGUI::restoreTable(L"Plates", L"Plates_Copy", details), 1);
-    EXPECT_EQ(rows(details, "Plates"), Texts{"5|x|1"});
-    // nothing to restore from, nothing to restore into
-    EXPECT_EQ(KorOdbcGUI::restoreTable(L"Missing", L"Missing_Copy", details), 0);
-    EXPECT_EQ(KorOdbcGUI::restoreTable(L"Missing", L"Missing_Copy"), 0);
-}
-
 TEST_F(TableMaintenanceTest, SurplusColumnsGoFromTheEnd)
 {
     struct Case {
@@ -177,28 +161,6 @@ TEST_F(TableMaintenanceTest, SurplusColumnsGoFromTheEnd)
         }
     EXPECT_EQ(KorOdbcGUI::restoreTableStructure(L"Missing", L"Plates"), 0);
     EXPECT_EQ(KorOdbcGUI::restoreTableStructure(L"Plates", L"Plates", KorDSNDefinitions::kUnresolved), 0);
-}
-
-TEST_F(TableMaintenanceTest, NamesAreNamesAndNothingElse)
-{
-    for (const std::string name : {"it's 100% %s", "Träger 板", "🔩", "a [b", "x; --"}) {
-        SCOPED_TRACE(name);
-        const KorString table = KorString::fromUtf8(name), copy = table + L"_VELCopy";
-        sql(details, {"CREATE TABLE [" + name + "] (Key INTEGER PRIMARY KEY, Name TEXT)",
-                      "INSERT INTO [" + name + "] VALUES (1, 'a')"});
-        EXPECT_EQ(KorOdbcGUI::backupTable(table, copy), 1);
-        EXPECT_EQ(KorOdbcGUI::updateTableInformation(table, L"[Name]='b'", L"[Key]=1"), 1);
-        EXPECT_EQ(rows(details, name), Texts{"1|b"});
-        EXPECT_EQ(KorOdbcGUI::restoreTable(table, copy, details), 1);
-        EXPECT_EQ(rows(details, name), Texts{"1|a"});
-        EXPECT_EQ(KorOdbcGUI::dropTable(table), 1);
-    }
-    // a closing bracket ends the name: the statement fails and harms no other table
-    for (const wchar_t* name : {L"Plates] ; DROP TABLE [Plates", L"a]b"}) {
-        EXPECT_EQ(KorOdbcGUI::dropTable(name, details), 0);
-        EXPECT_EQ(KorOdbcGUI::deleteTableInformation(name, details), 0);
-    }
-    EXPECT_EQ(rows(details, "Plates"), plates);
 }
 
 } // namespace

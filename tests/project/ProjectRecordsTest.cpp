@@ -159,6 +159,9 @@ TEST_F(ProjectRecordsTest, DocumentsComeWithTheirRecords)
 {
     const Place place{drawing, base};
     const int xml = putXml(place, L"<a>it's</a>");
+    EXPECT_EQ(rows(drawing, "XMLData"), Texts{"1|1|<a>it's</a>"});
+    Xml unknown = keyed<Xml>(77);
+    EXPECT_EQ(KorODBCProject::putXMLData(unknown), 0);
     put(place, madeFrom(1, xml));  // 1
     put(place, madeFrom(1, -1));   // 2
     put(place, madeFrom(1, 9999)); // 3

@@ -120,11 +120,10 @@ TEST_F(CommandLine, ABadRepositoryIsRefusedInOneLineAndStaysAsItIs)
         expectRefused(entry.arguments, entry.code, entry.error);
     }
     SetUp();
-    write(m_folder / "work/toolbars.db",
-          "not a database, and longer than a header of one hundred bytes would have to be .......");
-    EXPECT_EQ(run("styles").code, 0) << "a database that the command does not need";
-    EXPECT_TRUE(matches(run("sources").out, "Toolbars .*cannot be used"));
-    EXPECT_EQ(run("sources").code, 3);
+    write(m_folder / "work/toolbars.db", std::string(5000, 'x'));
+    const Outcome sources = run("sources");
+    EXPECT_TRUE(matches(sources.out, "Toolbars .*cannot be used"));
+    EXPECT_EQ(sources.code, 3);
 }
 
 TEST_F(CommandLine, PrintsWhatIsAskedFor)
@@ -158,12 +157,6 @@ TEST_F(CommandLine, AnEditIsKeptUndoneOrRecovered)
                       command = "edit DetailStyle 1 TitleFormat \"" + text + "\" ";
     const std::string before = title();
     EXPECT_EQ(before.find(text), std::string::npos);
-    const auto rules = [&] { return output("get NecessaryViewsConfiguration 1"); };
-    const std::string rulesBefore = rules();
-    for (const char* closing : {"--cancel", "--ok"}) {
-        output(std::string("edit NecessaryViewsConfiguration 1 Rule 77 ") + closing);
-        EXPECT_EQ(rules() == rulesBefore, closing == std::string("--cancel")) << closing;
-    }
     const auto items = [&] { return output("get DetObjReprMapsNew 1 --items --csv"); };
     const std::string itemsBefore = items();
     for (const char* closing : {"--cancel", "--leave-open", "--update"}) {

@@ -126,12 +126,6 @@ TEST_F(LookupCommands, KeysAndNamesOfTheFileAreKept)
     csv("semicolons.csv", "name;size\nA;\"1,5;x\"\n");
     output("import-csv Semi semicolons.csv --separator ';'");
     EXPECT_EQ(output("show Semi --csv"), "Key,name,size\n1,A,\"1,5;x\"\n");
-    csv("tabs.csv", "name\tsize\nA\t2\n");
-    output("import-csv Tabs tabs.csv --separator tab");
-    EXPECT_EQ(output("show Tabs --csv"), "Key,name,size\n1,A,2\n");
-    csv("one.csv", "name; size\nA\n");
-    output("import-csv One one.csv --separator ,");
-    EXPECT_EQ(output("show One --csv"), "Key,name; size\n1,A\n");
     output("import-csv Reals reals.csv");
     EXPECT_EQ(output("show Reals --csv"), "key,name\n1.50,A\n1.5,B\n");
     expectRefused("import-csv Ints ints.csv --source Addin", 1, "exists already in data source Addin.*--replace");

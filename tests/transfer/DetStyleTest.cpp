@@ -95,9 +95,7 @@ TEST_F(DetStyleTest, SelectModes)
         Texts selections;
     } cases[] = {
         {1, {"ALL"}},
-        {2,
-         {"ALL_SINGLEPARTS", "ALL SINGLEPARTS", "ALL'SINGLEPARTS and more", "SINGLEPARTS",
-          "SINGLEPARTS_MAINPARTS"}},
+        {2, {"ALL_SINGLEPARTS", "ALL'SINGLEPARTS and more", "SINGLEPARTS"}},
         {3, {"ALL_MAINPARTS", "ALL_MAINPARTSWITH", "MAINPARTS"}},
         {4, {"ALL_MAINPARTSWITHCONNPARTS", "ALL_MAINPARTSWITHCONNPARTS_X", "MAINPARTSWITHCONNPARTS"}},
         {5, {"SELECTIONSET_SINGLEPARTS"}},
