@@ -67,6 +67,10 @@ TEST_F(ExplodeTest, UsersRowsAreMergedIntoTheDefaults)
     EXPECT_EQ(merged(1), (Texts{"d 2", "C 2", "a 2"}));
     sql(addIn, {"DROP TABLE ExplodeObjectsTo"});
     EXPECT_EQ(merged(), (Texts{"a 1", "b 1", "c 1"}));
+    const StructExplodeObjects early = object(L"z", L"", -2147483647), late = object(L"a", L"", 2);
+    EXPECT_EQ(Objects::compareExplodeObjects(&early, &late), -1);
+    EXPECT_EQ(Objects::compareExplodeObjects(&late, &early), 1);
+    EXPECT_EQ(Objects::compareExplodeObjects(&late, &late), 0);
 }
 
 TEST_F(ExplodeTest, ARowIsWrittenOnceAndWhole)

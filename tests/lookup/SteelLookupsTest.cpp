@@ -51,6 +51,19 @@ TEST_F(SteelLookupsTest, Lists)
     check("WeldDesign", kor_odbc_getSeamExecutingDescriptionList, false, false);
 }
 
+TEST_F(SteelLookupsTest, ComponentsOfAllSources)
+{
+    insert("SetNutsBolts", "[Key]", "(7), (3)");
+    insertIntoAddin("SetNutsBolts", "[Key] INTEGER", "(5)");
+    KorArray<StructSetNutsBolts> components;
+    components.append({}); // replaced
+    EXPECT_EQ(kor_odbc_getBoltComponents(components), 1);
+    std::vector<int> keys;
+    for (const StructSetNutsBolts& component : components)
+        keys.push_back(component.key);
+    EXPECT_EQ(keys, (std::vector{5, 3, 7}));
+}
+
 TEST_F(SteelLookupsTest, KeysAndRunNames)
 {
     using TextOperation = int (*)(const KorString&, KorString&);

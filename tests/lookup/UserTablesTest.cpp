@@ -114,20 +114,13 @@ TEST(UserTablesResetTest, ShowsWhatAnotherProcessChanged)
 
 TEST_F(UserTablesTest, KeysByConditions)
 {
-    // `keys` are "i7" or "ttext", `where` is how the conditions reach the database
-    const auto check = [](const wchar_t* table, const Conditions& of, int result, const Texts& expected,
-                          const std::string& where) {
-        SCOPED_TRACE(where);
+    // keys are "i7" or "ttext"
+    const auto check = [](const wchar_t* table, const Conditions& of, int result, const Texts& expected) {
         const KorArray<KorColumn> list = conditions(of);
+        SCOPED_TRACE(shown(KorString(table), names(list)));
         KorArray<KorColumn> keys;
         keys.append(KorColumn(L"kept", KorItemType::kInt));
-        StatementRecorder statements(true);
         EXPECT_EQ(korOdbcGetUserKeys(list, table, keys), result);
-        const Texts ran = statements.take();
-        if (!where.empty()) {
-            ASSERT_FALSE(ran.empty());
-            EXPECT_NE(ran.back().find(" WHERE " + where + " "), std::string::npos) << ran.back();
-        }
         Texts found;
         for (int i = 1; i < keys.length(); ++i)
             found.push_back((keys[i].getType() == KorItemType::kInt ? "i" : "t") + keys[i].getsValue().toUtf8());
@@ -142,16 +135,15 @@ TEST_F(UserTablesTest, KeysByConditions)
         EXPECT_EQ(kor_odbc_getUserFirstKey(details, list, table, elsewhere), 0);
         EXPECT_EQ(elsewhere.getsValue(), KorString(L"kept"));
     };
-    check(L"ByNumber", {}, 1, {"i3", "i7", "i9"}, "( 1 = 1)");
-    check(L"Alias", {{"Name", L"x"}}, 1, {"i7", "i9"}, "([Name] = ?) AND ( 1 = 1)");
-    check(L"ByNumber", {{"Name", L"x"}, {"Section", L"IPE"}}, 1, {"i9"},
-          "([Name] = ?) AND ([Section] = ?) AND ( 1 = 1)");
-    check(L"ByNumber", {{"Name", L"none"}}, 1, {}, "([Name] = ?) AND ( 1 = 1)");
-    check(L"ByText", {{"Name", L"it's [1] 板🔩 100%"}}, 1, {"tb'1"}, "([Name] = ?) AND ( 1 = 1)");
-    check(L"ByText", {{"Name", L"') OR (1=1) --"}}, 1, {}, "([Name] = ?) AND ( 1 = 1)");
-    check(L"ByText", {{"Name] = 1 OR [Name", L"x"}}, 0, {}, "");
-    check(L"ByText", {{"Missing", L"x"}}, 0, {}, "");
-    check(L"Missing", {}, 0, {}, "");
+    check(L"ByNumber", {}, 1, {"i3", "i7", "i9"});
+    check(L"Alias", {{"Name", L"x"}}, 1, {"i7", "i9"});
+    check(L"ByNumber", {{"Name", L"x"}, {"Section", L"IPE"}}, 1, {"i9"});
+    check(L"ByNumber", {{"Name", L"none"}}, 1, {});
+    check(L"ByText", {{"Name", L"it's [1] 板🔩 100%"}}, 1, {"tb'1"});
+    check(L"ByText", {{"Name", L"') OR (1=1) --"}}, 1, {});
+    check(L"ByText", {{"Name] = 1 OR [Name", L"x"}}, 0, {});
+    check(L"ByText", {{"Missing", L"x"}}, 0, {});
+    check(L"Missing", {}, 0, {});
     // whole numbers of any size stay what they are
     sql(configuration, {"CREATE TABLE Large ([Key] INTEGER PRIMARY KEY, Name TEXT, Size REAL, Section TEXT)",
                         "INSERT INTO Large VALUES (4294967303, '100000', 5, 'HEA'), (7, 'x', 1e15, 'IPE')"});

@@ -99,4 +99,13 @@ TEST_F(KorODBCUserProfileTest, OwnerIsWithheldDuringTransfers)
     EXPECT_EQ(owner(), "-");
 }
 
+TEST_F(KorODBCUserProfileTest, Limits)
+{
+    EXPECT_EQ(KorODBCUserProfile::getMaxPointsUserSection(), 0);
+    sql(configuration,
+        {"INSERT INTO Default_INT VALUES ('ODBC_ProfileMaxPoints',200),('ODBC_ProfileMaxContours',5)"});
+    EXPECT_EQ(KorODBCUserProfile::getMaxPointsUserSection(), 200);
+    EXPECT_EQ(KorODBCUserProfile::getMaxContoursUserSection(), 5);
+}
+
 } // namespace

@@ -87,7 +87,7 @@ TEST_F(CompactCommand, ARunThatWouldLeaveReferencesToDeletedRowsIsRefused)
     EXPECT_TRUE(matches(output("compact processes --dry-run --json"),
                         "\"DetObjQualifierSet\", [^\\n]*\"Left\": [1-9][0-9]*, \"Left references\": \"Det"));
     EXPECT_EQ(files(), before);
-    output("compact processes --keep");
+    EXPECT_EQ(numbers(output("compact processes --keep"), "Total")[3], 0);
     expectClosed();
     EXPECT_TRUE(matches(output("compact processes --force"), "\\n[0-9]+ references were left to deleted rows"));
     const Outcome check = run("check");
@@ -173,16 +173,12 @@ TEST_F(CompactCommand, ABadDatabaseIsRefusedInOneLineAndStaysAsItIs)
         std::string arguments, error;
     } cases[] = {
         {[&] { damage(details()); }, "compact", "malformed"},
-        {[&] { damageTable(details(), "DetailProcessStep"); }, "compact styles", "details.db is damaged"},
         {[&] { damageTable(details(), "DetailStyle"); }, "compact --dry-run", "details.db is damaged"},
         {[&] { sql(details(), "DROP TABLE DetViewDimStrategyNew"); }, "compact",
          "tables of Details cannot be read: table DetViewDimStrategyNew is missing; see: korodbc status"},
-        {[&] { sql(details(), "DROP TABLE DetObjQualifierSetItem"); }, "compact processes --keep",
-         "table DetObjQualifierSetItem is missing"},
         {[&] { sql(details(), "DROP TABLE DetViewDimStrategyNew"); }, "compact qualifier-sets --dry-run",
          "tables of Details cannot be read: table DetViewDimStrategyNew is missing; see: korodbc status"},
         {[&] { makeReadOnly(details()); }, "compact", "Details was not compacted: .*readonly.*writable"},
-        {[&] { makeReadOnly(details()); }, "compact qualifier-sets", "Details was not compacted: .*readonly"},
     };
     for (const auto& entry : cases) {
         fs::copy_file(good, details(), fs::copy_options::overwrite_existing);

@@ -127,6 +127,16 @@ TEST_P(DetailReferencesFromTest, OneRecord)
     expect(2);
 }
 
+TEST_P(DetailReferencesFromTest, ItemsWithoutTheirRecordDoNotCount)
+{
+    for (const int key : {1, 2, 3})
+        store(key, {component});
+    for (const int key : {1, 2}) {
+        sql(details, {"DELETE FROM [" + std::string(type().table) + "] WHERE Key = " + std::to_string(key)});
+        expect(3 - key);
+    }
+}
+
 TEST_F(DetailSharingTest, ItemsOfAnotherSourceDoNotCount)
 {
     StructDetObjReprMap map;
