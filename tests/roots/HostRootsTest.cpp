@@ -1,9 +1,7 @@
 #include "roots/KorLogfile.h"
-#include "roots/KorProgressCtrl.h"
 #include "roots/KorPromptsProxy.h"
 #include "roots/KorRegExWrapper.h"
 #include "roots/KRSettings.h"
-#include "roots/ProgressSink.h"
 #include "roots/PromptSource.h"
 #include "roots/SettingsStore.h"
 
@@ -54,25 +52,6 @@ TEST(KorPromptsProxyTest, MessagesTakeTheirArguments)
         EXPECT_EQ(KorString::format(text, 4711).find(L"4711") >= 0, takesKey || number == 45064) << number;
         EXPECT_EQ(text.find(L"%d") >= 0, takesKey) << number;
     }
-}
-
-TEST(KorProgressCtrlTest, ReachesTheInstalledSink)
-{
-    struct Sink : korodbc::host::ProgressSink {
-        void title(const KorString& title) override { calls << title.toUtf8() << ';'; }
-        void percentage(int percentage, int flag) override { calls << percentage << ',' << flag << ';'; }
-        void reset() override { calls << "reset"; }
-        std::ostringstream calls;
-    };
-    const auto sink = std::make_shared<Sink>();
-    KorProgressCtrl::setTitle(L"unseen");
-    korodbc::host::setProgressSink(sink);
-    KorProgressCtrl::setTitle(L"Writing");
-    KorProgressCtrl::setPercentage(50, 1);
-    KorProgressCtrl::reset();
-    korodbc::host::setProgressSink(nullptr);
-    KorProgressCtrl::reset();
-    EXPECT_EQ(sink->calls.str(), "Writing;50,1;reset");
 }
 
 TEST(KRSettingsTest, KeepsTextsAndNumbers)
