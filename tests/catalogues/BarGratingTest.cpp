@@ -84,16 +84,6 @@ TEST_F(BarGratingTest, NamesAndKeysOfComponentsMeanOneAnother)
     field(&StructCrossBarSpacing::standardName, &KorODBCCrossBarSpacing::getInternalName, 0, 0);
     field(&StructBearingBarSpacing::runName, &KorODBCBearingBarSpacing::getRunName, 0, -1);
     field(&StructCrossBarSpacing::runName, &KorODBCCrossBarSpacing::getRunName, 0, -1);
-    KorString name;
-    for (const auto& [read, unknown, key] : {std::tuple(&KorODBCBarGratingSeries::getRunName, -1, L"GS"),
-                                             {&KorODBCBearingBarThickness::getRunName, 0, L"25x5"},
-                                             {&KorODBCBearingBarWidth::getRunName, 0, L"800-30"}}) {
-        EXPECT_EQ(read(key, name), 1);
-        const KorString found = name;
-        EXPECT_NE(found, key);
-        EXPECT_EQ(read(L"it's", name), unknown);
-        EXPECT_EQ(name, found);
-    }
 }
 
 /// Generated tables, awkward names included, against a walk over the rows.

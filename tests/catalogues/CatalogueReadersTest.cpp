@@ -27,34 +27,9 @@ class CatalogueReadersTest : public ReaderTest {};
 
 TEST_F(CatalogueReadersTest, RecordsByKey)
 {
-    byKey(&KorOdbcSetOfBolts::getByKey, &KorAnchorsDefinition::getByKey, &KorAnchorsNameUtils::getByKey,
-          &KorODBCAreaObjectType::getAreaObjectType, &KorODBCBeamPositionCalculation::getBeamPositionCalculation,
-          &KorODBCBolts::getHoleLocationAt, &KorODBCBolts::getScrewHoleTypeAt, &KorODBCBolts::getSetNutsBolts,
-          &KorODBCChangePrototypeScaleTo::getRecordForKey, &KorODBCClippingGap::getClippingGapByKey,
-          &KorODBCClippingType::getClippingType, &KorODBCConnectors::getDiameter,
-          &KorODBCConnectors::getMaterialByKey, &KorODBCConnectorRelations::getConnectorRelations,
-          &KorODBCDateTimeFormat::getDateTimeFormat, &KorODBCDepthStatus::getDepthStatus,
-          &KorODBCDetailProcessCategory::getDetailProcessCategory,
-          &KorODBCDetailProcessMain2CutScale::getDetailProcessMain2CutScale,
-          &KorODBCDetailProcessScaleOverride::getDetailProcessScaleOverrideByKey,
-          &KorODBCDetGeometricRestrictions::getDetGeometricRestrictions,
-          &KorODBCDetManualAnnotationType::getDetManualAnnotationType,
-          &KorODBCDetRunningDimensionTextAlignment::getDetRunningDimensionTextAlignment,
-          &KorODBCDisplayControl::getDisplayControl, &FootingIsolatedFormula::getFormulaDefault,
-          &FootingIsolatedFormula::getFormulaMask, &KorODBCGalvanizingConfidence::getGalvanizingConfidence,
-          &KorODBCGalvanizingConstructionClass::getGalvanizingConstructionClass,
-          &KorODBCGalvanizingDetailClass::getGalvanizingDetailClass,
-          &KorODBCGenericStringToken::getGenericStringToken,
-          &KorODBCGenericStringTokenGroup::getGenericStringTokenGroup, &KorODBCJointGroups::getJointGroup,
-          &KorODBCMaterialGroups::getMaterialGroups, &KorODBCNCDBProcess::getNCDBProcess,
-          &KorODBCNCDBProcessStep::getNCDBProcessStep, &KorODBCNCDBStyle::getNCDBStyle,
-          &KorODBCNSAModule::getNSAModule, &KorODBCNSAModuleDefinition::getNSAModuleDefinition,
-          &KorODBCNSAModuleDllSigned::getNSAModuleDllSigned, &KorODBCObjectStructure::getObjectStructure,
-          &KorODBCObjectSubType::getObjectSubType, &KorODBCOpeningObjectType::getOpeningObjectType,
-          &KorODBCPostNumberSolution::getPostNumberSolutionByKey, &ProfileDynamicSubtype::getProfileDynamicSubtype,
-          &KorODBCProfileShapeRunName::getProfileShapeRunName, &KorOdbcScrewType::getScrewType,
-          &KorODBCTemplateReportObjects::getTemplateReportObjects, &KorODBCTextSizes::getTextSizes,
-          &KorODBCWizardControl::getWizardControl, &KorODBCWizardSteps::getWizardStep);
+    byKey(&KorAnchorsNameUtils::getByKey, &KorODBCBolts::getSetNutsBolts,
+          &KorODBCDetManualAnnotationType::getDetManualAnnotationType, &KorODBCNCDBStyle::getNCDBStyle,
+          &KorODBCDetailProcessMain2CutScale::getDetailProcessMain2CutScale);
     byKey<StructProfileDynamic>(&ProfileDynamic::getProfileDynamic);
     byKey<StructProfileDynamicClassDesc>(&ProfileDynamic::getProfileDynamic);
     byKey<StructCountry>(&KorOdbcGrouping::getCountry);
@@ -65,33 +40,14 @@ TEST_F(CatalogueReadersTest, RecordsByKey)
 
 TEST_F(CatalogueReadersTest, RecordsByRunName)
 {
-    byRunName(&KorODBCBeamPositionCalculation::getBeamPositionCalculationByRunname,
-              &KorODBCBolts::getStandardExtension, &KorODBCCameras::getTypeByRunname,
-              &KorODBCConnectors::getMaterialByDescription,
-              &KorODBCDetailProcessScaleOverride::getDetailProcessScaleOverrideByName,
-              &KorODBCDetRunningDimensionTextAlignment::getDetRunningDimensionTextAlignmentByRunname,
-              &KorODBCPostNumberSolution::getPostNumberSolutionByRunname);
+    byRunName(&KorODBCCameras::getTypeByRunname, &KorODBCConnectors::getMaterialByDescription);
     byRunName<StructCountry>(&KorOdbcGrouping::getCountry);
 }
 
 TEST_F(CatalogueReadersTest, WholeTables)
 {
-    tables(&KorOdbcSetOfBolts::getBoltSets, &KorODBCAreaObjectType::getAreaObjectTypeTable,
-           &KorODBCBOMDwgTokens::getBOMTokens, &KorODBCChangePrototypeScaleTo::getAllRecords,
-           &KorColdRolledOwner::getColdRolledOwnerTable, &KorCompoundMaster::getCompoundMasterTable,
-           &KorODBCConnectors::getDiameters, &KorODBCConnectors::getDistances,
-           &KorODBCDateTimeFormat::getDateTimeFormatTable, &KorOdbcGrouping::getCountryTable,
-           &KorODBCDetailProcessCategory::getDetailProcessCategoryTable,
-           &KorODBCDetGeometricRestrictions::getDetGeometricRestrictionTable,
-           &KorODBCDetManualAnnotationType::getDetManualAnnotationTypeTable,
-           &KorODBCGenericStringToken::getGenericStringTokenTable,
-           &KorODBCGenericStringTokenGroup::getGenericStringTokenTable, &KorODBCHatchesMap::getHatches,
-           &KorODBCMaterialGroups::getMaterialGroupsTable, &KorODBCNSAModule::getNSAModuleTable,
-           &KorODBCNSAModuleDefinition::getNSAModuleDefinitionTable,
-           &KorODBCNSAModuleDllSigned::getNSAModuleDllSignedTable,
-           &KorODBCObjectStructure::getObjectStructureTable, &KorODBCOpeningObjectType::getOpeningObjectTypeTable,
-           &KorODBCProfileShapeRunName::getProfileShapeRunNameTable, &KorODBCWizardControl::getWizardControlTable,
-           &KorODBCWizardSteps::getWizardStepsTable);
+    tables(&KorOdbcSetOfBolts::getBoltSets, &KorODBCConnectors::getDistances,
+           &KorODBCNSAModule::getNSAModuleTable);
 }
 
 TEST_F(CatalogueReadersTest, RunNameLists)
@@ -326,17 +282,6 @@ TEST_F(CatalogueReadersTest, ExternalObjectsComeWithTheirPropertiesOrNotAtAll)
     EXPECT_NE(KorODBCDetExternalObject::getExternalObjectsData(objects, properties), 1);
     EXPECT_EQ(objects.length(), 1);
     EXPECT_EQ(properties.length(), 5);
-}
-
-TEST_F(CatalogueReadersTest, AResetShowsWhatOthersChanged)
-{
-    KorArray<StructTextSizes> sizes;
-    ASSERT_EQ(RecordMarshal<StructTextSizes>::getTable(sizes), 1);
-    const int before = sizes.length();
-    folder().executeOutside("configuration.db", "DELETE FROM TextSizes WHERE Key = 1");
-    KorODBCTextSizes::resetTable();
-    ASSERT_EQ(RecordMarshal<StructTextSizes>::getTable(sizes), 1);
-    EXPECT_EQ(sizes.length(), before - 1);
 }
 
 } // namespace

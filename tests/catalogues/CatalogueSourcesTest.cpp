@@ -114,20 +114,14 @@ TEST_F(CatalogueSourcesTest, RulesOfTheAddInReplaceThoseOfTheConfiguration)
         SCOPED_TRACE(KorString(one.role).toUtf8());
         EXPECT_EQ(one.rules.IsActionValidForModelRole(one.role, one.action, one.byDefault), one.valid);
     }
-
     KorArray<Rule> rules;
-    rules.setLogicalLength(20);
-    const auto expectRules = [&](int result, long length) {
-        EXPECT_EQ(KorModelRolesRules::getAllRecords(rules), result);
+    for (const auto& [change, length] : {std::pair("DELETE FROM ModelRolesRules WHERE [Key] = 0", 1),
+                                         {"DELETE FROM ModelRolesRules", 4},
+                                         {"DROP TABLE ModelRolesRules", 4}}) {
+        sql(addin, {change});
+        EXPECT_EQ(KorModelRolesRules::getAllRecords(rules), 1);
         EXPECT_EQ(rules.length(), length);
-    };
-    expectRules(1, 1);
-    sql(addin, {"DELETE FROM ModelRolesRules"});
-    expectRules(1, 4);
-    sql(addin, {"DROP TABLE ModelRolesRules"});
-    expectRules(1, 4);
-    sql(configuration, {"DROP TABLE ModelRolesRules"});
-    expectRules(0, 0);
+    }
 }
 
 class CompoundMasterTest : public CatalogueSourcesTest {
@@ -205,23 +199,6 @@ TEST_F(CompoundMasterTest, SeesWhatAnotherProcessChangedInTheSections)
     folder().executeOutside("usersections.db", "INSERT INTO TwoColumns VALUES (2, 'second')");
     EXPECT_EQ(KorCompoundMaster::getCompoundSectionRunNames(L"Two", names), 1);
     EXPECT_EQ(utf8(names), Texts({"alone", "second"}));
-}
-
-TEST_F(CompoundMasterTest, FailsWithoutItsTable)
-{
-    StructCompoundMaster master;
-    EXPECT_EQ(KorCompoundMaster::getCompoundMasterStruct(L"Two", master), 1);
-    EXPECT_EQ(master.key, 4);
-    EXPECT_EQ(KorCompoundMaster::getCompoundMasterStruct(L"Three", master), 0);
-    EXPECT_EQ(master.key, 4);
-    const MissingTable missing(descriptionOf<StructCompoundMaster>());
-    KorArray<KorString> names = korTexts({"old"});
-    KorString className = L"old", sectionName = L"old";
-    EXPECT_NE(KorCompoundMaster::getCompoundSectionRunNames(L"Two", names), 1);
-    EXPECT_NE(KorCompoundMaster::getCompoundClassAndSectionName(L"Two", L"alone", className, sectionName), 1);
-    EXPECT_NE(KorCompoundMaster::getCompoundSectionRunName(L"TWO", L"alone", sectionName), 1);
-    EXPECT_EQ(utf8(names), Texts({"old"}));
-    EXPECT_EQ(className + sectionName, L"oldold");
 }
 
 } // namespace

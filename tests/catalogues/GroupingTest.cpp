@@ -152,18 +152,6 @@ TEST_F(GroupingTest, ShippedSizesNameRowsOfEveryList)
                         "<> 'RHS'")
                       .front());
     EXPECT_EQ(Texts{std::to_string(items)}, plain("SELECT count(*) FROM addin.PreferredSizesItems"));
-    for (const int profile : {1, 2, 3}) {
-        activate({profile});
-        for (const Case& one : cases()) {
-            const std::string name(one.name);
-            int result = 0;
-            const Texts names = filled(one, result);
-            // studs and section classes of another region
-            const bool empty = profile == 3 && (name == "of a standard" || name == "stud diameters" ||
-                                                name == "classes of a subtype");
-            EXPECT_EQ(names.empty(), empty) << name << " " << profile;
-        }
-    }
 }
 
 TEST_F(GroupingTest, AddInNamesGoWhereTheSearchEnds)
@@ -209,13 +197,6 @@ TEST_F(GroupingTest, ConditionsAreRaisedAndTheListGoesOn)
         {[&] { return Grouping::getStrengthClassList(kBolt, L"no key", n); }, nullptr},
         {[&] { return Grouping::getDiameterList(kBolt, L"1", L"3", L"", n); },
          "!normKey.isEmpty() && !strengthClassKey.isEmpty() && !setKey.isEmpty() && kBolt == e", true},
-        {[&] { return Grouping::getAnchorsSetList(n, kAnchor, L"", L"3"); },
-         "!normKey.isEmpty() && !strengthClassKey.isEmpty() && kAnchor == e", true},
-        {[&] { return Grouping::getConnectorMaterialList(kStudShears, L"", n); },
-         "kStudShears == e && !standardKey.isEmpty()", true},
-        {[&] { return Grouping::getConnectorDiameterList(kPlate, L"1", L"1", n); },
-         "kStudShears == e && !standardKey.isEmpty() && !materialKey.isEmpty()"},
-        {[&] { return Grouping::getBasicWeldingList(kBeam, n); }, "kWeld == e"},
         {[&] { return Grouping::getPlateThicknessList(kBeam, n); }, "kPlate == e"},
     };
     for (const auto& [fill, condition, filled] : calls) {
@@ -257,13 +238,6 @@ TEST_F(GroupingTest, ClassesThatArePlainTextAndNoClassAtAll)
     EXPECT_EQ(utf8(names), Texts{});
     EXPECT_EQ(Grouping::GetMenuSubList(L"", names), 1);
     EXPECT_EQ(names.length(), 7);
-    sql(KorDSNDefinitions::kProfiles,
-        {"INSERT INTO ProfileMasterTable (Key, RunName, TableName) VALUES ('it''s', 'quoted', 'Profiles_IPE')"});
-    sql(addin,
-        {"INSERT INTO PreferredSizesItems (ProfileID, TypeID, CategoryID, TableID, KeyValue, MasterTableID, "
-         "MasterKeyValue) VALUES (1, 15, 1, 20, '2', 1, 'it''s')"});
-    EXPECT_EQ(Grouping::GetMenuList(L"it's", names), 1);
-    EXPECT_EQ(utf8(names), Texts{"IPE100"});
 }
 
 TEST_F(GroupingTest, ActiveProfiles)
@@ -286,9 +260,6 @@ TEST_F(GroupingTest, ActiveProfiles)
     EXPECT_FALSE(looksAnew());
     EXPECT_EQ(keys(Grouping::getPreferredProfiles()), (std::vector{3, 7}));
 
-    KorArray<StructPreferredSizesProfiles> selected;
-    EXPECT_EQ(Grouping::getSelectedPreferredProfiles(selected), 1);
-    EXPECT_EQ(selected.length(), 2);
     const struct {
         const wchar_t* setting; // nullptr: absent
         int region;
@@ -305,8 +276,6 @@ TEST_F(GroupingTest, ActiveProfiles)
         EXPECT_EQ(keys(Grouping::getPreferredProfiles()), active) << region;
     }
     const MissingTable missing(descriptionOf<StructPreferredSizesProfiles>());
-    EXPECT_NE(Grouping::getSelectedPreferredProfiles(selected), 1);
-    EXPECT_EQ(selected.length(), 0);
     Grouping::setDefaultPreferredProfiles();
     EXPECT_EQ(keys(Grouping::getPreferredProfiles()), std::vector{1});
 }
@@ -318,10 +287,6 @@ TEST_F(GroupingTest, WhateverElseIsInTheRoom)
     int result = 0;
     const Texts expected = filled(materials, result);
     EXPECT_EQ(expected, (Texts{"S235JR", "S355JR", "S355J2"}));
-    {
-        const KorDSNRequest other(KorDSNDefinitions::kCountryAddin, KorDSNDefinitions::kFirstAddin);
-        EXPECT_EQ(filled(materials, result), expected);
-    }
     KorDSNManager::getInstance().setCurrent(KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin);
     EXPECT_EQ(filled(materials, result), expected);
     // what a batch writes counts until it is undone

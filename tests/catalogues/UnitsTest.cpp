@@ -1,6 +1,6 @@
 #include "../src/foundation/TableCatalogue.h"
-#include "CatalogueFixture.h"
 #include "catalogues/KorODBCMapping.h"
+#include "ReaderCases.h"
 #include "records/Registry.h"
 #include "repository/KorDefaults.h"
 #include "support/DetailRecords.h"
@@ -15,51 +15,34 @@ namespace {
 using Mapping = KorODBCMapping;
 using Names = KorArray<KorString>;
 
-class UnitsTest : public CatalogueTest {
-protected:
-    /// Takes the readers of a table through all its rows, through what it does not have, and through its absence.
-    template <class T>
-    static void expectReads(unsigned tableId, int (&byKey)(T&), int (&byName)(T&), int (*list)(Names&))
-    {
-        const RecordDescription& type = descriptionOf<T>();
-        SCOPED_TRACE(type.table);
-        EXPECT_EQ(korodbc::tableNameOfId(tableId).toUtf8(), type.table);
-        sql(homeOf(type),
-            {"UPDATE " + std::string(type.table) + " SET SortOrder = -rowid",
-             "UPDATE " + std::string(type.table) + " SET RunName = 'it''s ' || rowid WHERE rowid < 3"});
-        const Texts stored = rowsOf(type), keys = valuesOf(type, type.key);
-        Texts names = valuesOf(type, type.runName);
-        ASSERT_GE(stored.size(), 4u);
-        T record;
-        for (std::size_t i = 0; i < stored.size(); ++i) {
-            record = T();
-            record.key = std::stoi(keys[i]);
-            EXPECT_EQ(byKey(record), 1);
-            EXPECT_TRUE(isRow(type, &record, stored[i]));
-            record = T();
-            record.runName = details::text(names[i]);
-            EXPECT_EQ(byName(record), 1) << names[i];
-            EXPECT_TRUE(isRow(type, &record, stored[i]));
-        }
-        std::reverse(names.begin(), names.end()); // now in sort order
-        Names listed = korTexts({"before"});
-        EXPECT_EQ(list(listed), 1);
-        EXPECT_EQ(utf8(listed), names);
+template <class T>
+T recordOf(int (*)(T&));
 
-        T unknown;
-        unknown.key = 4711;
-        unknown.runName = L"it's 1' OR 1=1 --";
-        const std::string before = textOf(type, &unknown);
-        EXPECT_EQ(byKey(unknown), 0);
-        EXPECT_EQ(byName(unknown), 0);
-        const MissingTable missing(type);
-        const std::string last = textOf(type, &record);
-        EXPECT_EQ(byKey(record), 0);
-        EXPECT_EQ(byName(record), 0);
-        EXPECT_NE(list(listed), 1);
-        EXPECT_EQ(textOf(type, &unknown), before);
-        EXPECT_EQ(textOf(type, &record), last);
-        EXPECT_EQ(utf8(listed), names);
+class UnitsTest : public ReaderTest {
+protected:
+    /// Readers that find the key or the name that they ask for in the record.
+    template <auto ByKey, auto ByName, auto List>
+    static void expectReads(unsigned tableId)
+    {
+        using T = decltype(recordOf(ByKey));
+        EXPECT_EQ(korodbc::tableNameOfId(tableId).toUtf8(), descriptionOf<T>().table);
+        orderedRunNames<T>(List);
+        byKey<T>([](const KorOdbcKey& key, T& record) {
+            T asked;
+            asked.key = static_cast<int>(key);
+            const int result = ByKey(asked);
+            EXPECT_TRUE(result == 1 || asked.runName.isEmpty());
+            record = result == 1 ? asked : record;
+            return result;
+        });
+        byRunName<T>([](const KorString& name, T& record) {
+            T asked;
+            asked.runName = name;
+            const int result = ByName(asked);
+            EXPECT_TRUE(result == 1 || asked.key == -1);
+            record = result == 1 ? asked : record;
+            return result;
+        });
     }
 };
 
@@ -67,24 +50,22 @@ TEST_F(UnitsTest, EveryKindIsReadByKeyByNameAndAsAList)
 {
 #define READS(Kind)                                                                                               \
     Mapping::getUnitOf##Kind##ByKey, Mapping::getUnitOf##Kind##ByName, Mapping::getUnitOf##Kind##List
-    expectReads(139, READS(Distance));
-    expectReads(145, READS(Angle));
-    expectReads(143, READS(Weight));
-    expectReads(140, READS(Area));
-    expectReads(148, READS(Stress));
-    expectReads(249, READS(Force));
-    expectReads(262, READS(WeightPerDistance));
-    expectReads(264, READS(AreaPerDistance));
-    expectReads(251, READS(Moment));
-    expectReads(150, READS(SectionModulus));
-    expectReads(152, READS(MomentOfInertia));
-    expectReads(324, READS(Volume));
-    expectReads(326, READS(Density));
+    expectReads<READS(Distance)>(139);
+    expectReads<READS(Angle)>(145);
+    expectReads<READS(Weight)>(143);
+    expectReads<READS(Area)>(140);
+    expectReads<READS(Stress)>(148);
+    expectReads<READS(Force)>(249);
+    expectReads<READS(WeightPerDistance)>(262);
+    expectReads<READS(AreaPerDistance)>(264);
+    expectReads<READS(Moment)>(251);
+    expectReads<READS(SectionModulus)>(150);
+    expectReads<READS(MomentOfInertia)>(152);
+    expectReads<READS(Volume)>(324);
+    expectReads<READS(Density)>(326);
 #undef READS
-    const auto typesOfAll = [](Names& names) {
-        return RecordMarshal<StructUnitsType>::getOrderedRunNameList(names);
-    };
-    expectReads<StructUnitsType>(147, Mapping::getUnitTypeByKey, Mapping::getUnitTypeByName, typesOfAll);
+    expectReads<Mapping::getUnitTypeByKey, Mapping::getUnitTypeByName,
+                &RecordMarshal<StructUnitsType>::getOrderedRunNameList>(147);
 }
 
 /// Each figure from the definitions of the units, none left out.
@@ -155,14 +136,10 @@ TEST_F(UnitsTest, TypesServeTheirKindAndPrecisionsTheirType)
         {typesOf(UnitKind::Distance),
          {"Decimal", "Scientific", "Fractional", "Feet and fractional inches", "Feet and decimal inches"}},
         {typesOf(UnitKind::Angle), {"Decimal", "Scientific", "Degrees, minutes, seconds"}},
-        {Mapping::getUnitTypeAreaList, {"Decimal", "Scientific"}},
-        {Mapping::getUnitTypeSectionModulusList, {"Decimal", "Scientific"}},
-        {Mapping::getUnitTypeMomentInertiaList, {"Decimal", "Scientific"}},
         {Mapping::getUnitTypeVolumeList, {"Litres", "Decimal", "Scientific"}},
         {Mapping::getUnitTypeDensityList, {"Decimal", "Scientific"}},
         {precisionsOf(3), {"1", "1/2", "1/4", "1/8", "1/16", "1/32", "1/64"}},
         {precisionsOf(4), {"it's 1", "1/16"}},
-        {precisionsOf(5), {}},
         {precisionsOf(4711), {}},
     };
     for (const auto& [read, expected] : cases) {
@@ -182,23 +159,6 @@ TEST_F(UnitsTest, TypesServeTheirKindAndPrecisionsTheirType)
     EXPECT_EQ(keyOf(L"1/16", 3).first, 1);
     EXPECT_NE(keyOf(L"1/16", 3).second, 901);
     EXPECT_EQ(keyOf(L"1/16", 1), std::pair(0, 7));
-}
-
-TEST_F(UnitsTest, ARequestedSourceGivesItsOwnUnits)
-{
-    sql(addin, {"CREATE TABLE UnitsOfDistance ([Key] INTEGER PRIMARY KEY, RunName TEXT, Symbol TEXT, Factor REAL, "
-                "Precision INTEGER, UnitSystem INTEGER, SortOrder INTEGER, OwnerText TEXT)",
-                "INSERT INTO UnitsOfDistance VALUES (1, 'Cubit', 'cu', 0.4572, 1, 0, 1, '')"});
-    StructUnitsOfDistance unit;
-    unit.key = 1;
-    EXPECT_EQ(Mapping::getUnitOfDistanceByKey(unit), 1);
-    EXPECT_EQ(unit.symbol, L"mm");
-    const KorDSNRequest request(addin, KorDSNDefinitions::kFirstAddin);
-    EXPECT_EQ(Mapping::getUnitOfDistanceByKey(unit), 1);
-    EXPECT_EQ(unit.symbol, L"cu");
-    StructUnitsOfArea area;
-    area.key = 1;
-    EXPECT_EQ(Mapping::getUnitOfAreaByKey(area), 0); // that source has no such table
 }
 
 /// Every distribution of a name over the three sources, with the default missing, 0 and 1.

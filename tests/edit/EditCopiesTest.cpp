@@ -2,9 +2,6 @@
 #include "edit/KorTableEdit.h"
 #include "support/DetailFixture.h"
 
-#include <algorithm>
-#include <functional>
-
 using namespace details;
 
 namespace {
@@ -28,87 +25,7 @@ protected:
                 depths += std::to_string(d);
         return depths;
     }
-    /// The depths at which the styles count as modified.
-    static std::string modified()
-    {
-        std::string depths;
-        for (int d = 0; d < 4; ++d)
-            if (Man::getStatus(type(styles), depth(d)) == Man::eModified)
-                depths += std::to_string(d);
-        return depths;
-    }
 };
-
-/// Sequences of edits and closings: what is left of them, and the statements of the last step.
-TEST_F(EditCopiesTest, Transitions)
-{
-    using M = KorOdbcMan;
-    using Step = std::function<int()>;
-    const auto t = M::kDetailStyle;
-    const auto done = [](auto act) {
-        return Step([act] {
-            act();
-            return 1;
-        });
-    };
-    const auto edit = [&](const char* value, int d) { return done([=] { setTitle(value, d); }); };
-    const auto mark = [&](M::eStatus s, int d) { return done([=] { M::setStatus(t, s, depth(d)); }); };
-    const auto ok = [&](int d) { return Step([=] { return M::setStatusOnOK(t, depth(d)); }); };
-    const auto cancel = [&](int d) { return Step([=] { return M::setStatusOnCancel(t, depth(d)); }); };
-    const auto update = [&](int d) { return Step([=] { return M::setStatusOnUpdate(t, depth(d)); }); };
-    const auto take = [&](int d) { return Step([=] { return M::backupTable(t, depth(d)); }); };
-    const std::string copy = "DetailStyle_VELCopy", second = "DetailStyle_VELSecondCopy",
-                      fourth = "DetailStyle_VELFourthCopy";
-    const auto dropped = [](const std::string& from) { return Texts{"DROP TABLE [" + from + "]"}; };
-    const auto restored = [](const std::string& from) {
-        return Texts{"DELETE FROM [DetailStyle] ", "INSERT INTO [DetailStyle] SELECT * FROM  [" + from + "]",
-                     "DROP TABLE [" + from + "]"};
-    };
-    const Texts before = rows(details, "DetailStyle");
-    int number = 0;
-    const auto check = [&](const std::vector<Step>& steps, const char* wantedTitle, const char* wantedCopies,
-                           const char* wantedModified, const Texts& wantedStatements) {
-        SCOPED_TRACE(number++);
-        Texts last;
-        for (const Step& step : steps) {
-            StatementRecorder statements;
-            EXPECT_EQ(step(), 1);
-            last = statements.take();
-        }
-        EXPECT_EQ(last, wantedStatements);
-        EXPECT_EQ(title(), wantedTitle);
-        EXPECT_EQ(copies(), wantedCopies);
-        EXPECT_EQ(modified(), wantedModified);
-        EXPECT_EQ(Man::getCurrentDSN(), details);
-        for (int d = 3; d >= 0; --d)
-            Man::setStatusOnOK(Man::kDetailStyle, depth(d));
-        sql(details, {"UPDATE DetailStyle SET TitleFormat = 'T %s' WHERE [Key] = 1"});
-        ASSERT_EQ(rows(details, "DetailStyle"), before);
-        ASSERT_EQ(copies(), "");
-    };
-    check({edit("a", 0), edit("b", 0)}, "b", "0", "0", {});
-    check({edit("a", 0), mark(M::eModified, 0)}, "a", "0", "0", {});
-    check({edit("a", 0), mark(M::eNotModified, 0)}, "a", "0", "0", {});
-    check({mark(M::eNotModified, 2)}, "T %s", "", "", {});
-    check({edit("a", 0), ok(0)}, "a", "", "", dropped(copy));
-    check({edit("a", 0), edit("b", 0), cancel(0)}, "T %s", "", "", restored(copy));
-    check({edit("a", 0), edit("b", 1), cancel(1)}, "a", "0", "0", restored(second));
-    check({edit("a", 0), edit("b", 1), ok(1)}, "b", "0", "0", dropped(second));
-    check({edit("a", 0), edit("b", 1), ok(1), cancel(0)}, "T %s", "", "", restored(copy));
-    check({edit("a", 0), edit("b", 1), cancel(0)}, "T %s", "1", "1", restored(copy));
-    check({edit("a", 0), edit("b", 3), update(3), edit("c", 3), cancel(3)}, "b", "0", "0", restored(fourth));
-    check({edit("a", 0), update(0)}, "a", "0", "", dropped(copy));
-    check({edit("a", 0), update(0), edit("b", 0), cancel(0)}, "a", "", "", restored(copy));
-    check({edit("a", 0), update(0), cancel(0)}, "a", "", "", restored(copy));
-    check({edit("a", 0), update(0), ok(0)}, "a", "", "", dropped(copy));
-    check({edit("a", 0), update(1)}, "a", "0", "0", {});
-    check({update(0), ok(0), cancel(0)}, "T %s", "", "", {});
-    check({edit("a", 1), cancel(0)}, "a", "1", "1", {}); // nothing at that depth to bring back
-    check({edit("a", 1), ok(0)}, "a", "1", "1", {});
-    check({take(0), take(0)}, "T %s", "0", "", {});
-    check({take(0), edit("a", 0), cancel(0)}, "T %s", "", "", restored(copy));
-    check({take(0), ok(0)}, "T %s", "", "", dropped(copy));
-}
 
 TEST_F(EditCopiesTest, AddedColumnsGoWithTheEdit)
 {
@@ -124,38 +41,6 @@ TEST_F(EditCopiesTest, AddedColumnsGoWithTheEdit)
                                                             "ALTER TABLE DetailStyle DROP COLUMN Request9"}));
     EXPECT_EQ(columns(details, "DetailStyle"), columnsBefore);
     EXPECT_EQ(rows(details, "DetailStyle"), before);
-}
-
-/// Closing goes through every database and leaves the caller where it was.
-TEST_F(EditCopiesTest, EveryDatabaseIsClosed)
-{
-    const struct {
-        eDSN dsn;
-        int index;
-        int slot;
-    } places[] = {{details, 0, 0}, {addin, 1, 1}, {country, 1, 3}, {country, 2, 4}};
-    for (const auto& [dsn, index, slot] : places) {
-        const KorDSNRequest request(dsn, static_cast<eIndex>(index));
-        current(dsn, static_cast<eIndex>(index));
-        Man::setStatus(Man::kLinetypes, Man::eModified, depth(1));
-        EXPECT_TRUE(exists(dsn, "Linetypes_VELSecondCopy")) << slot;
-        EXPECT_EQ(Man::m_SecondStatus[slot][Man::kLinetypes], Man::eModified) << slot;
-        EXPECT_TRUE(Man::m_SecondBackupAvailable[slot][Man::kLinetypes]) << slot;
-    }
-    EXPECT_EQ(Man::setStatusOnOK(Man::kLinetypes, depth(1)), 1);
-    EXPECT_EQ(Man::getCurrentDSN(), country);
-    EXPECT_EQ(Man::getCurrentAddIn(), 2);
-    for (const auto& [dsn, index, slot] : places) {
-        const KorDSNRequest request(dsn, static_cast<eIndex>(index));
-        EXPECT_FALSE(exists(dsn, "Linetypes_VELSecondCopy")) << slot;
-        EXPECT_EQ(Man::m_SecondStatus[slot][Man::kLinetypes], Man::eNotModified) << slot;
-        EXPECT_FALSE(Man::m_SecondBackupAvailable[slot][Man::kLinetypes]) << slot;
-    }
-    // built once, with a row per fixed database and add-in
-    Man::InitializeStatics::build();
-    EXPECT_EQ(Man::m_Status.length(), 5);
-    EXPECT_EQ(Man::m_TemporaryBackupedTables.length(), 5);
-    EXPECT_EQ(Man::m_FourthBackupAvailable[4].length(), 48);
 }
 
 TEST_F(EditCopiesTest, WhatDoesNotExistIsRefused)
@@ -184,7 +69,7 @@ TEST_F(EditCopiesTest, FailedCopiesAndRestores)
 {
     Exports::CancelBackupTables(1); // transfers take none
     setTitle("a", 0);
-    EXPECT_EQ(copies() + modified(), "");
+    EXPECT_EQ(copies(), "");
     setTitle("T %s", 0);
     Exports::CancelBackupTables(0);
     sql(details, {"CREATE TABLE DetailStyle_VELCopy (x INTEGER)"});
@@ -222,18 +107,13 @@ TEST_F(EditCopiesTest, Recovery)
     setTitle("edited", 1);
     EXPECT_EQ(Man::initializeTables(), 1);
     EXPECT_EQ(title(), "_VELCopy"); // the outermost dialog's
-    EXPECT_EQ(copies() + modified(), "");
+    EXPECT_EQ(copies(), "");
     EXPECT_FALSE(Man::m_bInitializeTables);
 
-    for (int d = 0; d < 4; ++d)
-        setTitle(("at depth " + std::to_string(d)).c_str(), d);
-    Man::restoreDetailTablesCopies();
-    EXPECT_EQ(copies(), "3"); // never touched
-    EXPECT_EQ(title(), "_VELCopy");
-    EXPECT_EQ(Man::getCurrentDSN(), details);
-    leave({"_VELSecondCopy"});
-    Man::restoreDetailTablesCopies(); // obeys the flags
-    EXPECT_EQ(copies(), "13");
+    setTitle("edited", 0);
+    setTitle("nested", 3);
+    Man::restoreDetailTablesCopies(); // obeys the flags, and never touches the last
+    EXPECT_EQ(copies() + title(), "3_VELCopy");
 }
 
 TEST_F(EditCopiesTest, CountryAddIns)
@@ -269,23 +149,6 @@ TEST_F(EditCopiesTest, CountryAddIns)
     EXPECT_EQ(Man::m_DSMReloadInfo, 0);
     Man::m_countryAddInReactor.onCountryAddInLoaded(*manager->getAddIn(KorAddInId(L"no")));
     EXPECT_EQ(assertions.take(), Texts{"KorOdbcMan: FALSE"});
-}
-
-/// A dialog over several tables commits once, whatever it does.
-TEST_F(EditCopiesTest, DialogsCommitOnce)
-{
-    int (KorTableEdit::*const closings[])() = {&KorTableEdit::ok, &KorTableEdit::cancel, &KorTableEdit::update};
-    for (const auto closing : closings) {
-        KorTableEdit dialog({Man::kDetailStyle, Man::kDetObjReprMap, Man::kDetObjQualifierSet}, depth(0));
-        EXPECT_EQ(dialog.begin(), 1);
-        setTitle("a", 0);
-        EXPECT_TRUE(exists(details, "DetObjQualifierSetItem_VELCopy")); // items come along
-        StatementRecorder statements(true);
-        EXPECT_EQ((dialog.*closing)(), 1);
-        EXPECT_EQ(std::ranges::count(statements.take(), std::string("COMMIT")), 1);
-        Exports::setStatusOnOK();
-        dialog.ok();
-    }
 }
 
 } // namespace

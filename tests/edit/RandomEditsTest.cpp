@@ -93,75 +93,59 @@ std::string perform(const fs::path& folder, const std::string& order)
         held.emplace(places[request - 1].first, places[request - 1].second);
     Man::setCurrentDSN(dsn);
     Man::setCurrentAddIn(index);
-    int result = 1;
     const auto read = [&] {
         const KorDSNRequest here(dsn, index);
         return RecordAccess::readByKey(table.description(), key, table.current);
     };
+    const auto named = [&] { table.description().runNameColumn()->text(table.current) = details::text(name); };
     KorTableEdit dialog(allTypes, depth);
-    switch (what) {
-    case 'e':
-        result = Man::setAttribute(table.type, KorOdbcKey(key), 1, details::text(name), 1, depth);
-        break;
-    case 's':
-        result = read();
-        table.description().runNameColumn()->text(table.current) = details::text(name);
-        if (result == 1)
-            result = Man::storeCurrentRecord(table.type, depth);
-        break;
-    case 'a':
-        table.description().runNameColumn()->text(table.current) = details::text(name);
-        result = Man::appendNewRecord(table.type, 0, depth);
-        break;
-    case 'x':
-        result = Man::deleteRecord(table.type, KorOdbcKey(key), depth);
-        break;
-    case 'o':
-        result = Man::setStatusOnOK(table.type, depth);
-        break;
-    case 'c':
-        result = Man::setStatusOnCancel(table.type, depth);
-        break;
-    case 'u':
-        result = Man::setStatusOnUpdate(table.type, depth);
-        break;
-    case 'D':
-        result = dialog.begin();
-        break;
-    case 'O':
-        result = dialog.ok();
-        break;
-    case 'C':
-        result = dialog.cancel();
-        break;
-    case 'U':
-        result = dialog.update();
-        break;
-    case 'B':
-        batches.push_back(std::make_unique<KorDatabaseBatch>());
-        break;
-    case 'k':
-        result = batches.back()->end(1);
+    std::string rows;
+    const std::map<char, std::function<int()>> acts = {
+        {'e', [&] { return Man::setAttribute(table.type, KorOdbcKey(key), 1, details::text(name), 1, depth); }},
+        {'s',
+         [&] {
+             const int found = read();
+             named();
+             return found == 1 ? Man::storeCurrentRecord(table.type, depth) : found;
+         }},
+        {'a',
+         [&] {
+             named();
+             return Man::appendNewRecord(table.type, 0, depth);
+         }},
+        {'x', [&] { return Man::deleteRecord(table.type, KorOdbcKey(key), depth); }},
+        {'o', [&] { return Man::setStatusOnOK(table.type, depth); }},
+        {'c', [&] { return Man::setStatusOnCancel(table.type, depth); }},
+        {'u', [&] { return Man::setStatusOnUpdate(table.type, depth); }},
+        {'D', [&] { return dialog.begin(); }},
+        {'O', [&] { return dialog.ok(); }},
+        {'C', [&] { return dialog.cancel(); }},
+        {'U', [&] { return dialog.update(); }},
+        {'B',
+         [] {
+             batches.push_back(std::make_unique<KorDatabaseBatch>());
+             return 1;
+         }},
+        {'k', [] { return batches.back()->end(1); }},
+        {'z', [] { return batches.back()->undo(1); }},
+        {'r',
+         [&] {
+             const KorDSNRequest here(dsn, index);
+             RecordAccess::resetCache(table.description());
+             TableModel::Rows found;
+             RecordAccess::visit(table.description(), [&](const void* record) {
+                 found[table.description().keyOf(record)] =
+                     table.description().runNameColumn()->text(record).toUtf8();
+                 return true;
+             });
+             rows = TableModel::text(found);
+             return 1;
+         }},
+    };
+    const int result = acts.at(what)();
+    if (what == 'k' || what == 'z')
         batches.pop_back();
-        break;
-    case 'z':
-        result = batches.back()->undo(1);
-        batches.pop_back();
-        break;
-    case 'r': {
-        const KorDSNRequest here(dsn, index);
-        RecordAccess::resetCache(table.description());
-        TableModel::Rows rows;
-        RecordAccess::visit(table.description(), [&](const void* record) {
-            rows[table.description().keyOf(record)] = table.description().runNameColumn()->text(record).toUtf8();
-            return true;
-        });
-        return "1 " + marksOf(type) + TableModel::text(rows);
-    }
-    default:
-        return "?";
-    }
-    return std::to_string(result) + " " + marksOf(type);
+    return std::to_string(result) + " " + marksOf(type) + rows;
 }
 
 /// Reads tables past the library.

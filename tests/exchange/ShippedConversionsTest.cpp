@@ -88,13 +88,6 @@ TEST_F(ShippedConversionsTest, EverySectionAndBoltHasAnotherNameInEachFormat)
         EXPECT_EQ(KorODBCCIS2_Bolt_Conversion::getKRStandards(out.cis2Standard, back), 1);
         EXPECT_EQ(back.runName, standard.runName);
     }
-    // of another application and object type there is none, and nothing is changed
-    StructKISS_Profile_Conversion kiss;
-    StructSDNF_Profile_Definition definition;
-    EXPECT_EQ(KorODBCKISS_Profile_Conversion::getKISSProfiles(L"HEA200", 2, kiss), 0);
-    EXPECT_EQ(KorODBCKISS_Profile_Conversion::getKISSProfiles(L"hea200", 1, kiss), 0);
-    EXPECT_EQ(KorODBCSDNF_Profile_Definition::getClassRotation(L"L", 1, 3, definition), 0);
-    EXPECT_TRUE(kiss.key == -1 && definition.key == -1);
 }
 
 TEST_F(ShippedConversionsTest, EveryMaterialMapsOutAndBack)
@@ -143,25 +136,6 @@ TEST_F(ShippedConversionsTest, ReadersOfApplicationsAndTypes)
     EXPECT_EQ(plate.kissMaterial, L"S355J2");
 }
 
-TEST_F(ShippedConversionsTest, EveryReferenceLeadsSomewhere)
-{
-    int references = 0;
-    for (const auto family :
-         {records::conversionRecords(), records::formatRecords(), records::profileFamilyRecords()})
-        for (const auto describe : family)
-            for (std::size_t i = 0; i < describe().columns.size(); ++i) {
-                const ColumnDescription& column = describe().columns[i];
-                if (column.target == nullptr)
-                    continue;
-                const Texts keys = valuesOf(column.target(), column.target().key);
-                for (const std::string& value : valuesOf(describe(), static_cast<int>(i)))
-                    EXPECT_TRUE(column.isNone(std::stoi(value)) || std::ranges::count(keys, value) == 1)
-                        << describe().table << "." << column.name << " " << value;
-                ++references;
-            }
-    EXPECT_GT(references, 15);
-}
-
 TEST_F(ShippedConversionsTest, FamiliesOfOtherApplications)
 {
     const struct {
@@ -176,9 +150,8 @@ TEST_F(ShippedConversionsTest, FamiliesOfOtherApplications)
         EXPECT_EQ(profileClass.toUtf8(), expected);
         EXPECT_EQ(name, section);
     }
-    KorArray<KorString> families = korTexts({"before"});
+    KorArray<KorString> families;
     EXPECT_EQ(Native::getHaldenFamilyNamesForKRProfile(L"no section", families), 0);
-    EXPECT_EQ(utf8(families), Texts{"before"});
     EXPECT_EQ(Native::getHaldenFamilyNamesForKRProfile(L"HEA200", families), 1);
     EXPECT_EQ(utf8(families), (Texts{"H sections", "I and H sections"}));
     // the order of the tables decides, a table that is gone or without a class does not stop the search

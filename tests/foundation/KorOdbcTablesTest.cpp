@@ -37,20 +37,6 @@ TEST_F(KorOdbcTablesTest, NamesTableWithItsDataSource)
     }
 }
 
-TEST_F(KorOdbcTablesTest, FindsRangeOfDeveloper)
-{
-    sql(configuration,
-        {"INSERT INTO DevelopersIDs VALUES (1, 'Bridge''s', 1000, 1999), (2, 'Räder', 2000, 2999)"});
-    StructDevelopersID range;
-    EXPECT_EQ(KorOdbcGlobals::getDeveloperIDRange(L"Räder", range), 1);
-    EXPECT_EQ(range.rangeStart, 2000);
-    EXPECT_EQ(range.rangeEnd, 2999);
-    EXPECT_EQ(KorOdbcGlobals::getDeveloperIDRange(L"nobody", range), 0);
-    EXPECT_EQ(range.rangeStart, 2000);
-    EXPECT_EQ(KorOdbcGlobals::getDeveloperIDRange(L"Bridge's", range), 1);
-    EXPECT_EQ(range.key, 1);
-}
-
 template <class T>
 int records()
 {

@@ -1,5 +1,6 @@
 #include "edit/KorOdbcMan.h"
 #include "support/CrashCycle.h"
+#include "support/OtherProgram.h"
 #include "support/RepositoryFixture.h"
 
 #include <fstream>
@@ -133,40 +134,15 @@ protected:
     }
     void TearDown() override { close(); }
 
-    /// A program that edits styles and then waits, until this object goes: it is killed, as a crash would end it.
-    class Other {
-    public:
-        explicit Other(const std::filesystem::path& folder, void (*act)())
-        {
-            int ready[2];
-            EXPECT_EQ(::pipe(ready), 0);
-            m_process = ::fork();
-            if (m_process == 0) { // nothing is open here
-                crash::start(folder);
-                act();
-                (void)!::write(ready[1], "x", 1);
-                ::pause();
-            }
-            char answer = 0;
-            ::close(ready[1]);
-            EXPECT_EQ(::read(ready[0], &answer, 1), 1);
-            ::close(ready[0]);
-        }
-        ~Other()
-        {
-            ::kill(m_process, SIGKILL);
-            ::waitpid(m_process, nullptr, 0);
-        }
-
-    private:
-        pid_t m_process;
-    };
-
     void inRepository(const std::function<void()>& act)
     {
         const auto folder = m_folder->path();
         korodbc::host::closeRepository();
-        const Other other(folder, [] { CRASH_REQUIRE(edit(L"theirs") == 1); });
+        const OtherProgram other([&](const std::string&) {
+            crash::start(folder);
+            return std::to_string(edit(L"theirs"));
+        });
+        ASSERT_EQ(other.ask("edit"), "1"); // and is killed in the end
         std::string error;
         ASSERT_TRUE(korodbc::host::openRepository(folder, error)) << error;
         act();
@@ -228,11 +204,6 @@ TEST_F(ClaimsTest, KeepOthersOut)
         EXPECT_EQ(title(), "theirs");
         for (const auto& [name, act] : std::initializer_list<std::pair<const char*, std::function<int()>>>{
                  {"edit", [] { return edit(L"mine"); }},
-                 {"store",
-                  [] {
-                      StructDetailStyleMarshal::getStructByKey(1, Man::m_structDetailStyle);
-                      return Man::storeCurrentRecord(styles, first);
-                  }},
                  {"delete", [] { return Man::deleteRecord(styles, KorOdbcKey(1), first); }},
                  {"statement",
                   [] { return KorDatabaseAccess::doSQLStatement(inDetails, L"DELETE FROM DetailStyle"); }},
@@ -261,8 +232,6 @@ TEST_F(ClaimsTest, KeepOthersOut)
         EXPECT_FALSE(Man::isOpen(styles, first));
         EXPECT_EQ(KorDatabaseAccess::doesTableExists(inDetails, L"DetailStyle_VELCopy"), 1);
         EXPECT_EQ(title(), "theirs");
-        EXPECT_EQ(Man::setAttribute(Man::kLinetypes, KorOdbcKey(1), 1, KorString(L"x"), 1, first), 1);
-        EXPECT_EQ(Man::setStatusOnOK(Man::kLinetypes, first), 1);
         const auto claims = korodbc::host::claimedByOthers(inDetails, KorDSNDefinitions::kBase);
         ASSERT_EQ(claims.size(), 1u);
         EXPECT_EQ(claims[0].table, "DetailStyle");
@@ -293,6 +262,22 @@ TEST_F(ClaimsTest, CopiesThatDoNotFitArePutAside)
     EXPECT_EQ(Man::setStatusOnCancel(styles, first), 1);
     EXPECT_EQ(title(), "T %s");
     EXPECT_EQ(Man::bringBackLeftCopies(), 1);
+}
+
+/// Another program writes: an edit fails as long as it does; a start that could bring nothing back is repeated.
+TEST_F(ClaimsTest, WhatIsLockedOutIsDoneLater)
+{
+    KorDatabaseAccess::doSQLStatement(
+        inDetails, L"CREATE TABLE Linetypes_VELCopy AS SELECT * FROM Linetypes WHERE [Key] = 2");
+    Man::m_bInitializeTables = true;
+    const std::string before = state();
+    whileLocked([] {
+        EXPECT_EQ(Man::initializeTables(), 0);
+        EXPECT_NE(edit(L"mine"), 1);
+    });
+    EXPECT_EQ(state(), before);
+    EXPECT_EQ(Man::initializeTables(), 1);
+    EXPECT_EQ(state().find("_VELCopy]"), std::string::npos);
 }
 
 TEST_F(ClaimsTest, AnotherRepositoryIsAFreshStart)

@@ -157,36 +157,6 @@ TEST_F(RecordReadsTest, VisitShowsRecordsInTableOrderUntilItIsStopped)
     EXPECT_EQ(visited(9), "0: ");
 }
 
-TEST_F(RecordReadsTest, VisitShowsTheRecordsOfTheCacheThemselves)
-{
-    sql(details, {"INSERT INTO Linetypes VALUES (1,'Continuous','VEL')",
-                  "INSERT INTO Linetypes VALUES (2,'Dashed','VEL')"});
-    const auto addresses = [](RecordAccess::Sources sources) {
-        std::vector<const void*> found;
-        EXPECT_EQ(RecordAccess::visit(
-                      descriptionOf<StructLinetypes>(),
-                      [&](const void* record) {
-                          found.push_back(record);
-                          return true;
-                      },
-                      sources),
-                  1);
-        return found;
-    };
-    const auto current = addresses(RecordAccess::Sources::Current);
-    ASSERT_EQ(current.size(), 2U);
-    EXPECT_EQ(addresses(RecordAccess::Sources::Current), current);
-    EXPECT_EQ(addresses(RecordAccess::Sources::All), current);
-    {
-        const KorDSNRequest request(KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin);
-        sql(KorDSNDefinitions::kAddin, {"INSERT INTO Linetypes VALUES (7,'Dotted','VEL')"});
-    }
-    const auto all = addresses(RecordAccess::Sources::All);
-    ASSERT_EQ(all.size(), 3U);
-    EXPECT_EQ(static_cast<const StructLinetypes*>(all[0])->key, 7);
-    EXPECT_EQ(all[1], current[0]);
-}
-
 TEST_F(RecordReadsTest, AllSourcesReadsAddInsBeforeTheBase)
 {
     const auto insert = [&](eDSN dsn, eIndex index, int key, const char* name) {

@@ -51,14 +51,6 @@ TEST_F(AutoConnectionParametersTest, Reads)
     EXPECT_EQ(read(1, L"Short", 1), Texts{"5|1|50||0||0"}); // ends at the first column that is missing
     EXPECT_EQ(read(1, L"KeyOnly", 0), Texts{});
     EXPECT_EQ(read(1, L"Missing", 0), Texts{});
-
-    KorArray<Param> params;
-    params.append({9, 9, 9, L"kept", 9, L"kept", 9});
-    EXPECT_EQ(kor_odbc_getAutoConnSituationParams(3, L"Params", params), 0);
-    EXPECT_EQ(params.length(), 1);
-    EXPECT_EQ(kor_odbc_getAutoConnSituationParams(2, L"Params", params), 1);
-    ASSERT_EQ(params.length(), 2);
-    EXPECT_EQ(params[0].name, KorString(L"kept"));
 }
 
 TEST_F(AutoConnectionParametersTest, Writes)

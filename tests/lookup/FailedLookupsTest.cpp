@@ -3,6 +3,7 @@
 #include "catalogues/Anchors.h"
 #include "catalogues/Bolts.h"
 #include "catalogues/ObjectTypes.h"
+#include "foundation/KorOdbcGlobals.h"
 #include "Lookups.h"
 #include "repository/KorDatabaseProfileAccess.h"
 
@@ -59,9 +60,8 @@ T missing()
 
 /// Calls a look-up with inputs that lead nowhere. Without its table it must fail.
 template <class R, class... P>
-void check(bool hasTables, const char* name, R (*lookUp)(P...))
+void checkOne(bool hasTables, R (*lookUp)(P...))
 {
-    SCOPED_TRACE(name);
     std::tuple<std::remove_cvref_t<P>...> values{
         (isOutput<P> ? kept<std::remove_cvref_t<P>>() : missing<std::remove_cvref_t<P>>())...};
     const R result = std::apply([&](auto&... value) { return lookUp(static_cast<P>(value)...); }, values);
@@ -71,6 +71,18 @@ void check(bool hasTables, const char* name, R (*lookUp)(P...))
         EXPECT_TRUE(
             std::apply([](const auto&... value) { return ((!isOutput<P> || isKept(value)) && ...); }, values));
     }
+}
+
+/// Which of the look-ups fails is told by its number.
+template <class... LookUp>
+void check(bool hasTables, LookUp... lookUps)
+{
+    int number = 0;
+    const auto one = [&](auto lookUp) {
+        SCOPED_TRACE(++number);
+        checkOne(hasTables, lookUp);
+    };
+    (one(lookUps), ...);
 }
 
 class FailedLookUpsTest : public RepositoryTest, public testing::WithParamInterface<bool> {};
@@ -86,98 +98,51 @@ TEST_P(FailedLookUpsTest, LeaveTheirOutputs)
     }
     using Dll = KorODBCScrewsDll;
     using Text = const KorString&;
-#define CHECK(lookUp) check(hasTables, #lookUp, lookUp)
-#define CHECK_AS(lookUp, ...) check(hasTables, #lookUp, static_cast<int (*)(__VA_ARGS__)>(lookUp))
-    CHECK(kor_odbc_getAutoConnSituationParams);
-    CHECK(kor_odbc_getStandardsList);
-    CHECK(kor_odbc_getFestigkeitList);
-    CHECK(kor_odbc_getGarniturList);
-    CHECK(kor_odbc_getDiameterList);
-    CHECK(kor_odbc_getBoltComponents);
-    CHECK(kor_odbc_getBoltComponentTypes);
-    CHECK(Dll::kor_odbc_getNormKey);
-    CHECK(Dll::kor_odbc_getNormDescription);
-    CHECK(Dll::kor_odbc_getStandardNutsKey);
-    CHECK(Dll::kor_odbc_getFestigkeitKey);
-    CHECK(Dll::kor_odbc_getGarniturDescription);
-    CHECK(Dll::kor_odbc_getAssemblyLocationList);
-    CHECK(Dll::kor_odbc_getScrewCoating);
-    CHECK(Dll::kor_odbc_getScrewDistance);
-    CHECK(Dll::kor_odbc_getScrewDistanceKey);
-    CHECK(kor_odbc_getAnchors);
-    CHECK(kor_odbc_getSymbolRecord);
-    CHECK(kor_odbc_getHelpTag);
-    CHECK(kor_odbc_getNotesList);
-    CHECK(kor_odbc_getDSTVNamesKey);
-    CHECK(kor_odbc_getPlateThicknessList);
-    CHECK(kor_odbc_getPlateThicknessKey);
-    CHECK(kor_odbc_getPlateThicknessDescription);
-    CHECK(kor_odbc_getScaleList);
-    CHECK(kor_odbc_getScaleTable);
-    CHECK(kor_odbc_getSpecificScale);
-    CHECK(kor_odbc_getListScaleDescription);
-    CHECK_AS(kor_odbc_getScaleDescription, double, KorString&, StructScale::ScaleUnitType, bool);
-    CHECK_AS(kor_odbc_getScaleDescription, KorString, KorString&);
-    CHECK(kor_odbc_getMaterialClass);
-    CHECK(kor_odbc_getRuleObject);
-    CHECK(kor_odbc_getRuleString);
-    CHECK(kor_odbc_getRuleIntention);
-    CHECK(kor_odbc_getRuleSublistString);
-    CHECK(kor_odbc_getRuleVersion);
-    CHECK(kor_odbc_mapRuleName);
-    CHECK(kor_odbc_getRuleSublist);
-    CHECK(kor_odbc_getRules2ndJointName);
-    CHECK(kor_odbc_get_ClassTypeName);
-    CHECK(kor_odbc_get_ClassRunName);
-    CHECK(kor_odbc_get_sec_subtype_name);
-    CHECK(kor_odbc_getMaterialForSectionClass);
-    check(hasTables, "menu of a class", static_cast<long (*)(long, Names&)>(kor_odbc_get_menu_list));
-    check(hasTables, "menu by name", static_cast<long (*)(Text, Names&)>(kor_odbc_get_menu_list));
-    CHECK(kor_odbc_get_menu_sublist);
-    CHECK(kor_odbc_getSectionAlpha);
-    CHECK(kor_odbc_getSectionBehaviourKey);
-    CHECK(kor_odbc_getSectionUnwind);
-    CHECK(kor_odbc_DSTVstatic_getNumberOfObjects);
-    CHECK(kor_odbc_DSTVstatic_getObject);
-    CHECK(kor_odbc_DSTVstatic_getNode);
-    CHECK(kor_odbc_DSTVstatic_getProfile);
-    CHECK(kor_odbc_DSTVstatic_getObjectProperty);
-    CHECK(kor_odbc_getBasicWeldingList);
-    CHECK(kor_odbc_getWeldTypes);
-    CHECK_AS(kor_odbc_getCombiWelding, Text, int&);
-    CHECK_AS(kor_odbc_getCombiWelding, int, KorString&);
-    CHECK_AS(kor_odbc_getCombiWelding, int, int&, int&);
-    CHECK(kor_odbc_getCombiWeldingFor);
-    CHECK_AS(kor_odbc_getFaceShapeDescription, Text, int&);
-    CHECK(kor_odbc_getTextDescription);
-    CHECK(kor_odbc_getWelSeamTextDescriptionList);
-    CHECK_AS(kor_odbc_getTableStructure, Text, KorArray<KorColumn>&);
-    CHECK(kor_odbc_getTables); // of a data source that there is not
-    CHECK(korOdbcGetUserKeys);
-    CHECK_AS(kor_odbc_getUserFirstKey, Text, Text, KorString&);
-    CHECK_AS(kor_odbc_getUserComboBoxKey, Text, Text, int&);
-    CHECK_AS(kor_odbc_getUserComboBoxRunname, Text, Text, KorString&);
-    CHECK_AS(kor_odbc_getUserListcontrolKey, int, Text, KorString&);
-    CHECK_AS(kor_odbc_getUserListcontrolKey, int, Text, int&);
-    CHECK(kor_odbc_getCombinationKey);
-    CHECK(kor_odbc_LanguageDependent_getRunname);
-    CHECK(kor_odbc_LanguageDependent_getUserUnitUsedForRunname);
-    CHECK(KorOdbcObjectLayerAssignment::fillTablesRelation);
-    CHECK(KorOdbcSetBolts::getByKey);
-    CHECK(KorOdbcSetBolts::getStrengthClassList);
-    CHECK(KorOdbcSetBolts::getGarniturList);
-    CHECK(KorOdbcSetBolts::getDiameterList);
-    CHECK(KorOdbcSetBolts::getDiameters);
-    CHECK(KorODBCBolts::getScrewExtension);
-    CHECK(KorAnchorsNameUtils::getMaterialList);
-    CHECK(KorAnchorsNameUtils::getSetList);
-    CHECK(KorAnchorsNameUtils::getDiameterList);
-    CHECK(KorAnchorsDefinition::getAvailableLengths);
-    CHECK(KorDatabaseProfileAccess::getProfilesSectionNameListByKeysAllSources);
-    CHECK(KorDatabaseProfileAccess::getInternalNameByRunNamesAllSources);
-    CHECK(KorDatabaseProfileAccess::getCompoundMasterStruct);
-    CHECK(KorDatabaseProfileAccess::decomposeInternalName);
-    CHECK(KorDatabaseProfileAccess::loadSectionData);
+    check(hasTables, kor_odbc_getAutoConnSituationParams, kor_odbc_getStandardsList, kor_odbc_getFestigkeitList,
+          kor_odbc_getGarniturList, kor_odbc_getDiameterList, kor_odbc_getBoltComponents,
+          kor_odbc_getBoltComponentTypes, Dll::kor_odbc_getNormKey, Dll::kor_odbc_getNormDescription,
+          Dll::kor_odbc_getStandardNutsKey, Dll::kor_odbc_getFestigkeitKey, Dll::kor_odbc_getGarniturDescription,
+          Dll::kor_odbc_getAssemblyLocationList, Dll::kor_odbc_getScrewCoating, Dll::kor_odbc_getScrewDistance,
+          Dll::kor_odbc_getScrewDistanceKey, kor_odbc_getAnchors, kor_odbc_getSymbolRecord, kor_odbc_getHelpTag,
+          kor_odbc_getNotesList, kor_odbc_getDSTVNamesKey, kor_odbc_getPlateThicknessList,
+          kor_odbc_getPlateThicknessKey, kor_odbc_getPlateThicknessDescription, kor_odbc_getScaleList,
+          kor_odbc_getScaleTable, kor_odbc_getSpecificScale, kor_odbc_getListScaleDescription,
+          kor_odbc_getMaterialClass, kor_odbc_getRuleObject, kor_odbc_getRuleString, kor_odbc_getRuleIntention,
+          kor_odbc_getRuleSublistString, kor_odbc_getRuleVersion, kor_odbc_mapRuleName, kor_odbc_getRuleSublist,
+          kor_odbc_getRules2ndJointName, kor_odbc_get_ClassTypeName, kor_odbc_get_ClassRunName,
+          kor_odbc_get_sec_subtype_name, kor_odbc_getMaterialForSectionClass, kor_odbc_get_menu_sublist,
+          kor_odbc_getSectionAlpha, kor_odbc_getSectionBehaviourKey, kor_odbc_getSectionUnwind,
+          kor_odbc_DSTVstatic_getNumberOfObjects, kor_odbc_DSTVstatic_getObject, kor_odbc_DSTVstatic_getNode,
+          kor_odbc_DSTVstatic_getProfile, kor_odbc_DSTVstatic_getObjectProperty, kor_odbc_getBasicWeldingList,
+          kor_odbc_getWeldTypes, kor_odbc_getCombiWeldTypes, kor_odbc_getWeldShapes, kor_odbc_getWeldDesign,
+          kor_odbc_getRenderMaterials, kor_odbc_getAnchorDefinitions, kor_odbc_getStrengthClasss, kor_odbc_getSets,
+          kor_odbc_getSources, kor_odbc_getDSTVNamesTable, kor_odbc_getCombiWeldingFor,
+          kor_odbc_getTextDescription, kor_odbc_getWelSeamTextDescriptionList, kor_odbc_getTables,
+          korOdbcGetUserKeys, kor_odbc_getCombinationKey, kor_odbc_LanguageDependent_getRunname,
+          kor_odbc_LanguageDependent_getUserUnitUsedForRunname, KorOdbcObjectLayerAssignment::fillTablesRelation,
+          KorOdbcSetBolts::getByKey, KorOdbcSetBolts::getStrengthClassList, KorOdbcSetBolts::getGarniturList,
+          KorOdbcSetBolts::getDiameterList, KorOdbcSetBolts::getDiameters, KorODBCBolts::getScrewExtension,
+          KorAnchorsNameUtils::getMaterialList, KorAnchorsNameUtils::getSetList,
+          KorAnchorsNameUtils::getDiameterList, KorAnchorsDefinition::getAvailableLengths,
+          KorDatabaseProfileAccess::getProfilesSectionNameListByKeysAllSources,
+          KorDatabaseProfileAccess::getInternalNameByRunNamesAllSources,
+          KorDatabaseProfileAccess::getCompoundMasterStruct, KorDatabaseProfileAccess::decomposeInternalName,
+          KorDatabaseProfileAccess::loadSectionData, KorOdbcGlobals::getDeveloperIDRange);
+    check(hasTables, static_cast<int (*)(double, KorString&, StructScale::ScaleUnitType, bool)>(
+                         kor_odbc_getScaleDescription));
+    check(hasTables, static_cast<int (*)(KorString, KorString&)>(kor_odbc_getScaleDescription));
+    check(hasTables, static_cast<int (*)(Text, int&)>(kor_odbc_getCombiWelding));
+    check(hasTables, static_cast<int (*)(int, KorString&)>(kor_odbc_getCombiWelding));
+    check(hasTables, static_cast<int (*)(int, int&, int&)>(kor_odbc_getCombiWelding));
+    check(hasTables, static_cast<int (*)(Text, int&)>(kor_odbc_getFaceShapeDescription));
+    check(hasTables, static_cast<int (*)(Text, KorArray<KorColumn>&)>(kor_odbc_getTableStructure));
+    check(hasTables, static_cast<int (*)(Text, Text, KorString&)>(kor_odbc_getUserFirstKey));
+    check(hasTables, static_cast<int (*)(Text, Text, int&)>(kor_odbc_getUserComboBoxKey));
+    check(hasTables, static_cast<int (*)(Text, Text, KorString&)>(kor_odbc_getUserComboBoxRunname));
+    check(hasTables, static_cast<int (*)(int, Text, KorString&)>(kor_odbc_getUserListcontrolKey));
+    check(hasTables, static_cast<int (*)(int, Text, int&)>(kor_odbc_getUserListcontrolKey));
+    check(hasTables, static_cast<long (*)(long, Names&)>(kor_odbc_get_menu_list));
+    check(hasTables, static_cast<long (*)(Text, Names&)>(kor_odbc_get_menu_list));
 }
 
 INSTANTIATE_TEST_SUITE_P(, FailedLookUpsTest, testing::Bool(),

@@ -71,24 +71,19 @@ constexpr auto length = StructScale::ScaleUnitType(0);
 
 TEST_F(LookUpAllocationsTest, OnlyWhatIsHandedOutIsAllocated)
 {
-    const KorString name(L"ISO 4017"), key(L"2"), plate(L"1.5 mm"), prompt(L"Diameter");
+    const KorString name(L"ISO 4017"), plate(L"1.5 mm"), prompt(L"Diameter");
     KorArray<StructRulesCategory> entries;
     KorArray<StructValidCombinations> combinations;
     KorArray<StructWeldSeam> welds;
-    KorArray<StructDSTVStaticInB04> properties;
     KorArray<StructProfileClass> classes;
     ASSERT_EQ(StructRulesCategoryMarshal::getTable(entries), 1);
     ASSERT_EQ(StructValidCombinationsMarshal::getTable(combinations), 1);
     ASSERT_EQ(kor_odbc_getCombiWeldTypes(welds), 1);
-    ASSERT_EQ(StructDSTVStaticInB04Marshal::getTable(properties), 1);
     ASSERT_EQ(StructProfileClassMarshal::getTable(classes), 1);
     const StructRulesCategory entry = entries[entries.length() / 2];
     const StructValidCombinations c = combinations[combinations.length() / 2];
     const StructWeldSeam weld = welds[welds.length() - 1];
-    const StructDSTVStaticInB04 property = properties[properties.length() - 1];
-    StructDSTVStaticInB03::eReferenceAxis axis{};
     EXPECT_ALLOCATIONS(1, KorString, Bolts::kor_odbc_getNormKey(name, out)); // the number as text
-    EXPECT_ALLOCATIONS(0, KorString, Bolts::kor_odbc_getNormDescription(key, out));
     EXPECT_ALLOCATIONS(0, StructRules, kor_odbc_getRuleObject(entry.runName, out));
     EXPECT_ALLOCATIONS(0, KorString, (kor_odbc_getRuleRunbezeichnungUse2nd(entry.category, entry.rule, out), 1));
     EXPECT_ALLOCATIONS(0, int,
@@ -96,11 +91,6 @@ TEST_F(LookUpAllocationsTest, OnlyWhatIsHandedOutIsAllocated)
                                                   c.coating, c.assemblyLocation));
     EXPECT_ALLOCATIONS(0, int, kor_odbc_getCombiWeldingFor(weld.firstWeld, weld.secondWeld, out));
     EXPECT_ALLOCATIONS(0, double, kor_odbc_getPlateThicknessKey(plate, out));
-    EXPECT_ALLOCATIONS(0, KorString, kor_odbc_getPlateThicknessDescription(1.5, out));
-    EXPECT_ALLOCATIONS(0, KorString, kor_odbc_getScaleDescription(10.0, out, length, false));
-    EXPECT_ALLOCATIONS(0, KorString, kor_odbc_DSTVstatic_getProfile(property.objectNumber, out, axis));
-    EXPECT_ALLOCATIONS(0, KorString,
-                       kor_odbc_DSTVstatic_getObjectProperty(property.objectNumber, property.propertyName, out));
     EXPECT_ALLOCATIONS(0, long, kor_odbc_getSectionBehaviourKey(classes[0].key, out));
     EXPECT_ALLOCATIONS(0, KorString, kor_odbc_LanguageDependent_getRunname(prompt, out));
     // the list of tables and that of their records
@@ -109,7 +99,6 @@ TEST_F(LookUpAllocationsTest, OnlyWhatIsHandedOutIsAllocated)
     constexpr long array = 1, sources = 4, plates = 38;
     const KorString category = entries[0].category;
     EXPECT_ALLOCATIONS(array, Names, Bolts::kor_odbc_getScrewCoatingList(out));
-    EXPECT_ALLOCATIONS(array, Names, kor_odbc_getCombiWeldingList(out));
     EXPECT_ALLOCATIONS(array + sources, Names, kor_odbc_getStandardsList(out));
     EXPECT_ALLOCATIONS(array + sources, KorArray<StructSetNutsBolts>, kor_odbc_getBoltComponents(out));
     EXPECT_ALLOCATIONS(2 * array, Names, kor_odbc_getRuleSublist(category, out));

@@ -1,6 +1,7 @@
 #include "foundation/KorOdbcTables.h"
 #include "lookup/KorOdbcSteelObsolete.h"
 #include "Lookups.h"
+#include "support/DetailRecords.h"
 
 namespace {
 
@@ -36,11 +37,6 @@ TEST_F(SteelLookupsTest, Lists)
         Names names = korTexts({"kept"});
         EXPECT_EQ(list(names), 1);
         EXPECT_EQ(texts(names), expected);
-        if (allSources)
-            return;
-        sql(configuration, {"DROP TABLE [" + table + "]"});
-        EXPECT_NE(list(names), 1);
-        EXPECT_EQ(texts(names), expected);
     };
     // in what order, and from which sources
     check("Standard", kor_odbc_getStandardsList, true, true);
@@ -53,6 +49,19 @@ TEST_F(SteelLookupsTest, Lists)
     check("CombiWelding", kor_odbc_getCombiWeldingList, true, false);
     check("WeldShape", kor_odbc_getFaceShapeDescriptionList, false, false);
     check("WeldDesign", kor_odbc_getSeamExecutingDescriptionList, false, false);
+}
+
+TEST_F(SteelLookupsTest, ComponentsOfAllSources)
+{
+    insert("SetNutsBolts", "[Key]", "(7), (3)");
+    insertIntoAddin("SetNutsBolts", "[Key] INTEGER", "(5)");
+    KorArray<StructSetNutsBolts> components;
+    components.append({}); // replaced
+    EXPECT_EQ(kor_odbc_getBoltComponents(components), 1);
+    std::vector<int> keys;
+    for (const StructSetNutsBolts& component : components)
+        keys.push_back(component.key);
+    EXPECT_EQ(keys, (std::vector{5, 3, 7}));
 }
 
 TEST_F(SteelLookupsTest, KeysAndRunNames)
@@ -84,49 +93,6 @@ TEST_F(SteelLookupsTest, KeysAndRunNames)
     check("DSTVNames", kor_odbc_getDSTVNamesKey, kor_odbc_getDSTVNamesDescription);
     check("Scale", nullptr,
           [](const KorString& key, KorString& text) { return kor_odbc_getScaleDescription(key, text); });
-}
-
-TEST_F(SteelLookupsTest, Tables)
-{
-    const auto check = []<class T>(const char* table, int (*read)(KorArray<T>&), bool allSources = false) {
-        SCOPED_TRACE(table);
-        insert(table, "[Key]", "(7), (3)");
-        if (allSources)
-            insertIntoAddin(table, "[Key] INTEGER", "(5)");
-        KorArray<T> records;
-        const auto keys = [&] {
-            std::string text;
-            for (const T& record : records)
-                text += std::to_string(record.key) + " ";
-            return text;
-        };
-        records.append(T());
-        EXPECT_EQ(read(records), 1);
-        EXPECT_EQ(keys(), allSources ? "5 3 7 " : "3 7 ");
-        sql(configuration, {std::string("DROP TABLE [") + table + "]"});
-        if (!allSources) {
-            EXPECT_NE(read(records), 1);
-            EXPECT_EQ(keys(), "3 7 "); // as it was
-        }
-    };
-    check("SetNutsBolts", kor_odbc_getBoltComponents, true);
-    check("ScrewTypes", kor_odbc_getBoltComponentTypes);
-    check("WeldType", kor_odbc_getWeldTypes);
-    check("CombiWelding", kor_odbc_getCombiWeldTypes);
-    check("WeldShape", kor_odbc_getWeldShapes);
-    check("WeldDesign", kor_odbc_getWeldDesign);
-    check("RenderMaterial", kor_odbc_getRenderMaterials);
-    check("AnchorsName", kor_odbc_getAnchors);
-    check("AnchorsDefinition", kor_odbc_getAnchorDefinitions);
-    check("StrengthClass", kor_odbc_getStrengthClasss);
-    check("Sets", kor_odbc_getSets);
-    check("Sources", kor_odbc_getSources);
-    check("DSTVNames", kor_odbc_getDSTVNamesTable);
-    insert("Authors", "CompanyText, CompanyName", "('ACME', 'Acme''s')");
-    KorArray<StructAuthor> authors;
-    EXPECT_EQ(kor_odbc_getAuthors(authors), 1);
-    ASSERT_EQ(authors.length(), 1);
-    EXPECT_EQ(authors[0].companyName, KorString(L"Acme's"));
 }
 
 TEST_F(SteelLookupsTest, Records)
@@ -169,18 +135,11 @@ TEST_F(SteelLookupsTest, PlateThicknesses)
         EXPECT_EQ(texts(names), (Texts{"Any 'thickness'", "0.200000", "12.000000", "Near", "0.099999"}));
     }
     double thickness = -1;
-    EXPECT_EQ(kor_odbc_getPlateThicknessKey(L"twelve", thickness), 0);
-    EXPECT_EQ(thickness, -1);
     EXPECT_EQ(kor_odbc_getPlateThicknessKey(L"Twelve", thickness), 1);
     EXPECT_EQ(thickness, 12);
     KorString name(L"kept");
     EXPECT_EQ(shown(kor_odbc_getPlateThicknessDescription(0.11, name), name), "0 kept");
     EXPECT_EQ(shown(kor_odbc_getPlateThicknessDescription(0.2, name), name), "1 Two tenths");
-
-    sql(configuration, {"DROP TABLE PlateThickness"});
-    Names names = korTexts({"kept"});
-    EXPECT_EQ(kor_odbc_getPlateThicknessList(names), 0);
-    EXPECT_EQ(texts(names), Texts{"kept"});
 }
 
 TEST_F(SteelLookupsTest, Scales)
@@ -196,8 +155,6 @@ TEST_F(SteelLookupsTest, Scales)
     ASSERT_EQ(scales.length(), 2);
     EXPECT_EQ(scales[1].key, 4);
     StructScale scale;
-    EXPECT_EQ(kor_odbc_getSpecificScale(L"1:96", metric, scale), 0);
-    EXPECT_EQ(scale.key, -1);
     EXPECT_EQ(kor_odbc_getSpecificScale(L"1:96", imperial, scale), 1);
     EXPECT_EQ(scale.key, 2);
     insert("Scale", "[Key], RunName, Factor, UnitType", "(9, '1:96', 96, 0)"); // in both unit systems
@@ -214,12 +171,7 @@ TEST_F(SteelLookupsTest, Scales)
     EXPECT_EQ(described(0.1, imperial, true), "1 1:10");
     EXPECT_EQ(described(0.1, imperial, false), "0 kept");
     EXPECT_EQ(described(0.07, metric, true), "0 kept");
-    KorArray<double> factors;
-    factors.append(0.07);
-    EXPECT_EQ(kor_odbc_getListScaleDescription(factors, names, metric, false), 0);
-    EXPECT_EQ(texts(names), (Texts{"1:10", "1:20"}));
-    factors.append(0.05);
-    EXPECT_EQ(kor_odbc_getListScaleDescription(factors, names, metric, false), 1);
+    EXPECT_EQ(kor_odbc_getListScaleDescription(details::list({0.07, 0.05}), names, metric, false), 1);
     EXPECT_EQ(texts(names), (Texts{"", "1:20"}));
 }
 
@@ -250,14 +202,7 @@ TEST_F(SteelLookupsTest, Welds)
 
     int key = 9, first = 9, second = 9;
     KorString name(L"kept");
-    EXPECT_EQ(kor_odbc_getCombiWelding(L"both", key), 0);
-    EXPECT_EQ(kor_odbc_getCombiWelding(1003, first, second), 0);
-    EXPECT_EQ(kor_odbc_getCombiWelding(1003, name), 0);
     EXPECT_EQ(kor_odbc_getCombiWeldingFor(1000, 1, key), 0); // the order counts
-    EXPECT_EQ(kor_odbc_getFaceShapeDescription(L"Flat", key), 0);
-    EXPECT_EQ(kor_odbc_getSeamExecutingDescription(L"Flat", key), 0);
-    EXPECT_EQ(key + first + second, 27);
-    EXPECT_EQ(name, KorString(L"kept"));
     EXPECT_EQ(kor_odbc_getFaceShapeDescription(3), KorString());
     EXPECT_EQ(kor_odbc_getSeamExecutingDescription(2), KorString());
 
@@ -314,17 +259,13 @@ TEST_F(SteelLookupsTest, StaticAnalysis)
            "(1, 1, 'Role', 'Column'), (2, 2, 'Role', 'it''s'), (3, 2, 'Camber', '10')");
     EXPECT_EQ(shown(kor_odbc_DSTVstatic_getNumberOfObjects(number), number), "1 2");
     StructDSTVStaticInB01 object;
-    EXPECT_EQ(kor_odbc_DSTVstatic_getObject(3, object), 0);
-    EXPECT_EQ(object.key, -1);
     EXPECT_EQ(kor_odbc_DSTVstatic_getObject(2, object), 1);
     EXPECT_EQ(object.runName, KorString(L"Beam"));
     StructDSTVStaticInB02 node;
-    EXPECT_EQ(kor_odbc_DSTVstatic_getNode(5, node), 0);
     EXPECT_EQ(kor_odbc_DSTVstatic_getNode(4, node), 1);
     EXPECT_EQ(node.z, 3.5);
     KorString text(L"kept");
     auto axis = StructDSTVStaticInB03::kStrongAxis;
-    EXPECT_EQ(kor_odbc_DSTVstatic_getProfile(3, text, axis), 0);
     EXPECT_EQ(shown(kor_odbc_DSTVstatic_getObjectProperty(1, L"Camber", text), text), "0 kept");
     EXPECT_EQ(shown(kor_odbc_DSTVstatic_getProfile(2, text, axis), text), "1 IPE's");
     EXPECT_EQ(axis, StructDSTVStaticInB03::kWeakAxis);
@@ -337,41 +278,17 @@ TEST_F(SteelLookupsTest, ObsoleteOperations)
     columns.append(KorColumn(L"kept", KorItemType::kInt));
     KorArray<KorColumnData> data;
     data.append(KorColumnData());
-    Names names = korTexts({"kept"});
     KorString text(L"kept");
-    long key = 9;
     AssertionRecorder assertions;
     const auto obsolete = [&](int result) {
         EXPECT_EQ(result, 0);
         EXPECT_EQ(assertions.take(), Texts{"KorSignRules: thisMethodIsObsolete"});
     };
     obsolete(kor_odbc_getColumnBaseRecord(1, columns));
-    obsolete(kor_odbc_getColumnBaseRecord(L"1", columns));
-    obsolete(kor_odbc_getColumnBaseRecord(L"HEA", L"1", columns));
-    obsolete(kor_odbc_getColumnBaseFirstKey(L"HEA", text));
     obsolete(kor_odbc_getColumnBaseTable(data, columns));
-    obsolete(kor_odbc_getEndplateTable(data, columns));
-    obsolete(kor_odbc_getAngleTable(data, columns));
     obsolete(kor_odbc_getPlantPartSubtypename(1, text));
-    obsolete(kor_odbc_getPlantPartSublist(L"x", names));
-    obsolete(kor_odbc_getPlantPartkey(L"x", key));
-    obsolete(kor_odbc_getSubtypekeyOfPlantPart(L"x", key));
-    obsolete(kor_odbc_getPlantPartsCategoriesList(names));
-    obsolete(kor_odbc_getPlantPartname(1, text));
-    EXPECT_EQ(columns.length() + data.length() + names.length(), 3);
+    EXPECT_EQ(columns.length() + data.length(), 2);
     EXPECT_EQ(text, KorString(L"kept"));
-    EXPECT_EQ(key, 9);
-}
-
-TEST(SteelLookupsResetTest, ShowWhatAnotherProcessChanged)
-{
-    const RepositoryFolder folder;
-    Names names;
-    ASSERT_EQ(kor_odbc_getStandardsList(names), 1);
-    folder.executeOutside("configuration.db", "INSERT INTO Standard ([Key], RunName) VALUES (1, 'ISO 4014')");
-    kor_odbc_resetAllTables();
-    ASSERT_EQ(kor_odbc_getStandardsList(names), 1);
-    EXPECT_EQ(texts(names), Texts{"ISO 4014"});
 }
 
 } // namespace

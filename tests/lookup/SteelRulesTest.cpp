@@ -46,10 +46,6 @@ TEST_F(SteelRulesTest, OneTextByRunName)
     check(kor_odbc_mapRuleName, L"Header's", "1 End plate");
     StructRules rule;
     long version = 1;
-    EXPECT_EQ(kor_odbc_getRuleObject(L"none", rule), 0);
-    EXPECT_EQ(kor_odbc_getRuleVersion(L"none", version), 0);
-    EXPECT_EQ(rule.key, -1);
-    EXPECT_EQ(version, 1);
     EXPECT_EQ(kor_odbc_getRuleObject(L"End plate", rule), 1);
     EXPECT_EQ(kor_odbc_getRuleVersion(L"End plate", version), 1);
     EXPECT_EQ(rule.description, KorString(L"  text's 11 "));

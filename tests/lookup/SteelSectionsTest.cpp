@@ -69,13 +69,6 @@ TEST_F(SteelSectionsTest, MenuLists)
     EXPECT_EQ(menu(2L, 1), Texts{"kept"}); // its table is missing
     EXPECT_EQ(menu(KorString(L"Wide"), 3), sections);
     EXPECT_EQ(menu(KorString(L"wide"), 1), Texts{"kept"});
-
-    KorArray<KorString> names = korTexts({"kept"});
-    EXPECT_EQ(kor_odbc_get_menu_sublist(L"None", names), 0);
-    EXPECT_EQ(kor_odbc_get_menu_sublist(L"Lost ones", names), 0);
-    EXPECT_EQ(names.length(), 1);
-    EXPECT_EQ(kor_odbc_get_menu_sublist(L"Wide", names), 1);
-    EXPECT_EQ(names.length(), 3);
 }
 
 TEST_F(SteelSectionsTest, FieldsOfAClass)
@@ -93,6 +86,7 @@ TEST_F(SteelSectionsTest, FieldsOfAClass)
     check(runName, L"HEA", "1 Wide");
     check(runName, L"Type's", "0 kept");
     check(kor_odbc_get_sec_subtype_name, internalName("HEA", "any"), "1 Subtype");
+    check(kor_odbc_get_sec_subtype_name, internalName("HEA", "a@b"), "1 Subtype");
     check(kor_odbc_get_sec_subtype_name, internalName("", "any"), "0 kept");
     check(kor_odbc_get_sec_subtype_name, internalName("HEA", ""), "0 kept");
     check(kor_odbc_get_sec_subtype_name, L"HEA", "0 kept");

@@ -41,31 +41,25 @@ TEST_F(TableMaintenanceTest, StatementsAndResults)
         EXPECT_EQ(rows(details, "Plates"), rowsAfter);
     };
     check([&] { return erase(table); }, 1, {"DELETE FROM [Plates] "}, {});
-    check([&] { return erase(alias, details); }, 1, {"DELETE FROM [Plates] "}, {});
     check([&] { return erase(alias, L"WHERE [Key]=3"); }, 1, {"DELETE FROM [Plates] WHERE [Key]=3"},
           {all[0], all[1]});
     check([&] { return erase(table, L"WHERE [Name]='ä[b]%d'", details); }, 1,
           {"DELETE FROM [Plates] WHERE [Name]='ä[b]%d'"}, {all[0], all[2]});
     check([&] { return erase(table, L"WHERE [No]=3"); }, 0, {"DELETE FROM [Plates] WHERE [No]=3"}, all);
     check([&] { return erase(table, KorDSNDefinitions::kProfiles); }, 0, {"DELETE FROM [Plates] "}, all);
-    check([&] { return erase(missing); }, 0, {}, all);
     check([&] { return erase(KorString(L"Loop")); }, 0, {}, all);
     check([&] { return change(alias, L"[Name]='100% %s'", L"[Key]=1"); }, 1,
           {"UPDATE [Plates] SET [Name]='100% %s' WHERE [Key]=1"}, {"1|100% %s|10", all[1], all[2]});
     check([&] { return change(table, L"[No]=1", L"[Key]=1"); }, 0, {"UPDATE [Plates] SET [No]=1 WHERE [Key]=1"},
           all);
-    check([&] { return change(missing, L"[No]=1", L"[Key]=1"); }, 0, {}, all);
     check([&] { return Gui::dropTable(alias); }, 1, {"DROP TABLE [Plates]"}, {});
-    check([&] { return Gui::dropTable(table, details); }, 1, {"DROP TABLE [Plates]"}, {});
     check([&] { return Gui::dropTable(missing, details); }, 0, {"DROP TABLE [Missing]"}, all);
-    check([&] { return Gui::dropTable(missing); }, 0, {}, all);
     check([&] { return Gui::dropColumn(alias, L"Name"); }, 1, {"ALTER TABLE Plates DROP COLUMN Name"},
           {"1|10", "2|20", "3|30"});
     check([&] { return Gui::dropColumn(table, L"Width", details); }, 1, {"ALTER TABLE Plates DROP COLUMN Width"},
           {"1|it's", "2|ä[b]%d", "3|板🔩"});
     check([&] { return Gui::dropColumn(table, L"No"); }, 0, {"ALTER TABLE Plates DROP COLUMN No"}, all);
     check([&] { return add(table, {}); }, -1, {}, all);
-    check([&] { return add(missing, {}, details); }, -1, {}, all);
     check([&] { return add(missing, {"A INTEGER"}); }, 0, {}, all);
     check(
         [&] {
@@ -118,16 +112,6 @@ TEST_F(TableMaintenanceTest, BackupAndRestore)
     }
 }
 
-TEST_F(TableMaintenanceTest, BackupReplacesAnOlderCopyAndNeedsATable)
-{
-    sql(details, {"CREATE TABLE Plates_Copy (Old TEXT)"});
-    EXPECT_EQ(KorOdbcGUI::backupTable(L"Plates", L"Plates_Copy"), 1);
-    EXPECT_EQ(columns(details, "Plates_Copy"), columns(details, "Plates"));
-    EXPECT_EQ(KorOdbcGUI::backupTable(L"Missing", L"Missing_Copy"), 0);
-    EXPECT_EQ(KorOdbcGUI::backupTable(L"Plates", L"Plates_Copy", KorDSNDefinitions::kProfiles), 0);
-    EXPECT_EQ(KorOdbcGUI::backupTable(L"Plates", L"Plates_Copy", KorDSNDefinitions::kUnresolved), 0);
-}
-
 TEST_F(TableMaintenanceTest, RestoringFromACopyWithOtherColumns)
 {
     for (const char* copyColumns : {"Key, Name", "Key, A, B, C"}) {
@@ -146,22 +130,6 @@ TEST_F(TableMaintenanceTest, RestoringFromACopyWithOtherColumns)
         EXPECT_EQ(rows(details, "Plates"), plates);
         EXPECT_TRUE(exists(details, "Plates_Copy"));
     }
-}
-
-TEST_F(TableMaintenanceTest, FailedInsertKeepsTheCopy)
-{
-    // as many columns, but a row that the table refuses
-    sql(details, {"CREATE TABLE Plates_Copy (Key TEXT, Name TEXT, Width INTEGER)",
-                  "INSERT INTO Plates_Copy VALUES ('no number', 'x', 1)"});
-    EXPECT_EQ(KorOdbcGUI::restoreTable(L"Plates", L"Plates_Copy", details), 0);
-    EXPECT_EQ(rows(details, "Plates_Copy"), Texts{"no number|x|1"});
-    EXPECT_EQ(rows(details, "Plates"), plates);
-    sql(details, {"UPDATE Plates_Copy SET Key = 5"});
-    EXPECT_EQ(KorOdbcGUI::restoreTable(L"Plates", L"Plates_Copy", details), 1);
-    EXPECT_EQ(rows(details, "Plates"), Texts{"5|x|1"});
-    // nothing to restore from, nothing to restore into
-    EXPECT_EQ(KorOdbcGUI::restoreTable(L"Missing", L"Missing_Copy", details), 0);
-    EXPECT_EQ(KorOdbcGUI::restoreTable(L"Missing", L"Missing_Copy"), 0);
 }
 
 TEST_F(TableMaintenanceTest, SurplusColumnsGoFromTheEnd)
@@ -193,50 +161,6 @@ TEST_F(TableMaintenanceTest, SurplusColumnsGoFromTheEnd)
         }
     EXPECT_EQ(KorOdbcGUI::restoreTableStructure(L"Missing", L"Plates"), 0);
     EXPECT_EQ(KorOdbcGUI::restoreTableStructure(L"Plates", L"Plates", KorDSNDefinitions::kUnresolved), 0);
-}
-
-TEST_F(TableMaintenanceTest, NamesAreNamesAndNothingElse)
-{
-    for (const std::string name : {"it's 100% %s", "Träger 板", "🔩", "a [b", "x; --"}) {
-        SCOPED_TRACE(name);
-        const KorString table = KorString::fromUtf8(name), copy = table + L"_VELCopy";
-        sql(details, {"CREATE TABLE [" + name + "] (Key INTEGER PRIMARY KEY, Name TEXT)",
-                      "INSERT INTO [" + name + "] VALUES (1, 'a')"});
-        EXPECT_EQ(KorOdbcGUI::backupTable(table, copy), 1);
-        EXPECT_EQ(KorOdbcGUI::updateTableInformation(table, L"[Name]='b'", L"[Key]=1"), 1);
-        EXPECT_EQ(rows(details, name), Texts{"1|b"});
-        EXPECT_EQ(KorOdbcGUI::restoreTable(table, copy, details), 1);
-        EXPECT_EQ(rows(details, name), Texts{"1|a"});
-        EXPECT_EQ(KorOdbcGUI::dropTable(table), 1);
-    }
-    // a closing bracket ends the name: the statement fails and harms no other table
-    for (const wchar_t* name : {L"Plates] ; DROP TABLE [Plates", L"a]b"}) {
-        EXPECT_EQ(KorOdbcGUI::dropTable(name, details), 0);
-        EXPECT_EQ(KorOdbcGUI::deleteTableInformation(name, details), 0);
-    }
-    EXPECT_EQ(rows(details, "Plates"), plates);
-}
-
-TEST_F(TableMaintenanceTest, EachOperationIsStoredAtOnce)
-{
-    sql(details, {"CREATE TABLE One_Copy (Key)"});
-    const std::function<int()> operations[] = {
-        [] { return KorOdbcGUI::backupTable(L"Plates", L"Plates_Copy"); },
-        [] { return KorOdbcGUI::setNewColumns(L"Plates", korTexts(Texts(1, "A TEXT"))); },
-        [] { return KorOdbcGUI::restoreTableStructure(L"Plates", L"Plates_Copy"); },
-        [] { return KorOdbcGUI::restoreTable(L"Plates", L"Plates_Copy"); },
-        [] { return KorOdbcGUI::backupTable(L"Plates", L"Plates_Copy", details); },
-        [] { return KorOdbcGUI::restoreTable(L"Plates", L"Plates_Copy", details); },
-        [] { return KorOdbcGUI::restoreTableStructure(L"Plates", L"One_Copy", details); },
-    };
-    int i = 0;
-    for (const auto& operation : operations) {
-        SCOPED_TRACE(i++);
-        StatementRecorder statements(true);
-        EXPECT_EQ(operation(), 1);
-        EXPECT_EQ(std::ranges::count(statements.take(), std::string("COMMIT")), 1);
-    }
-    EXPECT_EQ(columns(details, "Plates"), Texts{"Key"});
 }
 
 } // namespace

@@ -46,20 +46,10 @@ TEST_F(ToolbarsTest, WritesInTheToolbarSourceWhateverIsCurrent)
     sql(configuration, {"CREATE TABLE Toolbars (Key, A, B, C, D, E, F)", "INSERT INTO Toolbars(Key) VALUES (2)"});
     const KorDSNRequest request(configuration, KorDSNDefinitions::kBase);
     EXPECT_EQ(KorOdbcGUI::putToolbarInformation(toolbar), 1);
+    toolbar.key = 77;
+    EXPECT_EQ(KorOdbcGUI::putToolbarInformation(toolbar), 0);
     EXPECT_EQ(rows(configuration, "Toolbars"), Texts{"2||||||"});
     EXPECT_EQ(rows(toolbars, "Toolbars")[1], "2|Edit 2||-1|0|0|4");
-}
-
-TEST_F(ToolbarsTest, ToolbarThatDoesNotExist)
-{
-    StructToolbarsTable toolbar;
-    toolbar.key = 77;
-    toolbar.runName = L"kept";
-    EXPECT_EQ(KorOdbcGUI::getToolbarInformation(77, toolbar), 0);
-    EXPECT_EQ(toolbar.runName, L"kept");
-    const Texts before = rows(toolbars, "Toolbars");
-    EXPECT_EQ(KorOdbcGUI::putToolbarInformation(toolbar), 0);
-    EXPECT_EQ(rows(toolbars, "Toolbars"), before);
 }
 
 TEST_F(ToolbarsTest, ReopeningTheMenuBringsTheDefaultsBack)

@@ -37,7 +37,6 @@ TEST_F(KorODBCUserProfileTest, OwnerIsEnteredOnce)
     const std::string insert = "INSERT INTO Authors (CompanyText,CompanyName) VALUES ";
     for (const Case& one : {
              Case{{}, "-", {insert + "('-','-')"}, {"-|-"}},
-             {{"('ODBC_OwnerKey','ACME')"}, "ACME", {insert + "('ACME','-')"}, {"ACME|-"}},
              {{"('ODBC_OwnerText','Acme Ltd')"}, "-", {insert + "('-','Acme Ltd')"}, {"-|Acme Ltd"}},
              {{"('ODBC_OwnerKey','O''Neill')", "('ODBC_OwnerText','100% [Stähle] 板🔩 ''x''')"},
               "O'Neill",
@@ -47,7 +46,6 @@ TEST_F(KorODBCUserProfileTest, OwnerIsEnteredOnce)
               "'),('x','",
               {insert + "('''),(''x'',''','-')"},
               {"'),('x','|-"}},
-             {{"('ODBC_OwnerKey','')"}, "", {insert + "('','-')"}, {"|-"}},
          }) {
         SCOPED_TRACE(one.owner);
         RepositoryTest::TearDown();
@@ -76,13 +74,6 @@ TEST_F(KorODBCUserProfileTest, KnownOwnerCostsNoStatement)
         KorODBCUserProfile::resetOwnerText();
     EXPECT_EQ(statements.take(), Texts{});
     EXPECT_EQ(owner(), "ACME");
-
-    KorDatabaseBatch batch; // nor while a transfer writes
-    sql(details, {"DELETE FROM DetailStyle"});
-    statements.take();
-    KorODBCUserProfile::resetOwnerText();
-    EXPECT_EQ(statements.take(), Texts{});
-    batch.end(1);
 }
 
 TEST_F(KorODBCUserProfileTest, OwnerIsSetWithoutAuthorsToo)
@@ -108,18 +99,13 @@ TEST_F(KorODBCUserProfileTest, OwnerIsWithheldDuringTransfers)
     EXPECT_EQ(owner(), "-");
 }
 
-TEST_F(KorODBCUserProfileTest, LimitsAndSectionType)
+TEST_F(KorODBCUserProfileTest, Limits)
 {
     EXPECT_EQ(KorODBCUserProfile::getMaxPointsUserSection(), 0);
-    EXPECT_EQ(KorODBCUserProfile::getMaxContoursUserSection(), 0);
     sql(configuration,
         {"INSERT INTO Default_INT VALUES ('ODBC_ProfileMaxPoints',200),('ODBC_ProfileMaxContours',5)"});
     EXPECT_EQ(KorODBCUserProfile::getMaxPointsUserSection(), 200);
     EXPECT_EQ(KorODBCUserProfile::getMaxContoursUserSection(), 5);
-
-    KorODBCUserProfile::Setm_sSectionTypeName(L"Geländer");
-    EXPECT_EQ(KorODBCUserProfile::Getm_sSectionTypeName(), L"Geländer");
-    KorODBCUserProfile::Setm_sSectionTypeName(L"");
 }
 
 } // namespace

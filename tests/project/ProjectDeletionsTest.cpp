@@ -1,5 +1,6 @@
 #include "project/ProjectFixture.h"
 
+#include <functional>
 #include <random>
 #include <set>
 
@@ -21,82 +22,50 @@ TEST_F(ProjectDeletionsTest, DeletionsGiveTheirResultsAndLeaveWhatHasChildren)
         "'')",
         "INSERT INTO ModelSelectionApplications VALUES (1, 'used', 1, '', ''), (2, 'unused', 1, '', '')",
         "INSERT INTO ModelExtracts VALUES (1, 'used', 1, -1, '', '')"};
+    using P = KorODBCProject;
+    const auto of = [](auto remove, auto record) { return [=] { return remove(record); }; };
+    const auto without = [](const std::string& table, auto act) {
+        return [=] {
+            sql(drawing, {"DROP TABLE " + table});
+            return act();
+        };
+    };
     const struct {
-        const char* what;
-        int (*act)();
+        std::function<int()> act;
         int result;
         Texts gone;
     } cases[] = {
-        {"used template", [] { return KorODBCProject::deleteTemplate(keyed<Template>(1)); }, -2, {}},
-        {"template",
-         [] { return KorODBCProject::deleteTemplate(keyed<Template>(2)); },
-         1,
-         {"XMLData: 2|1|b", "ReportTemplates: 2|unused|1|2|||"}},
-        {"bare template", [] { return KorODBCProject::deleteTemplate(keyed<Template>(3)); }, 0, {}},
-        {"template with a lost document",
-         [] { return KorODBCProject::deleteTemplate(keyed<Template>(4)); },
-         0,
-         {}},
-        {"no template", [] { return KorODBCProject::deleteTemplate(keyed<Template>(9)); }, 0, {}},
-        {"used type", [] { return KorODBCProject::deleteReportType(keyed<Type>(1)); }, 1, {}},
-        {"type",
-         [] { return KorODBCProject::deleteReportType(keyed<Type>(2)); },
-         1,
-         {"ReportTypes: 2|unused|1||"}},
-        {"used selection", [] { return KorODBCProject::deleteModelSelection(keyed<Selection>(1)); }, 1, {}},
-        {"selection",
-         [] { return KorODBCProject::deleteModelSelection(keyed<Selection>(2)); },
-         1,
-         {"XMLData: 4|1|d", "ModelSelections: 2|unused||4|"}},
-        {"bare selection",
-         [] { return KorODBCProject::deleteModelSelection(keyed<Selection>(3)); },
-         1,
-         {"ModelSelections: 3|bare||-1|"}},
-        {"used application",
-         [] { return KorODBCProject::deleteModelSelectionApplication(keyed<Application>(1)); },
-         -2,
-         {}},
-        {"application",
-         [] { return KorODBCProject::deleteModelSelectionApplication(keyed<Application>(2)); },
+        {of(P::deleteTemplate, keyed<Template>(1)), -2, {}},
+        {of(P::deleteTemplate, keyed<Template>(2)), 1, {"XMLData: 2|1|b", "ReportTemplates: 2|unused|1|2|||"}},
+        {of(P::deleteTemplate, keyed<Template>(3)), 0, {}},
+        {of(P::deleteTemplate, keyed<Template>(4)), 0, {}},
+        {of(P::deleteTemplate, keyed<Template>(9)), 0, {}},
+        {of(P::deleteReportType, keyed<Type>(1)), 1, {}},
+        {of(P::deleteReportType, keyed<Type>(2)), 1, {"ReportTypes: 2|unused|1||"}},
+        {of(P::deleteModelSelection, keyed<Selection>(1)), 1, {}},
+        {of(P::deleteModelSelection, keyed<Selection>(2)), 1, {"XMLData: 4|1|d", "ModelSelections: 2|unused||4|"}},
+        {of(P::deleteModelSelection, keyed<Selection>(3)), 1, {"ModelSelections: 3|bare||-1|"}},
+        {of(P::deleteModelSelectionApplication, keyed<Application>(1)), -2, {}},
+        {of(P::deleteModelSelectionApplication, keyed<Application>(2)),
          1,
          {"ModelSelectionApplications: 2|unused|1||"}},
-        {"extract",
-         [] { return KorODBCProject::deleteModelExtract(keyed<Extract>(1)); },
-         1,
-         {"ModelExtracts: 1|used|1|-1||"}},
-        {"report", [] { return KorODBCProject::deleteReport(keyed<Report>(1)); }, 1, {"Reports: 1|r|1|1|||"}},
-        {"document", [] { return KorODBCProject::deleteXMLData(keyed<Xml>(2)); }, 1, {"XMLData: 2|1|b"}},
-        {"no document", [] { return KorODBCProject::deleteXMLData(keyed<Xml>(9)); }, 0, {}},
-        {"all applications, one of which stays",
-         KorODBCProject::deleteModelSelectionApplications,
-         2,
-         {"ModelSelectionApplications: 2|unused|1||"}},
-        {"all extracts", KorODBCProject::deleteModelExtracts, 1, {"ModelExtracts: 1|used|1|-1||"}},
+        {of(P::deleteModelExtract, keyed<Extract>(1)), 1, {"ModelExtracts: 1|used|1|-1||"}},
+        {of(P::deleteReport, keyed<Report>(1)), 1, {"Reports: 1|r|1|1|||"}},
+        {of(P::deleteXMLData, keyed<Xml>(2)), 1, {"XMLData: 2|1|b"}},
+        {of(P::deleteXMLData, keyed<Xml>(9)), 0, {}},
+        {P::deleteModelSelectionApplications, 2, {"ModelSelectionApplications: 2|unused|1||"}},
+        {P::deleteModelExtracts, 1, {"ModelExtracts: 1|used|1|-1||"}},
         // tables that are not there: children that cannot be counted, and no document of another database goes
-        {"template without reports",
-         [] {
-             sql(drawing, {"DROP TABLE Reports"});
-             return KorODBCProject::deleteTemplate(keyed<Template>(2));
-         },
-         -1,
-         {"Reports: 1|r|1|1|||"}},
-        {"selection without applications",
-         [] {
-             sql(drawing, {"DROP TABLE ModelSelectionApplications"});
-             return KorODBCProject::deleteModelSelection(keyed<Selection>(2));
-         },
+        {without("Reports", of(P::deleteTemplate, keyed<Template>(2))), -1, {"Reports: 1|r|1|1|||"}},
+        {without("ModelSelectionApplications", of(P::deleteModelSelection, keyed<Selection>(2))),
          -1,
          {"ModelSelectionApplications: 1|used|1||", "ModelSelectionApplications: 2|unused|1||"}},
-        {"template without documents",
-         [] {
-             sql(drawing, {"DROP TABLE XMLData"});
-             return KorODBCProject::deleteTemplate(keyed<Template>(2));
-         },
+        {without("XMLData", of(P::deleteTemplate, keyed<Template>(2))),
          0,
          {"XMLData: 1|1|a", "XMLData: 2|1|b", "XMLData: 3|1|c", "XMLData: 4|1|d"}},
     };
     for (const auto& one : cases) {
-        SCOPED_TRACE(one.what);
+        SCOPED_TRACE(&one - cases);
         std::string error;
         ASSERT_TRUE(korodbc::host::openRepositoryInMemory({}, error));
         for (const Place& place : places)

@@ -1,9 +1,7 @@
 #include "roots/KorLogfile.h"
-#include "roots/KorProgressCtrl.h"
 #include "roots/KorPromptsProxy.h"
 #include "roots/KorRegExWrapper.h"
 #include "roots/KRSettings.h"
-#include "roots/ProgressSink.h"
 #include "roots/PromptSource.h"
 #include "roots/SettingsStore.h"
 
@@ -56,25 +54,6 @@ TEST(KorPromptsProxyTest, MessagesTakeTheirArguments)
     }
 }
 
-TEST(KorProgressCtrlTest, ReachesTheInstalledSink)
-{
-    struct Sink : korodbc::host::ProgressSink {
-        void title(const KorString& title) override { calls << title.toUtf8() << ';'; }
-        void percentage(int percentage, int flag) override { calls << percentage << ',' << flag << ';'; }
-        void reset() override { calls << "reset"; }
-        std::ostringstream calls;
-    };
-    const auto sink = std::make_shared<Sink>();
-    KorProgressCtrl::setTitle(L"unseen");
-    korodbc::host::setProgressSink(sink);
-    KorProgressCtrl::setTitle(L"Writing");
-    KorProgressCtrl::setPercentage(50, 1);
-    KorProgressCtrl::reset();
-    korodbc::host::setProgressSink(nullptr);
-    KorProgressCtrl::reset();
-    EXPECT_EQ(sink->calls.str(), "Writing;50,1;reset");
-}
-
 TEST(KRSettingsTest, KeepsTextsAndNumbers)
 {
     KorString text(L"before");
@@ -91,21 +70,7 @@ TEST(KRSettingsTest, KeepsTextsAndNumbers)
         EXPECT_EQ(KRSettings::getValue(L"Region Key", number), 0);
         EXPECT_EQ(number, 12);
     }
-
-    struct ReadOnly : korodbc::host::SettingsStore {
-        bool get(const KorString&, KorString& value) override
-        {
-            value = L"-3 ";
-            return true;
-        }
-        bool set(const KorString&, const KorString&) override { return false; }
-    };
-    korodbc::host::setSettingsStore(std::make_shared<ReadOnly>());
-    EXPECT_EQ(KRSettings::setValue(L"a", 1), 0);
-    EXPECT_EQ(KRSettings::getValue(L"a", number), 1);
-    EXPECT_EQ(number, -3);
     korodbc::host::setSettingsStore(nullptr);
-    EXPECT_EQ(KRSettings::getValue(L"Region Key", text), 0);
 }
 
 TEST(KorRegExWrapperTest, MatchesAndSearches)

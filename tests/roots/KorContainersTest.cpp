@@ -71,22 +71,9 @@ TEST(KorArrayTest, UnwrittenElementsAreOnesAndOldOnesStay)
         EXPECT_EQ(array[last], -1) << length;
     }
 
-    KorArray<KorString> texts;
-    texts.append(L"first");
-    texts.append(L"second");
-    texts.deleteAt(0);
-    texts.setLogicalLength(3);
-    EXPECT_TRUE(texts[0] == L"second" && texts[1] == L"second" && texts[2].isEmpty());
-
     KorArray<Key> keys;
     keys.setAt(1, Key{3});
     EXPECT_EQ(keys[0].value, -1);
-    KorArray<double> reals;
-    reals.setAt(1, 1.0);
-    EXPECT_EQ(reals[0], 0.0);
-    KorArray<bool> flags;
-    flags.setLogicalLength(1);
-    EXPECT_TRUE(flags[0]);
 }
 
 TEST(KorArrayTest, ShrinksOnlyWhenItPays)

@@ -54,11 +54,7 @@ TEST(KorStringTest, DecodesUtf8)
     };
     const Case cases[] = {
         {"", L""},
-        {"IPE 200'\"[%]", L"IPE 200'\"[%]"},
         {"a\0b"s, L"a\0b"s},
-        {"Tr\xC3\xA4ger \xC3\x9F", L"Tr\u00E4ger \u00DF"},
-        {"\xE9\x92\xA2\xE6\xA2\x81", L"\u94A2\u6881"},
-        {"\xF0\x9F\x94\xA9!", L"\U0001F529!"},
         {"\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF4\x8F\xBF\xBF", L"\u07FF\u0800\uFFFF\U0010FFFF"},
     };
     for (const Case& one : cases) {
@@ -134,9 +130,6 @@ TEST(KorStringTest, FindsAndCuts)
     EXPECT_EQ(text.left(-1) + text.right(-1) + text.mid(99) + text.mid(8, 3), L"");
     EXPECT_EQ(text.mid(-2, 2), L"a;");
     EXPECT_EQ(KorString(L" \t x y\t ").trimmed(), L"x y");
-    EXPECT_EQ(KorString(L" \tx ").trimmedLeft(), L"x ");
-    EXPECT_EQ(KorString(L" x \t").trimmedRight(), L" x");
-    EXPECT_TRUE(KorString(L"\t ").trimmed().isEmpty());
 
     constexpr long largest = std::numeric_limits<long>::max(), smallest = std::numeric_limits<long>::min();
     const std::pair<const wchar_t*, long> numbers[] = {{L"", 0},

@@ -1,10 +1,24 @@
 #pragma once
 
+#include "../src/foundation/RecordColumns.h"
 #include "edit/KorOdbcMan.h"
 #include "support/DetailRecords.h"
 #include "support/RepositoryFixture.h"
 #include "transfer/KorDetailTableDependencies.h"
 #include "transfer/KorODBCDetailStyleExports.h"
+
+/// The values of a record and of its items; without those that say which row of whom it is, unless `withKeys`.
+inline std::string shown(const RecordDescription& type, const void* record, bool withKeys = false)
+{
+    std::string line;
+    korodbc::forEachColumn(type, record, [&](const ColumnDescription& column, const void* of, long) {
+        const bool own = column.role == ColumnRole::Key || column.role == ColumnRole::ItemOwner ||
+                         column.role == ColumnRole::Owner;
+        line += withKeys || !own ? details::literal(column, of) + " " : "";
+        return true;
+    });
+    return line;
+}
 
 /// A repository in memory with one complete detail style in the base details (keys from 1) and one in the add-in
 /// (keys from 101); two country add-ins, empty.

@@ -252,20 +252,6 @@ std::string difference(const Contents& expected, const Contents& actual)
     return text;
 }
 
-std::set<std::string> dangling(const Contents& contents)
-{
-    std::set<std::string> keys, found; // of all tables
-    for (const Rule& rule : rules)
-        for (const Row& row : contents.at(rule.table))
-            keys.insert(rule.table + row.at("Key"));
-    for (const Rule& rule : rules)
-        for (const auto& [key, cells] : recordsOf(rule, contents))
-            for (const Cell& cell : cells)
-                if (!cell.column->target.empty() && !keys.contains(cell.column->target + cell.value))
-                    found.insert(cell.table + " " + key + " " + cell.order + " " + cell.name);
-    return found;
-}
-
 Outcome compact(const Contents& before, Type type, bool deletes, bool setsAlone)
 {
     Outcome outcome{before};

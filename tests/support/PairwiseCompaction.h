@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -18,8 +17,6 @@ using Contents = std::map<std::string, std::vector<Row>>; // by table, rows by r
 Contents readFile(const std::string& file);
 /// The tables in which the actual contents differ from the expected ones; empty when they are equal.
 std::string difference(const Contents& expected, const Contents& actual);
-/// The references between compacted tables that point at no row.
-std::set<std::string> dangling(const Contents& contents);
 
 enum Type { kStyles = 1, kProcesses = 2, kAll = 3 };
 struct Outcome {

@@ -167,6 +167,24 @@ protected:
         }
         EXPECT_EQ(after.size(), before.size()) << arguments;
     }
+    struct Refused {
+        std::string arguments;
+        int code;
+        std::string error;
+    };
+    void expectRefused(std::initializer_list<Refused> commands) const
+    {
+        for (const Refused& command : commands)
+            expectRefused(command.arguments, command.code, command.error);
+    }
+    /// Commands that succeed, and what is found in their output.
+    void expectPrinted(std::initializer_list<std::pair<std::string, std::string>> commands) const
+    {
+        for (const auto& [arguments, pattern] : commands) {
+            const std::string out = output(arguments);
+            EXPECT_TRUE(matches(out, pattern)) << arguments << "\n" << out;
+        }
+    }
     std::string title() const { return output("show DetailStyle 1 --json"); }
 
     fs::path m_folder;

@@ -15,45 +15,32 @@ TEST_F(CommandLine, BadInputIsRefusedInOneLineAndChangesNothing)
     sql(m_folder / "dangling.db", "DELETE FROM DetViewRequest");
     damage(m_folder / "damaged.db");
     fs::create_directory(m_folder / "folder.db");
-    const struct {
-        std::string arguments;
-        int code;
-        std::string error;
-    } cases[] = {
+    expectRefused({
         {"", 2, "korodbc --help"},
         {"frobnicate", 2, "there is no command \"frobnicate\"; see: korodbc --help"},
         {"-r work stiles", 2, "no command \"stiles\" .did you mean \"styles\""},
         {"show", 2, "TABLE is required"},
         {"show Material --csv --json", 2, "--csv and --json"},
         {"edit DetailStyle 1 TitleFormat x --depth 4", 2, "--depth"},
-        {"edit DetailStyle 1 TitleFormat x --ok --cancel", 2, "--leave-open"},
         {"init work", 1, "is not empty"},
         {"init fresh --catalogue nowhere", 1, "no catalogue folder nowhere"},
         {"init fresh --country Norway", 2, "--country ID=NAME"},
         {"init fresh --country ../no=Norway", 2, "letters and digits"},
-        {"demo work", 1, "is not empty"},
         {"tables Detail", 4, "did you mean \"Details\""},
         {"show Matrial", 4, "did you mean \"Material\".*korodbc tables"},
         {"show Material --source Details", 4, "no table \"Material\" in data source Details"},
         {"show Material 999", 4, "no row with the key or name \"999\""},
-        {"show DetailStyle \"O'Brien; DROP\"", 4, "korodbc show DetailStyle"},
         {"show Material --items", 2, "no items"},
         {"tree 'Beam, singel part'", 4, "no detail style .*did you mean \"Beam, single part\""},
-        {"tree 99", 4, "korodbc styles"},
         {"export-style Nothing new.db", 4, "no detail style \"Nothing\".*korodbc styles"},
         {"export-style 1 folder.db", 1, "folder.db is a folder"},
         {"export-style 1 nowhere/new.db", 1, "no folder .*nowhere"},
         {"export-style 1 text.db", 1, "text.db is no detail database"},
-        {"export-style 1 empty.db", 1, "empty.db is no detail database"},
         {"export-style 1 old.db", 1, "older than version 5.1: table DetViewDimStrategyItems"},
-        {"export-style 1 damaged.db", 1, "damaged.db is damaged"},
         {"export-style 1 work/details.db", 1, "data source Details itself"},
         {"export-style 1 new.db --source Toolbars", 2, "Details or Addin"},
         {"import-style nowhere.db", 1, "no file nowhere.db"},
-        {"import-style folder.db", 1, "folder.db is a folder"},
         {"import-style text.db", 1, "text.db is no detail database"},
-        {"import-style empty.db", 1, "empty.db is no detail database"},
-        {"import-style old.db", 1, "older than version 5.1"},
         {"import-style partial.db", 1, "DetHatchSettings is missing"},
         {"import-style damaged.db", 1, "damaged.db is damaged"},
         {"import-style nostyle.db", 4, "holds no detail style"},
@@ -62,9 +49,6 @@ TEST_F(CommandLine, BadInputIsRefusedInOneLineAndChangesNothing)
         {"import-style two.db", 2, "2 styles.*--style: \"Beam, single part\""},
         {"import-style two.db --style Nothing", 4, "no detail style \"Nothing\""},
         {"import-style one.db --into Configuration", 2, "import into Details"},
-        {"import-style one.db --into Nowhere", 4, "no data source \"Nowhere\""},
-        {"import-style work/details.db --style 1", 1, "data source Details itself"},
-        {"edit Matrial 1 Density 1", 4, "no table \"Matrial\""},
         {"edit Material 1 Density 1", 2, "no detail table"},
         {"edit DetObjReprMapItems 1 LineType 1", 2, "items of another table"},
         {"edit DetObjReprMapItems 1 LineType 2 --item 99", 4, "has 3 items and no item 99"},
@@ -74,32 +58,20 @@ TEST_F(CommandLine, BadInputIsRefusedInOneLineAndChangesNothing)
         {"edit NecessaryViewsConfiguration 1 DetObjQualifierSet 999", 4, "no row with the key 999"},
         {"edit NecessaryViewsConfiguration 1 Rule 2 --leave-open", 2, "no copies are taken"},
         {"edit DetailStyle one TitleFormat x", 2, "key \"one\" is no number"},
-        {"edit DetailStyle 1.5 TitleFormat x", 2, "key \"1.5\" is no number"},
         {"edit DetailStyle 99 TitleFormat x", 4, "no row with the key 99"},
         {"edit DetailStyle 1 TitelFormat x", 4, "did you mean \"TitleFormat\""},
-        {"edit DetailStyle 1 Request99 1", 4, "no column \"Request99\""},
         {"edit DetailStyle 2 Request2 1", 2, "has 1 item and no item 2, .*--force"},
         {"edit DetailStyle 2 RunName 'Beam, single part'", 2, "key 1 has the name .* already; .*--force"},
         {"edit DetViewSystemAndBox 1 SystemSource 99", 4,
          "no row with the key 99 in DetViewSystemSource.*--force"},
         {"edit DetailStyle 1 Request1 999 --force", 4, "no row with the key 999 in DetViewRequest"},
-        {"restore nowhere.db", 1, "no file nowhere.db"},
-        {"restore folder.db", 1, "folder.db is a folder"},
-        {"restore text.db", 1, "text.db is no detail database"},
         {"restore damaged.db", 1, "damaged.db is damaged"},
         {"restore one.db", 1, "no backup of data source Details: table [A-Za-z]* is missing"},
         {"restore one.db --source Rules", 1, "no backup of data source Rules"},
-        {"restore work/details.db", 1, "data source Details itself"},
-        {"restore one.db --source Nowhere", 4, "no data source \"Nowhere\""},
         {"edit DetailStyle 1 Key 5", 2, "key of a row stays"},
         {"edit DetailStyle 1 TitlePosition left", 2, "\"left\" is no whole number"},
-        {"edit DetailStyle 1 TitlePosition 99999999999", 2, "no whole number"},
-        {"edit DetailStyle 1 Request1 999", 4, "no row with the key 999 in DetViewRequest"},
         {"edit DetViewRequest 1 ScaleFactor 1,5", 2, "\"1,5\" is no number"},
-        {"edit DetViewRequest 1 ScaleFactor nan", 2, "no number"},
-    };
-    for (const auto& entry : cases)
-        expectRefused(entry.arguments, entry.code, entry.error);
+    });
 }
 
 TEST_F(CommandLine, ABadRepositoryIsRefusedInOneLineAndStaysAsItIs)
@@ -114,15 +86,11 @@ TEST_F(CommandLine, ABadRepositoryIsRefusedInOneLineAndStaysAsItIs)
         std::string error;
     } cases[] = {
         {[] {}, "-r nowhere styles", 3, "no repository in nowhere .*korodbc init nowhere"},
-        {[] {}, "-r one.db styles", 3, "one.db is a file"},
         {[&] { fs::create_directory(m_folder / "bare"); }, "-r bare status", 3, "repository.toml is missing"},
         {withManifest("version = \n"), "styles", 3, "repository.toml line 1"},
         {withManifest("version = 1\n[source]\n"), "styles", 3, "line 2.*\"source\" is not understood"},
-        {withManifest("version = 1\nsources = 3\n"), "styles", 3, "line 2.*\"sources\" is not understood"},
         {withManifest("version = 1\nbusy-milliseconds = \"long\"\n"), "styles", 3, "line 2.*busy"},
         {withManifest("version = 2\n"), "styles", 3, "version"},
-        {withManifest("version = 1\n[~]\n"), "styles", 3, "line 2: a name has to follow"},
-        {withManifest("version = 1\nb\xC3\xA9 = 1\n"), "styles", 3, "line 2: it has letters beyond ASCII"},
         {withManifest("version = 1\n[sources]\nDetails = \"\xFF\"\n"), "styles", 3, "line 3: it is no UTF-8"},
         {withManifest("version = 1\n[sources]\nDetials = \"sqlite:details.db\"\n"), "styles", 3,
          "line 3.*Detials"},
@@ -136,15 +104,8 @@ TEST_F(CommandLine, ABadRepositoryIsRefusedInOneLineAndStaysAsItIs)
         {[&] { fs::remove(details); }, "styles", 3,
          "details.db: the file is missing; correct [^\n]*korodbc restore"},
         {[&] { write(details, std::string(5000, 'x')); }, "styles", 3, "details.db: file is not a database"},
-        {[&] { write(details, std::string(5000, 'x')); }, "recover", 3, "details.db: file is not a database"},
-        {[&] { sql(details, "DROP TABLE DetObjAnnotationGroup"); }, "export-style 1 new.db", 1,
-         "Source database is older than version 5.1!"},
-        {[&] { sql(details, "DROP TABLE DetObjAnnotationGroup"); }, "import-style one.db", 1, "version 5.1"},
-        {[&] { sql(details, "DELETE FROM DetailMasterTable"); }, "export-style 1 new.db", 1,
-         "Failed to load dependencies"},
         {[&] { damage(details); }, "styles", 3,
          "details.db: database disk image is malformed; .*korodbc restore FILE"},
-        {[&] { damage(details); }, "recover", 3, "details.db: database disk image is malformed"},
         {[&] { damageTable(details, "DetObjReprMapItems"); }, "export-style 1 new.db", 1, "details.db is damaged"},
         {[&] { sql(details, "DROP TABLE DetObjQualifierSetItem"); }, "edit DetObjQualifierSet 1 RunName x", 1,
          "there is no table DetObjQualifierSetItem, which holds the items of DetObjQualifierSet"},
@@ -159,21 +120,17 @@ TEST_F(CommandLine, ABadRepositoryIsRefusedInOneLineAndStaysAsItIs)
         expectRefused(entry.arguments, entry.code, entry.error);
     }
     SetUp();
-    write(m_folder / "work/toolbars.db",
-          "not a database, and longer than a header of one hundred bytes would have to be .......");
-    EXPECT_EQ(run("styles").code, 0) << "a database that the command does not need";
-    EXPECT_TRUE(matches(run("sources").out, "Toolbars .*cannot be used"));
-    EXPECT_EQ(run("sources").code, 3);
+    write(m_folder / "work/toolbars.db", std::string(5000, 'x'));
+    const Outcome sources = run("sources");
+    EXPECT_TRUE(matches(sources.out, "Toolbars .*cannot be used"));
+    EXPECT_EQ(sources.code, 3);
 }
 
 TEST_F(CommandLine, PrintsWhatIsAskedFor)
 {
-    const struct {
-        std::string arguments, pattern;
-    } cases[] = {
+    expectPrinted({
         {"--version", "^korodbc [0-9.]+\\n$"},
         {"--help", "Exit codes:"},
-        {"edit --help", "Example:\\n  korodbc edit "},
         {"sources", "\\n 1  Details +0 +[0-9]+  sqlite:details.db +ok\\n"},
         {"sources", "CountryAddin Norway"},
         {"tables Details", "\\nDetails  DetailStyle +19  StructDetailStyle\\n"},
@@ -181,17 +138,10 @@ TEST_F(CommandLine, PrintsWhatIsAskedFor)
         {"show DetObjReprMapsNew 1 --items --csv", "^Key,Order,Description,.*\\n1,0,"},
         {"show DetObjReprMapsNew 1 --json",
          "^\\{\"Key\": 1, .*\"items\": \\[\\{\"Key\": 1, \"Order\": 0, .*\\}\\]\\}\\n$"},
-        {"show DetailStyle --csv", "\\n2,\"Plate, single part\","},
-        {"show Profiles_IPE", "IPE ?300"},
-        {"styles --source no", "^Key  Style"},
         {"tree 2", "^Plate, single part  \\[DetailStyle 2\\]\\n├─ ViewArrangeStrategy: One view"},
         {"status", "No edit is open"},
         {"recover", "Nothing to bring back"},
-    };
-    for (const auto& entry : cases) {
-        const std::string out = output(entry.arguments);
-        EXPECT_TRUE(matches(out, entry.pattern)) << entry.arguments << "\n" << out;
-    }
+    });
 }
 
 TEST_F(CommandLine, ColumnsLineUpWhateverTheScript)
@@ -207,12 +157,6 @@ TEST_F(CommandLine, AnEditIsKeptUndoneOrRecovered)
                       command = "edit DetailStyle 1 TitleFormat \"" + text + "\" ";
     const std::string before = title();
     EXPECT_EQ(before.find(text), std::string::npos);
-    const auto rules = [&] { return output("get NecessaryViewsConfiguration 1"); };
-    const std::string rulesBefore = rules();
-    for (const char* closing : {"--cancel", "--ok"}) {
-        output(std::string("edit NecessaryViewsConfiguration 1 Rule 77 ") + closing);
-        EXPECT_EQ(rules() == rulesBefore, closing == std::string("--cancel")) << closing;
-    }
     const auto items = [&] { return output("get DetObjReprMapsNew 1 --items --csv"); };
     const std::string itemsBefore = items();
     for (const char* closing : {"--cancel", "--leave-open", "--update"}) {
@@ -249,31 +193,6 @@ TEST_F(CommandLine, AnEditIsKeptUndoneOrRecovered)
         EXPECT_TRUE(matches(output("status"), "No edit is open")) << closing;
         output("edit DetailStyle 1 TitleFormat x");
     }
-}
-
-TEST_F(CommandLine, AStyleTravelsWhole)
-{
-    const auto shape = [](const std::string& tree) {
-        return std::regex_replace(tree, std::regex("([A-Za-z]) [0-9]+\\]"), "$1]");
-    };
-    const std::string name = "Träger 'A' 100 % [梁]";
-    output("edit DetailStyle 1 RunName \"" + name + "\"");
-    output("edit DetailMasterTable 1 RunName \"" + name + "\"");
-    const std::string tree = output("tree \"" + name + "\"");
-    std::smatch rows;
-    ASSERT_TRUE(std::regex_search(tree, rows, std::regex("\\n([0-9]+ rows) in ")));
-    EXPECT_NE(output("export-style \"" + name + "\" \"it's.db\"").find(rows[1].str()), std::string::npos);
-    const std::string exported = contents(m_folder / "it's.db");
-    for (const char* into : {"Addin", "no"}) {
-        const std::string out = output(std::string("import-style \"it's.db\" --into ") + into);
-        EXPECT_NE(out.find("\"" + name + "\", key 1; " + rows[1].str()), std::string::npos) << out;
-        EXPECT_EQ(shape(output(std::string("tree 1 --source ") + into)), shape(tree)) << into;
-    }
-    EXPECT_NE(output("import-style \"it's.db\"").find("\"Copy of " + name + "\", key 20;"), std::string::npos);
-    EXPECT_EQ(contents(m_folder / "it's.db"), exported) << "an import leaves the file as it is";
-    output("export-style 1 back.db --source Addin");
-    output("import-style back.db --into no");
-    EXPECT_EQ(output("tree \"" + name + "\""), tree) << "the style itself is as it was";
 }
 
 TEST_F(CommandLine, TheTraceNamesSourceOriginAndResult)

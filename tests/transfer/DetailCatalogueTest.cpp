@@ -68,28 +68,13 @@ TEST_F(DetailCatalogueTest, RecordsByRunName)
 
 TEST_F(DetailCatalogueTest, RecordsByKey)
 {
-    byKey(&G::getDetailMaster, &G::getDetBaseCategory, &G::getDetProcessesSuiteDefinition,
-          &G::getDetViewArrangeDirection, &G::getDetViewSelectMode, &G::getDetRequestType,
-          &G::getDetRequestLinearDirection, &G::getDetViewDimPointtype, &G::getDetVwDimGeomRestrictions,
-          &G::getDetModelType, &G::getDetRole, &G::getDetailDepthPosition, &G::getNCDXFOutputFileVersion,
-          &G::getDetailOutputFileVersion, &G::getDetailVisibilityStatus, &G::getDetailReferenceAxis,
-          &G::getDetOrdinatePosition, &G::getDetOrdinateReference, &G::getDetOrdinateDimType,
-          &G::getDetailAreaType, &G::getBeamConnectionType, &G::getNodeSupportType, &G::getDegreeOfFreedom,
-          &G::getGridMultiLang, &G::getIncrementalCounter, &G::getDetVwDimParentRelaPosRestriction);
+    byKey(&G::getDetailMaster, &G::getDetRequestLinearDirection, &G::getDetRole);
     byKey<StructDetAcadSettings>(
         [](const KorOdbcKey& key, auto& record) { return G::getDetAcadSettings(static_cast<int>(key), record); });
     byTextKey<StructDetObjQualifierFilter>(&G::getDetObjQualifierFilter);
 }
 
-TEST_F(DetailCatalogueTest, WholeTables)
-{
-    tables(&G::getDetObjAppearanceTable, &G::getDetAnnotationTypeTable, &G::getDetRequestTypeTable,
-           &G::getDetViewDimPointtypeTable, &G::getDetViewSystemSourcesTable, &G::getDetailDepthPositionTable,
-           &G::getNCDXFOutputFileVersionTable, &G::getDetailOutputFileVersionTable,
-           &G::getDetailVisibilityStatusTable, &G::getDetailReferenceAxisTable, &G::getDetOrdinatePositionTable,
-           &G::getDetOrdinateReferenceTable, &G::getDetOrdinateDimTypeTable, &G::getDetObjQualifierFilterTable,
-           &G::getClippingGapTable, &G::getGridMultiLangTable, &G::getIncrementalCounterTable);
-}
+TEST_F(DetailCatalogueTest, WholeTables) { tables(&G::getDetViewDimPointtypeTable, &G::getClippingGapTable); }
 
 TEST_F(DetailCatalogueTest, SingleFields)
 {

@@ -3,7 +3,6 @@
 #include "catalogues/ReaderCases.h"
 #include "support/DetailFixture.h"
 
-#include <algorithm>
 #include <functional>
 
 using namespace details;
@@ -59,11 +58,6 @@ protected:
     static int save(Group& group, int isNew) { return GetParam().save(group, isNew); }
     static const std::string& table() { return GetParam().table; }
     static Texts stored(eDSN dsn = details) { return rows(dsn, table()); }
-    /// Executions of statements that start so.
-    static long executed(const Texts& statements, const std::string& start)
-    {
-        return std::ranges::count_if(statements, [&](const std::string& sql) { return sql.starts_with(start); });
-    }
 };
 INSTANTIATE_TEST_SUITE_P(
     Kinds, DetailGroupsTest,
@@ -99,20 +93,6 @@ TEST_P(DetailGroupsTest, SavingAppendsOrUpdates)
     EXPECT_EQ(stored(), Texts({first, "2||-3", "3" + added, "4" + added}));
     EXPECT_EQ(GetParam().bitmapId(2), -3);
     EXPECT_EQ(assertions.take(), Texts());
-}
-
-TEST_P(DetailGroupsTest, SavingIsOneStatement)
-{
-    Group group{-1, L"warm", 1};
-    ASSERT_EQ(save(group, 1), 1);
-    for (const int isNew : {1, 0}) {
-        StatementRecorder recorder(true);
-        EXPECT_EQ(save(group, isNew), 1);
-        const Texts statements = recorder.take();
-        EXPECT_EQ(executed(statements, "INSERT"), isNew);
-        EXPECT_EQ(executed(statements, "UPDATE"), 1 - isNew);
-        EXPECT_EQ(executed(statements, "COMMIT"), 1);
-    }
 }
 
 TEST_P(DetailGroupsTest, SavingGoesToTheCurrentDatabase)

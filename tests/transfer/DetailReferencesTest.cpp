@@ -40,42 +40,6 @@ Texts dangling()
 
 class DetailReferencesTest : public RepositoryTest {};
 
-TEST_F(DetailReferencesTest, Referrers)
-{
-    fillStyle(inDetails, "x");
-    fillStyle(KorDSNDefinitions::kAddin, "y"); // another database
-    const struct {
-        const char* table;
-        int key;
-        Texts expected;
-    } cases[] = {
-        {"DetailStyle", 1, {"DetailMasterTable 1 style x DetailStyle -> DetailStyle 1"}},
-        {"DetailStyle", 2, {}},
-        {"DetailStyle", -1, {}},
-        {"No such table", 1, {}},
-        {"DetViewRequest",
-         1,
-         {"DetailStyle 1 style x [0] Request1 -> DetViewRequest 1",
-          "DetailStyle 2 no master x [0] Request1 -> DetViewRequest 1",
-          "DetViewRequestCategories 1  DetViewRequest -> DetViewRequest 1",
-          "DetViewRequestCategories 2  DetViewRequest -> DetViewRequest 1"}},
-        {"DetObjAnnotationStrategy",
-         1,
-         {"DetObjReprMapItems 1 map x [0] AnnotationStrategy -> DetObjAnnotationStrategy 1",
-          "DetObjReprMapItems 1 map x [1] AnnotationStrategy -> DetObjAnnotationStrategy 1"}},
-        {"DetObjQualifierSet",
-         2,
-         {"DetViewDimPointSelection 2 holes x Objects -> DetObjQualifierSet 2",
-          "DetObjReprMapItems 1 map x [1] ObjQualifier -> DetObjQualifierSet 2"}},
-        {"DetViewSystemSources", // a fixed catalogue table
-         1,
-         {"DetViewSystemAndBox 1 front x SystemSource -> DetViewSystemSources 1",
-          "DetViewSystemAndBox 2 top x SystemSource -> DetViewSystemSources 1"}},
-    };
-    for (const auto& [table, key, expected] : cases)
-        EXPECT_EQ(referrers(table, key), expected) << table << " " << key;
-}
-
 TEST_F(DetailReferencesTest, ReferencesToNothing)
 {
     EXPECT_EQ(dangling(), Texts{});

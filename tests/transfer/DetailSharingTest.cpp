@@ -127,19 +127,6 @@ TEST_P(DetailReferencesFromTest, OneRecord)
     expect(2);
 }
 
-TEST_P(DetailReferencesFromTest, TablesThatCannotBeReadHoldNone)
-{
-    store(1, {component});
-    store(2, {component});
-    for (const RecordDescription* table : {&type(), type().items.exists() ? &type().items.item() : &type()}) {
-        {
-            const MissingTable missing(*table);
-            expect(0);
-        }
-        expect(2);
-    }
-}
-
 TEST_P(DetailReferencesFromTest, ItemsWithoutTheirRecordDoNotCount)
 {
     for (const int key : {1, 2, 3})
