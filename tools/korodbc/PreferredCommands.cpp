@@ -77,11 +77,21 @@ int regionNamed(const std::string& wanted, const Profiles& profiles)
 const StructPreferredSizesProfiles& profileNamed(const std::string& wanted, const Profiles& profiles)
 {
     std::vector<std::string> names;
+    std::vector<const StructPreferredSizesProfiles*> found;
+    std::string keys;
     for (const StructPreferredSizesProfiles& profile : profiles) {
         names.push_back(profile.runName.toUtf8());
-        if (sameName(names.back(), wanted) || std::to_string(profile.key) == wanted)
+        if (std::to_string(profile.key) == wanted)
             return profile;
+        if (!sameName(names.back(), wanted))
+            continue;
+        found.push_back(&profile);
+        keys += (keys.empty() ? "" : ", ") + std::to_string(profile.key);
     }
+    if (found.size() > 1)
+        throw Failure{kUsage, "there are several profiles " + quote(wanted) + "; give the key: " + keys};
+    if (found.size() == 1)
+        return *found.front();
     throw Failure{kNotFound, "there is no profile " + quote(wanted) + nearest(wanted, names) +
                                  "; list them with: korodbc preferred"};
 }

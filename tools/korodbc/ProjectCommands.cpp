@@ -100,7 +100,8 @@ void writeFile(const std::string& file, const std::string& text)
     }
     // beside the old file first, which stays when there is no room for the new one
     std::error_code status;
-    const bool isOrdinary = !fs::exists(file, status) || fs::is_regular_file(fs::symlink_status(file, status));
+    const fs::file_status itself = fs::symlink_status(file, status);
+    const bool isOrdinary = !fs::exists(itself) || fs::is_regular_file(itself);
     const std::string fresh = isOrdinary ? file + ".new" : file;
     std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
     out.write(text.data(), static_cast<std::streamsize>(text.size()));
