@@ -397,7 +397,11 @@ bool RecordCache::readChanged()
     const ListOperations& list = m_type.operations->list;
     std::sort(m_changedRows.begin(), m_changedRows.end());
     m_changedRows.erase(std::unique(m_changedRows.begin(), m_changedRows.end()), m_changedRows.end());
-    dropIndexes();
+    const Keys keys = m_keys;
+    const bool areNew = m_rows.empty() || m_changedRows.front() > m_rows.back();
+    if (!areNew)
+        dropIndexes();
+    bool keysStay = keys == Keys::Rows;
     for (const std::int64_t row : m_changedRows) {
         const StatementRun run(*select);
         select->bind(1, row);
@@ -425,15 +429,22 @@ bool RecordCache::readChanged()
                 m_allChanged = true;
                 return false;
             }
+            if (areNew)
+                indexLast();
+            else
+                keysStay = keysStay && hasRowAsKey(position);
         }
     }
+    if (!areNew && keysStay)
+        m_keys = Keys::Rows;
     m_changedRows.clear();
     return true;
 }
 
 void RecordCache::dropIndexes()
 {
-    m_keysBuilt = m_namesBuilt = m_textKeysBuilt = m_ownersBuilt = false;
+    m_keys = Keys::Unknown;
+    m_namesBuilt = m_textKeysBuilt = m_ownersBuilt = false;
     m_byKey.clear();
     m_byName.clear();
     m_byTextKey.clear();
@@ -445,14 +456,29 @@ long RecordCache::findKey(long key)
 {
     if (m_type.key < 0 || m_type.hasTextKey())
         return -1;
-    if (!m_keysBuilt) {
-        m_byKey.reserve(m_rows.size());
-        for (long i = 0; i < length(); ++i)
-            m_byKey.emplace(m_type.keyColumn().integer(at(i)), i);
-        m_keysBuilt = true;
+    if (m_keys == Keys::Unknown) {
+        long same = 0;
+        while (same < length() && hasRowAsKey(same))
+            ++same;
+        m_keys = same == length() ? Keys::Rows : Keys::Index;
+        if (m_keys == Keys::Index)
+            m_byKey.reserve(m_rows.size());
+        for (long i = 0; m_keys == Keys::Index && i < length(); ++i)
+            m_byKey.emplace(m_type.keyOf(at(i)), i);
     }
-    const auto found = m_byKey.find(key);
-    return found == m_byKey.end() ? -1 : found->second;
+    if (m_keys == Keys::Index) {
+        const auto found = m_byKey.find(key);
+        return found == m_byKey.end() ? -1 : found->second;
+    }
+    if (m_rows.empty() || key < m_rows.front() || key > m_rows.back())
+        return -1;
+    // where the row is if none is missing before it; else before that place
+    const auto dense = static_cast<std::size_t>(key - m_rows.front());
+    if (dense < m_rows.size() && m_rows[dense] == key)
+        return static_cast<long>(dense);
+    const auto end = m_rows.begin() + static_cast<std::ptrdiff_t>(std::min(dense, m_rows.size()));
+    const auto place = std::lower_bound(m_rows.begin(), end, key);
+    return place != end && *place == key ? place - m_rows.begin() : -1;
 }
 
 long RecordCache::findText(std::unordered_map<KorString, long>& index, bool& built, int column,
@@ -516,12 +542,21 @@ void RecordCache::appended(std::int64_t row, const void* record)
     if (m_type.items.exists())
         m_type.items.list.resize(stored, 0);
     m_rows.push_back(row);
-    if (m_keysBuilt)
-        m_byKey.emplace(m_type.keyOf(stored), position);
+    indexLast();
+}
+
+void RecordCache::indexLast()
+{
+    const long position = length() - 1;
+    const void* record = at(position);
+    if (m_keys == Keys::Rows && !hasRowAsKey(position))
+        m_keys = Keys::Unknown;
+    else if (m_keys == Keys::Index)
+        m_byKey.emplace(m_type.keyOf(record), position);
     if (m_namesBuilt && m_type.runName >= 0)
-        m_byName.emplace(m_type.runNameColumn()->text(stored), position);
+        m_byName.emplace(m_type.runNameColumn()->text(record), position);
     if (m_textKeysBuilt && m_type.hasTextKey())
-        m_byTextKey.emplace(m_type.keyColumn().text(stored), position);
+        m_byTextKey.emplace(m_type.keyColumn().text(record), position);
     m_ownersBuilt = false;
     m_byOwner.clear();
     m_derived.clear();

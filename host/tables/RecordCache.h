@@ -80,6 +80,11 @@ private:
     bool noteMisfit(Statement& statement, const Layout& layout, const std::string& what);
     bool noteMisfit(Statement& statement, const Layout& layout, int column, FieldKind kind);
     void dropIndexes();
+    void indexLast(); // puts a record that was appended into the indexes
+    bool hasRowAsKey(long position) const
+    {
+        return m_type.keyOf(at(position)) == m_rows[static_cast<std::size_t>(position)];
+    }
     long findText(std::unordered_map<KorString, long>& index, bool& built, int column, const KorString& text);
 
     Table& m_table;
@@ -106,7 +111,9 @@ private:
     bool m_namesKnown = false;       // m_names holds all run names, while the records are not read
     std::unordered_set<KorString> m_names;
 
-    bool m_keysBuilt = false, m_namesBuilt = false, m_textKeysBuilt = false, m_ownersBuilt = false;
+    enum class Keys { Unknown, Rows, Index };
+    Keys m_keys = Keys::Unknown; // Rows: each key is the id of its row, and no index is needed
+    bool m_namesBuilt = false, m_textKeysBuilt = false, m_ownersBuilt = false;
     std::unordered_map<long, long> m_byKey;
     std::unordered_map<KorString, long> m_byName, m_byTextKey;
     std::unordered_map<long, std::vector<long>> m_byOwner;

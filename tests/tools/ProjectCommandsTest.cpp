@@ -177,8 +177,8 @@ TEST_F(ProjectCommands, BadInputIsRefusedInOneLineAndChangesNothing)
     const Outcome check = run("check --source Project");
     EXPECT_TRUE(matches(check.out, "ModelSelections 2 \"Stairs and railings\" XMLData -> XMLData 77, which"));
     EXPECT_TRUE(matches(check.err, "^korodbc: 1 reference leads nowhere; save project records"));
-    sql(drawing,
-        "ALTER TABLE Reports DROP COLUMN Template; UPDATE ReportTemplates SET XMLData = 1 WHERE [Key] = 3");
+    sql(drawing, "ALTER TABLE Reports DROP COLUMN Template; INSERT INTO XMLData VALUES (50, 1, '<a/>'); "
+                 "UPDATE ReportTemplates SET XMLData = 50 WHERE [Key] = 3");
     expectRefused("templates delete 3", 1, "no column Template");
     sql(drawing, "DROP TABLE Reports; ALTER TABLE XMLData DROP COLUMN XMLText");
     expectRefused("reports", 1, "table Reports cannot be read: there is no table Reports");
