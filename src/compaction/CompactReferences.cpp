@@ -3,12 +3,10 @@
 #include "CompactTables.h"
 #include "edit/DetailTables.h"
 #include "edit/KorOdbcMan.h"
-#include "foundation/ManagerDatabase.h"
 #include "records/detail/DetailObjectRecords.h"
 #include "records/Registry.h"
 #include "repository/KorColumn.h"
 #include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
 #include "repository/RecordAccess.h"
 
 #include <algorithm>
@@ -59,9 +57,8 @@ int openingOf(const RecordDescription& type)
 
 } // namespace
 
-bool isOpen(const RecordDescription& type, int depth, eDSN database, eIndex index)
+bool isOpen(const RecordDescription& type, int depth)
 {
-    const ManagerDatabase current(database, index);
     const int tableType = tableTypeOf(type);
     for (; tableType >= 0 && depth < Man::kCopies; ++depth)
         if (Man::isOpen(static_cast<Man::eTableType>(tableType), static_cast<Man::eCopyDepth>(depth)))
@@ -84,7 +81,6 @@ void CompactTables::noteOpening(int opening) { openedByRuns.insert(opening); }
 /// A dialog that holds some of the tables cannot be cancelled as a whole: the others keep what the run did.
 void CompactTables::checkDialogs(bool opensAll)
 {
-    const ManagerDatabase current(database, index);
     const RecordDescription* held = nullptr;
     bool all = true;
     const auto look = [&](const RecordDescription& of) {
@@ -106,7 +102,6 @@ void CompactTables::checkDialogs(bool opensAll)
 
 bool CompactTables::areUsable(bool opensAll)
 {
-    const KorDSNRequest request(database, index);
     bool usable = true;
     const auto check = [&](const RecordDescription& of) {
         usable = usable && KorDatabaseAccess::checkTable(database, of, true) == 1;
@@ -117,7 +112,7 @@ bool CompactTables::areUsable(bool opensAll)
         check(table.type());
         for (const RecordDescription* of :
              {&table.type(), table.type().items.exists() ? &table.type().items.item() : nullptr})
-            if (of != nullptr && !onlyPreview && isOpen(*of, Man::kSecondCopy, database, index))
+            if (of != nullptr && !onlyPreview && isOpen(*of, Man::kSecondCopy))
                 fail(wide(of->table) + L" is open in an inner dialog; close it first");
     }
     if (type != KorOdbcCompactDetailsTables::kCompactDetailProcesses &&
@@ -134,7 +129,6 @@ bool CompactTables::areUsable(bool opensAll)
 
 void CompactTables::redirectOthers()
 {
-    const KorDSNRequest request(database, index);
     forEachOther(*this, [&](const RecordDescription& from, const ColumnDescription& column,
                             const CompactTable& target) {
         if (target.report.deleted == 0 || !exists(database, from))
@@ -166,7 +160,6 @@ void CompactTables::checkReferences()
 {
     if (onlyPreview)
         return;
-    const KorDSNRequest request(database, index);
     for (const auto describe : records::all()) {
         const RecordDescription& from = describe();
         const CompactTable* table = find(from);

@@ -50,7 +50,8 @@ private:
     std::vector<int> m_duplicates;
 };
 
-/// One run: its database and slot, its tables, and what is done with them in the database.
+/// One run: its database and slot, its tables, and what is done with them in the database, which has to be the
+/// current one.
 class CompactTables {
 public:
     using Type = KorOdbcCompactDetailsTables::eCompactType;
@@ -115,8 +116,8 @@ private:
     KorString m_failure;
 };
 
-/// True when this program edits the table of that type in that database at that depth or a deeper one.
-bool isOpen(const RecordDescription& type, int depth, eDSN database, eIndex index);
+/// True when this program edits the table of that type in the current database at that depth or a deeper one.
+bool isOpen(const RecordDescription& type, int depth);
 /// Position of a column in a stored table; -1 when it has none of that name.
 int storedColumn(eDSN dsn, const KorString& table, const KorString& column);
 

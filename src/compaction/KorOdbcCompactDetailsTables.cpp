@@ -35,11 +35,12 @@ void progress(int percentage)
         KorProgressCtrl::setPercentage(percentage, 1);
 }
 
-/// A run from its beginning to its end: its database is the service's, and nothing of it is left in memory.
+/// A run from its beginning to its end: its database is the current one, and nothing of it is left in memory.
 class Run {
 public:
     Run(eDSN database, Compact::eCompactType type, bool onlyPreview)
-        : m_tables(CompactTables::begin(database, type, onlyPreview)), m_request(m_tables.database, m_tables.index)
+        : m_tables(CompactTables::begin(database, type, onlyPreview)),
+          m_database(m_tables.database, m_tables.index)
     {
     }
     ~Run() { m_tables.clear(m_undone); }
@@ -51,7 +52,6 @@ public:
     {
         if (KorDatabaseBatch::lock(m_tables.database) != 1)
             return false;
-        const ManagerDatabase current(m_tables.database, m_tables.index);
         KorOdbcMan::bringBackLeftCopies(); // a table whose copy stays is refused
         return true;
     }
@@ -65,7 +65,7 @@ public:
 
 private:
     CompactTables& m_tables;
-    const KorDSNRequest m_request;
+    const ManagerDatabase m_database;
     bool m_undone = false;
 };
 

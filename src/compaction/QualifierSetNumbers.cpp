@@ -3,10 +3,10 @@
 #include "CompactTables.h"
 #include "edit/DetailTables.h"
 #include "edit/KorOdbcMan.h"
+#include "foundation/ManagerDatabase.h"
 #include "records/configuration/ExchangeRecords.h"
 #include "records/detail/DetailObjectRecords.h"
 #include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
 
 #include <algorithm>
 #include <map>
@@ -122,8 +122,7 @@ private:
             const int number = numberOf(rule.detObjQualifierSet);
             if (number == rule.detObjQualifierSet || column.isNone(rule.detObjQualifierSet))
                 continue;
-            if (isOpen(descriptionOf<StructDetObjQualifierSet>(), KorOdbcMan::kFirstCopy, m_run.database,
-                       m_run.index))
+            if (isOpen(descriptionOf<StructDetObjQualifierSet>(), KorOdbcMan::kFirstCopy))
                 return m_run.fail(KorString::format(
                     L"%s %d names qualifier set %d, and would name another if the open dialog of the qualifier "
                     L"sets were cancelled; close it first",
@@ -193,7 +192,6 @@ private:
 
 int numberQualifierSets(CompactTables& run)
 {
-    const KorDSNRequest request(run.database, run.index);
     Numbering(run).number();
     return run.hasFailed() ? 0 : 1;
 }
@@ -203,7 +201,7 @@ int numberQualifierSets(CompactTables& run)
 void KorOdbcCompactDetailsTables::rearrangeQualifierSets()
 {
     korodbc::CompactTables& run = korodbc::CompactTables::current();
-    const KorDSNRequest request(run.database, run.index);
+    const korodbc::ManagerDatabase database(run.database, run.index);
     KorDatabaseBatch batch;
     if (KorDatabaseBatch::lock(run.database) == 1 && korodbc::numberQualifierSets(run) == 1)
         batch.end(1);

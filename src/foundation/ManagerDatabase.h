@@ -7,6 +7,7 @@
 
 namespace korodbc {
 
+/// Makes a database the manager's.
 inline void setManagerDatabase(eDSN dsn, eIndex index)
 {
     KorCurrentDatabase::m_currentDSN = dsn;
