@@ -1,10 +1,10 @@
+#include "compaction/KorOdbcCompactDetailsTables.h"
 #include "Database.h"
 #include "DetailGenerator.h"
 #include "edit/KorOdbcMan.h"
 #include "EmbeddedHost.h"
 #include "PlainCompaction.h"
 #include "Results.h"
-#include "transfer/KorOdbcCompactDetailsTables.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 #include "Workplace.h"
 

@@ -1,13 +1,13 @@
 #include "Database.h"
 #include "edit/KorOdbcMan.h"
 #include "EmbeddedHost.h"
-#include "foundation/KorOdbcDSNDefinitions.h"
 #include "records/AnyRecord.h"
 #include "records/detail/DetailViewRecords.h"
 #include "records/Registry.h"
 #include "repository/RecordAccess.h"
 #include "Results.h"
 #include "service/Service.h"
+#include "startup/KorOdbcDSNDefinitions.h"
 #include "Workplace.h"
 
 #include <map>

@@ -1,8 +1,8 @@
 #include "Database.h"
 #include "edit/KorOdbcMan.h"
 #include "EmbeddedHost.h"
-#include "foundation/KorOdbcDSNDefinitions.h"
 #include "Results.h"
+#include "startup/KorOdbcDSNDefinitions.h"
 #include "Workplace.h"
 
 #include <algorithm>

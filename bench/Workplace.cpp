@@ -3,8 +3,8 @@
 #include "Database.h"
 #include "edit/KorOdbcMan.h"
 #include "EmbeddedHost.h"
-#include "foundation/KorOdbcDSNDefinitions.h"
 #include "repository/KorDatabaseAccess.h"
+#include "startup/KorOdbcDSNDefinitions.h"
 
 #include <set>
 #include <unistd.h>

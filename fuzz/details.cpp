@@ -5,11 +5,11 @@
 #include "EmbeddedHost.h"
 #include "Fuzz.h"
 #include "records/Registry.h"
+#include "references/KorDetailReferences.h"
 #include "repository/DetailDatabase.h"
 #include "service/Service.h"
 #include "support/DetailRecords.h"
 #include "transfer/KorDetailProcessTableDependencies.h"
-#include "transfer/KorDetailReferences.h"
 #include "transfer/KorDetailTableDependencies.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 

@@ -4,7 +4,7 @@
 #include "EmbeddedHost.h"
 #include "exchange/ExchangeApplications.h"
 #include "exchange/SectionConversions.h"
-#include "foundation/KorOdbcDSNDefinitions.h"
+#include "startup/KorOdbcDSNDefinitions.h"
 
 #include <iostream>
 #include <iterator>

@@ -3,13 +3,13 @@
 
 #include "edit/KorOdbcMan.h"
 #include "EmbeddedHost.h"
-#include "foundation/KorOdbcDSNDefinitions.h"
 #include "lookup/KorOdbcSteelBolts.h"
 #include "lookup/KorOdbcSteelPlates.h"
 #include "lookup/KorOdbcSteelSections.h"
 #include "lookup/KorOdbcSteelWelding.h"
 #include "lookup/KorOdbcUserTables.h"
 #include "repository/KorDatabaseAccess.h"
+#include "startup/KorOdbcDSNDefinitions.h"
 
 #include <iostream>
 

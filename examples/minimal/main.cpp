@@ -2,7 +2,7 @@
 
 #include "edit/KorOdbcMan.h"
 #include "EmbeddedHost.h"
-#include "foundation/KorOdbcDSNDefinitions.h"
+#include "startup/KorOdbcDSNDefinitions.h"
 
 #include <iostream>
 

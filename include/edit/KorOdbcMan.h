@@ -1,6 +1,7 @@
 #pragma once
 
 #include "addins/KorAddInReactorInterface.h"
+#include "foundation/KorCurrentDatabase.h"
 #include "foundation/KorOdbcKey.h"
 #include "records/detail/DetailAnnotationRecords.h"
 #include "records/detail/DetailObjectRecords.h"
@@ -9,7 +10,6 @@
 #include "records/detail/DetailViewRecords.h"
 #include "records/detail/NumberingRecords.h"
 #include "repository/KorCellData.h"
-#include "repository/KorDSNDefinitions.h"
 #include "roots/KorArray.h"
 #include "roots/KorString.h"
 
@@ -19,7 +19,7 @@ class KorCountryAddInReactor;
 /// while copies, up to four nested ones, keep the state that Cancel brings back. All operations work on the
 /// current database unless they say otherwise. Results: 1 for success; 0 and -1 for failure; -2 for a type without
 /// a table.
-class KorOdbcMan {
+class KorOdbcMan : public KorCurrentDatabase {
 public:
     enum eTableType {
         kDetailStyle = 0,
@@ -89,11 +89,6 @@ public:
     static KorString getRecordStringKey(eTableType type);
     /// Sets all reload counters.
     static void reloadInfoForAllManagers(int value);
-
-    static eDSN getCurrentDSN() { return m_currentDSN; }
-    static void setCurrentDSN(eDSN dsn) { m_currentDSN = dsn; }
-    static eIndex getCurrentAddIn() { return m_currentAddIn; }
-    static void setCurrentAddIn(eIndex addIn) { m_currentAddIn = addIn; }
 
     // Edit copies and status
 
@@ -201,8 +196,6 @@ public:
         static void release();
     };
 
-    static eDSN m_currentDSN;
-    static eIndex m_currentAddIn;
     static bool m_bInitializeTables;
     static bool m_bAppending;
 

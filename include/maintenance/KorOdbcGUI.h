@@ -1,19 +1,19 @@
 #pragma once
 
-#include "addins/KorAddInId.h"
+#include "catalogues/KorDetailCatalogue.h"
+#include "foundation/KorCountryAddIns.h"
 #include "foundation/KorOdbcKey.h"
 #include "records/configuration/ToolbarRecords.h"
+#include "references/KorDetailSharing.h"
 #include "repository/KorDSNDefinitions.h"
 #include "roots/KorArray.h"
 #include "roots/KorString.h"
-#include "transfer/KorDetailCatalogue.h"
-#include "transfer/KorDetailSharing.h"
 
 /// What the configuration editors read of the detail catalogue, and what they do with tables. Tables go by their
 /// logical names; without a data source they are worked on where they are found, with one in that data source.
 /// Results: 1 for success, 0 for failure, other values where stated; an operation of several statements is stored
 /// whole or, when it cannot be stored, not at all.
-class KorOdbcGUI : public KorDetailCatalogue, public KorDetailSharing {
+class KorOdbcGUI : public KorDetailCatalogue, public KorDetailSharing, public KorCountryAddIns {
 public:
     virtual ~KorOdbcGUI() = default;
 
@@ -70,11 +70,4 @@ public:
     /// Splits a text before its first digit: "HEA200" into "HEA" and "200". A full stop before the digit
     /// stands in both parts; a text without a digit is left part only.
     static void getLeftAndRightFromFirstNumber(const KorString& text, KorString& left, KorString& right);
-
-    // Country add-ins
-
-    /// Makes an add-in the current one for detail data and lets all country add-ins be read anew.
-    static void switchKorvaDetailsCurrent(const KorAddInId& id);
-    /// Lets the tables of all installed country add-ins be read anew.
-    static void resetAddIns();
 };

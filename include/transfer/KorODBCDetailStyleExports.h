@@ -1,14 +1,15 @@
 #pragma once
 
 #include "foundation/KorOdbcKey.h"
+#include "foundation/KorTransferState.h"
 #include "repository/KorDSNDefinitions.h"
 #include "roots/KorString.h"
 
 /// Moves one detail style or detail process, with everything that it refers to, from one database to another. All
-/// state is static; a transfer must not overlap another one or an edit of the detail tables: a Cancel after it would
-/// take back its rows in the tables that the dialog holds, and only those. A transfer leaves its target as the edit
-/// manager's database; who goes on editing sets that first (KorOdbcMan::setCurrentDSN, setCurrentAddIn).
-class KorODBCDetailStyleExports {
+/// state is static; a transfer must not overlap another one or an edit of the detail tables: a Cancel after it
+/// would take back its rows in the tables that the dialog holds, and only those. A transfer leaves its target as
+/// the edit manager's database; who goes on editing sets that first (KorOdbcMan::setCurrentDSN, setCurrentAddIn).
+class KorODBCDetailStyleExports : public KorTransferState {
 public:
     enum eType { kDetailStyle = 0, kDetailProcess = 1 };
 
@@ -38,21 +39,10 @@ public:
     /// Confirms the edits of all tables of a transfer, all or nothing in each database. Returns 1 when all were.
     static int setStatusOnOK();
 
-    static void setExportInProgress(int inProgress) { m_bExportInProgress = inProgress; }
-    static int isExportInProgress() { return m_bExportInProgress; }
-    static void setImportInProgress(int inProgress) { m_bImportInProgress = inProgress; }
-    static int isImportInProgress() { return m_bImportInProgress; }
-    /// True while an export or an import runs: rows keep their owners.
-    static bool isTransferInProgress() { return m_bExportInProgress != 0 || m_bImportInProgress != 0; }
     static void EnableAdvancedDeepCopyMode(int enabled) { m_bAdvancedDeepCopyMode = enabled; }
     static int isAdvancedDeepCopyModeEnabled() { return m_bAdvancedDeepCopyMode; }
-    static void CancelBackupTables(int cancel) { m_bCancelBackupTables = cancel; }
-    static int isTableBackupProcessCanceled() { return m_bCancelBackupTables; }
 
     static eType m_pType;
-    static int m_bExportInProgress;
-    static int m_bImportInProgress;
-    static int m_bCancelBackupTables; // while not 0, edits take no copies
     static int m_bAdvancedDeepCopyMode;
     static KorString m_ErrorMessage;
     static KorString m_StandardErrorMessage;

@@ -1,5 +1,5 @@
 #include "catalogues/KorODBCExplodeObjects.h"
-#include "edit/KorOdbcMan.h"
+#include "foundation/ManagerDatabase.h"
 #include "repository/KorDefaults.h"
 
 #include <algorithm>
@@ -18,9 +18,7 @@ bool contains(const KorArray<int>& keys, int key)
 int scan(eDSN dsn, eIndex index, const KorArray<int>& types, long subType, const KorArray<int>& profiles,
          StructExplodeSettings& out)
 {
-    KorOdbcMan::m_currentDSN = dsn;
-    KorOdbcMan::m_currentAddIn = index;
-    const KorDSNRequest request(dsn, index);
+    const korodbc::NewManagerDatabase database(dsn, index);
     KorArray<StructExplodeSettings> settings;
     if (profiles.isEmpty() || types.isEmpty() || KorODBCExplodeSettings::getExplodeSettingsTable(settings) != 1)
         return 0;

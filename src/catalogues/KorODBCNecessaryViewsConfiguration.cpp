@@ -1,8 +1,8 @@
 #include "catalogues/KorODBCNecessaryViewsConfiguration.h"
 
 #include "addins/AddInManagerInterface.h"
-#include "edit/KorOdbcMan.h"
-#include "maintenance/KorOdbcGUI.h"
+#include "foundation/KorCountryAddIns.h"
+#include "foundation/ManagerDatabase.h"
 #include "roots/KRSettings.h"
 
 namespace {
@@ -75,9 +75,9 @@ KorString KorODBCNecessaryViewsConfiguration::settingKey()
 int KorODBCNecessaryViewsConfiguration::getODBCDSNValue(eDSN& dsn, eIndex& index, eIndex& savedIndex,
                                                         eDSN& savedDsn)
 {
-    dsn = KorOdbcMan::m_currentDSN;
+    dsn = KorCurrentDatabase::m_currentDSN;
     index = KorDSNManager::getInstance().getCurrentIndex();
-    savedIndex = KorOdbcMan::m_currentAddIn;
+    savedIndex = KorCurrentDatabase::m_currentAddIn;
     savedDsn = dsn;
     const Choice choice;
     if (choice.kind == L"kAddin") {
@@ -98,15 +98,14 @@ int KorODBCNecessaryViewsConfiguration::getODBCDSNValue(eDSN& dsn, eIndex& index
     }
     dsn = KorDSNDefinitions::kCountryAddin;
     index = currentCountryAddIn;
-    KorOdbcGUI::switchKorvaDetailsCurrent(id);
+    KorCountryAddIns::switchKorvaDetailsCurrent(id);
     savedIndex = KorDSNManager::getAddInIdx(position);
     return 1;
 }
 
 void KorODBCNecessaryViewsConfiguration::restoreODBCDBSValue(eDSN dsn, eIndex index)
 {
-    KorOdbcMan::m_currentDSN = dsn;
-    KorOdbcMan::m_currentAddIn = index;
+    korodbc::setManagerDatabase(dsn, index);
 }
 
 int KorODBCNecessaryViewsConfiguration::getNecessaryViewsConfiguration(long key,

@@ -2,7 +2,7 @@
 
 #include "addins/AddInManagerInterface.h"
 #include "DetailTables.h"
-#include "ManagerDatabase.h"
+#include "foundation/ManagerDatabase.h"
 #include "repository/KorDatabaseAccess.h"
 #include "repository/KorDSNManager.h"
 #include "repository/KorTableCopies.h"
@@ -10,8 +10,6 @@
 
 using namespace korodbc;
 
-eDSN KorOdbcMan::m_currentDSN = KorDSNDefinitions::kDetails;
-eIndex KorOdbcMan::m_currentAddIn = KorDSNDefinitions::kBase;
 bool KorOdbcMan::m_bInitializeTables = true;
 bool KorOdbcMan::m_bAppending = false;
 

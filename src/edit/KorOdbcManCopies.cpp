@@ -1,13 +1,13 @@
 #include "addins/AddInManagerInterface.h"
 #include "DetailTables.h"
 #include "edit/KorOdbcMan.h"
+#include "foundation/KorTransferState.h"
+#include "foundation/ManagerDatabase.h"
 #include "maintenance/KorOdbcGUI.h"
-#include "ManagerDatabase.h"
 #include "repository/KorDatabaseAccess.h"
 #include "repository/KorDSNManager.h"
 #include "repository/KRRepositoryProxyMan.h"
 #include "roots/KorAssert.h"
-#include "transfer/KorODBCDetailStyleExports.h"
 
 #include <map>
 #include <vector>
@@ -18,14 +18,12 @@ KorOdbcMan::StatusRows KorOdbcMan::m_Status, KorOdbcMan::m_SecondStatus, KorOdbc
     KorOdbcMan::m_FourthStatus;
 KorOdbcMan::FlagRows KorOdbcMan::m_BackupAvailable, KorOdbcMan::m_SecondBackupAvailable,
     KorOdbcMan::m_ThirdBackupAvailable, KorOdbcMan::m_FourthBackupAvailable, KorOdbcMan::m_TemporaryBackupedTables;
-KorCountryAddInReactor KorOdbcMan::m_countryAddInReactor;
 
 namespace {
 
 using Man = KorOdbcMan;
 
 KorOdbcMan::InitializeStatics atLoad;
-int registrations = 0;
 std::map<std::pair<int, int>, int> openings; // slot and type to the number of the last edit at the first depth
 int lastOpening = 0;
 
@@ -34,9 +32,7 @@ void forgetRepository()
 {
     Man::InitializeStatics::release();
     Man::InitializeStatics::build();
-    Man::m_currentDSN = KorDSNDefinitions::kDetails;
-    Man::m_currentAddIn = KorDSNDefinitions::kBase;
-    registrations = 0; // the add-in manager is another one, too
+    setManagerDatabase(KorDSNDefinitions::kDetails, KorDSNDefinitions::kBase);
 }
 const bool told = (KRRepositoryProxyMan::whenSwitched(forgetRepository), true);
 
@@ -342,7 +338,7 @@ KorOdbcMan::eStatus KorOdbcMan::getStatus(eTableType type, eCopyDepth depth)
 
 void KorOdbcMan::setStatus(eTableType type, eStatus newStatus, eCopyDepth depth)
 {
-    if (KorODBCDetailStyleExports::isTableBackupProcessCanceled() != 0)
+    if (KorTransferState::isTableBackupProcessCanceled() != 0)
         return;
     const int slot = getIndex();
     if (!isDepth(depth)) {
@@ -528,13 +524,9 @@ int KorOdbcMan::bringBackLeftCopies() { return bringBackCopies(false) == 1 ? 1 :
 
 void KorOdbcMan::restoreDetailTablesCopies()
 {
-    const eDSN dsn = m_currentDSN;
-    const eIndex addIn = m_currentAddIn;
     restoreDetailTablesCopiesFor(KorDSNDefinitions::kDetails);
     restoreDetailTablesCopiesFor(KorDSNDefinitions::kAddin);
     restoreDetailTablesCopiesFor(KorDSNDefinitions::kConfiguration);
-    m_currentDSN = dsn;
-    m_currentAddIn = addIn;
 }
 
 void KorOdbcMan::restoreDetailTablesCopiesFor(eDSN dsn)
@@ -548,56 +540,11 @@ void KorOdbcMan::restoreDetailTablesCopiesFor(eDSN dsn)
         slot = 2;
     else if (dsn == KorDSNDefinitions::kCountryAddin)
         slot = 3 + KorDSNManager::getAddInIdx(m_currentAddIn);
-    m_currentDSN = dsn;
-    m_currentAddIn = static_cast<eIndex>(slot);
-    const KorDSNRequest request(dsn, m_currentAddIn);
+    const ManagerDatabase database(dsn, static_cast<eIndex>(slot));
     KorDatabaseBatch batch;
     // the fourth copy is left alone
     for (int type = 0; type < kTableTypes; ++type)
         for (int depth = kThirdCopy; depth >= kFirstCopy; --depth)
             restoreCopyOfTable(static_cast<eTableType>(type), static_cast<eCopyDepth>(depth));
     batch.end(1);
-}
-
-void KorOdbcMan::registerCountryAddinReactor()
-{
-    AddInManagerInterface* manager = AddInManagerInterface::getInstance();
-    if (registrations != 0 || manager == nullptr)
-        return;
-    manager->registerReactor(m_countryAddInReactor, 1);
-    ++registrations;
-}
-
-void KorOdbcMan::unregisterCountryAddinReactor()
-{
-    AddInManagerInterface* manager = AddInManagerInterface::getInstance();
-    if (registrations != 1 || manager == nullptr)
-        return;
-    manager->unregisterReactor(m_countryAddInReactor);
-    --registrations;
-}
-
-void KorCountryAddInReactor::onCountryAddInLoaded(KorAddIn& addIn)
-{
-    if (!addIn.isCountryAddIn())
-        return;
-    if (registrations == 0)
-        KorAssert::korAssert("FALSE", "KorOdbcMan", __LINE__);
-    KorOdbcMan::reloadInfoForAllManagers(1);
-    KorOdbcGUI::resetAddIns();
-    addIn.completeLoading();
-    KorOdbcMan::m_currentDSN = KorDSNDefinitions::kCountryAddin;
-    KorOdbcMan::m_currentAddIn = KorDSNManager::getAddInIdx(0);
-    KorOdbcMan::bringBackLeftCopies();
-    KorOdbcGUI::resetAddIns();
-}
-
-void KorCountryAddInReactor::onCountryAddInUnloaded(KorAddIn& addIn)
-{
-    if (!addIn.isCountryAddIn())
-        return;
-    KorOdbcMan::reloadInfoForAllManagers(1);
-    KorOdbcGUI::resetAddIns();
-    KorOdbcMan::m_currentDSN = KorDSNDefinitions::kDetails;
-    KorOdbcMan::m_currentAddIn = KorDSNDefinitions::kBase;
 }

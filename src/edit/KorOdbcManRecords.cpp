@@ -1,15 +1,15 @@
 #include "DetailTables.h"
 #include "edit/KorOdbcMan.h"
+#include "foundation/KorTransferState.h"
+#include "foundation/ManagerDatabase.h"
 #include "ItemStore.h"
 #include "lookup/UserTableRows.h"
 #include "maintenance/KorOdbcGUI.h"
-#include "ManagerDatabase.h"
 #include "project/KorODBCUserProfile.h"
 #include "records/AnyRecord.h"
 #include "repository/KorDatabaseAccess.h"
 #include "repository/KorDSNManager.h"
 #include "roots/KorAssert.h"
-#include "transfer/KorODBCDetailStyleExports.h"
 
 using namespace korodbc;
 
@@ -32,7 +32,7 @@ bool physicalName(Man::eTableType type, KorString& table)
 /// copy is taken now.
 bool mayWrite(Man::eTableType type, const KorString& table, Man::eCopyDepth depth)
 {
-    if (KorODBCDetailStyleExports::isTableBackupProcessCanceled() != 0)
+    if (KorTransferState::isTableBackupProcessCanceled() != 0)
         return true;
     return KorDatabaseAccess::checkTable(Man::m_currentDSN, detailTable(type).description(), true) == 1 &&
            (Man::getStatus(type, depth) != Man::eModified ||
@@ -74,7 +74,7 @@ KorCellData currentKey(Man::eTableType type)
 int appendRow(Man::eTableType type, const KorString& table, int keepKey, KorCellData& key)
 {
     const bool mayKeep =
-        Man::m_currentDSN != KorDSNDefinitions::kDetails || KorODBCDetailStyleExports::isTransferInProgress();
+        Man::m_currentDSN != KorDSNDefinitions::kDetails || KorTransferState::isTransferInProgress();
     if (mayKeep && keepKey == 1 && (type == Man::kDetObjQualifierFilter || Man::getRecordKey(type) != -1)) {
         key = type == Man::kDetObjQualifierFilter ? KorCellData(Man::getRecordStringKey(type))
                                                   : KorCellData(static_cast<int>(Man::getRecordKey(type)));
@@ -88,7 +88,7 @@ int appendRow(Man::eTableType type, const KorString& table, int keepKey, KorCell
 void stampOwner(const DetailTable& table)
 {
     const ColumnDescription* owner = table.description().ownerColumn();
-    if (owner == nullptr || KorODBCDetailStyleExports::isTransferInProgress())
+    if (owner == nullptr || KorTransferState::isTransferInProgress())
         return;
     KorODBCUserProfile::resetOwnerText();
     owner->text(table.currentRecord) = KorODBCUserProfile::m_charOwnerText;

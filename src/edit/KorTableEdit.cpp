@@ -1,8 +1,8 @@
 #include "edit/KorTableEdit.h"
 
 #include "DetailTables.h"
+#include "foundation/ManagerDatabase.h"
 #include "ItemStore.h"
-#include "ManagerDatabase.h"
 #include "repository/KorDatabaseAccess.h"
 
 using namespace korodbc;

@@ -1,4 +1,4 @@
-#include "edit/ManagerDatabase.h"
+#include "foundation/ManagerDatabase.h"
 #include "foundation/ResolvedTable.h"
 #include "maintenance/KorOdbcGUI.h"
 #include "maintenance/TableStatements.h"

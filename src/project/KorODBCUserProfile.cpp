@@ -1,12 +1,12 @@
 #include "project/KorODBCUserProfile.h"
 
+#include "foundation/KorTransferState.h"
 #include "foundation/ProcessConstants.h"
 #include "records/configuration/AuthorRecords.h"
 #include "repository/KorColumn.h"
 #include "repository/KorDatabaseAccess.h"
 #include "repository/KorDefaults.h"
 #include "repository/KorDSNManager.h"
-#include "transfer/KorODBCDetailStyleExports.h"
 
 using namespace korodbc;
 
@@ -48,7 +48,7 @@ void KorODBCUserProfile::resetOwnerText()
 
 void KorODBCUserProfile::getOwnerText(KorString& owner)
 {
-    if (!KorODBCDetailStyleExports::isTransferInProgress())
+    if (!KorTransferState::isTransferInProgress())
         owner = m_charOwnerText;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "DeepCopyGraph.h"
-#include "edit/ManagerDatabase.h"
+#include "foundation/ManagerDatabase.h"
 #include "repository/KorDatabaseAccess.h"
 
 #include <optional>

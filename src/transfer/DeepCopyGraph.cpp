@@ -1,6 +1,7 @@
 #include "DeepCopyGraph.h"
 
 #include "edit/DetailTables.h"
+#include "foundation/KorTransferState.h"
 #include "foundation/RecordColumns.h"
 #include "project/KorODBCUserProfile.h"
 #include "records/AnyRecord.h"
@@ -9,7 +10,6 @@
 #include "repository/RecordAccess.h"
 #include "StyleGraph.h"
 #include "transfer/KorDetailTableDependencies.h"
-#include "transfer/KorODBCDetailStyleExports.h"
 
 #include <algorithm>
 #include <tuple>
@@ -251,7 +251,7 @@ long DeepCopyGraph::write(const CopyTable& table, void* record, long index, long
     const RecordDescription& type = table.description();
     KorODBCUserProfile::resetOwnerText();
     if (const ColumnDescription* owner = type.ownerColumn();
-        owner != nullptr && !KorODBCDetailStyleExports::isTransferInProgress())
+        owner != nullptr && !KorTransferState::isTransferInProgress())
         owner->text(record) = KorODBCUserProfile::m_charOwnerText;
     void* current = detailTable(table.type).currentRecord;
     type.operations->assign(current, record);

@@ -19,29 +19,11 @@ using Styles = KorDetailTableDependencies;
 using Processes = KorDetailProcessTableDependencies;
 
 Exports::eType Exports::m_pType = Exports::kDetailStyle;
-int Exports::m_bExportInProgress = 0;
-int Exports::m_bImportInProgress = 0;
-int Exports::m_bCancelBackupTables = 0;
 int Exports::m_bAdvancedDeepCopyMode = 0;
 KorString Exports::m_ErrorMessage;
 KorString Exports::m_StandardErrorMessage;
 
 namespace {
-
-/// Makes databases current for the manager and the service, one after the other.
-class CurrentDatabase {
-public:
-    void set(eDSN dsn, eIndex index)
-    {
-        m_request.reset();
-        KorOdbcMan::m_currentDSN = dsn;
-        KorOdbcMan::m_currentAddIn = index;
-        m_request.emplace(dsn, index);
-    }
-
-private:
-    std::optional<KorDSNRequest> m_request;
-};
 
 template <class... Args>
 void setMessages(unsigned prompt, const wchar_t* standard, const Args&... args)
@@ -235,14 +217,13 @@ int Exports::exportDetail(eType type, const KorOdbcKey& key, eDSN sourceDsn, eIn
         Styles::ResetDeepCopyInfo();
     else
         Processes::ResetDeepCopyInfo();
-    CurrentDatabase current;
-    current.set(sourceDsn, sourceIndex);
+    std::optional<NewManagerDatabase> current(std::in_place, sourceDsn, sourceIndex);
     if (!collect(type, key.getKey())) {
         setMessages(45061, L"Failed to load dependencies for detail style with key %d!", key.getKey());
         resetProgress();
         return 0;
     }
-    current.set(targetDsn, targetIndex);
+    current.emplace(targetDsn, targetIndex);
     deleteCache(targetIndex);
     if (type == kDetailStyle)
         Styles::SetRowNr();
@@ -266,15 +247,14 @@ int Exports::importDetail(eType type, const KorOdbcKey& key, eDSN sourceDsn, eIn
     if (type != kDetailStyle && type != kDetailProcess)
         return 1;
     Processes::ResetDeepCopyInfo(); // the styles, too
-    CurrentDatabase current;
-    current.set(sourceDsn, sourceIndex);
+    std::optional<NewManagerDatabase> current(std::in_place, sourceDsn, sourceIndex);
     if (!collect(type, key.getKey())) {
         setMessages(type == kDetailStyle ? 45061 : 45068,
                     L"Failed to load dependencies for detail style with key %d", key.getKey());
         resetProgress();
         return 0;
     }
-    current.set(targetDsn, targetIndex);
+    current.emplace(targetDsn, targetIndex);
     if (type == kDetailProcess)
         Processes::SetRowNr();
     // a cancel of the styles' copy is what counts here, for processes as well

@@ -1,11 +1,11 @@
 #include "StyleGraph.h"
 
+#include "foundation/KorTransferState.h"
 #include "foundation/RecordEquality.h"
 #include "roots/KorAssert.h"
 #include "roots/KorProgressCtrl.h"
 #include "Scoped.h"
 #include "transfer/KorDetailTableDependencies.h"
-#include "transfer/KorODBCDetailStyleExports.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -96,7 +96,7 @@ int freeSubCategory(int baseCategory, int from)
 /// field stands for it.
 long existingQualifierSet(const void* record)
 {
-    if (KorODBCDetailStyleExports::isImportInProgress() == 0)
+    if (KorTransferState::isImportInProgress() == 0)
         return -1;
     StructDetObjQualifierSet collected = *static_cast<const StructDetObjQualifierSet*>(record);
     StructDetObjQualifierSet found;

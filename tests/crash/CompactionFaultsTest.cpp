@@ -1,5 +1,5 @@
+#include "compaction/KorOdbcCompactDetailsTables.h"
 #include "support/CrashCycle.h"
-#include "transfer/KorOdbcCompactDetailsTables.h"
 
 #include <set>
 

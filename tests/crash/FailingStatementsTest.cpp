@@ -1,3 +1,6 @@
+#include "catalogues/DetailGroups.h"
+#include "compaction/KorOdbcCompactDetailsTables.h"
+#include "edit/KorODBCDetStyle.h"
 #include "edit/KorTableEdit.h"
 #include "maintenance/KorOdbcGUI.h"
 #include "Observer.h"
@@ -5,10 +8,7 @@
 #include "service/Service.h"
 #include "support/CrashCycle.h"
 #include "support/DetailFixture.h"
-#include "transfer/DetailGroups.h"
 #include "transfer/KorDetailProcessTableDependencies.h"
-#include "transfer/KorOdbcCompactDetailsTables.h"
-#include "transfer/KorODBCDetStyle.h"
 
 #include <sstream>
 

@@ -1,6 +1,6 @@
 #include "foundation/KorOdbcTables.h"
 
-#include "foundation/KorOdbcGlobals.h"
+#include "catalogues/KorOdbcGlobals.h"
 #include "records/configuration/AutoConnectionRecords.h"
 #include "records/configuration/ExchangeRecords.h"
 #include "records/project/ProjectRecords.h"

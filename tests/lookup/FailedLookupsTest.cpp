@@ -2,8 +2,8 @@
 
 #include "catalogues/Anchors.h"
 #include "catalogues/Bolts.h"
+#include "catalogues/KorOdbcGlobals.h"
 #include "catalogues/ObjectTypes.h"
-#include "foundation/KorOdbcGlobals.h"
 #include "Lookups.h"
 #include "repository/KorDatabaseProfileAccess.h"
 

@@ -4,7 +4,7 @@
 #include "project/KorODBCProject.h"
 #include "project/KorODBCProjectAdvance.h"
 #include "project/KorODBCProjectUser.h"
-#include "transfer/KorDetailReferences.h"
+#include "references/KorDetailReferences.h"
 
 /// Project records in a repository in memory, all tables empty.
 namespace project {

@@ -4,10 +4,10 @@
 #include "catalogues/KorOdbcNumberingPrefix.h"
 #include "edit/KorTableEdit.h"
 #include "project/KorODBCProjectUser.h"
+#include "references/KorDetailReferences.h"
 #include "repository/DetailDatabase.h"
 #include "repository/Manifest.h"
 #include "transfer/KorDetailProcessTableDependencies.h"
-#include "transfer/KorDetailReferences.h"
 #include "transfer/KorODBCDetailStyleExports.h"
 
 #include <fstream>

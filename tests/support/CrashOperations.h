@@ -1,7 +1,7 @@
 #pragma once
 
+#include "compaction/KorOdbcCompactDetailsTables.h"
 #include "support/CrashCycle.h"
-#include "transfer/KorOdbcCompactDetailsTables.h"
 
 #include <optional>
 #include <set>

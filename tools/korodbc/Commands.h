@@ -1,9 +1,9 @@
 #pragma once
 
+#include "compaction/KorOdbcCompactDetailsTables.h"
 #include "DetailKind.h"
 #include "Output.h"
 #include "Session.h"
-#include "transfer/KorOdbcCompactDetailsTables.h"
 
 #include <string>
 #include <vector>

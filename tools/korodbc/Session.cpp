@@ -3,12 +3,12 @@
 #include "addins/AddInManagerInterface.h"
 #include "CurrentDatabase.h"
 #include "edit/KorOdbcMan.h"
-#include "foundation/KorOdbcDSNDefinitions.h"
 #include "Output.h"
 #include "repository/KorDatabaseAccess.h"
 #include "repository/Manifest.h"
 #include "roots/KorAssert.h"
 #include "roots/ProgressSink.h"
+#include "startup/KorOdbcDSNDefinitions.h"
 
 #include <algorithm>
 #include <charconv>
