@@ -67,6 +67,9 @@ public:
     /// The whole table with the rows of the base and of every add-in.
     static int getTableAllSources(eDSN dsn, const KorString& table, KorPartialTable& out);
 
+    // Conversions, which the platform brings
+
+    /// Each value as text, or as a whole number.
     static int cellDataArr2StringArr(const KorArray<KorCellData>& values, KorArray<KorString>& out);
     static int cellDataArr2LongArr(const KorArray<KorCellData>& values, KorArray<long>& out);
     static int cellDataArr2ColumnData(const KorArray<KorCellData>& values, KorColumnData& out);
