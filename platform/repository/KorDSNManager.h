@@ -2,7 +2,8 @@
 
 #include "repository/KorDSNDefinitions.h"
 
-/// Redirects all record reads and writes to one data source and add-in slot until it is destroyed.
+/// Redirects all record reads and writes to one data source and add-in slot until it is destroyed. Requests nest;
+/// the end of each brings back what was current when it began.
 class KorDSNRequest {
 public:
     KorDSNRequest(eDSN dsn, eIndex index);

@@ -7,6 +7,7 @@
 #include <limits>
 #include <random>
 #include <unordered_set>
+#include <utf8proc.h>
 
 namespace {
 
@@ -112,6 +113,33 @@ TEST(KorStringTest, ComparesWithoutCase)
         check(ascending[i], ascending[i + 1], -1);
     EXPECT_LT(KorString(L"B").compare(L"a"), 0);
     EXPECT_TRUE(KorString(L"B") < KorString(L"a") && KorString(L"b") > L"a" && KorString(L"x") != L"X");
+}
+
+TEST(KorStringTest, FoldsEveryCharacterAsUtf8procDoes)
+{
+    const std::string_view known = utf8proc_unicode_version();
+    for (utf8proc_int32_t character = 0; character <= 0x110000; ++character) {
+        utf8proc_int32_t expected[8] = {};
+        int boundClass = 0;
+        const auto length = utf8proc_decompose_char(character, expected, 8, UTF8PROC_CASEFOLD, &boundClass);
+        // nothing is folded that is no code point
+        std::wstring folded = length < 0 ? std::wstring(1, character) : std::wstring(expected, expected + length);
+        const KorString text(std::wstring_view(std::wstring(1, character)));
+        const KorString ours = text.foldedCase();
+        // a utf8proc of another year knows more letters, or fewer; none that both know is folded otherwise
+        const bool isKnown = ours != text && folded.front() != character;
+        ASSERT_TRUE(ours == std::wstring_view(folded) || !(known.starts_with("15.") || isKnown))
+            << character << ", Unicode " << known;
+        if (ours == text)
+            continue;
+        // with characters around it, and as the end of a text
+        ASSERT_EQ((KorString(L"A") + text + KorString(L"Z")).foldedCase(),
+                  KorString(L"a") + ours + KorString(L"z"))
+            << character;
+        ASSERT_EQ(text.compareNoCase(ours), 0) << character;
+    }
+    for (const wchar_t none : {static_cast<wchar_t>(-1), static_cast<wchar_t>(0x7FFFFFFF)})
+        EXPECT_EQ(KorString(std::wstring_view(&none, 1)).foldedCase().getAt(0), none);
 }
 
 TEST(KorStringTest, FindsAndCuts)

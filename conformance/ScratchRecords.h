@@ -1,0 +1,65 @@
+#pragma once
+
+#include "repository/RecordMarshal.h"
+
+/// One numbered item of a scratch row.
+struct ConformancePart {
+    int number = 0;
+};
+
+/// A row with one column of each kind and three numbered items. Table "ConformanceRows".
+struct ConformanceRow {
+    int key = -1;
+    KorString runName;
+    int number = 0;
+    double real = 0;
+    int sortOrder = 0;
+    int parts = 0;
+    KorArray<ConformancePart> items;
+};
+template <>
+const RecordDescription& descriptionOf<ConformanceRow>();
+
+/// What a later version might make of the same table: a column that it lacks.
+struct ConformanceWideRow {
+    int key = -1;
+    KorString runName;
+    int later = 11;
+};
+template <>
+const RecordDescription& descriptionOf<ConformanceWideRow>();
+
+/// An item in a table of its own. Table "ConformanceItems".
+struct ConformanceItem {
+    int key = -1;
+    int list = -1;
+    int position = 0;
+    KorString text;
+};
+template <>
+const RecordDescription& descriptionOf<ConformanceItem>();
+
+/// A record with such items. Table "ConformanceLists".
+struct ConformanceList {
+    int key = -1;
+    KorString runName;
+    KorArray<ConformanceItem> items;
+};
+template <>
+const RecordDescription& descriptionOf<ConformanceList>();
+
+/// A record whose key is a text. Table "ConformanceNames".
+struct ConformanceName {
+    KorString key;
+    KorString runName;
+};
+template <>
+const RecordDescription& descriptionOf<ConformanceName>();
+
+/// A record whose table nobody makes.
+struct ConformanceMissing {
+    int key = -1;
+    KorString runName;
+};
+template <>
+const RecordDescription& descriptionOf<ConformanceMissing>();

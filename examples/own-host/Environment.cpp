@@ -1,0 +1,127 @@
+// What is left of the platform, as a host answers that has nothing of it.
+
+#include "addins/AddInManagerInterface.h"
+#include "records/configuration/DefaultRecords.h"
+#include "repository/KorDatabaseAccess.h"
+#include "repository/KorDatabaseGratingAccess.h"
+#include "repository/KorDatabaseProfileAccess.h"
+#include "repository/KorDefaults.h"
+#include "repository/KorDSNManager.h"
+#include "repository/KRRepositoryProxyMan.h"
+#include "roots/KorLogfile.h"
+#include "roots/KorProgressCtrl.h"
+#include "roots/KorPromptsProxy.h"
+#include "roots/KorRegExWrapper.h"
+#include "roots/KRSettings.h"
+
+namespace {
+
+template <class Record, class Value>
+int defaultOf(const KorString& key, Value& value)
+{
+    const KorDSNRequest request(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase);
+    Record record;
+    const int result = RecordMarshal<Record>::getStructByKey(key, record);
+    if (result == 1)
+        value = record.value;
+    return result;
+}
+
+} // namespace
+
+int kor_odbc_getDefault(const KorString& key, KorString& value)
+{
+    return defaultOf<StructDefaultString>(key, value);
+}
+int kor_odbc_getDefault(const KorString& key, int& value) { return defaultOf<StructDefaultInteger>(key, value); }
+int kor_odbc_setDefault(const KorString&, int) { return 0; }
+
+KorDSNManager& KorDSNManager::getInstance()
+{
+    static KorDSNManager manager;
+    return manager;
+}
+
+void KorDSNManager::setCurrent(eDSN dsn, eIndex index)
+{
+    m_dsn = dsn;
+    m_index = index;
+}
+
+eIndex KorDSNManager::getAddInIdx(int position) { return static_cast<eIndex>(position + 1); }
+int KorDSNManager::getAddInIdx(eIndex index) { return index - 1; }
+
+KorDSNRequest::KorDSNRequest(eDSN dsn, eIndex index)
+    : m_previousDSN(KorDSNManager::getInstance().m_dsn), m_previousIndex(KorDSNManager::getInstance().m_index)
+{
+    KorDSNManager::getInstance().setCurrent(dsn, index);
+    ++KorDSNManager::getInstance().m_requests;
+}
+
+KorDSNRequest::~KorDSNRequest()
+{
+    --KorDSNManager::getInstance().m_requests;
+    KorDSNManager::getInstance().setCurrent(m_previousDSN, m_previousIndex);
+}
+
+eIndex KorDSNSetDwgSource::GeteIndexForDwg() { return KorDSNDefinitions::kBase; }
+
+void KRRepositoryProxyMan::resetTableCache(int) {}
+void KRRepositoryProxyMan::resetAllPreferredSizeData() {}
+void KRRepositoryProxyMan::whenSwitched(void (*)()) {}
+
+int KorDatabaseProfileAccess::visitSections(const StructProfileClass&,
+                                            const std::function<bool(const StructSection&)>&)
+{
+    return 0;
+}
+int KorDatabaseProfileAccess::getProfilesSectionNameListByKeysAllSources(const KorString&, const KorArray<long>&,
+                                                                         KorArray<KorString>&)
+{
+    return 0;
+}
+int KorDatabaseProfileAccess::decomposeInternalName(const KorString&, KorString&, KorString&) { return 0; }
+int KorDatabaseProfileAccess::getCompoundMasterStruct(const KorString&, StructCompoundMaster&) { return 0; }
+
+using Gratings = KorDatabaseGratingAccess;
+int Gratings::getGratingItemsNameListByKeys(const KorString&, const KorArray<long>&, KorArray<KorString>&)
+{
+    return 0;
+}
+int Gratings::getBearingBarSpacingSubTable(const KorString&, KorArray<StructBearingBarSpacing>&) { return 0; }
+int Gratings::getCrossBarSpacingSubTable(const KorString&, KorArray<StructCrossBarSpacing>&) { return 0; }
+int Gratings::getBearingBarThicknessSubTable(const KorString&, KorArray<StructBearingBarThickness>&) { return 0; }
+int Gratings::getBearingBarWidthSubTable(const KorString&, KorArray<StructBearingBarWidth>&) { return 0; }
+int Gratings::getCrossBarSubTable(const KorString&, KorArray<StructCrossBar>&) { return 0; }
+
+AddInManagerInterface* AddInManagerInterface::getInstance() { return nullptr; }
+
+int KRSettings::getValue(const KorString&, KorString&) { return 0; }
+
+KorPromptsProxy* KorPromptsProxy::getInstance()
+{
+    static KorPromptsProxy prompts;
+    return &prompts;
+}
+void KorPromptsProxy::resetPromptsCache() {}
+KorString KorPromptsProxy::getPrompt(const KorString&, unsigned, const KorString& fallback) { return fallback; }
+
+void KorProgressCtrl::setTitle(const KorString&) {}
+void KorProgressCtrl::setPercentage(int, int) {}
+void KorProgressCtrl::reset() {}
+
+struct KorLogfile::State {};
+KorLogfile::KorLogfile(const KorString&) {}
+KorLogfile::~KorLogfile() = default;
+
+struct KorRegExWrapper::Engine {};
+KorRegExWrapper::KorRegExWrapper() = default;
+KorRegExWrapper::KorRegExWrapper(const KorString&, bool) {}
+KorRegExWrapper::KorRegExWrapper(KorRegExWrapper&&) noexcept = default;
+KorRegExWrapper::~KorRegExWrapper() = default;
+bool KorRegExWrapper::setPattern(const KorString&, bool) { return false; }
+bool KorRegExWrapper::isValid() const { return false; }
+KorString KorRegExWrapper::error() const { return L"this host has no regular expressions"; }
+bool KorRegExWrapper::match(const KorRegExText&) const { return false; }
+bool KorRegExWrapper::match(const KorRegExText&, KorArray<KorString>&) const { return false; }
+bool KorRegExWrapper::search(const KorString&, int, int&, int&) const { return false; }
