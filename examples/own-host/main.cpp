@@ -1,7 +1,7 @@
 // The library on a host of one's own: a few look-ups, then what the library relies on in every host.
 
 #include "conformance/Conformance.h"
-#include "foundation/KorOdbcDSNDefinitions.h"
+#include "startup/KorOdbcDSNDefinitions.h"
 #include "lookup/KorOdbcSteelBolts.h"
 #include "lookup/KorOdbcSteelPlates.h"
 #include "MapHost.h"

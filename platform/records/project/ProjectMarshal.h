@@ -21,15 +21,27 @@ struct ProjectMarshal : RecordMarshal<T> {
     }
     static int getTable(KorArray<T>& records)
     {
-        return readMany([](const T&) { return true; }, records);
+        return readMany(
+            [](KorArray<T>& found) {
+                return RecordMarshal<T>::visit([&](const T& record) {
+                    found.append(record);
+                    return true;
+                });
+            },
+            records);
     }
 
 protected:
-    /// The records whose field holds that key, in table order; 1 also when there are none.
+    /// The records whose field holds that key, in table order; 1 also when there are none, 0 when they cannot be
+    /// told.
     template <auto Parent>
     static int getChildren(long key, KorArray<T>& records)
     {
-        return readMany([key](const T& record) { return record.*Parent == key; }, records);
+        return readMany(
+            [key](KorArray<T>& found) {
+                return RecordMarshal<T>::template getWhere<Parent>(key, found) < 0 ? 0 : 1;
+            },
+            records);
     }
 
 private:
@@ -53,18 +65,15 @@ private:
             record.dataSource = from;
         return found;
     }
-    template <class Matches>
-    static int readMany(Matches matches, KorArray<T>& records)
+    template <class Read>
+    static int readMany(Read read, KorArray<T>& records)
     {
         KorArray<T> found;
         int result = 0;
         RecordMarshal<T>::inCurrentSource([&] {
-            const eDSN from = source();
-            result = RecordMarshal<T>::visit([&](const T& record) {
-                if (matches(record))
-                    found.getAt(found.append(record)).dataSource = from;
-                return true;
-            });
+            result = read(found);
+            for (T& record : found)
+                record.dataSource = source();
         });
         if (result == 1)
             records = std::move(found);
