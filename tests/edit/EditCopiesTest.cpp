@@ -8,7 +8,6 @@ namespace {
 
 class EditCopiesTest : public DetailTest {
 protected:
-
     static std::string title(eDSN dsn = details, int key = 1) { return cell(dsn, "DetailStyle", key, 5); }
     static void setTitle(const char* value, int d)
     {
