@@ -1,12 +1,13 @@
-#include "compaction/KorOdbcCompactDetailsTables.h"
 #include "Database.h"
 #include "DetailGenerator.h"
-#include "edit/KorOdbcMan.h"
-#include "EmbeddedHost.h"
 #include "PlainCompaction.h"
 #include "Results.h"
-#include "transfer/KorODBCDetailStyleExports.h"
 #include "Workplace.h"
+
+#include <korodbc/compaction/KorOdbcCompactDetailsTables.h>
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 #include <map>
 #include <memory>

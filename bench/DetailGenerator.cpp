@@ -1,13 +1,14 @@
 #include "DetailGenerator.h"
 
 #include "Database.h"
-#include "records/AnyRecord.h"
-#include "records/detail/DetailAnnotationRecords.h"
-#include "records/detail/DetailObjectRecords.h"
-#include "records/detail/DetailProcessRecords.h"
-#include "records/detail/DetailStyleRecords.h"
-#include "records/detail/DetailViewRecords.h"
 #include "repository/DetailDatabase.h"
+
+#include <korodbc/records/AnyRecord.h>
+#include <korodbc/records/detail/DetailAnnotationRecords.h>
+#include <korodbc/records/detail/DetailObjectRecords.h>
+#include <korodbc/records/detail/DetailProcessRecords.h>
+#include <korodbc/records/detail/DetailStyleRecords.h>
+#include <korodbc/records/detail/DetailViewRecords.h>
 
 #include <algorithm>
 #include <cmath>

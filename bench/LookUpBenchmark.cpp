@@ -1,8 +1,9 @@
 #include "Database.h"
-#include "records/detail/DetailViewRecords.h"
-#include "repository/KorDatabaseAccess.h"
 #include "Results.h"
 #include "Workplace.h"
+
+#include <korodbc/records/detail/DetailViewRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <cstdint>
 #include <memory>

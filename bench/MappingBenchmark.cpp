@@ -1,7 +1,8 @@
 #include "Database.h"
-#include "exchange/SectionConversions.h"
 #include "Results.h"
 #include "Workplace.h"
+
+#include <korodbc/exchange/SectionConversions.h>
 
 #include <memory>
 #include <re2/re2.h>

@@ -1,11 +1,12 @@
 #include "Database.h"
 #include "PlainStyleCopy.h"
 #include "repository/DetailDatabase.h"
-#include "repository/KorDatabaseAccess.h"
 #include "Results.h"
 #include "StyleGenerator.h"
-#include "transfer/KorODBCDetailStyleExports.h"
 #include "Workplace.h"
+
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 #include <cstdio>
 #include <cstring>

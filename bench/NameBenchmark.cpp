@@ -1,10 +1,11 @@
 #include "Database.h"
-#include "edit/KorOdbcMan.h"
-#include "repository/KorDatabaseAccess.h"
 #include "Results.h"
-#include "transfer/KorDetailTableDependencies.h"
-#include "transfer/KorODBCDetailStyleExports.h"
 #include "Workplace.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/transfer/KorDetailTableDependencies.h>
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 #include <algorithm>
 #include <vector>

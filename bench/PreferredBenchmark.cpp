@@ -1,9 +1,10 @@
-#include "catalogues/KorOdbcGrouping.h"
 #include "Database.h"
-#include "records/configuration/MaterialRecords.h"
-#include "repository/KorDSNManager.h"
 #include "Results.h"
 #include "Workplace.h"
+
+#include <korodbc/catalogues/KorOdbcGrouping.h>
+#include <korodbc/records/configuration/MaterialRecords.h>
+#include <korodbc/repository/KorDSNManager.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,7 +1,8 @@
-#include "catalogues/KorOdbcNumberingPrefix.h"
 #include "Database.h"
 #include "Results.h"
 #include "Workplace.h"
+
+#include <korodbc/catalogues/KorOdbcNumberingPrefix.h>
 
 #include <cstdint>
 #include <vector>

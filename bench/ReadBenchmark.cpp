@@ -1,14 +1,15 @@
 #include "Database.h"
-#include "edit/KorOdbcMan.h"
-#include "EmbeddedHost.h"
-#include "records/AnyRecord.h"
-#include "records/detail/DetailViewRecords.h"
-#include "records/Registry.h"
-#include "repository/RecordAccess.h"
 #include "Results.h"
 #include "service/Service.h"
-#include "startup/KorOdbcDSNDefinitions.h"
 #include "Workplace.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/records/AnyRecord.h>
+#include <korodbc/records/detail/DetailViewRecords.h>
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/RecordAccess.h>
+#include <korodbc/startup/KorOdbcDSNDefinitions.h>
 
 #include <map>
 #include <memory>

@@ -1,9 +1,10 @@
 #include "Database.h"
-#include "edit/KorOdbcMan.h"
-#include "maintenance/KorOdbcGUI.h"
-#include "repository/KorDSNManager.h"
 #include "Results.h"
 #include "Workplace.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/maintenance/KorOdbcGUI.h>
+#include <korodbc/repository/KorDSNManager.h>
 
 #include <memory>
 

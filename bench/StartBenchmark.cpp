@@ -1,9 +1,10 @@
 #include "Database.h"
-#include "edit/KorOdbcMan.h"
-#include "EmbeddedHost.h"
 #include "Results.h"
-#include "startup/KorOdbcDSNDefinitions.h"
 #include "Workplace.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/startup/KorOdbcDSNDefinitions.h>
 
 #include <algorithm>
 #include <memory>

@@ -1,9 +1,10 @@
 #include "Database.h"
-#include "edit/KorOdbcMan.h"
-#include "repository/KorDatabaseAccess.h"
 #include "Results.h"
-#include "transfer/KorODBCDetailStyleExports.h"
 #include "Workplace.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 #include <vector>
 

@@ -1,13 +1,14 @@
 #include "Database.h"
-#include "EmbeddedHost.h"
 #include "PlainStyleCopy.h"
 #include "repository/DetailDatabase.h"
-#include "repository/KorDatabaseAccess.h"
 #include "Results.h"
 #include "StyleGenerator.h"
-#include "transfer/KorDetailProcessTableDependencies.h"
-#include "transfer/KorODBCDetailStyleExports.h"
 #include "Workplace.h"
+
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/transfer/KorDetailProcessTableDependencies.h>
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 #include <algorithm>
 #include <map>

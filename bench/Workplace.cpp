@@ -1,10 +1,11 @@
 #include "Workplace.h"
 
 #include "Database.h"
-#include "edit/KorOdbcMan.h"
-#include "EmbeddedHost.h"
-#include "repository/KorDatabaseAccess.h"
-#include "startup/KorOdbcDSNDefinitions.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/startup/KorOdbcDSNDefinitions.h>
 
 #include <set>
 #include <unistd.h>

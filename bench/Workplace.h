@@ -1,6 +1,6 @@
 #pragma once
 
-#include "repository/KorDSNDefinitions.h"
+#include <korodbc/repository/KorDSNDefinitions.h>
 
 #include <filesystem>
 #include <string>

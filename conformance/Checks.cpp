@@ -1,6 +1,6 @@
 #include "conformance/Checks.h"
 
-#include "repository/KorDSNManager.h"
+#include <korodbc/repository/KorDSNManager.h>
 
 namespace conformance {
 

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "conformance/Conformance.h"
 #include "conformance/ScratchRecords.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/conformance/Conformance.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 namespace conformance {
 

@@ -1,7 +1,8 @@
 #include "conformance/Checks.h"
-#include "repository/KorDSNManager.h"
-#include "repository/KRRepositoryProxyMan.h"
-#include "roots/KorRegExWrapper.h"
+
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/KRRepositoryProxyMan.h>
+#include <korodbc/roots/KorRegExWrapper.h>
 
 #include <typeinfo>
 

@@ -1,6 +1,6 @@
 #include "conformance/ScratchRecords.h"
 
-#include "records/DescriptionBuilder.h"
+#include <korodbc/records/DescriptionBuilder.h>
 
 using namespace records;
 

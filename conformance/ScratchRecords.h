@@ -1,6 +1,6 @@
 #pragma once
 
-#include "repository/RecordMarshal.h"
+#include <korodbc/repository/RecordMarshal.h>
 
 /// One numbered item of a scratch row.
 struct ConformancePart {

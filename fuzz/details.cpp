@@ -1,17 +1,18 @@
 // A detail file whose tables, columns and cells were changed: listing, checking and importing it neither crashes
 // nor hangs, and an import that is taken back leaves the target as it was.
 
-#include "edit/KorOdbcMan.h"
-#include "EmbeddedHost.h"
 #include "Fuzz.h"
-#include "records/Registry.h"
-#include "references/KorDetailReferences.h"
 #include "repository/DetailDatabase.h"
 #include "service/Service.h"
 #include "support/DetailRecords.h"
-#include "transfer/KorDetailProcessTableDependencies.h"
-#include "transfer/KorDetailTableDependencies.h"
-#include "transfer/KorODBCDetailStyleExports.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/records/Registry.h>
+#include <korodbc/references/KorDetailReferences.h>
+#include <korodbc/transfer/KorDetailProcessTableDependencies.h>
+#include <korodbc/transfer/KorDetailTableDependencies.h>
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 #include <memory>
 

@@ -1,14 +1,14 @@
-#include "EmbeddedHost.h"
-
-#include "addins/AddInManager.h"
-#include "records/configuration/DefaultRecords.h"
-#include "records/Registry.h"
-#include "repository/KorDatabaseAccess.h"
-#include "roots/PromptSource.h"
-#include "roots/SettingsStore.h"
 #include "service/RepositorySwitch.h"
 #include "service/Service.h"
 #include "service/TableFit.h"
+
+#include <korodbc/host/AddInManager.h>
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/host/PromptSource.h>
+#include <korodbc/host/SettingsStore.h>
+#include <korodbc/records/configuration/DefaultRecords.h>
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <set>
 #include <utility>

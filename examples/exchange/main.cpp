@@ -1,10 +1,10 @@
 // A list of sections goes out under the names of another application and comes back: a bill of sections on its way
 // into an exchange file, and what is read from such a file.
 
-#include "EmbeddedHost.h"
-#include "exchange/ExchangeApplications.h"
-#include "exchange/SectionConversions.h"
-#include "startup/KorOdbcDSNDefinitions.h"
+#include <korodbc/exchange/ExchangeApplications.h>
+#include <korodbc/exchange/SectionConversions.h>
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/startup/KorOdbcDSNDefinitions.h>
 
 #include <iostream>
 #include <iterator>

@@ -1,15 +1,15 @@
 // What a modelling command asks of the catalogue: a section's values, the bolts of a standard, a weld's text, and
 // a table that the user added.
 
-#include "edit/KorOdbcMan.h"
-#include "EmbeddedHost.h"
-#include "lookup/KorOdbcSteelBolts.h"
-#include "lookup/KorOdbcSteelPlates.h"
-#include "lookup/KorOdbcSteelSections.h"
-#include "lookup/KorOdbcSteelWelding.h"
-#include "lookup/KorOdbcUserTables.h"
-#include "repository/KorDatabaseAccess.h"
-#include "startup/KorOdbcDSNDefinitions.h"
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/lookup/KorOdbcSteelBolts.h>
+#include <korodbc/lookup/KorOdbcSteelPlates.h>
+#include <korodbc/lookup/KorOdbcSteelSections.h>
+#include <korodbc/lookup/KorOdbcSteelWelding.h>
+#include <korodbc/lookup/KorOdbcUserTables.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/startup/KorOdbcDSNDefinitions.h>
 
 #include <iostream>
 

@@ -1,8 +1,8 @@
 // A host application in its smallest form: makes a repository, starts the library, lists the detail styles.
 
-#include "edit/KorOdbcMan.h"
-#include "EmbeddedHost.h"
-#include "startup/KorOdbcDSNDefinitions.h"
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/startup/KorOdbcDSNDefinitions.h>
 
 #include <iostream>
 

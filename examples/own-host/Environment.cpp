@@ -1,18 +1,18 @@
 // What is left of the platform, as a host answers that has nothing of it.
 
-#include "addins/AddInManagerInterface.h"
-#include "records/configuration/DefaultRecords.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDatabaseGratingAccess.h"
-#include "repository/KorDatabaseProfileAccess.h"
-#include "repository/KorDefaults.h"
-#include "repository/KorDSNManager.h"
-#include "repository/KRRepositoryProxyMan.h"
-#include "roots/KorLogfile.h"
-#include "roots/KorProgressCtrl.h"
-#include "roots/KorPromptsProxy.h"
-#include "roots/KorRegExWrapper.h"
-#include "roots/KRSettings.h"
+#include <korodbc/addins/AddInManagerInterface.h>
+#include <korodbc/records/configuration/DefaultRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDatabaseGratingAccess.h>
+#include <korodbc/repository/KorDatabaseProfileAccess.h>
+#include <korodbc/repository/KorDefaults.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/KRRepositoryProxyMan.h>
+#include <korodbc/roots/KorLogfile.h>
+#include <korodbc/roots/KorProgressCtrl.h>
+#include <korodbc/roots/KorPromptsProxy.h>
+#include <korodbc/roots/KorRegExWrapper.h>
+#include <korodbc/roots/KRSettings.h>
 
 namespace {
 

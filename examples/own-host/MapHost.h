@@ -1,7 +1,7 @@
 #pragma once
 
-#include "records/RecordDescription.h"
-#include "repository/KorColumn.h"
+#include <korodbc/records/RecordDescription.h>
+#include <korodbc/repository/KorColumn.h>
 
 #include <map>
 #include <set>

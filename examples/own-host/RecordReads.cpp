@@ -1,9 +1,10 @@
 // The record reads over maps: every read makes the records of the table anew.
 
 #include "MapHost.h"
-#include "records/AnyRecord.h"
-#include "repository/KorDSNManager.h"
-#include "repository/RecordAccess.h"
+
+#include <korodbc/records/AnyRecord.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <algorithm>
 #include <memory>

@@ -1,9 +1,10 @@
 // The table access service over maps.
 
 #include "MapHost.h"
-#include "records/RecordDescription.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
+
+#include <korodbc/records/RecordDescription.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDSNManager.h>
 
 #include <algorithm>
 #include <exception>

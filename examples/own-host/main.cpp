@@ -1,13 +1,14 @@
 // The library on a host of one's own: a few look-ups, then what the library relies on in every host.
 
-#include "conformance/Conformance.h"
-#include "startup/KorOdbcDSNDefinitions.h"
-#include "lookup/KorOdbcSteelBolts.h"
-#include "lookup/KorOdbcSteelPlates.h"
 #include "MapHost.h"
-#include "records/configuration/DefaultRecords.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDefaults.h"
+
+#include <korodbc/conformance/Conformance.h>
+#include <korodbc/lookup/KorOdbcSteelBolts.h>
+#include <korodbc/lookup/KorOdbcSteelPlates.h>
+#include <korodbc/records/configuration/DefaultRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDefaults.h>
+#include <korodbc/startup/KorOdbcDSNDefinitions.h>
 
 #include <iostream>
 

@@ -1,6 +1,6 @@
-#include "addins/AddInManager.h"
-
 #include "service/Service.h"
+
+#include <korodbc/host/AddInManager.h>
 
 #include <algorithm>
 

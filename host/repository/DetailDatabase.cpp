@@ -1,8 +1,9 @@
 #include "repository/DetailDatabase.h"
 
-#include "records/Registry.h"
 #include "repository/NewPath.h"
 #include "tables/Table.h"
+
+#include <korodbc/records/Registry.h>
 
 #include <filesystem>
 

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "records/RecordDescription.h"
 #include "sqlite/Connection.h"
+
+#include <korodbc/records/RecordDescription.h>
 
 #include <string>
 

@@ -1,7 +1,8 @@
 #include "repository/Manifest.h"
 
-#include "roots/KorString.h"
 #include "tables/Table.h"
+
+#include <korodbc/roots/KorString.h>
 
 #include <algorithm>
 #include <cctype>

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "repository/KorDSNDefinitions.h"
+#include <korodbc/host/CountryAddIn.h>
+#include <korodbc/repository/KorDSNDefinitions.h>
 
 #include <array>
 #include <filesystem>
@@ -8,13 +9,6 @@
 #include <vector>
 
 namespace korodbc::host {
-
-/// An installed country add-in.
-struct CountryAddIn {
-    std::string id;
-    std::string name;
-    std::string connection; // "sqlite:addins/norway.db"
-};
 
 /// What a repository consists of: the file `repository.toml` in its folder.
 struct Manifest {

@@ -1,10 +1,11 @@
-#include "repository/RepositoryBuilder.h"
-
-#include "records/Registry.h"
 #include "repository/Csv.h"
 #include "repository/DetailDatabase.h"
+#include "repository/Manifest.h"
 #include "repository/NewPath.h"
 #include "tables/Table.h"
+
+#include <korodbc/host/RepositoryBuilder.h>
+#include <korodbc/records/Registry.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "roots/PromptSource.h"
+#include <korodbc/host/PromptSource.h>
 
 namespace {
 

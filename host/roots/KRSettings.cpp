@@ -1,6 +1,5 @@
-#include "roots/KRSettings.h"
-
-#include "roots/SettingsStore.h"
+#include <korodbc/host/SettingsStore.h>
+#include <korodbc/roots/KRSettings.h>
 
 #include <charconv>
 #include <unordered_map>

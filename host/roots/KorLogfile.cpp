@@ -1,4 +1,4 @@
-#include "roots/KorLogfile.h"
+#include <korodbc/roots/KorLogfile.h>
 
 #include <cstdlib>
 #include <filesystem>

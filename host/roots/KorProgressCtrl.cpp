@@ -1,6 +1,5 @@
-#include "roots/KorProgressCtrl.h"
-
-#include "roots/ProgressSink.h"
+#include <korodbc/host/ProgressSink.h>
+#include <korodbc/roots/KorProgressCtrl.h>
 
 namespace {
 

@@ -1,6 +1,5 @@
-#include "roots/KorPromptsProxy.h"
-
-#include "roots/PromptSource.h"
+#include <korodbc/host/PromptSource.h>
+#include <korodbc/roots/KorPromptsProxy.h>
 
 #include <optional>
 #include <unordered_map>

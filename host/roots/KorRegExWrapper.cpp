@@ -1,4 +1,4 @@
-#include "roots/KorRegExWrapper.h"
+#include <korodbc/roots/KorRegExWrapper.h>
 
 #include <algorithm>
 #include <cstdint>

@@ -1,7 +1,7 @@
-#include "repository/KRRepositoryProxyMan.h"
-
 #include "service/RepositorySwitch.h"
 #include "service/Service.h"
+
+#include <korodbc/repository/KRRepositoryProxyMan.h>
 
 #include <vector>
 

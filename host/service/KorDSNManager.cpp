@@ -1,4 +1,4 @@
-#include "repository/KorDSNManager.h"
+#include <korodbc/repository/KorDSNManager.h>
 
 namespace {
 eIndex drawingSlot = KorDSNDefinitions::kBase;

@@ -1,11 +1,11 @@
-#include "repository/KorDatabaseAccess.h"
-
-#include "records/RecordDescription.h"
-#include "records/Registry.h"
 #include "repository/DetailDatabase.h"
 #include "service/Service.h"
 #include "service/TableFit.h"
 #include "sqlite/Query.h"
+
+#include <korodbc/records/RecordDescription.h>
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,6 @@
-#include "repository/KorDatabaseGratingAccess.h"
-
 #include "service/NamedTables.h"
+
+#include <korodbc/repository/KorDatabaseGratingAccess.h>
 
 using namespace korodbc::host;
 

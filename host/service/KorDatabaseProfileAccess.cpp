@@ -1,9 +1,9 @@
-#include "repository/KorDatabaseProfileAccess.h"
-
-#include "repository/KorDatabaseAccess.h"
-#include "repository/RecordAccess.h"
-#include "roots/KorStringSeparators.h"
 #include "service/NamedTables.h"
+
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDatabaseProfileAccess.h>
+#include <korodbc/repository/RecordAccess.h>
+#include <korodbc/roots/KorStringSeparators.h>
 
 #include <algorithm>
 

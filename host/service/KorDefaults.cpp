@@ -1,8 +1,7 @@
-#include "repository/KorDefaults.h"
-
-#include "records/configuration/DefaultRecords.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
+#include <korodbc/records/configuration/DefaultRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDefaults.h>
+#include <korodbc/repository/KorDSNManager.h>
 
 namespace {
 

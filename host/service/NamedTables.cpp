@@ -1,8 +1,9 @@
 #include "service/NamedTables.h"
 
-#include "records/AnyRecord.h"
-#include "repository/KorDatabaseAccess.h"
 #include "sqlite/Query.h"
+
+#include <korodbc/records/AnyRecord.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <set>
 #include <utility>

@@ -1,9 +1,9 @@
-#include "repository/RecordAccess.h"
-
-#include "records/AnyRecord.h"
 #include "service/Service.h"
 #include "service/TableFit.h"
 #include "tables/RecordCache.h"
+
+#include <korodbc/records/AnyRecord.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <algorithm>
 #include <charconv>

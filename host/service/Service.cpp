@@ -1,8 +1,9 @@
 #include "service/Service.h"
 
-#include "records/configuration/DefaultRecords.h"
 #include "repository/DetailDatabase.h"
 #include "tables/RecordCache.h"
+
+#include <korodbc/records/configuration/DefaultRecords.h>
 
 #include <algorithm>
 #include <utility>

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "records/RecordDescription.h"
-#include "repository/KorDSNManager.h"
 #include "repository/Manifest.h"
 #include "sqlite/Connection.h"
 #include "tables/Table.h"
+
+#include <korodbc/records/RecordDescription.h>
+#include <korodbc/repository/KorDSNManager.h>
 
 #include <filesystem>
 #include <functional>

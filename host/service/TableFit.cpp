@@ -1,8 +1,9 @@
 #include "service/TableFit.h"
 
-#include "records/Registry.h"
 #include "service/Service.h"
 #include "tables/RecordCache.h"
+
+#include <korodbc/records/Registry.h>
 
 #include <algorithm>
 

@@ -1,7 +1,8 @@
 #include "sqlite/Claims.h"
 
-#include "repository/KorTableCopies.h"
 #include "tables/Table.h"
+
+#include <korodbc/repository/KorTableCopies.h>
 
 #include <cerrno>
 #include <chrono>

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "Observer.h"
 #include "sqlite/Claims.h"
 #include "sqlite/QueryResults.h"
 #include "sqlite/Statement.h"
 #include "sqlite/StatementPattern.h"
+
+#include <korodbc/host/Observer.h>
 
 #include <cstdint>
 #include <map>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "repository/KorCellData.h"
-#include "roots/KorArray.h"
+#include <korodbc/repository/KorCellData.h>
+#include <korodbc/roots/KorArray.h>
 
 #include <cstddef>
 #include <cstdint>

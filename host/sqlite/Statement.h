@@ -1,6 +1,6 @@
 #pragma once
 
-#include "roots/KorString.h"
+#include <korodbc/roots/KorString.h>
 
 #include <cstdint>
 #include <sqlite3.h>

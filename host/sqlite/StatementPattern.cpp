@@ -1,7 +1,8 @@
 #include "sqlite/StatementPattern.h"
 
-#include "repository/KorColumn.h"
 #include "sqlite/StatementReader.h"
+
+#include <korodbc/repository/KorColumn.h>
 
 #include <algorithm>
 #include <charconv>

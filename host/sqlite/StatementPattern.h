@@ -1,7 +1,8 @@
 #pragma once
 
-#include "roots/KorString.h"
 #include "sqlite/Statement.h"
+
+#include <korodbc/roots/KorString.h>
 
 #include <span>
 #include <string>

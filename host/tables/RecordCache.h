@@ -1,7 +1,8 @@
 #pragma once
 
-#include "records/AnyRecord.h"
 #include "sqlite/Statement.h"
+
+#include <korodbc/records/AnyRecord.h>
 
 #include <cstddef>
 #include <cstdint>

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "records/RecordDescription.h"
-#include "repository/KorCellData.h"
 #include "sqlite/Connection.h"
 #include "tables/Layout.h"
+
+#include <korodbc/records/RecordDescription.h>
+#include <korodbc/repository/KorCellData.h>
 
 #include <algorithm>
 #include <cstdint>

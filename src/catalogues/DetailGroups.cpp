@@ -1,8 +1,8 @@
-#include "catalogues/DetailGroups.h"
-
 #include "foundation/ManagerDatabase.h"
-#include "repository/KorDatabaseAccess.h"
-#include "roots/KorAssert.h"
+
+#include <korodbc/catalogues/DetailGroups.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/roots/KorAssert.h>
 
 namespace {
 

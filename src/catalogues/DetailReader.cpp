@@ -1,6 +1,5 @@
-#include "catalogues/DetailReader.h"
-
-#include "foundation/KorCurrentDatabase.h"
+#include <korodbc/catalogues/DetailReader.h>
+#include <korodbc/foundation/KorCurrentDatabase.h>
 
 DetailReading::DetailReading()
     : m_dsn(KorDSNManager::getInstance().getCurrentDSN()), m_index(KorDSNManager::getInstance().getCurrentIndex())

@@ -1,7 +1,6 @@
-#include "catalogues/KorCompoundMaster.h"
-
-#include "lookup/KorOdbcUserTables.h"
-#include "repository/KorDatabaseProfileAccess.h"
+#include <korodbc/catalogues/KorCompoundMaster.h>
+#include <korodbc/lookup/KorOdbcUserTables.h>
+#include <korodbc/repository/KorDatabaseProfileAccess.h>
 
 namespace {
 

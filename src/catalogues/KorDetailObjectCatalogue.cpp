@@ -1,4 +1,4 @@
-#include "catalogues/KorDetailObjectCatalogue.h"
+#include <korodbc/catalogues/KorDetailObjectCatalogue.h>
 
 int KorDetailObjectCatalogue::getDetObjQualifier(int modelType, int role, KorArray<int>& keys)
 {

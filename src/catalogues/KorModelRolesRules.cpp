@@ -1,4 +1,4 @@
-#include "catalogues/KorModelRolesRules.h"
+#include <korodbc/catalogues/KorModelRolesRules.h>
 
 namespace ModelRolesRulesNS {
 

@@ -1,7 +1,7 @@
-#include "catalogues/BarGratings.h"
-#include "repository/KorColumn.h"
-#include "repository/KorDatabaseGratingAccess.h"
-#include "roots/KorStringSeparators.h"
+#include <korodbc/catalogues/BarGratings.h>
+#include <korodbc/repository/KorColumn.h>
+#include <korodbc/repository/KorDatabaseGratingAccess.h>
+#include <korodbc/roots/KorStringSeparators.h>
 
 #include <algorithm>
 #include <limits>

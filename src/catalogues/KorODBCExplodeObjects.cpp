@@ -1,7 +1,6 @@
-#include "catalogues/KorODBCExplodeObjects.h"
-
-#include "repository/KorDatabaseAccess.h"
-#include "roots/KorAssert.h"
+#include <korodbc/catalogues/KorODBCExplodeObjects.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/roots/KorAssert.h>
 
 #include <algorithm>
 #include <unordered_map>

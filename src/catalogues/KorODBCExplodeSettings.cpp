@@ -1,6 +1,7 @@
-#include "catalogues/KorODBCExplodeObjects.h"
 #include "foundation/ManagerDatabase.h"
-#include "repository/KorDefaults.h"
+
+#include <korodbc/catalogues/KorODBCExplodeObjects.h>
+#include <korodbc/repository/KorDefaults.h>
 
 #include <algorithm>
 

@@ -1,6 +1,5 @@
-#include "catalogues/KorODBCMapping.h"
-
-#include "repository/KorDefaults.h"
+#include <korodbc/catalogues/KorODBCMapping.h>
+#include <korodbc/repository/KorDefaults.h>
 
 namespace {
 

@@ -1,9 +1,9 @@
-#include "catalogues/KorODBCNecessaryViewsConfiguration.h"
-
-#include "addins/AddInManagerInterface.h"
-#include "foundation/KorCountryAddIns.h"
 #include "foundation/ManagerDatabase.h"
-#include "roots/KRSettings.h"
+
+#include <korodbc/addins/AddInManagerInterface.h>
+#include <korodbc/catalogues/KorODBCNecessaryViewsConfiguration.h>
+#include <korodbc/foundation/KorCountryAddIns.h>
+#include <korodbc/roots/KRSettings.h>
 
 namespace {
 

@@ -1,16 +1,16 @@
-#include "catalogues/KorOdbcGrouping.h"
-
 #include "catalogues/PreferredSizes.h"
-#include "records/configuration/AnchorRecords.h"
-#include "records/configuration/BoltRecords.h"
-#include "records/configuration/ClassificationRecords.h"
-#include "records/configuration/ConnectorRecords.h"
-#include "records/configuration/SectionRecords.h"
-#include "records/configuration/WeldRecords.h"
-#include "repository/KorDatabaseGratingAccess.h"
-#include "repository/KorDatabaseProfileAccess.h"
-#include "repository/KRRepositoryProxyMan.h"
-#include "roots/KRSettings.h"
+
+#include <korodbc/catalogues/KorOdbcGrouping.h>
+#include <korodbc/records/configuration/AnchorRecords.h>
+#include <korodbc/records/configuration/BoltRecords.h>
+#include <korodbc/records/configuration/ClassificationRecords.h>
+#include <korodbc/records/configuration/ConnectorRecords.h>
+#include <korodbc/records/configuration/SectionRecords.h>
+#include <korodbc/records/configuration/WeldRecords.h>
+#include <korodbc/repository/KorDatabaseGratingAccess.h>
+#include <korodbc/repository/KorDatabaseProfileAccess.h>
+#include <korodbc/repository/KRRepositoryProxyMan.h>
+#include <korodbc/roots/KRSettings.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "catalogues/KorOdbcNumberingPrefix.h"
+#include <korodbc/catalogues/KorOdbcNumberingPrefix.h>
 
 #include <algorithm>
 

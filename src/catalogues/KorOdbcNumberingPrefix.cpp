@@ -1,6 +1,5 @@
-#include "catalogues/KorOdbcNumberingPrefix.h"
-
-#include "repository/KorDatabaseAccess.h"
+#include <korodbc/catalogues/KorOdbcNumberingPrefix.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <span>
 #include <unordered_map>

@@ -1,8 +1,8 @@
 #include "catalogues/PreferredSizes.h"
 
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
-#include "roots/KorAssert.h"
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/roots/KorAssert.h>
 
 #include <algorithm>
 #include <unordered_set>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "repository/KorDSNDefinitions.h"
-#include "roots/KorArray.h"
-#include "roots/KorString.h"
+#include <korodbc/repository/KorDSNDefinitions.h>
+#include <korodbc/roots/KorArray.h>
+#include <korodbc/roots/KorString.h>
 
 #include <initializer_list>
 #include <span>

@@ -1,15 +1,16 @@
 // The edit copies and the caches of the tables of a compaction.
 
-#include "compaction/KorOdbcCompactDetailsTables.h"
 #include "CompactTables.h"
-#include "edit/KorOdbcMan.h"
-#include "foundation/KorTransferState.h"
 #include "foundation/ManagerDatabase.h"
 #include "foundation/ProcessConstants.h"
-#include "records/detail/DetailObjectRecords.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
-#include "repository/RecordAccess.h"
+
+#include <korodbc/compaction/KorOdbcCompactDetailsTables.h>
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/foundation/KorTransferState.h>
+#include <korodbc/records/detail/DetailObjectRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/RecordAccess.h>
 
 using namespace korodbc;
 

@@ -2,12 +2,13 @@
 
 #include "CompactTables.h"
 #include "edit/DetailTables.h"
-#include "edit/KorOdbcMan.h"
-#include "records/detail/DetailObjectRecords.h"
-#include "records/Registry.h"
-#include "repository/KorColumn.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/RecordAccess.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/records/detail/DetailObjectRecords.h>
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/KorColumn.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <algorithm>
 #include <set>

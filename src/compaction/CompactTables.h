@@ -1,9 +1,10 @@
 #pragma once
 
-#include "compaction/KorOdbcCompactDetailsTables.h"
 #include "DuplicateRule.h"
-#include "records/AnyRecord.h"
-#include "repository/KorDSNDefinitions.h"
+
+#include <korodbc/compaction/KorOdbcCompactDetailsTables.h>
+#include <korodbc/records/AnyRecord.h>
+#include <korodbc/repository/KorDSNDefinitions.h>
 
 #include <memory>
 #include <unordered_map>

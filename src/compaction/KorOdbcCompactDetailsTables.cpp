@@ -1,19 +1,19 @@
-#include "compaction/KorOdbcCompactDetailsTables.h"
-
 #include "CompactTables.h"
-#include "edit/KorOdbcMan.h"
 #include "foundation/ManagerDatabase.h"
 #include "QualifierSetNumbers.h"
-#include "records/detail/DetailAnnotationRecords.h"
-#include "records/detail/DetailObjectRecords.h"
-#include "records/detail/DetailProcessRecords.h"
-#include "records/detail/DetailStyleRecords.h"
-#include "records/detail/DetailViewRecords.h"
 #include "references/DetailReferences.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
-#include "repository/RecordAccess.h"
-#include "roots/KorProgressCtrl.h"
+
+#include <korodbc/compaction/KorOdbcCompactDetailsTables.h>
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/records/detail/DetailAnnotationRecords.h>
+#include <korodbc/records/detail/DetailObjectRecords.h>
+#include <korodbc/records/detail/DetailProcessRecords.h>
+#include <korodbc/records/detail/DetailStyleRecords.h>
+#include <korodbc/records/detail/DetailViewRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/RecordAccess.h>
+#include <korodbc/roots/KorProgressCtrl.h>
 
 using namespace korodbc;
 

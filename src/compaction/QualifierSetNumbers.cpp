@@ -2,11 +2,12 @@
 
 #include "CompactTables.h"
 #include "edit/DetailTables.h"
-#include "edit/KorOdbcMan.h"
 #include "foundation/ManagerDatabase.h"
-#include "records/configuration/ExchangeRecords.h"
-#include "records/detail/DetailObjectRecords.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/records/configuration/ExchangeRecords.h>
+#include <korodbc/records/detail/DetailObjectRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <algorithm>
 #include <map>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "edit/KorOdbcMan.h"
-#include "records/RecordDescription.h"
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/records/RecordDescription.h>
 
 namespace korodbc {
 

@@ -1,8 +1,9 @@
 #include "ItemStore.h"
 
 #include "DetailTables.h"
-#include "repository/KorColumn.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/repository/KorColumn.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 namespace korodbc {
 

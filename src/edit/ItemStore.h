@@ -1,6 +1,6 @@
 #pragma once
 
-#include "edit/KorOdbcMan.h"
+#include <korodbc/edit/KorOdbcMan.h>
 
 namespace korodbc {
 

@@ -1,9 +1,10 @@
-#include "addins/AddInManagerInterface.h"
-#include "edit/KorOdbcMan.h"
-#include "foundation/KorCountryAddIns.h"
 #include "foundation/ManagerDatabase.h"
-#include "repository/KRRepositoryProxyMan.h"
-#include "roots/KorAssert.h"
+
+#include <korodbc/addins/AddInManagerInterface.h>
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/foundation/KorCountryAddIns.h>
+#include <korodbc/repository/KRRepositoryProxyMan.h>
+#include <korodbc/roots/KorAssert.h>
 
 using namespace korodbc;
 

@@ -1,9 +1,9 @@
-#include "edit/KorODBCDetStyle.h"
-
-#include "edit/KorOdbcMan.h"
 #include "foundation/ManagerDatabase.h"
-#include "repository/KorDatabaseAccess.h"
-#include "roots/KorAssert.h"
+
+#include <korodbc/edit/KorODBCDetStyle.h>
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/roots/KorAssert.h>
 
 #include <string_view>
 

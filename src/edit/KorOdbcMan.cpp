@@ -1,12 +1,12 @@
-#include "edit/KorOdbcMan.h"
-
-#include "addins/AddInManagerInterface.h"
 #include "DetailTables.h"
 #include "foundation/ManagerDatabase.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
-#include "repository/KorTableCopies.h"
-#include "roots/KorAssert.h"
+
+#include <korodbc/addins/AddInManagerInterface.h>
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/KorTableCopies.h>
+#include <korodbc/roots/KorAssert.h>
 
 using namespace korodbc;
 

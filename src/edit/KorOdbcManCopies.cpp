@@ -1,13 +1,14 @@
-#include "addins/AddInManagerInterface.h"
 #include "DetailTables.h"
-#include "edit/KorOdbcMan.h"
-#include "foundation/KorTransferState.h"
 #include "foundation/ManagerDatabase.h"
-#include "maintenance/KorOdbcGUI.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
-#include "repository/KRRepositoryProxyMan.h"
-#include "roots/KorAssert.h"
+
+#include <korodbc/addins/AddInManagerInterface.h>
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/foundation/KorTransferState.h>
+#include <korodbc/maintenance/KorOdbcGUI.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/KRRepositoryProxyMan.h>
+#include <korodbc/roots/KorAssert.h>
 
 #include <map>
 #include <vector>

@@ -1,15 +1,16 @@
 #include "DetailTables.h"
-#include "edit/KorOdbcMan.h"
-#include "foundation/KorTransferState.h"
 #include "foundation/ManagerDatabase.h"
 #include "ItemStore.h"
-#include "lookup/UserTableRows.h"
-#include "maintenance/KorOdbcGUI.h"
-#include "project/KorODBCUserProfile.h"
-#include "records/AnyRecord.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
-#include "roots/KorAssert.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/foundation/KorTransferState.h>
+#include <korodbc/lookup/UserTableRows.h>
+#include <korodbc/maintenance/KorOdbcGUI.h>
+#include <korodbc/project/KorODBCUserProfile.h>
+#include <korodbc/records/AnyRecord.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/roots/KorAssert.h>
 
 using namespace korodbc;
 

@@ -1,9 +1,9 @@
-#include "edit/KorTableEdit.h"
-
 #include "DetailTables.h"
 #include "foundation/ManagerDatabase.h"
 #include "ItemStore.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/edit/KorTableEdit.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 using namespace korodbc;
 

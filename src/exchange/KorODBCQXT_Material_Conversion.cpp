@@ -1,4 +1,4 @@
-#include "exchange/MaterialConversions.h"
+#include <korodbc/exchange/MaterialConversions.h>
 
 int KorODBCQXT_Material_Conversion::getMappedMaterial(const KorString& material, int application, bool toNative,
                                                       StructQXT_Material_Conversion& record)

@@ -1,6 +1,6 @@
-#include "exchange/SectionConversions.h"
-#include "records/exchange/ProfileFamilyRecords.h"
-#include "repository/KorDatabaseProfileAccess.h"
+#include <korodbc/exchange/SectionConversions.h>
+#include <korodbc/records/exchange/ProfileFamilyRecords.h>
+#include <korodbc/repository/KorDatabaseProfileAccess.h>
 
 #include <algorithm>
 

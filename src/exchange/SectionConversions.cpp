@@ -1,6 +1,6 @@
-#include "exchange/SectionConversions.h"
-
 #include "exchange/SectionRules.h"
+
+#include <korodbc/exchange/SectionConversions.h>
 
 namespace {
 

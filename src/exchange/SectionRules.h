@@ -1,7 +1,7 @@
 #pragma once
 
-#include "exchange/SectionConversions.h"
-#include "roots/KorRegExWrapper.h"
+#include <korodbc/exchange/SectionConversions.h>
+#include <korodbc/roots/KorRegExWrapper.h>
 
 #include <map>
 #include <optional>

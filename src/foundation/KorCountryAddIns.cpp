@@ -1,9 +1,8 @@
-#include "foundation/KorCountryAddIns.h"
-
-#include "addins/AddInManagerInterface.h"
-#include "repository/KorDSNManager.h"
-#include "repository/KRRepositoryProxyMan.h"
-#include "roots/KorAssert.h"
+#include <korodbc/addins/AddInManagerInterface.h>
+#include <korodbc/foundation/KorCountryAddIns.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/KRRepositoryProxyMan.h>
+#include <korodbc/roots/KorAssert.h>
 
 void KorCountryAddIns::switchKorvaDetailsCurrent(const KorAddInId& id)
 {

@@ -1,7 +1,7 @@
-#include "foundation/KorODBCDatabase.h"
-
 #include "foundation/ProcessConstants.h"
-#include "roots/KorPromptsProxy.h"
+
+#include <korodbc/foundation/KorODBCDatabase.h>
+#include <korodbc/roots/KorPromptsProxy.h>
 
 void KorODBCDatabase::resetExtDataInterf()
 {

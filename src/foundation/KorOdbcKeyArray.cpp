@@ -1,7 +1,6 @@
-#include "foundation/KorOdbcKeyArray.h"
-
-#include "roots/KorAssert.h"
-#include "roots/KorMemoryControllerController.h"
+#include <korodbc/foundation/KorOdbcKeyArray.h>
+#include <korodbc/roots/KorAssert.h>
+#include <korodbc/roots/KorMemoryControllerController.h>
 
 #include <memory>
 

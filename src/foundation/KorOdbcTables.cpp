@@ -1,10 +1,9 @@
-#include "foundation/KorOdbcTables.h"
-
-#include "records/configuration/AutoConnectionRecords.h"
-#include "records/configuration/ExchangeRecords.h"
-#include "records/project/ProjectRecords.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KRRepositoryProxyMan.h"
+#include <korodbc/foundation/KorOdbcTables.h>
+#include <korodbc/records/configuration/AutoConnectionRecords.h>
+#include <korodbc/records/configuration/ExchangeRecords.h>
+#include <korodbc/records/project/ProjectRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KRRepositoryProxyMan.h>
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "foundation/KorCurrentDatabase.h"
-#include "repository/KorDSNManager.h"
+#include <korodbc/foundation/KorCurrentDatabase.h>
+#include <korodbc/repository/KorDSNManager.h>
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "roots/KorLogfile.h"
-#include "roots/KorString.h"
+#include <korodbc/roots/KorLogfile.h>
+#include <korodbc/roots/KorString.h>
 
 /// What the library sets up when it is loaded and takes down when it is unloaded.
 namespace korodbc {

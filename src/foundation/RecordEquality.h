@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/RecordDescription.h"
+#include <korodbc/records/RecordDescription.h>
 
 namespace korodbc {
 

@@ -1,6 +1,6 @@
 #include "foundation/ResolvedTable.h"
 
-#include "repository/KorDatabaseAccess.h"
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 korodbc::ResolvedTable korodbc::resolveTable(const KorString& logical)
 {

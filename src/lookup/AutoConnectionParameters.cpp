@@ -1,7 +1,8 @@
 #include "foundation/ResolvedTable.h"
-#include "lookup/KorOdbcAutoConnection.h"
-#include "lookup/UserTableRows.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/lookup/KorOdbcAutoConnection.h>
+#include <korodbc/lookup/UserTableRows.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <array>
 

@@ -1,5 +1,5 @@
-#include "lookup/KorOdbcUserTables.h"
-#include "records/configuration/LanguageRecords.h"
+#include <korodbc/lookup/KorOdbcUserTables.h>
+#include <korodbc/records/configuration/LanguageRecords.h>
 
 using Strings = StructLanguageDependet_StringsMarshal;
 

@@ -1,4 +1,4 @@
-#include "lookup/KorOdbcSteelBolts.h"
+#include <korodbc/lookup/KorOdbcSteelBolts.h>
 
 using Bolts = KorODBCScrewsDll;
 

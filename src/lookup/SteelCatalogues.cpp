@@ -1,5 +1,6 @@
-#include "lookup/KorOdbcSteelCatalogues.h"
 #include "lookup/TwoSources.h"
+
+#include <korodbc/lookup/KorOdbcSteelCatalogues.h>
 
 #include <algorithm>
 #include <utility>

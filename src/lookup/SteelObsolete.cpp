@@ -1,5 +1,5 @@
-#include "lookup/KorOdbcSteelObsolete.h"
-#include "roots/KorAssert.h"
+#include <korodbc/lookup/KorOdbcSteelObsolete.h>
+#include <korodbc/roots/KorAssert.h>
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "lookup/KorOdbcSteelPlates.h"
+#include <korodbc/lookup/KorOdbcSteelPlates.h>
 
 #include <charconv>
 #include <string>

@@ -1,4 +1,4 @@
-#include "lookup/KorOdbcSteelRules.h"
+#include <korodbc/lookup/KorOdbcSteelRules.h>
 
 int kor_odbc_getRuleObject(const KorString& runName, StructRules& rule)
 {

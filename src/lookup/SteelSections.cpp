@@ -1,7 +1,7 @@
-#include "lookup/KorOdbcSteelSections.h"
-#include "repository/KorDatabaseProfileAccess.h"
-#include "repository/KorDSNManager.h"
-#include "repository/RecordAccess.h"
+#include <korodbc/lookup/KorOdbcSteelSections.h>
+#include <korodbc/repository/KorDatabaseProfileAccess.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "lookup/KorOdbcSteelStatics.h"
+#include <korodbc/lookup/KorOdbcSteelStatics.h>
 
 int kor_odbc_DSTVstatic_getNumberOfObjects(long& number)
 {

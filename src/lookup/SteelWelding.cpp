@@ -1,5 +1,6 @@
-#include "lookup/KorOdbcSteelWelding.h"
 #include "lookup/TwoSources.h"
+
+#include <korodbc/lookup/KorOdbcSteelWelding.h>
 
 namespace {
 

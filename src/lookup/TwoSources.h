@@ -1,8 +1,8 @@
 #pragma once
 
-#include "repository/KorDSNManager.h"
-#include "roots/KorArray.h"
-#include "roots/KorString.h"
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/roots/KorArray.h>
+#include <korodbc/roots/KorString.h>
 
 namespace korodbc {
 

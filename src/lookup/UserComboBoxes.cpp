@@ -1,8 +1,9 @@
 #include "foundation/ResolvedTable.h"
-#include "lookup/KorOdbcUserTables.h"
-#include "lookup/UserTableRows.h"
-#include "records/configuration/CombinationRecords.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/lookup/KorOdbcUserTables.h>
+#include <korodbc/lookup/UserTableRows.h>
+#include <korodbc/records/configuration/CombinationRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 namespace {
 

@@ -1,7 +1,8 @@
 #include "foundation/ResolvedTable.h"
-#include "lookup/KorOdbcUserTables.h"
-#include "repository/KorDatabaseAccess.h"
-#include "roots/KorAssert.h"
+
+#include <korodbc/lookup/KorOdbcUserTables.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/roots/KorAssert.h>
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "lookup/UserTableRows.h"
-
 #include "foundation/ResolvedTable.h"
-#include "repository/KorDatabaseAccess.h"
-#include "roots/KorAssert.h"
+
+#include <korodbc/lookup/UserTableRows.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/roots/KorAssert.h>
 
 namespace {
 

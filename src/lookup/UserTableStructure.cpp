@@ -1,6 +1,7 @@
 #include "foundation/ResolvedTable.h"
-#include "lookup/KorOdbcUserTables.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/lookup/KorOdbcUserTables.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 namespace {
 

@@ -1,8 +1,9 @@
 #include "foundation/ManagerDatabase.h"
 #include "foundation/ResolvedTable.h"
-#include "maintenance/KorOdbcGUI.h"
 #include "maintenance/TableStatements.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/maintenance/KorOdbcGUI.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 using namespace korodbc;
 

@@ -1,7 +1,8 @@
 #include "foundation/ManagerDatabase.h"
 #include "foundation/ResolvedTable.h"
-#include "maintenance/KorOdbcGUI.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/maintenance/KorOdbcGUI.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 using namespace korodbc;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "repository/KorDSNDefinitions.h"
-#include "roots/KorString.h"
+#include <korodbc/repository/KorDSNDefinitions.h>
+#include <korodbc/roots/KorString.h>
 
 namespace korodbc {
 

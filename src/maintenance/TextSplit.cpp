@@ -1,4 +1,4 @@
-#include "maintenance/KorOdbcGUI.h"
+#include <korodbc/maintenance/KorOdbcGUI.h>
 
 int KorOdbcGUI::getTokens(const KorString& text, KorArray<KorString>& tokens, const KorString& separators)
 {

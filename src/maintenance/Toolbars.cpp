@@ -1,6 +1,7 @@
 #include "foundation/ResolvedTable.h"
-#include "maintenance/KorOdbcGUI.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/maintenance/KorOdbcGUI.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 using namespace korodbc;
 

@@ -1,6 +1,5 @@
-#include "project/KorODBCProject.h"
-
-#include "repository/KorDatabaseAccess.h"
+#include <korodbc/project/KorODBCProject.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "project/KorODBCProjectIntern.h"
-
 #include "foundation/TableCatalogue.h"
-#include "records/Registry.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/project/KorODBCProjectIntern.h>
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 // Reading.
 

@@ -1,12 +1,12 @@
-#include "project/KorODBCUserProfile.h"
-
-#include "foundation/KorTransferState.h"
 #include "foundation/ProcessConstants.h"
-#include "records/configuration/AuthorRecords.h"
-#include "repository/KorColumn.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDefaults.h"
-#include "repository/KorDSNManager.h"
+
+#include <korodbc/foundation/KorTransferState.h>
+#include <korodbc/project/KorODBCUserProfile.h>
+#include <korodbc/records/configuration/AuthorRecords.h>
+#include <korodbc/repository/KorColumn.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDefaults.h>
+#include <korodbc/repository/KorDSNManager.h>
 
 using namespace korodbc;
 

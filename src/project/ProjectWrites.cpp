@@ -1,6 +1,6 @@
-#include "project/KorODBCProjectIntern.h"
-#include "repository/KorDatabaseAccess.h"
-#include "roots/KorAssert.h"
+#include <korodbc/project/KorODBCProjectIntern.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/roots/KorAssert.h>
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "records/RecordDescription.h"
-#include "references/KorDetailReferences.h"
+#include <korodbc/records/RecordDescription.h>
+#include <korodbc/references/KorDetailReferences.h>
 
 #include <functional>
 

@@ -1,11 +1,11 @@
-#include "references/KorDetailReferences.h"
-
 #include "DetailReferences.h"
 #include "foundation/RecordColumns.h"
-#include "records/Registry.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
-#include "repository/RecordAccess.h"
+
+#include <korodbc/records/Registry.h>
+#include <korodbc/references/KorDetailReferences.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <optional>
 #include <unordered_map>

@@ -1,10 +1,9 @@
-#include "references/KorDetailSharing.h"
-
-#include "records/detail/DetailAnnotationRecords.h"
-#include "records/detail/DetailObjectRecords.h"
-#include "records/detail/DetailStyleRecords.h"
-#include "records/detail/DetailViewRecords.h"
-#include "repository/RecordAccess.h"
+#include <korodbc/records/detail/DetailAnnotationRecords.h>
+#include <korodbc/records/detail/DetailObjectRecords.h>
+#include <korodbc/records/detail/DetailStyleRecords.h>
+#include <korodbc/records/detail/DetailViewRecords.h>
+#include <korodbc/references/KorDetailSharing.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <algorithm>
 #include <functional>

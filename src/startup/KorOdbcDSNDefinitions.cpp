@@ -1,8 +1,7 @@
-#include "startup/KorOdbcDSNDefinitions.h"
-
-#include "edit/KorOdbcMan.h"
-#include "foundation/KorODBCDatabase.h"
-#include "repository/KorDatabaseAccess.h"
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/foundation/KorODBCDatabase.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/startup/KorOdbcDSNDefinitions.h>
 
 int KorOdbcDSNDefinitions::initOEDbConnections()
 {

@@ -2,7 +2,8 @@
 
 #include "DeepCopyGraph.h"
 #include "foundation/ManagerDatabase.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <optional>
 

@@ -1,15 +1,16 @@
 #include "DeepCopyGraph.h"
 
 #include "edit/DetailTables.h"
-#include "foundation/KorTransferState.h"
 #include "foundation/RecordColumns.h"
-#include "project/KorODBCUserProfile.h"
-#include "records/AnyRecord.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
-#include "repository/RecordAccess.h"
 #include "StyleGraph.h"
-#include "transfer/KorDetailTableDependencies.h"
+
+#include <korodbc/foundation/KorTransferState.h>
+#include <korodbc/project/KorODBCUserProfile.h>
+#include <korodbc/records/AnyRecord.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/RecordAccess.h>
+#include <korodbc/transfer/KorDetailTableDependencies.h>
 
 #include <algorithm>
 #include <tuple>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "edit/KorOdbcMan.h"
-#include "records/RecordDescription.h"
-#include "transfer/RowInfo.h"
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/records/RecordDescription.h>
+#include <korodbc/transfer/RowInfo.h>
 
 #include <optional>
 #include <unordered_map>

@@ -1,8 +1,8 @@
-#include "transfer/KorDetailProcessTableDependencies.h"
-
 #include "CopyPass.h"
 #include "StyleGraph.h"
-#include "transfer/KorDetailTableDependencies.h"
+
+#include <korodbc/transfer/KorDetailProcessTableDependencies.h>
+#include <korodbc/transfer/KorDetailTableDependencies.h>
 
 using namespace korodbc;
 

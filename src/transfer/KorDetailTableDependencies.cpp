@@ -1,11 +1,11 @@
-#include "transfer/KorDetailTableDependencies.h"
-
 #include "CopyPass.h"
 #include "edit/DetailTables.h"
-#include "repository/KorDefaults.h"
-#include "roots/KorProgressCtrl.h"
-#include "roots/KorPromptsProxy.h"
 #include "StyleGraph.h"
+
+#include <korodbc/repository/KorDefaults.h>
+#include <korodbc/roots/KorProgressCtrl.h>
+#include <korodbc/roots/KorPromptsProxy.h>
+#include <korodbc/transfer/KorDetailTableDependencies.h>
 
 #include <limits>
 

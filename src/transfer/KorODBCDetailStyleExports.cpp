@@ -1,13 +1,13 @@
-#include "transfer/KorODBCDetailStyleExports.h"
-
 #include "CopyPass.h"
-#include "roots/KorAssert.h"
-#include "roots/KorProgressCtrl.h"
-#include "roots/KorPromptsProxy.h"
 #include "Scoped.h"
 #include "StyleGraph.h"
-#include "transfer/KorDetailProcessTableDependencies.h"
-#include "transfer/KorDetailTableDependencies.h"
+
+#include <korodbc/roots/KorAssert.h>
+#include <korodbc/roots/KorProgressCtrl.h>
+#include <korodbc/roots/KorPromptsProxy.h>
+#include <korodbc/transfer/KorDetailProcessTableDependencies.h>
+#include <korodbc/transfer/KorDetailTableDependencies.h>
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 #include <filesystem>
 #include <optional>

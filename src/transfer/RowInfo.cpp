@@ -1,4 +1,4 @@
-#include "transfer/RowInfo.h"
+#include <korodbc/transfer/RowInfo.h>
 
 #include <charconv>
 

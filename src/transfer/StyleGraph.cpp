@@ -1,11 +1,12 @@
 #include "StyleGraph.h"
 
-#include "foundation/KorTransferState.h"
 #include "foundation/RecordEquality.h"
-#include "roots/KorAssert.h"
-#include "roots/KorProgressCtrl.h"
 #include "Scoped.h"
-#include "transfer/KorDetailTableDependencies.h"
+
+#include <korodbc/foundation/KorTransferState.h>
+#include <korodbc/roots/KorAssert.h>
+#include <korodbc/roots/KorProgressCtrl.h>
+#include <korodbc/transfer/KorDetailTableDependencies.h>
 
 #include <algorithm>
 #include <cstdint>

@@ -1,5 +1,6 @@
-#include "catalogues/BarGratings.h"
 #include "ReaderCases.h"
+
+#include <korodbc/catalogues/BarGratings.h>
 
 #include <array>
 #include <map>

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "records/Registry.h"
-#include "repository/RecordAccess.h"
 #include "support/RepositoryFixture.h"
 #include "support/RepositoryFolder.h"
+
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <memory>
 

@@ -1,25 +1,26 @@
-#include "catalogues/AnalysisModules.h"
-#include "catalogues/Anchors.h"
-#include "catalogues/Applications.h"
-#include "catalogues/Bolts.h"
-#include "catalogues/Cameras.h"
-#include "catalogues/Connectors.h"
-#include "catalogues/DetailProcesses.h"
-#include "catalogues/DetailSettings.h"
-#include "catalogues/Footings.h"
-#include "catalogues/Galvanizing.h"
-#include "catalogues/Joints.h"
-#include "catalogues/KorCompoundMaster.h"
-#include "catalogues/KorOdbcGrouping.h"
-#include "catalogues/KorODBCHRLDefinition.h"
-#include "catalogues/MachineData.h"
-#include "catalogues/MaterialGroups.h"
-#include "catalogues/ObjectTypes.h"
-#include "catalogues/PostNumbers.h"
-#include "catalogues/Sections.h"
-#include "catalogues/Texts.h"
-#include "catalogues/Wizards.h"
 #include "ReaderCases.h"
+
+#include <korodbc/catalogues/AnalysisModules.h>
+#include <korodbc/catalogues/Anchors.h>
+#include <korodbc/catalogues/Applications.h>
+#include <korodbc/catalogues/Bolts.h>
+#include <korodbc/catalogues/Cameras.h>
+#include <korodbc/catalogues/Connectors.h>
+#include <korodbc/catalogues/DetailProcesses.h>
+#include <korodbc/catalogues/DetailSettings.h>
+#include <korodbc/catalogues/Footings.h>
+#include <korodbc/catalogues/Galvanizing.h>
+#include <korodbc/catalogues/Joints.h>
+#include <korodbc/catalogues/KorCompoundMaster.h>
+#include <korodbc/catalogues/KorOdbcGrouping.h>
+#include <korodbc/catalogues/KorODBCHRLDefinition.h>
+#include <korodbc/catalogues/MachineData.h>
+#include <korodbc/catalogues/MaterialGroups.h>
+#include <korodbc/catalogues/ObjectTypes.h>
+#include <korodbc/catalogues/PostNumbers.h>
+#include <korodbc/catalogues/Sections.h>
+#include <korodbc/catalogues/Texts.h>
+#include <korodbc/catalogues/Wizards.h>
 
 namespace {
 

@@ -1,8 +1,9 @@
 #include "CatalogueFixture.h"
-#include "catalogues/DetailSettings.h"
-#include "catalogues/KorCompoundMaster.h"
-#include "catalogues/KorModelRolesRules.h"
-#include "catalogues/KorODBCHRLDefinition.h"
+
+#include <korodbc/catalogues/DetailSettings.h>
+#include <korodbc/catalogues/KorCompoundMaster.h>
+#include <korodbc/catalogues/KorModelRolesRules.h>
+#include <korodbc/catalogues/KorODBCHRLDefinition.h>
 
 #include <type_traits>
 

@@ -1,5 +1,6 @@
 #include "catalogues/ReaderCases.h"
-#include "maintenance/KorOdbcGUI.h"
+
+#include <korodbc/maintenance/KorOdbcGUI.h>
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include "catalogues/DetailGroups.h"
-
 #include "catalogues/ReaderCases.h"
 #include "support/DetailFixture.h"
+
+#include <korodbc/catalogues/DetailGroups.h>
 
 #include <functional>
 

@@ -1,7 +1,8 @@
-#include "catalogues/KorODBCExplodeObjects.h"
-#include "edit/KorOdbcMan.h"
 #include "support/DetailRecords.h"
 #include "support/RepositoryFixture.h"
+
+#include <korodbc/catalogues/KorODBCExplodeObjects.h>
+#include <korodbc/edit/KorOdbcMan.h>
 
 namespace {
 

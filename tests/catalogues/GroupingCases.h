@@ -1,6 +1,6 @@
 #pragma once
 
-#include "catalogues/KorOdbcGrouping.h"
+#include <korodbc/catalogues/KorOdbcGrouping.h>
 
 #include <functional>
 #include <string>

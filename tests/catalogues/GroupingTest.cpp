@@ -1,7 +1,8 @@
 #include "catalogues/CatalogueFixture.h"
 #include "GroupingCases.h"
-#include "repository/KRRepositoryProxyMan.h"
-#include "roots/KRSettings.h"
+
+#include <korodbc/repository/KRRepositoryProxyMan.h>
+#include <korodbc/roots/KRSettings.h>
 
 #include <algorithm>
 #include <random>

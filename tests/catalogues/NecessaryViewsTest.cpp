@@ -1,9 +1,10 @@
-#include "catalogues/KorODBCNecessaryViewsConfiguration.h"
-#include "edit/KorOdbcMan.h"
-#include "roots/KRSettings.h"
-#include "roots/SettingsStore.h"
 #include "support/DetailRecords.h"
 #include "support/RepositoryFixture.h"
+
+#include <korodbc/catalogues/KorODBCNecessaryViewsConfiguration.h>
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/host/SettingsStore.h>
+#include <korodbc/roots/KRSettings.h>
 
 #include <random>
 

@@ -1,6 +1,7 @@
-#include "catalogues/KorOdbcNumberingPrefix.h"
 #include "support/DetailRecords.h"
 #include "support/RepositoryFixture.h"
+
+#include <korodbc/catalogues/KorOdbcNumberingPrefix.h>
 
 #include <random>
 

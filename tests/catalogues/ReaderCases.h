@@ -1,9 +1,10 @@
 #pragma once
 
 #include "catalogues/CatalogueFixture.h"
-#include "foundation/KorOdbcKey.h"
-#include "repository/RecordMarshal.h"
 #include "support/DetailRecords.h"
+
+#include <korodbc/foundation/KorOdbcKey.h>
+#include <korodbc/repository/RecordMarshal.h>
 
 #include <algorithm>
 #include <concepts>

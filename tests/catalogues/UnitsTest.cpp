@@ -1,9 +1,10 @@
 #include "../src/foundation/TableCatalogue.h"
-#include "catalogues/KorODBCMapping.h"
 #include "ReaderCases.h"
-#include "records/Registry.h"
-#include "repository/KorDefaults.h"
 #include "support/DetailRecords.h"
+
+#include <korodbc/catalogues/KorODBCMapping.h>
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/KorDefaults.h>
 
 #include <algorithm>
 #include <map>

@@ -1,8 +1,9 @@
 #include "bench/DetailGenerator.h"
-#include "compaction/KorOdbcCompactDetailsTables.h"
-#include "edit/KorOdbcMan.h"
 #include "support/PairwiseCompaction.h"
 #include "support/RepositoryFixture.h"
+
+#include <korodbc/compaction/KorOdbcCompactDetailsTables.h>
+#include <korodbc/edit/KorOdbcMan.h>
 
 #include <algorithm>
 #include <filesystem>

@@ -1,9 +1,10 @@
-#include "compaction/KorOdbcCompactDetailsTables.h"
-#include "edit/KorTableEdit.h"
-#include "records/configuration/ExchangeRecords.h"
-#include "roots/ProgressSink.h"
 #include "support/DetailFixture.h"
-#include "transfer/KorODBCDetailStyleExports.h"
+
+#include <korodbc/compaction/KorOdbcCompactDetailsTables.h>
+#include <korodbc/edit/KorTableEdit.h>
+#include <korodbc/host/ProgressSink.h>
+#include <korodbc/records/configuration/ExchangeRecords.h>
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 #include <memory>
 #include <regex>

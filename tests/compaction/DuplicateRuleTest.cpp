@@ -1,7 +1,7 @@
 #include "../src/compaction/DuplicateRule.h"
 
-#include "records/detail/DetailProcessRecords.h"
-#include "records/detail/DetailViewRecords.h"
+#include <korodbc/records/detail/DetailProcessRecords.h>
+#include <korodbc/records/detail/DetailViewRecords.h>
 
 #include <cstdint>
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
-#include "compaction/KorOdbcCompactDetailsTables.h"
 #include "support/CrashCycle.h"
+
+#include <korodbc/compaction/KorOdbcCompactDetailsTables.h>
 
 #include <set>
 

@@ -1,14 +1,15 @@
-#include "catalogues/DetailGroups.h"
-#include "compaction/KorOdbcCompactDetailsTables.h"
-#include "edit/KorODBCDetStyle.h"
-#include "edit/KorTableEdit.h"
-#include "maintenance/KorOdbcGUI.h"
-#include "Observer.h"
-#include "project/KorODBCProjectUser.h"
 #include "service/Service.h"
 #include "support/CrashCycle.h"
 #include "support/DetailFixture.h"
-#include "transfer/KorDetailProcessTableDependencies.h"
+
+#include <korodbc/catalogues/DetailGroups.h>
+#include <korodbc/compaction/KorOdbcCompactDetailsTables.h>
+#include <korodbc/edit/KorODBCDetStyle.h>
+#include <korodbc/edit/KorTableEdit.h>
+#include <korodbc/host/Observer.h>
+#include <korodbc/maintenance/KorOdbcGUI.h>
+#include <korodbc/project/KorODBCProjectUser.h>
+#include <korodbc/transfer/KorDetailProcessTableDependencies.h>
 
 #include <sstream>
 

@@ -1,5 +1,6 @@
 #include "support/CrashOperations.h"
-#include "transfer/KorODBCDetailStyleExports.h"
+
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 using namespace crash;
 using Exports = KorODBCDetailStyleExports;

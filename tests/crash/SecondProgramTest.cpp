@@ -1,7 +1,8 @@
 #include "repository/Manifest.h"
 #include "support/CrashOperations.h"
 #include "support/OtherProgram.h"
-#include "transfer/KorODBCDetailStyleExports.h"
+
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 using namespace crash;
 using Exports = KorODBCDetailStyleExports;

@@ -1,6 +1,7 @@
 #include "catalogues/ReaderCases.h"
-#include "edit/KorODBCDetStyle.h"
 #include "support/DetailFixture.h"
+
+#include <korodbc/edit/KorODBCDetStyle.h>
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
-#include "addins/AddInManager.h"
-#include "edit/KorTableEdit.h"
 #include "support/DetailFixture.h"
+
+#include <korodbc/edit/KorTableEdit.h>
+#include <korodbc/host/AddInManager.h>
 
 using namespace details;
 

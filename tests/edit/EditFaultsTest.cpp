@@ -1,5 +1,6 @@
 #include "support/CrashCycle.h"
-#include "transfer/KorODBCDetailStyleExports.h"
+
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 using namespace details;
 

@@ -1,13 +1,14 @@
-#include "records/detail/DetailObjectRecords.h"
-#include "records/detail/DetailProcessRecords.h"
-#include "records/detail/DetailViewRecords.h"
 #include "repository/DetailDatabase.h"
-#include "repository/KorDSNManager.h"
 #include "repository/Manifest.h"
-#include "repository/RecordAccess.h"
 #include "support/CrashCycle.h"
 #include "support/OtherProgram.h"
 #include "support/TableModel.h"
+
+#include <korodbc/records/detail/DetailObjectRecords.h>
+#include <korodbc/records/detail/DetailProcessRecords.h>
+#include <korodbc/records/detail/DetailViewRecords.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <random>
 #include <sstream>

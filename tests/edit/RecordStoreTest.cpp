@@ -1,7 +1,8 @@
 #include "../src/edit/DetailTables.h"
-#include "project/KorODBCUserProfile.h"
-#include "records/AnyRecord.h"
 #include "support/DetailFixture.h"
+
+#include <korodbc/project/KorODBCUserProfile.h>
+#include <korodbc/records/AnyRecord.h>
 
 #include <set>
 #include <sstream>

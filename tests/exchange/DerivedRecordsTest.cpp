@@ -1,6 +1,7 @@
-#include "exchange/SectionConversions.h"
 #include "support/RepositoryFixture.h"
 #include "support/RepositoryFolder.h"
+
+#include <korodbc/exchange/SectionConversions.h>
 
 #include <functional>
 #include <memory>

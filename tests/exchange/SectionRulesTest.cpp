@@ -1,5 +1,6 @@
-#include "exchange/SectionConversions.h"
 #include "support/RepositoryFixture.h"
+
+#include <korodbc/exchange/SectionConversions.h>
 
 #include <chrono>
 #include <random>

@@ -1,12 +1,13 @@
 #include "catalogues/ReaderCases.h"
-#include "exchange/ExchangeApplications.h"
-#include "exchange/FormatConversions.h"
-#include "exchange/MaterialConversions.h"
-#include "exchange/SectionConversions.h"
-#include "records/configuration/BoltRecords.h"
-#include "records/configuration/MaterialRecords.h"
-#include "records/exchange/ProfileFamilyRecords.h"
-#include "repository/KorDatabaseProfileAccess.h"
+
+#include <korodbc/exchange/ExchangeApplications.h>
+#include <korodbc/exchange/FormatConversions.h>
+#include <korodbc/exchange/MaterialConversions.h>
+#include <korodbc/exchange/SectionConversions.h>
+#include <korodbc/records/configuration/BoltRecords.h>
+#include <korodbc/records/configuration/MaterialRecords.h>
+#include <korodbc/records/exchange/ProfileFamilyRecords.h>
+#include <korodbc/repository/KorDatabaseProfileAccess.h>
 
 #include <set>
 

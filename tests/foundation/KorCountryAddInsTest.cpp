@@ -1,7 +1,8 @@
-#include "maintenance/KorOdbcGUI.h"
-#include "records/detail/DetailStyleRecords.h"
 #include "support/RepositoryFixture.h"
 #include "support/RepositoryFolder.h"
+
+#include <korodbc/maintenance/KorOdbcGUI.h>
+#include <korodbc/records/detail/DetailStyleRecords.h>
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include "foundation/KorOdbcKeyArray.h"
-
-#include "roots/KorMemoryControllerController.h"
 #include "support/RepositoryFixture.h"
+
+#include <korodbc/foundation/KorOdbcKeyArray.h>
+#include <korodbc/roots/KorMemoryControllerController.h>
 
 namespace {
 

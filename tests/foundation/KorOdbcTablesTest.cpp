@@ -1,11 +1,11 @@
-#include "foundation/KorOdbcTables.h"
-
-#include "catalogues/KorOdbcGlobals.h"
-#include "records/configuration/AutoConnectionRecords.h"
-#include "records/configuration/ExchangeRecords.h"
-#include "records/project/ProjectRecords.h"
 #include "support/RepositoryFixture.h"
 #include "support/RepositoryFolder.h"
+
+#include <korodbc/catalogues/KorOdbcGlobals.h>
+#include <korodbc/foundation/KorOdbcTables.h>
+#include <korodbc/records/configuration/AutoConnectionRecords.h>
+#include <korodbc/records/configuration/ExchangeRecords.h>
+#include <korodbc/records/project/ProjectRecords.h>
 
 namespace {
 

@@ -1,7 +1,8 @@
-#include "edit/KorOdbcMan.h"
 #include "support/CrashCycle.h"
 #include "support/OtherProgram.h"
 #include "support/RepositoryFixture.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
 
 #include <fstream>
 #include <memory>

@@ -1,7 +1,7 @@
-#include "conformance/Conformance.h"
-
 #include "repository/DetailDatabase.h"
 #include "support/RepositoryFixture.h"
+
+#include <korodbc/conformance/Conformance.h>
 
 #include <algorithm>
 

@@ -1,8 +1,9 @@
 // Tables as other programs may leave them: refused with one line, or right.
 
 #include "../src/edit/DetailTables.h"
-#include "records/AnyRecord.h"
 #include "support/DetailFixture.h"
+
+#include <korodbc/records/AnyRecord.h>
 
 #include <algorithm>
 #include <functional>

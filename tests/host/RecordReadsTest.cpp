@@ -1,10 +1,11 @@
 // Reads of records through the embedded host: caches, large tables, several sources, other processes.
 
-#include "records/configuration/DefaultRecords.h"
-#include "records/detail/DetailObjectRecords.h"
-#include "records/detail/DetailViewRecords.h"
 #include "support/RepositoryFixture.h"
 #include "support/RepositoryFolder.h"
+
+#include <korodbc/records/configuration/DefaultRecords.h>
+#include <korodbc/records/detail/DetailObjectRecords.h>
+#include <korodbc/records/detail/DetailViewRecords.h>
 
 namespace {
 

@@ -1,11 +1,12 @@
 // Look-ups of what is not there: the outputs stay as they were.
 
-#include "catalogues/Anchors.h"
-#include "catalogues/Bolts.h"
-#include "catalogues/KorOdbcGlobals.h"
-#include "catalogues/ObjectTypes.h"
 #include "Lookups.h"
-#include "repository/KorDatabaseProfileAccess.h"
+
+#include <korodbc/catalogues/Anchors.h>
+#include <korodbc/catalogues/Bolts.h>
+#include <korodbc/catalogues/KorOdbcGlobals.h>
+#include <korodbc/catalogues/ObjectTypes.h>
+#include <korodbc/repository/KorDatabaseProfileAccess.h>
 
 #include <tuple>
 

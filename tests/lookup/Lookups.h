@@ -1,16 +1,17 @@
 #pragma once
 
-#include "lookup/KorOdbcAutoConnection.h"
-#include "lookup/KorOdbcSteelBolts.h"
-#include "lookup/KorOdbcSteelCatalogues.h"
-#include "lookup/KorOdbcSteelPlates.h"
-#include "lookup/KorOdbcSteelRules.h"
-#include "lookup/KorOdbcSteelSections.h"
-#include "lookup/KorOdbcSteelStatics.h"
-#include "lookup/KorOdbcSteelWelding.h"
-#include "lookup/KorOdbcUserTables.h"
 #include "support/RepositoryFixture.h"
 #include "support/RepositoryFolder.h"
+
+#include <korodbc/lookup/KorOdbcAutoConnection.h>
+#include <korodbc/lookup/KorOdbcSteelBolts.h>
+#include <korodbc/lookup/KorOdbcSteelCatalogues.h>
+#include <korodbc/lookup/KorOdbcSteelPlates.h>
+#include <korodbc/lookup/KorOdbcSteelRules.h>
+#include <korodbc/lookup/KorOdbcSteelSections.h>
+#include <korodbc/lookup/KorOdbcSteelStatics.h>
+#include <korodbc/lookup/KorOdbcSteelWelding.h>
+#include <korodbc/lookup/KorOdbcUserTables.h>
 
 using Names = KorArray<KorString>;
 

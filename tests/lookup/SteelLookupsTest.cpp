@@ -1,7 +1,8 @@
-#include "foundation/KorOdbcTables.h"
-#include "lookup/KorOdbcSteelObsolete.h"
 #include "Lookups.h"
 #include "support/DetailRecords.h"
+
+#include <korodbc/foundation/KorOdbcTables.h>
+#include <korodbc/lookup/KorOdbcSteelObsolete.h>
 
 namespace {
 

@@ -1,5 +1,6 @@
 #include "Lookups.h"
-#include "roots/KorStringSeparators.h"
+
+#include <korodbc/roots/KorStringSeparators.h>
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include "lookup/UserTableRows.h"
-
 #include "Lookups.h"
+
+#include <korodbc/lookup/UserTableRows.h>
 
 using namespace korodbc;
 

@@ -1,5 +1,6 @@
-#include "maintenance/KorOdbcGUI.h"
 #include "support/RepositoryFixture.h"
+
+#include <korodbc/maintenance/KorOdbcGUI.h>
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include "project/KorODBCUserProfile.h"
-
 #include "support/RepositoryFixture.h"
-#include "transfer/KorODBCDetailStyleExports.h"
+
+#include <korodbc/project/KorODBCUserProfile.h>
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 namespace {
 

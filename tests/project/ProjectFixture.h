@@ -1,10 +1,11 @@
 #pragma once
 
 #include "catalogues/CatalogueFixture.h"
-#include "project/KorODBCProject.h"
-#include "project/KorODBCProjectAdvance.h"
-#include "project/KorODBCProjectUser.h"
-#include "references/KorDetailReferences.h"
+
+#include <korodbc/project/KorODBCProject.h>
+#include <korodbc/project/KorODBCProjectAdvance.h>
+#include <korodbc/project/KorODBCProjectUser.h>
+#include <korodbc/references/KorDetailReferences.h>
 
 /// Project records in a repository in memory, all tables empty.
 namespace project {

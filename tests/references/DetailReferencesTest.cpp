@@ -1,7 +1,8 @@
 #include "catalogues/CatalogueFixture.h"
-#include "records/configuration/ExchangeRecords.h"
-#include "references/KorDetailReferences.h"
 #include "support/DetailRecords.h"
+
+#include <korodbc/records/configuration/ExchangeRecords.h>
+#include <korodbc/references/KorDetailReferences.h>
 
 #include <algorithm>
 #include <map>

@@ -1,6 +1,7 @@
 #include "catalogues/CatalogueFixture.h"
-#include "maintenance/KorOdbcGUI.h"
 #include "support/DetailRecords.h"
+
+#include <korodbc/maintenance/KorOdbcGUI.h>
 
 #include <functional>
 #include <type_traits>

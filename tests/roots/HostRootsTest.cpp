@@ -1,9 +1,9 @@
-#include "roots/KorLogfile.h"
-#include "roots/KorPromptsProxy.h"
-#include "roots/KorRegExWrapper.h"
-#include "roots/KRSettings.h"
-#include "roots/PromptSource.h"
-#include "roots/SettingsStore.h"
+#include <korodbc/host/PromptSource.h>
+#include <korodbc/host/SettingsStore.h>
+#include <korodbc/roots/KorLogfile.h>
+#include <korodbc/roots/KorPromptsProxy.h>
+#include <korodbc/roots/KorRegExWrapper.h>
+#include <korodbc/roots/KRSettings.h>
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,7 +1,8 @@
-#include "roots/KorArray.h"
-#include "roots/KorHashTable.h"
-#include "roots/KorString.h"
 #include "support/RepositoryFixture.h"
+
+#include <korodbc/roots/KorArray.h>
+#include <korodbc/roots/KorHashTable.h>
+#include <korodbc/roots/KorString.h>
 
 #include <memory>
 #include <random>

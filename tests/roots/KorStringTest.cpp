@@ -1,6 +1,6 @@
-#include "roots/KorString.h"
-
 #include "support/RepositoryFixture.h"
+
+#include <korodbc/roots/KorString.h>
 
 #include <cmath>
 #include <cstdio>

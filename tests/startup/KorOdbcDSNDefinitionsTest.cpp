@@ -1,10 +1,10 @@
-#include "startup/KorOdbcDSNDefinitions.h"
-
 #include "../src/foundation/ProcessConstants.h"
-#include "edit/KorOdbcMan.h"
-#include "foundation/KorODBCDatabase.h"
-#include "roots/KorPromptsProxy.h"
 #include "support/RepositoryFixture.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/foundation/KorODBCDatabase.h>
+#include <korodbc/roots/KorPromptsProxy.h>
+#include <korodbc/startup/KorOdbcDSNDefinitions.h>
 
 #include <unistd.h>
 

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "edit/KorOdbcMan.h"
-#include "edit/KorTableEdit.h"
-#include "EmbeddedHost.h"
 #include "repository/Manifest.h"
 #include "support/DetailRecords.h"
 #include "support/FaultVfs.h"
 #include "support/RepositoryFolder.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/edit/KorTableEdit.h>
+#include <korodbc/host/EmbeddedHost.h>
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,14 +1,15 @@
 #include "support/CrashOperations.h"
 
-#include "catalogues/KorODBCExplodeObjects.h"
-#include "catalogues/KorOdbcNumberingPrefix.h"
-#include "edit/KorTableEdit.h"
-#include "project/KorODBCProjectUser.h"
-#include "references/KorDetailReferences.h"
 #include "repository/DetailDatabase.h"
 #include "repository/Manifest.h"
-#include "transfer/KorDetailProcessTableDependencies.h"
-#include "transfer/KorODBCDetailStyleExports.h"
+
+#include <korodbc/catalogues/KorODBCExplodeObjects.h>
+#include <korodbc/catalogues/KorOdbcNumberingPrefix.h>
+#include <korodbc/edit/KorTableEdit.h>
+#include <korodbc/project/KorODBCProjectUser.h>
+#include <korodbc/references/KorDetailReferences.h>
+#include <korodbc/transfer/KorDetailProcessTableDependencies.h>
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 #include <fstream>
 

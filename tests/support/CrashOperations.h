@@ -1,7 +1,8 @@
 #pragma once
 
-#include "compaction/KorOdbcCompactDetailsTables.h"
 #include "support/CrashCycle.h"
+
+#include <korodbc/compaction/KorOdbcCompactDetailsTables.h>
 
 #include <optional>
 #include <set>

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "../src/foundation/RecordColumns.h"
-#include "edit/KorOdbcMan.h"
 #include "support/DetailRecords.h"
 #include "support/RepositoryFixture.h"
-#include "transfer/KorDetailTableDependencies.h"
-#include "transfer/KorODBCDetailStyleExports.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/transfer/KorDetailTableDependencies.h>
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 /// The values of a record and of its items; without those that say which row of whom it is, unless `withKeys`.
 inline std::string shown(const RecordDescription& type, const void* record, bool withKeys = false)

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "records/configuration/AuthorRecords.h"
-#include "records/configuration/DefaultRecords.h"
-#include "records/detail/DetailAnnotationRecords.h"
-#include "records/detail/DetailCatalogueRecords.h"
-#include "records/detail/DetailObjectRecords.h"
-#include "records/detail/DetailProcessRecords.h"
-#include "records/detail/DetailStyleRecords.h"
-#include "records/detail/DetailViewRecords.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
-#include "repository/RecordAccess.h"
+#include <korodbc/records/configuration/AuthorRecords.h>
+#include <korodbc/records/configuration/DefaultRecords.h>
+#include <korodbc/records/detail/DetailAnnotationRecords.h>
+#include <korodbc/records/detail/DetailCatalogueRecords.h>
+#include <korodbc/records/detail/DetailObjectRecords.h>
+#include <korodbc/records/detail/DetailProcessRecords.h>
+#include <korodbc/records/detail/DetailStyleRecords.h>
+#include <korodbc/records/detail/DetailViewRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "EmbeddedHost.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDSNManager.h"
-#include "roots/KorAssert.h"
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDSNManager.h>
+#include <korodbc/roots/KorAssert.h>
 
 #include <gtest/gtest.h>
 #include <ostream>

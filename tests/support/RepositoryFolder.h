@@ -1,7 +1,7 @@
 #pragma once
 
-#include "EmbeddedHost.h"
-#include "repository/RepositoryBuilder.h"
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/host/RepositoryBuilder.h>
 
 #include <filesystem>
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "../src/foundation/TableCatalogue.h"
-#include "records/Registry.h"
 #include "TransferFixture.h"
+
+#include <korodbc/records/Registry.h>
 
 #include <functional>
 

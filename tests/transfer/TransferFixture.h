@@ -1,8 +1,9 @@
 #pragma once
 
-#include "roots/ProgressSink.h"
 #include "support/DetailFixture.h"
-#include "transfer/KorDetailProcessTableDependencies.h"
+
+#include <korodbc/host/ProgressSink.h>
+#include <korodbc/transfer/KorDetailProcessTableDependencies.h>
 
 #include <filesystem>
 #include <unistd.h>

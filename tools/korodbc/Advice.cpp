@@ -1,6 +1,6 @@
 #include "Advice.h"
 
-#include "EmbeddedHost.h"
+#include <korodbc/host/EmbeddedHost.h>
 
 #include <sqlite3.h>
 #include <string_view>
@@ -87,7 +87,4 @@ std::string bareReason()
     return error.empty() ? "" : ": " + error;
 }
 
-std::string because()
-{
-    return advised(korodbc::host::lastError());
-}
+std::string because() { return advised(korodbc::host::lastError()); }

@@ -1,6 +1,6 @@
 #include "Choices.h"
 
-#include "repository/KorDatabaseAccess.h"
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <algorithm>
 

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "Records.h"
-#include "repository/RecordMarshal.h"
+
+#include <korodbc/repository/RecordMarshal.h>
 
 #include <map>
 #include <span>

@@ -1,6 +1,6 @@
 #include "CommandLine.h"
 
-#include "EmbeddedHost.h"
+#include <korodbc/host/EmbeddedHost.h>
 
 #include <cstdio>
 

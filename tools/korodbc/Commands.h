@@ -1,9 +1,10 @@
 #pragma once
 
-#include "compaction/KorOdbcCompactDetailsTables.h"
 #include "DetailKind.h"
 #include "Output.h"
 #include "Session.h"
+
+#include <korodbc/compaction/KorOdbcCompactDetailsTables.h>
 
 #include <string>
 #include <vector>

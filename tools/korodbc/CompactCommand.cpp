@@ -3,11 +3,12 @@
 #include "CurrentDatabase.h"
 #include "DetailFile.h"
 #include "Records.h"
-#include "records/detail/DetailObjectRecords.h"
-#include "records/Registry.h"
-#include "repository/KorDatabaseAccess.h"
-#include "roots/KorProgressCtrl.h"
-#include "transfer/KorODBCDetailStyleExports.h"
+
+#include <korodbc/records/detail/DetailObjectRecords.h>
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/roots/KorProgressCtrl.h>
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -167,8 +168,9 @@ void run(const Kind& kind, const Source& source, bool keep)
         result = kind.onlyQualifierSets ? Compact::compactQualifierSets(source.dsn, keep ? 0 : 1, kind.type)
                                         : Compact::startCompactProcess(source.dsn, keep ? 0 : 1, kind.type);
         if (result != 1)
-            reason = !bareReason().empty() || Compact::getFailure().isEmpty() ? bareReason()
-                                                                           : ": " + Compact::getFailure().toUtf8();
+            reason = !bareReason().empty() || Compact::getFailure().isEmpty()
+                         ? bareReason()
+                         : ": " + Compact::getFailure().toUtf8();
     }
     if ((result == 1 ? batch.end(1) : batch.undo(0)) == 1)
         return;

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "edit/KorOdbcMan.h"
-#include "repository/KorDSNManager.h"
 #include "Session.h"
+
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/repository/KorDSNManager.h>
 
 /// The database that the manager edits and the service reads, while this object lives.
 class CurrentDatabase {

@@ -1,7 +1,8 @@
 #include "Commands.h"
 #include "Records.h"
-#include "records/detail/DetailStyleRecords.h"
-#include "repository/RepositoryBuilder.h"
+
+#include <korodbc/host/RepositoryBuilder.h>
+#include <korodbc/records/detail/DetailStyleRecords.h>
 
 #include <algorithm>
 #include <cstdio>

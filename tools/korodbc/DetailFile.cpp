@@ -1,8 +1,9 @@
 #include "DetailFile.h"
 
-#include "records/Registry.h"
 #include "sqlite/Connection.h"
 #include "sqlite/Statement.h"
+
+#include <korodbc/records/Registry.h>
 
 #include <filesystem>
 #include <fstream>

@@ -1,9 +1,10 @@
 #include "DetailKind.h"
 
 #include "Records.h"
-#include "records/detail/DetailProcessRecords.h"
-#include "records/detail/DetailStyleRecords.h"
-#include "repository/RecordAccess.h"
+
+#include <korodbc/records/detail/DetailProcessRecords.h>
+#include <korodbc/records/detail/DetailStyleRecords.h>
+#include <korodbc/repository/RecordAccess.h>
 
 const DetailKind& kindOf(Detail kind)
 {

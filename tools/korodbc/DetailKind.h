@@ -1,7 +1,8 @@
 #pragma once
 
 #include "Session.h"
-#include "transfer/KorODBCDetailStyleExports.h"
+
+#include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 #include <string>
 #include <vector>

@@ -1,11 +1,12 @@
 #include "Commands.h"
 #include "CurrentDatabase.h"
 #include "DetailFile.h"
-#include "edit/KorTableEdit.h"
 #include "Records.h"
-#include "records/Registry.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/RecordAccess.h"
+
+#include <korodbc/edit/KorTableEdit.h>
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <charconv>
 #include <cmath>

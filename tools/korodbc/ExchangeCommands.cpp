@@ -1,10 +1,11 @@
 #include "Choices.h"
 #include "CommandLine.h"
-#include "exchange/ExchangeApplications.h"
-#include "exchange/FormatConversions.h"
-#include "exchange/MaterialConversions.h"
-#include "exchange/SectionConversions.h"
-#include "repository/KorDatabaseProfileAccess.h"
+
+#include <korodbc/exchange/ExchangeApplications.h>
+#include <korodbc/exchange/FormatConversions.h>
+#include <korodbc/exchange/MaterialConversions.h>
+#include <korodbc/exchange/SectionConversions.h>
+#include <korodbc/repository/KorDatabaseProfileAccess.h>
 
 #include <algorithm>
 #include <memory>

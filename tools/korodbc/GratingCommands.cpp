@@ -1,8 +1,9 @@
-#include "catalogues/BarGratings.h"
 #include "CommandLine.h"
 #include "Records.h"
-#include "repository/RecordAccess.h"
-#include "roots/KorStringSeparators.h"
+
+#include <korodbc/catalogues/BarGratings.h>
+#include <korodbc/repository/RecordAccess.h>
+#include <korodbc/roots/KorStringSeparators.h>
 
 #include <algorithm>
 #include <array>

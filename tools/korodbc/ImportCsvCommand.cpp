@@ -1,9 +1,10 @@
 #include "Commands.h"
 #include "Records.h"
-#include "records/configuration/SectionRecords.h"
-#include "records/Registry.h"
 #include "repository/Csv.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/records/configuration/SectionRecords.h>
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,11 +1,12 @@
-#include "catalogues/Bolts.h"
 #include "Commands.h"
-#include "lookup/KorOdbcSteelBolts.h"
-#include "lookup/KorOdbcSteelSections.h"
 #include "Records.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/KorDatabaseProfileAccess.h"
-#include "repository/RecordAccess.h"
+
+#include <korodbc/catalogues/Bolts.h>
+#include <korodbc/lookup/KorOdbcSteelBolts.h>
+#include <korodbc/lookup/KorOdbcSteelSections.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/KorDatabaseProfileAccess.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,6 @@
 #include "Output.h"
 
-#include "roots/ProgressSink.h"
+#include <korodbc/host/ProgressSink.h>
 
 #include <algorithm>
 #include <charconv>
@@ -116,10 +116,7 @@ void printLine(std::string line)
 
 } // namespace
 
-void note(std::string_view text)
-{
-    std::fprintf(stderr, "korodbc: note: %s\n", singleLine(text).c_str());
-}
+void note(std::string_view text) { std::fprintf(stderr, "korodbc: note: %s\n", singleLine(text).c_str()); }
 
 void printText(const Sheet& sheet)
 {

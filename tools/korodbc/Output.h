@@ -1,6 +1,6 @@
 #pragma once
 
-#include "roots/KorString.h"
+#include <korodbc/roots/KorString.h>
 
 #include <memory>
 #include <string>

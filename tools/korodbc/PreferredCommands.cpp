@@ -1,10 +1,11 @@
-#include "catalogues/KorOdbcGrouping.h"
 #include "Choices.h"
 #include "CommandLine.h"
 #include "PreferredLists.h"
 #include "Records.h"
-#include "repository/KorDatabaseAccess.h"
-#include "roots/KRSettings.h"
+
+#include <korodbc/catalogues/KorOdbcGrouping.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/roots/KRSettings.h>
 
 #include <algorithm>
 #include <charconv>

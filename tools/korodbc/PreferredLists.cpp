@@ -1,13 +1,14 @@
 #include "PreferredLists.h"
 
-#include "catalogues/KorOdbcGrouping.h"
 #include "Records.h"
-#include "records/configuration/AnchorRecords.h"
-#include "records/configuration/BoltRecords.h"
-#include "records/configuration/ConnectorRecords.h"
-#include "records/configuration/GratingRecords.h"
-#include "records/configuration/SectionRecords.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/catalogues/KorOdbcGrouping.h>
+#include <korodbc/records/configuration/AnchorRecords.h>
+#include <korodbc/records/configuration/BoltRecords.h>
+#include <korodbc/records/configuration/ConnectorRecords.h>
+#include <korodbc/records/configuration/GratingRecords.h>
+#include <korodbc/records/configuration/SectionRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <algorithm>
 #include <vector>

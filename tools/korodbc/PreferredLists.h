@@ -1,7 +1,8 @@
 #pragma once
 
 #include "Output.h"
-#include "roots/KorArray.h"
+
+#include <korodbc/roots/KorArray.h>
 
 #include <array>
 #include <CLI/CLI.hpp>

@@ -1,10 +1,11 @@
-#include "catalogues/KorOdbcNumberingPrefix.h"
 #include "Choices.h"
 #include "CommandLine.h"
-#include "project/KorODBCUserProfile.h"
-#include "records/configuration/ClassificationRecords.h"
-#include "records/configuration/SectionRecords.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/catalogues/KorOdbcNumberingPrefix.h>
+#include <korodbc/project/KorODBCUserProfile.h>
+#include <korodbc/records/configuration/ClassificationRecords.h>
+#include <korodbc/records/configuration/SectionRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <algorithm>
 #include <charconv>

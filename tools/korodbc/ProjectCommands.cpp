@@ -1,8 +1,9 @@
 #include "CommandLine.h"
 #include "ProjectStore.h"
 #include "Records.h"
-#include "repository/KorDSNManager.h"
 #include "XmlCheck.h"
+
+#include <korodbc/repository/KorDSNManager.h>
 
 #include <algorithm>
 #include <cctype>

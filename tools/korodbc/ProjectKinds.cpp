@@ -1,9 +1,10 @@
 #include "ProjectKinds.h"
 
-#include "project/KorODBCProject.h"
-#include "project/KorODBCProjectAdvance.h"
-#include "project/KorODBCProjectUser.h"
 #include "Session.h"
+
+#include <korodbc/project/KorODBCProject.h>
+#include <korodbc/project/KorODBCProjectAdvance.h>
+#include <korodbc/project/KorODBCProjectUser.h>
 
 #include <algorithm>
 

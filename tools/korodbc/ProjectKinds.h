@@ -1,7 +1,7 @@
 #pragma once
 
-#include "records/RecordDescription.h"
-#include "repository/KorDSNDefinitions.h"
+#include <korodbc/records/RecordDescription.h>
+#include <korodbc/repository/KorDSNDefinitions.h>
 
 #include <span>
 #include <string>

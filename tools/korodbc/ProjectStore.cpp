@@ -1,8 +1,9 @@
 #include "ProjectStore.h"
 
-#include "project/KorODBCUserProfile.h"
 #include "Records.h"
-#include "repository/KorDatabaseAccess.h"
+
+#include <korodbc/project/KorODBCUserProfile.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <algorithm>
 #include <charconv>
@@ -334,8 +335,9 @@ std::string deleteRecord(const ProjectKind& kind, const ProjectDatabase& databas
                           " first, see: korodbc " + child.kind->command + " --help"};
     }
     if (kind.xmlColumn() != nullptr && usersOfXml(kind.xmlColumn()->integer(record.get()), database) > 1)
-        throw Failure{kFailed, what + " is kept: another record has the same XML document, which would go with it; "
-                                      "give it one of its own first: korodbc " +
+        throw Failure{kFailed, what +
+                                   " is kept: another record has the same XML document, which would go with it; "
+                                   "give it one of its own first: korodbc " +
                                    kind.command + " save " + quote(which) + " --xml FILE --database " +
                                    database.name};
     const int result = kind.remove(record.get(), database);

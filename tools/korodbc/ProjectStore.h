@@ -1,8 +1,9 @@
 #pragma once
 
-#include "project/KorODBCProjectIntern.h"
 #include "ProjectKinds.h"
-#include "records/AnyRecord.h"
+
+#include <korodbc/project/KorODBCProjectIntern.h>
+#include <korodbc/records/AnyRecord.h>
 
 #include <functional>
 #include <map>

@@ -1,8 +1,8 @@
 #include "Records.h"
 
-#include "records/Registry.h"
-#include "repository/KorDatabaseAccess.h"
-#include "repository/RecordAccess.h"
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <algorithm>
 #include <charconv>

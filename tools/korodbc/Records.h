@@ -1,10 +1,11 @@
 #pragma once
 
 #include "Output.h"
-#include "records/AnyRecord.h"
-#include "repository/KorCellData.h"
-#include "repository/KorColumn.h"
 #include "Session.h"
+
+#include <korodbc/records/AnyRecord.h>
+#include <korodbc/repository/KorCellData.h>
+#include <korodbc/repository/KorColumn.h>
 
 #include <string>
 #include <vector>

@@ -1,14 +1,15 @@
-#include "addins/AddInManagerInterface.h"
-#include "catalogues/KorODBCExplodeObjects.h"
-#include "catalogues/KorODBCNecessaryViewsConfiguration.h"
 #include "Choices.h"
 #include "CommandLine.h"
-#include "edit/KorOdbcMan.h"
-#include "records/configuration/ClassificationRecords.h"
-#include "records/detail/DetailCatalogueRecords.h"
-#include "repository/KorDatabaseAccess.h"
-#include "roots/KRSettings.h"
-#include "roots/SettingsStore.h"
+
+#include <korodbc/addins/AddInManagerInterface.h>
+#include <korodbc/catalogues/KorODBCExplodeObjects.h>
+#include <korodbc/catalogues/KorODBCNecessaryViewsConfiguration.h>
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/host/SettingsStore.h>
+#include <korodbc/records/configuration/ClassificationRecords.h>
+#include <korodbc/records/detail/DetailCatalogueRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/roots/KRSettings.h>
 
 #include <algorithm>
 #include <cstdio>

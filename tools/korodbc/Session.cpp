@@ -1,14 +1,15 @@
 #include "Session.h"
 
-#include "addins/AddInManagerInterface.h"
 #include "CurrentDatabase.h"
-#include "edit/KorOdbcMan.h"
 #include "Output.h"
-#include "repository/KorDatabaseAccess.h"
 #include "repository/Manifest.h"
-#include "roots/KorAssert.h"
-#include "roots/ProgressSink.h"
-#include "startup/KorOdbcDSNDefinitions.h"
+
+#include <korodbc/addins/AddInManagerInterface.h>
+#include <korodbc/edit/KorOdbcMan.h>
+#include <korodbc/host/ProgressSink.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/roots/KorAssert.h>
+#include <korodbc/startup/KorOdbcDSNDefinitions.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "Advice.h"
-#include "EmbeddedHost.h"
-#include "repository/KorDSNManager.h"
+
+#include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/repository/KorDSNManager.h>
 
 #include <filesystem>
 #include <string>

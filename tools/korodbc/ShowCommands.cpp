@@ -1,7 +1,8 @@
 #include "Commands.h"
 #include "Records.h"
-#include "records/Registry.h"
-#include "repository/RecordAccess.h"
+
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <algorithm>
 #include <cstdio>

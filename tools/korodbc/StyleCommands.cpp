@@ -1,12 +1,13 @@
 #include "Commands.h"
 #include "Records.h"
-#include "records/detail/DetailAnnotationRecords.h"
-#include "records/detail/DetailObjectRecords.h"
-#include "records/detail/DetailProcessRecords.h"
-#include "records/detail/DetailStyleRecords.h"
-#include "records/detail/DetailViewRecords.h"
-#include "records/Registry.h"
-#include "repository/RecordAccess.h"
+
+#include <korodbc/records/detail/DetailAnnotationRecords.h>
+#include <korodbc/records/detail/DetailObjectRecords.h>
+#include <korodbc/records/detail/DetailProcessRecords.h>
+#include <korodbc/records/detail/DetailStyleRecords.h>
+#include <korodbc/records/detail/DetailViewRecords.h>
+#include <korodbc/records/Registry.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <map>
 

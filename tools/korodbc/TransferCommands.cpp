@@ -1,14 +1,15 @@
 #include "Commands.h"
 #include "DetailFile.h"
 #include "Records.h"
-#include "records/detail/DetailProcessRecords.h"
-#include "records/detail/DetailStyleRecords.h"
-#include "repository/KorDatabaseAccess.h"
 #include "repository/Manifest.h"
 #include "repository/NewPath.h"
-#include "repository/RecordAccess.h"
-#include "transfer/KorDetailProcessTableDependencies.h"
-#include "transfer/KorDetailTableDependencies.h"
+
+#include <korodbc/records/detail/DetailProcessRecords.h>
+#include <korodbc/records/detail/DetailStyleRecords.h>
+#include <korodbc/repository/KorDatabaseAccess.h>
+#include <korodbc/repository/RecordAccess.h>
+#include <korodbc/transfer/KorDetailProcessTableDependencies.h>
+#include <korodbc/transfer/KorDetailTableDependencies.h>
 
 #include <cstdio>
 #include <filesystem>

@@ -1,8 +1,9 @@
 #include "Commands.h"
 #include "Records.h"
-#include "records/detail/DetailStyleRecords.h"
-#include "records/detail/DetailViewRecords.h"
-#include "repository/RecordAccess.h"
+
+#include <korodbc/records/detail/DetailStyleRecords.h>
+#include <korodbc/records/detail/DetailViewRecords.h>
+#include <korodbc/repository/RecordAccess.h>
 
 #include <cstdio>
 #include <map>

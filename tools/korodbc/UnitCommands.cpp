@@ -1,6 +1,7 @@
-#include "catalogues/KorODBCMapping.h"
 #include "CommandLine.h"
 #include "Records.h"
+
+#include <korodbc/catalogues/KorODBCMapping.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <korodbc/repository/KorDSNDefinitions.h>
+
+/// The database that is edited and that transfers write to: a data source and its slot.
+class KorCurrentDatabase {
+public:
+    static eDSN getCurrentDSN() { return m_currentDSN; }
+    static void setCurrentDSN(eDSN dsn) { m_currentDSN = dsn; }
+    static eIndex getCurrentAddIn() { return m_currentAddIn; }
+    static void setCurrentAddIn(eIndex addIn) { m_currentAddIn = addIn; }
+
+    static inline eDSN m_currentDSN = KorDSNDefinitions::kDetails;
+    static inline eIndex m_currentAddIn = KorDSNDefinitions::kBase;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <korodbc/roots/KorString.h>
+
+#include <memory>
+
+namespace korodbc::host {
+
+/// Shows the progress of long operations.
+class ProgressSink {
+public:
+    virtual ~ProgressSink() = default;
+    virtual void title(const KorString& title) = 0;
+    virtual void percentage(int percentage, int flag) = 0;
+    virtual void reset() = 0;
+};
+
+/// Installs a display; nullptr for none.
+void setProgressSink(std::shared_ptr<ProgressSink> sink);
+
+} // namespace korodbc::host

@@ -1,4 +1,0 @@
-#include "addins/KorAddInReactorInterface.h"
-
-void KorAddInReactorInterface::commandRegistered(const KorString&) {}
-void KorAddInReactorInterface::commandDeregistered(const KorString&) {}

@@ -1,0 +1,4 @@
+#include <korodbc/addins/KorAddInReactorInterface.h>
+
+void KorAddInReactorInterface::commandRegistered(const KorString&) {}
+void KorAddInReactorInterface::commandDeregistered(const KorString&) {}

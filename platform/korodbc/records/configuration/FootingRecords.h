@@ -1,0 +1,25 @@
+#pragma once
+
+#include <korodbc/repository/RecordMarshal.h>
+
+/// The values that a formula of an isolated footing may use. Table "FootingIsolatedFormulaMask".
+struct StructFootingIsolatedFormulaMask {
+    int key = -1;
+    KorString runName;
+    KorString mask; // variables, separated by semicolons
+};
+template <>
+const RecordDescription& descriptionOf<StructFootingIsolatedFormulaMask>();
+struct StructFootingIsolatedFormulaMaskMarshal : RecordMarshal<StructFootingIsolatedFormulaMask> {};
+
+/// A formula that sizes an isolated footing. Table "FootingIsolatedFormulaDefault".
+struct StructFootingIsolatedFormulaDefault {
+    int key = -1;
+    KorString runName;
+    int mask = -1;
+    KorString formula; // gives mm
+    int sortOrder = 0;
+};
+template <>
+const RecordDescription& descriptionOf<StructFootingIsolatedFormulaDefault>();
+struct StructFootingIsolatedFormulaDefaultMarshal : RecordMarshal<StructFootingIsolatedFormulaDefault> {};

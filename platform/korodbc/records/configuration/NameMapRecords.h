@@ -1,0 +1,14 @@
+#pragma once
+
+#include <korodbc/repository/RecordMarshal.h>
+
+/// What other programs call something. Table "MapInternToExtern".
+struct StructMapInternToExtern {
+    int key = -1;
+    KorString runName; // internal name
+    KorString externalName;
+    KorString ownerText;
+};
+template <>
+const RecordDescription& descriptionOf<StructMapInternToExtern>();
+struct StructMapInternToExternMarshal : RecordMarshal<StructMapInternToExtern> {};

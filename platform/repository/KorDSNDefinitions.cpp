@@ -1,8 +1,0 @@
-#include "repository/KorDSNDefinitions.h"
-
-#include "roots/KorString.h"
-
-const KorString KorDSNDefinitions::m_DataSourceNames[kNumberOfDataSources] = {
-    L"Definitions", L"Details",        L"Configuration", L"UserSections", L"Toolbars", L"DetailsCurrent",
-    L"Units",       L"ProjectAdvance", L"Project",       L"Addin",        L"Texts",    L"Numbering",
-    L"Reports",     L"Wizards",        L"Rules",         L"CountryAddin", L"Profiles"};
