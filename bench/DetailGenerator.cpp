@@ -531,8 +531,8 @@ GeneratedDetails generateDetails(const std::string& databaseFile, const DetailSh
 
 GeneratedDetails generateDetailDatabase(const std::string& newFile, const DetailShape& shape)
 {
-    std::string error;
-    require(korodbc::host::createDetailDatabase(newFile, error), error);
+    korodbc::host::HostError error;
+    require(korodbc::host::createDetailDatabase(newFile, error), error.text);
     return generateDetails(newFile, shape);
 }
 

@@ -43,8 +43,8 @@ void exportOnce(bool plain, long rows)
     const std::string source = place.file("style.db"), target = place.file("target.db");
     const GeneratedStyle style =
         generateStyleDatabase(source, {.seed = 42, .rows = rows, .firstKey = 1, .prefix = {}});
-    std::string error;
-    require(korodbc::host::createDetailDatabase(target, error), error);
+    korodbc::host::HostError error;
+    require(korodbc::host::createDetailDatabase(target, error), error.text);
     long before = 0;
     if (plain) {
         before = startPeak();

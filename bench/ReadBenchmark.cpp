@@ -197,8 +197,8 @@ struct Catalogue {
             }
             korodbc::host::Table* table = korodbc::host::service().tableOf(type);
             require(table != nullptr, "a table was read that is not there");
-            places.push_back({&type, sqlite3_db_filename(table->connection().handle(), "main"),
-                              korodbc::host::service().physicalName(type).toUtf8()});
+            places.push_back(
+                {&type, table->database().path(), korodbc::host::service().physicalName(type).toUtf8()});
             rows += list.length();
         }
     }

@@ -324,8 +324,8 @@ GeneratedStyle generateStyle(const std::string& databaseFile, const StyleShape& 
 
 GeneratedStyle generateStyleDatabase(const std::string& newFile, const StyleShape& shape)
 {
-    std::string error;
-    require(korodbc::host::createDetailDatabase(newFile, error), error);
+    korodbc::host::HostError error;
+    require(korodbc::host::createDetailDatabase(newFile, error), error.text);
     return generateStyle(newFile, shape);
 }
 

@@ -85,8 +85,8 @@ public:
     /// `others`: rows of another style in the same database. With a process, the style has four of five rows.
     Files(long rows, long others, bool process)
     {
-        std::string error;
-        require(korodbc::host::createDetailDatabase(empty(), error), error);
+        korodbc::host::HostError error;
+        require(korodbc::host::createDetailDatabase(empty(), error), error.text);
         const long processRows = process ? rows / 5 : 0;
         style =
             generateStyleDatabase(source(), {.seed = 42, .rows = rows - processRows, .firstKey = 1, .prefix = {}});

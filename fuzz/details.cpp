@@ -15,6 +15,7 @@
 #include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
 #include <memory>
+#include <sqlite3.h>
 
 using namespace korodbc::host;
 using Exports = KorODBCDetailStyleExports;
@@ -36,17 +37,15 @@ std::string bytesOf(const std::string& file)
 std::string contents(eDSN dsn)
 {
     std::string text;
-    Connection* database = service().connection(dsn);
+    Database* database = service().database(dsn);
     require(database != nullptr && database->flush(), "the target cannot be read");
     const auto read = [&](const std::string& sql) {
-        sqlite3_stmt* handle = nullptr;
-        sqlite3_prepare_v2(database->handle(), sql.c_str(), -1, &handle, nullptr);
-        Statement select(handle);
+        const auto select = database->engine().prepare(sql, false);
         std::vector<std::string> first;
-        while (select.step() == SQLITE_ROW) {
-            first.emplace_back(select.bytes(0));
-            for (int i = 0; i < sqlite3_column_count(handle); ++i)
-                text.append(select.bytes(i)).append("|");
+        while (select != nullptr && select->step() == Step::Row) {
+            first.emplace_back(select->bytes(0));
+            for (int i = 0; i < select->columns(); ++i)
+                text.append(select->bytes(i)).append("|");
             text += '\n';
         }
         return first;
@@ -65,7 +64,8 @@ public:
         require(openRepositoryInMemory({}, error), error);
         details::fillConfiguration();
         details::fillStyle(target, "target", 200);
-        require(createDetailDatabase(detailFile(), error), error);
+        HostError reason;
+        require(createDetailDatabase(detailFile(), reason), reason.text);
         require(KorDatabaseAccess::setConnection(source, KorString::fromUtf8(detailFile())) == 1, lastError());
         details::fillStyle(source, "file");
         details::fillProcess(source, "file");
@@ -81,7 +81,7 @@ public:
     {
         KorDatabaseAccess::setConnectionString(source, L"sqlite::memory:");
         require(KorDatabaseAccess::detachDatabase(KorString::fromUtf8(detailFile())) == 1 ||
-                    service().connection(source) != nullptr,
+                    service().database(source) != nullptr,
                 "the file stays attached");
     }
     const std::string& fileBytes() const { return m_file; }
@@ -113,12 +113,14 @@ private:
     }
     std::vector<std::string> names(const std::string& sql) const
     {
-        sqlite3_stmt* handle = nullptr;
-        sqlite3_prepare_v2(m_database, sql.c_str(), -1, &handle, nullptr);
-        Statement select(handle);
         std::vector<std::string> names;
-        while (select.step() == SQLITE_ROW)
-            names.emplace_back(select.bytes(0));
+        sqlite3_exec(
+            m_database, sql.c_str(),
+            [](void* out, int, char** cells, char**) {
+                static_cast<std::vector<std::string>*>(out)->emplace_back(cells[0] == nullptr ? "" : cells[0]);
+                return 0;
+            },
+            &names, nullptr);
         return names;
     }
     std::string oneOf(const std::vector<std::string>& list)

@@ -1,11 +1,14 @@
 // Any text as a statement, a condition or a pattern: where its values are taken out of it, it does the same as the
 // text itself.
 
+#include "database/StatementPattern.h"
+#include "database/StatementReader.h"
+#include "engine/Engine.h"
 #include "Fuzz.h"
-#include "sqlite/Statement.h"
-#include "sqlite/StatementPattern.h"
 
 #include <cmath>
+#include <memory>
+#include <sstream>
 
 using namespace korodbc::host;
 
@@ -22,72 +25,73 @@ constexpr const char* schema =
     "CREATE TABLE S (I INT, R REAL, X TEXT, A ANY) STRICT; INSERT INTO S VALUES (1, 1, '1', 1), (2, 2.5, 'b', "
     "'B');";
 
-/// What a statement did: its result, and everything that is in the database afterwards.
+/// What a statement did: how it ended, and everything that is in the database afterwards.
 struct Outcome {
-    int code;
+    FailureKind failure = FailureKind::None;
     std::vector<Value> values;
 };
 
-class Database {
+class Ground {
 public:
-    Database()
+    Ground()
     {
-        sqlite3_open(":memory:", &m_db);
-        sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-        sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-        require(sqlite3_exec(m_db, schema, nullptr, nullptr, nullptr) == SQLITE_OK, sqlite3_errmsg(m_db));
+        HostError error;
+        m_engine = fileEngine().open(std::string(fileEngine().inMemory), Engine::Access::Create, error);
+        require(m_engine != nullptr, error.text);
+        std::istringstream statements(schema);
+        for (std::string sql; std::getline(statements, sql, ';');) {
+            const auto statement = m_engine->prepare(sql, false);
+            require(statement != nullptr && statement->step() == Step::Done, m_engine->failure().text);
+        }
     }
 
     /// Runs a text with values bound, and takes back what it did.
     template <class Bind>
     Outcome run(const std::string& sql, Bind bind)
     {
-        execute("BEGIN");
-        Outcome outcome{SQLITE_OK, {}};
-        sqlite3_stmt* handle = nullptr;
-        const char* tail = nullptr;
-        outcome.code = sqlite3_prepare_v2(m_db, sql.data(), static_cast<int>(sql.size()), &handle, &tail);
-        const bool whole =
-            outcome.code == SQLITE_OK && handle != nullptr &&
-            sql.find_first_not_of(" \t\r\n;", static_cast<std::size_t>(tail - sql.data())) == std::string::npos;
-        Statement statement(handle);
-        if (whole) {
-            bind(statement);
-            read(statement, outcome);
-            outcome.values.emplace_back(std::int64_t{sqlite3_changes(m_db)});
-        } else if (outcome.code == SQLITE_OK) {
-            outcome.code = SQLITE_ERROR;
+        require(m_engine->begin(true), "no transaction");
+        Outcome outcome;
+        auto statement = m_engine->prepare(sql, false);
+        if (statement != nullptr) {
+            bind(*statement);
+            read(*statement, outcome);
+            outcome.values.emplace_back(statement->effects().onlyReads ? 0 : statement->touched().count);
+        } else {
+            outcome.failure = m_engine->failure().kind;
         }
         for (const char* table : {"SELECT * FROM T ORDER BY rowid", "SELECT rowid, * FROM S ORDER BY rowid"}) {
-            sqlite3_prepare_v2(m_db, table, -1, &handle, nullptr);
-            Statement select(handle);
-            Outcome rows{};
-            read(select, rows);
+            const auto select = m_engine->prepare(table, false);
+            Outcome rows;
+            if (select != nullptr)
+                read(*select, rows);
             outcome.values.insert(outcome.values.end(), rows.values.begin(), rows.values.end());
         }
         statement.reset();
-        execute("ROLLBACK");
+        if (m_engine->isInTransaction())
+            m_engine->rollback();
         return outcome;
     }
 
 private:
-    static void read(Statement& statement, Outcome& outcome)
+    void read(Statement& statement, Outcome& outcome)
     {
-        while ((outcome.code = statement.step()) == SQLITE_ROW)
-            for (int i = 0; i < sqlite3_column_count(statement.handle()); ++i) {
-                const int type = sqlite3_column_type(statement.handle(), i);
-                outcome.values.emplace_back(std::int64_t{type});
-                if (type == SQLITE_INTEGER)
+        Step step;
+        while ((step = statement.step()) == Step::Row)
+            for (int i = 0; i < statement.columns(); ++i) {
+                const Statement::CellType type = statement.cell(i).type;
+                outcome.values.emplace_back(static_cast<std::int64_t>(type));
+                if (type == Statement::CellType::Integer)
                     outcome.values.emplace_back(statement.integer(i));
-                else if (type == SQLITE_FLOAT)
+                else if (type == Statement::CellType::Real)
                     outcome.values.emplace_back(statement.real(i));
                 else
                     outcome.values.emplace_back(statement.text(i));
             }
+        if (step == Step::Failed)
+            outcome.failure = m_engine->failure().kind;
     }
-    void execute(const char* sql) { sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr); }
 
-    sqlite3* m_db = nullptr;
+    std::unique_ptr<Engine> m_engine;
 };
 
 /// Reals may differ in their last place: the engine does not always choose the nearest double.
@@ -99,9 +103,9 @@ bool same(const Value& one, const Value& other)
     return *a == *b || std::abs(*a - *b) <= 1e-14 * std::abs(*a);
 }
 
-Database& database()
+Ground& database()
 {
-    static Database database;
+    static Ground database;
     return database;
 }
 
@@ -111,7 +115,7 @@ void compare(const std::string& sql, const std::string& pattern, Bind bind)
     const Outcome text = database().run(sql, [](Statement&) {});
     const Outcome bound = database().run(pattern, bind);
     const auto shown = [&] { return sql + "\n  and " + pattern; };
-    require(text.code == bound.code, "another result: " + shown());
+    require(text.failure == bound.failure, "another result: " + shown());
     require(std::equal(text.values.begin(), text.values.end(), bound.values.begin(), bound.values.end(), same),
             "other contents: " + shown());
 }

@@ -77,8 +77,8 @@ bool opened(bool ok)
 bool openRepository(const std::filesystem::path& folder, std::string& error, Access access)
 {
     closeRepository();
-    return opened(service().open(
-        folder, access == Access::Look ? Connection::Access::Look : Connection::Access::Write, error));
+    return opened(
+        service().open(folder, access == Access::Look ? Database::Access::Look : Database::Access::Write, error));
 }
 
 bool openRepositoryInMemory(const std::vector<CountryAddIn>& countryAddIns, std::string& error)
@@ -97,11 +97,20 @@ void closeRepository()
     repositorySwitched();
 }
 
-std::string lastError() { return service().lastError(); }
+std::string lastError() { return service().lastError().text; }
+
+const HostError& lastFailure() { return service().lastError(); }
+
+bool isReservedName(const std::string& table) { return fileEngine().isReserved(table); }
+
+std::string connectionTo(const std::string& file, bool onlyRead)
+{
+    return std::string(onlyRead ? fileEngine().readOnlyScheme : fileEngine().scheme) + file;
+}
 
 std::vector<std::string> takeReadGaps()
 {
-    const std::set<std::string> gaps = std::exchange(Connection::readGaps, {});
+    const std::set<std::string> gaps = std::exchange(Database::readGaps, {});
     return {gaps.begin(), gaps.end()};
 }
 
@@ -109,15 +118,17 @@ std::vector<SourceState> sources()
 {
     std::vector<SourceState> states;
     const auto add = [&](eDSN dsn, eIndex index, std::string name, std::string connection) {
-        SourceState state{dsn, index, std::move(name), std::move(connection), false, {}, 0};
-        Connection* database = service().connection(dsn, index);
+        SourceState state{dsn, index, std::move(name), std::move(connection), false, {}, {}, 0};
+        Database* database = service().database(dsn, index);
         if (database != nullptr && database->canListTables()) {
             state.usable = true;
             state.tables = static_cast<int>(database->tableNames().size());
         } else if (database != nullptr) {
+            state.trouble = database->failure().kind;
             state.error = "data source " + state.name + ": " + database->path() + ": " + database->lastError();
         } else {
-            state.error = service().lastError();
+            state.trouble = service().lastError().kind;
+            state.error = service().lastError().text;
         }
         states.push_back(std::move(state));
     };
@@ -135,7 +146,7 @@ std::vector<SourceState> sources()
 std::vector<ClaimedTable> claimedByOthers(eDSN dsn, eIndex index)
 {
     std::vector<ClaimedTable> tables;
-    if (Connection* database = service().connection(dsn, index))
+    if (Database* database = service().database(dsn, index))
         for (const Claims::Claim& claim : database->claims().ofOthers())
             tables.push_back({dsn, index, claim.table, claim.holder});
     return tables;
@@ -144,7 +155,7 @@ std::vector<ClaimedTable> claimedByOthers(eDSN dsn, eIndex index)
 std::string tableDifferences(eDSN dsn, eIndex index)
 {
     std::string report;
-    Connection* database = service().connection(dsn, index);
+    Database* database = service().database(dsn, index);
     if (database == nullptr)
         return report;
     for (const auto describe : records::all()) {

@@ -1,7 +1,7 @@
 #include "repository/DetailDatabase.h"
 
+#include "database/Table.h"
 #include "repository/NewPath.h"
-#include "tables/Table.h"
 
 #include <korodbc/records/Registry.h>
 
@@ -44,7 +44,7 @@ std::string createStatement(const RecordDescription& type)
     return text + ")";
 }
 
-bool createTables(Connection& database, eDSN source, std::string& error)
+bool createTables(Database& database, eDSN source, HostError& error)
 {
     bool made = database.beginWrite();
     for (const auto describe : records::all()) {
@@ -58,34 +58,36 @@ bool createTables(Connection& database, eDSN source, std::string& error)
                                 bracketed(type.table) + " (" + bracketed(type.at(type.itemOwner)->name) + ")");
     }
     database.tablesChanged({});
-    std::string reason = made ? "" : database.lastError();
-    if (!database.commit() && made)
-        reason = database.lastError();
-    if (!reason.empty())
-        error = database.path() + ": " + reason;
-    return reason.empty();
+    const HostError reason = database.failure();
+    const bool stored = database.commit();
+    if (made && stored)
+        return true;
+    error = made ? database.failure() : reason;
+    error.text = database.path() + ": " + error.text;
+    return false;
 }
 
-bool createDetailDatabase(const std::string& file, std::string& error)
+bool createDetailDatabase(const std::string& file, HostError& error)
 {
+    const auto failed = [&](const HostError& reason) {
+        error = {reason.kind, file + ": " + reason.text};
+        return false;
+    };
     std::error_code code;
-    if (fs::exists(file, code)) {
-        error = file + ": the file exists already";
-        return false;
-    }
+    if (fs::exists(file, code))
+        return failed({FailureKind::Refused, "the file exists already"});
     NewPath fresh(file);
-    error = fresh.error();
-    if (!error.empty())
+    if (fresh.error().kind != FailureKind::None) {
+        error = fresh.error();
         return false;
-    {
-        auto database = Connection::open(fresh.path().string(), Connection::Access::Create, error);
-        if (database && createTables(*database, KorDSNDefinitions::kAddin, error) &&
-            !database->run("PRAGMA journal_mode = DELETE"))
-            error = database->lastError();
     }
-    if (!error.empty()) {
-        error = file + ": " + error;
-        return false;
+    {
+        HostError reason;
+        auto database = Database::open(fresh.path().string(), Database::Access::Create, reason);
+        if (!database || !createTables(*database, KorDSNDefinitions::kAddin, reason))
+            return failed(reason);
+        if (!database->engine().fold())
+            return failed(database->engine().failure());
     }
     return fresh.place(error) == NewPath::Placed::Yes;
 }

@@ -1,6 +1,6 @@
 #include "repository/Manifest.h"
 
-#include "tables/Table.h"
+#include "database/Table.h"
 
 #include <korodbc/roots/KorString.h>
 
@@ -38,24 +38,24 @@ Manifest Manifest::standard()
     Manifest manifest;
     for (std::size_t dsn = 0; dsn < manifest.connections.size(); ++dsn)
         if (dsn != KorDSNDefinitions::kCountryAddin)
-            manifest.connections[dsn] = "sqlite:" + lowerCase(sourceName(dsn)) + ".db";
+            manifest.connections[dsn] = std::string(fileEngine().scheme) + lowerCase(sourceName(dsn)) + ".db";
     return manifest;
 }
 
 bool targetOfConnection(const std::string& connection, const fs::path& folder, ConnectionTarget& target,
                         std::string& error)
 {
-    for (const std::string_view scheme : {ConnectionTarget::scheme, ConnectionTarget::readOnlyScheme}) {
+    const EngineKind& kind = fileEngine();
+    for (const std::string_view scheme : {kind.scheme, kind.readOnlyScheme}) {
         if (!connection.starts_with(scheme) || connection.size() == scheme.size())
             continue;
-        target = {connection.substr(scheme.size()), scheme == ConnectionTarget::readOnlyScheme};
+        target = {connection.substr(scheme.size()), scheme == kind.readOnlyScheme};
         if (!target.inMemory())
             target.file = (folder / target.file).lexically_normal().string();
         return true;
     }
-    error = "connection \"" + connection +
-            "\" is not understood; write \"sqlite:\" and a file name, or \"sqlite-readonly:\" for a file that is "
-            "only read";
+    error = "connection \"" + connection + "\" is not understood; write \"" + std::string(kind.scheme) +
+            "\" and a file name, or \"" + std::string(kind.readOnlyScheme) + "\" for a file that is only read";
     return false;
 }
 

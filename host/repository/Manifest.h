@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/Engine.h"
+
 #include <korodbc/host/CountryAddIn.h>
 #include <korodbc/repository/KorDSNDefinitions.h>
 
@@ -18,7 +20,7 @@ struct Manifest {
     std::vector<CountryAddIn> countryAddIns;                                      // in the order of their slots
     int busyMilliseconds = 2000; // how long to wait for a database that another process writes
 
-    /// One SQLite file per data source, named after it.
+    /// One file per data source, named after it.
     static Manifest standard();
     /// Reads a manifest. On failure returns false, with one line in `error` that names the place and the remedy.
     static bool load(const std::filesystem::path& folder, Manifest& manifest, std::string& error);
@@ -27,13 +29,10 @@ struct Manifest {
 
 /// What a connection string names.
 struct ConnectionTarget {
-    static constexpr const char* scheme = "sqlite:";
-    static constexpr const char* readOnlyScheme = "sqlite-readonly:"; // no byte of the file changes
-
     std::string file; // ":memory:" for a database in memory
     bool readOnly = false;
 
-    bool inMemory() const { return file == ":memory:"; }
+    bool inMemory() const { return file == fileEngine().inMemory; }
 };
 
 /// The database behind a connection string, its file relative to the repository's folder. On failure returns false

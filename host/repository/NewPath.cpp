@@ -54,7 +54,7 @@ NewPath::NewPath(const fs::path& target) : m_target(target.has_filename() ? targ
     for (int tries = 0; m_lock < 0 && tries < 10; ++tries) {
         std::string folder = m_target.string() + mark + "XXXXXX";
         if (::mkdtemp(folder.data()) == nullptr) {
-            m_error = folderOf(m_target).string() + ": " + std::strerror(errno);
+            m_error = {failureOfSystem(errno), folderOf(m_target).string() + ": " + std::strerror(errno)};
             return;
         }
         m_folder = folder;
@@ -63,7 +63,7 @@ NewPath::NewPath(const fs::path& target) : m_target(target.has_filename() ? targ
             ::rmdir(folder.c_str());
     }
     if (m_lock < 0)
-        m_error = folderOf(m_target).string() + ": no folder can be locked there";
+        m_error = {FailureKind::Refused, folderOf(m_target).string() + ": no folder can be locked there"};
     m_path = m_folder / m_target.filename();
 }
 
@@ -76,13 +76,14 @@ NewPath::~NewPath()
     ::close(m_lock);
 }
 
-NewPath::Placed NewPath::place(const fs::path& target, std::string& error)
+NewPath::Placed NewPath::place(const fs::path& target, HostError& error)
 {
     const int result = move(m_path, target);
     if (result == 0)
         return Placed::Yes;
     const bool exists = result == EEXIST || result == ENOTEMPTY || result == ENOTDIR;
-    error = target.string() + ": " + (exists ? "it exists already" : std::strerror(result));
+    error = {failureOfSystem(result),
+             target.string() + ": " + (exists ? "it exists already" : std::strerror(result))};
     return exists ? Placed::Exists : Placed::Failed;
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <korodbc/host/HostError.h>
+
 #include <filesystem>
-#include <string>
 
 namespace korodbc::host {
 
@@ -16,15 +17,15 @@ public:
     NewPath(const NewPath&) = delete;
     NewPath& operator=(const NewPath&) = delete;
 
-    /// Why nothing can be made there; empty: it can.
-    const std::string& error() const { return m_error; }
+    /// Why nothing can be made there; of no kind: it can.
+    const HostError& error() const { return m_error; }
     /// Where to make the file or folder.
     const std::filesystem::path& path() const { return m_path; }
     enum class Placed { Yes, Exists, Failed };
     /// Puts what was made into its place, or into another one in the same folder; a folder takes the place of an
     /// empty one. Unless Placed::Yes, `error` says why in one line.
-    Placed place(std::string& error) { return place(m_target, error); }
-    Placed place(const std::filesystem::path& target, std::string& error);
+    Placed place(HostError& error) { return place(m_target, error); }
+    Placed place(const std::filesystem::path& target, HostError& error);
 
 private:
     void removeLeftOvers() const;
@@ -32,7 +33,7 @@ private:
     const std::filesystem::path m_target;
     std::filesystem::path m_folder, m_path;
     int m_lock = -1; // of the folder: the system drops it with this program
-    std::string m_error;
+    HostError m_error;
 };
 
 } // namespace korodbc::host

@@ -1,8 +1,8 @@
+#include "database/Table.h"
 #include "repository/Csv.h"
 #include "repository/DetailDatabase.h"
 #include "repository/Manifest.h"
 #include "repository/NewPath.h"
-#include "tables/Table.h"
 
 #include <korodbc/host/RepositoryBuilder.h>
 #include <korodbc/records/Registry.h>
@@ -206,7 +206,7 @@ private:
 };
 
 /// Columns of numbered groups beyond those that a new table has.
-bool addNumberedColumns(Connection& database, const CatalogueTable& table)
+bool addNumberedColumns(Database& database, const CatalogueTable& table)
 {
     Table* stored = database.table(KorString::fromUtf8(table.name));
     bool added = true, any = false;
@@ -225,7 +225,7 @@ bool addNumberedColumns(Connection& database, const CatalogueTable& table)
     return added;
 }
 
-bool fill(Connection& database, const CatalogueTable& table, std::string& error)
+bool fill(Database& database, const CatalogueTable& table, std::string& error)
 {
     std::string names, marks;
     for (const CatalogueColumn& column : table.columns) {
@@ -292,7 +292,7 @@ bool buildRepository(const fs::path& folder, const fs::path& catalogue,
     fs::create_directories(target.parent_path(), code);
     NewPath making(target);
     const fs::path& fresh = making.path();
-    error = making.error();
+    error = making.error().text;
     if (error.empty() && !fs::create_directory(fresh, code))
         error = fresh.string() + ": " + code.message();
     if (!error.empty()) {
@@ -307,15 +307,18 @@ bool buildRepository(const fs::path& folder, const fs::path& catalogue,
             return false;
         const std::string& file = named.file;
         fs::create_directories(fs::path(file).parent_path(), code);
-        auto database = Connection::open(file, Connection::Access::Create, error);
-        if (!database || !createTables(*database, source, error))
+        HostError reason;
+        auto database = Database::open(file, Database::Access::Create, reason);
+        if (!database || !createTables(*database, source, reason)) {
+            error = reason.text;
             return false;
+        }
         if (!database->beginWrite())
             error = file + ": " + database->lastError();
         for (const CatalogueTable& table : texts.tables())
             if (table.source == name && !fill(*database, table, error))
                 return false;
-        if (error.empty() && !(database->commit() && database->run("PRAGMA wal_checkpoint(TRUNCATE)")))
+        if (error.empty() && !(database->commit() && database->engine().settle()))
             error = file + ": " + database->lastError();
         return error.empty();
     };
@@ -335,7 +338,12 @@ bool buildRepository(const fs::path& folder, const fs::path& catalogue,
         if (progress)
             progress(addIn.name, ++done, total);
     }
-    return made && manifest.save(fresh, error) && making.place(error) == NewPath::Placed::Yes;
+    if (!made || !manifest.save(fresh, error))
+        return false;
+    HostError reason;
+    const bool placed = making.place(reason) == NewPath::Placed::Yes;
+    error = reason.text;
+    return placed;
 }
 
 } // namespace korodbc::host

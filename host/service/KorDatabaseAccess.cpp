@@ -1,7 +1,7 @@
+#include "database/Query.h"
 #include "repository/DetailDatabase.h"
 #include "service/Service.h"
 #include "service/TableFit.h"
-#include "sqlite/Query.h"
 
 #include <korodbc/records/RecordDescription.h>
 #include <korodbc/records/Registry.h>
@@ -19,7 +19,7 @@ namespace {
 /// The table, nullptr when the data source does not have it.
 Table* findTable(eDSN dsn, const KorString& name)
 {
-    Connection* database = service().connection(dsn);
+    Database* database = service().database(dsn);
     if (database == nullptr)
         return nullptr;
     database->validate();
@@ -30,9 +30,10 @@ Table* findTable(eDSN dsn, const KorString& name)
 Table* tableIn(eDSN dsn, const KorString& name)
 {
     Table* table = findTable(dsn, name);
-    if (table == nullptr && service().connection(dsn) != nullptr)
+    if (table == nullptr && service().database(dsn) != nullptr)
         service().setError("there is no table " + name.toUtf8() + " in data source " +
-                           KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8());
+                               KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8(),
+                           FailureKind::Layout);
     return table;
 }
 
@@ -40,7 +41,7 @@ Table* tableIn(eDSN dsn, const KorString& name)
 Table* readable(eDSN dsn, const KorString& name)
 {
     Table* table = tableIn(dsn, name);
-    return table != nullptr && table->connection().flush() ? table : nullptr;
+    return table != nullptr && table->database().flush() ? table : nullptr;
 }
 
 /// Runs a write in a transaction of its own or of the open batch.
@@ -50,10 +51,10 @@ int written(Table* table, Write write, KorDatabaseBatch::Kind kind = KorDatabase
     if (table == nullptr)
         return 0;
     KorDatabaseBatch batch(kind);
-    Connection& database = table->connection();
+    Database& database = table->database();
     if (database.beginWrite() && !database.isRefused(table->name()) && write())
         return batch.end(1);
-    service().setError(database.lastError());
+    service().setError(database.failure());
     return batch.undo(0);
 }
 
@@ -61,13 +62,13 @@ int written(Table* table, Write write, KorDatabaseBatch::Kind kind = KorDatabase
 template <class Execute>
 int executed(eDSN dsn, Execute execute)
 {
-    Connection* database = service().connection(dsn);
+    Database* database = service().database(dsn);
     if (database == nullptr)
         return 0;
     KorDatabaseBatch batch(KorDatabaseBatch::Kind::Joined);
     const int result = execute(*database);
     if (result != 1)
-        service().setError(database->lastError());
+        service().setError(database->failure());
     return batch.end(result);
 }
 
@@ -121,15 +122,15 @@ int cellWhere(Table* table, int by, const Value& value, int wanted, KorCellData&
     if (table == nullptr || !hasColumn(*table, by) || !hasColumn(*table, wanted))
         return 0;
     Statement* select =
-        table->connection().prepare("SELECT " + columnName(*table, wanted) + " FROM " + table->bracketedName() +
-                                    " WHERE " + columnName(*table, by) + " = ?" + table->rowOrder() + " LIMIT 1");
+        table->database().prepare("SELECT " + columnName(*table, wanted) + " FROM " + table->bracketedName() +
+                                  " WHERE " + columnName(*table, by) + " = ?" + table->rowOrder() + " LIMIT 1");
     if (select == nullptr)
         return 0;
     const StatementRun run(*select);
     select->bind(1, value);
-    if (select->step() != SQLITE_ROW)
+    if (select->step() != Step::Row)
         return 0;
-    if (sqlite3_column_type(select->handle(), 0) == SQLITE_INTEGER && !fitsKey(select->integer(0))) {
+    if (select->cell(0).type == Statement::CellType::Integer && !fitsKey(select->integer(0))) {
         service().setError("table " + shown(table->name()) + ": the column " +
                            shown(table->columnNames()[static_cast<std::size_t>(wanted)]) + " holds " +
                            shown(select->bytes(0)) + ", which is no whole number of 32 bits");
@@ -144,7 +145,7 @@ int columnValues(Table* table, const KorString& where, const KorString& orderBy,
 {
     if (table == nullptr || !hasColumn(*table, column))
         return 0;
-    Connection& database = table->connection();
+    Database& database = table->database();
     const std::string columnOfTable = "SELECT " + columnName(*table, column) + " FROM " + table->bracketedName();
     const std::string text = columnOfTable + '\0' + where.toUtf8() + '\0' + orderBy.toUtf8();
     const QueryResults::State state = database.state();
@@ -159,12 +160,12 @@ int columnValues(Table* table, const KorString& where, const KorString& orderBy,
         return 0;
     }
     KorArray<KorCellData> read;
-    int code;
-    while ((code = select->step()) == SQLITE_ROW)
+    Step step;
+    while ((step = select->step()) == Step::Row)
         read.append(cellOf(*select, 0));
-    if (code != SQLITE_DONE) {
-        database.noteFailure(code);
-        service().setError(database.lastError());
+    if (step != Step::Done) {
+        database.noteFailure();
+        service().setError(database.failure());
         return 0;
     }
     if (query.isOfTableAlone())
@@ -212,7 +213,7 @@ std::string absolute(const KorString& file)
     return std::filesystem::absolute(file.toUtf8(), code).lexically_normal().string();
 }
 
-bool copy(Connection& database, Table& from, const KorString& to)
+bool copy(Database& database, Table& from, const KorString& to)
 {
     std::string columns;
     std::map<int, std::string> key; // the primary key by place
@@ -237,13 +238,13 @@ bool copy(Connection& database, Table& from, const KorString& to)
 
 int KorDatabaseAccess::doSQLStatement(const eDSN& dsn, const KorString& sql)
 {
-    return executed(dsn, [&](Connection& database) { return database.execute(sql); });
+    return executed(dsn, [&](Database& database) { return database.execute(sql); });
 }
 
 int KorDatabaseAccess::doSQLStatement(const eDSN& dsn, const KorString& pattern,
                                       std::span<const KorFormatArgument> values)
 {
-    return executed(dsn, [&](Connection& database) { return database.execute(pattern.view(), values); });
+    return executed(dsn, [&](Database& database) { return database.execute(pattern.view(), values); });
 }
 
 int KorDatabaseAccess::getTableStructure(eDSN dsn, const KorString& name, KorArray<KorColumn>& columns)
@@ -268,13 +269,14 @@ int KorDatabaseAccess::getNumberOfColumns(eDSN dsn, const KorString& name)
 
 int KorDatabaseAccess::getTablesNames(const eDSN& dsn, KorArray<KorString>& names)
 {
-    Connection* database = service().connection(dsn);
+    Database* database = service().database(dsn);
     if (database == nullptr)
         return 0;
     database->validate();
     if (!database->canListTables()) {
         service().setError("data source " + KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8() + ": " +
-                           database->path() + ": " + database->lastError());
+                               database->path() + ": " + database->lastError(),
+                           database->failure().kind);
         return 0;
     }
     names.removeAll();
@@ -300,7 +302,7 @@ int KorDatabaseAccess::copyTable(eDSN dsn, const KorString& from, const KorStrin
     return written(
         table,
         [&] {
-            Connection& database = table->connection();
+            Database& database = table->database();
             if (!database.flush() || table->columns().empty() || database.isRefused(to.toUtf8()))
                 return false;
             if (database.table(to) != nullptr) {
@@ -315,7 +317,7 @@ int KorDatabaseAccess::copyTable(eDSN dsn, const KorString& from, const KorStrin
 
 int KorDatabaseAccess::resetCachedTable(eDSN dsn, const KorString& table)
 {
-    Connection* database = service().connection(dsn);
+    Database* database = service().database(dsn);
     if (database == nullptr)
         return 0;
     database->checkBeforeNextRead();
@@ -328,7 +330,7 @@ int KorDatabaseAccess::appendNewLine(eDSN dsn, const KorString& name, KorCellDat
 {
     Table* table = tableIn(dsn, name);
     return written(table, [&] {
-        Connection& database = table->connection();
+        Database& database = table->database();
         const int column = table->keyColumn();
         if (!database.flush() || column < 0)
             return false;
@@ -366,8 +368,7 @@ int KorDatabaseAccess::appendNewLine(eDSN dsn, const KorString& name, KorCellDat
                 key.setData(*text);
         }
         if (table->mayWait())
-            database.pending() =
-                Connection::PendingRow{table, std::move(newKey), true, {}, Connection::batchDepth};
+            database.pending() = Database::PendingRow{table, std::move(newKey), true, {}, Database::batchDepth};
         return true;
     });
 }
@@ -377,7 +378,7 @@ int KorDatabaseAccess::setRecord(eDSN dsn, const KorString& name, const RecordDe
 {
     Table* table = tableIn(dsn, name);
     return written(table, [&] {
-        Connection& database = table->connection();
+        Database& database = table->database();
         const int column = table->keyColumn();
         if (column < 0)
             return false;
@@ -397,7 +398,7 @@ int KorDatabaseAccess::setTableColumnValue(eDSN dsn, const KorString& name, cons
 {
     Table* table = tableIn(dsn, name);
     return written(table, [&] {
-        Connection& database = table->connection();
+        Database& database = table->database();
         const int by = table->columnIndex(keyColumn.toUtf8());
         if (by < 0 || !hasColumn(*table, columnIndex))
             return false;
@@ -420,7 +421,7 @@ int KorDatabaseAccess::setTableColumnValue(eDSN dsn, const KorString& name, cons
                                   shown(keyText.toUtf8()));
                 return false;
             }
-            pending = Connection::PendingRow{table, key, false, {}, Connection::batchDepth};
+            pending = Database::PendingRow{table, key, false, {}, Database::batchDepth};
         }
         pending->cells[columnIndex] = valueOf(value);
         return true;
@@ -492,21 +493,21 @@ int KorDatabaseAccess::getTableAllSources(eDSN dsn, const KorString& name, KorPa
     for (Table* table : tables) {
         const std::vector<int> places = mergeColumns(*table, rows, merged);
         Statement* select =
-            table->connection().prepare("SELECT * FROM " + table->bracketedName() + table->rowOrder());
+            table->database().prepare("SELECT * FROM " + table->bracketedName() + table->rowOrder());
         if (select == nullptr) {
-            service().setError(table->connection().lastError());
+            service().setError(table->database().failure());
             return 0;
         }
         const StatementRun run(*select);
-        int code;
-        for (; (code = select->step()) == SQLITE_ROW; ++rows)
+        Step step;
+        for (; (step = select->step()) == Step::Row; ++rows)
             for (std::size_t i = 0; i < places.size(); ++i)
                 merged.getData()
                     .getAt(static_cast<long>(i))
                     .append(places[i] < 0 ? KorString() : cellOf(*select, places[i]).getStringW());
-        if (code != SQLITE_DONE) {
-            table->connection().noteFailure(code);
-            service().setError(table->connection().lastError());
+        if (step != Step::Done) {
+            table->database().noteFailure();
+            service().setError(table->database().failure());
             return 0;
         }
     }
@@ -552,14 +553,14 @@ int KorDatabaseAccess::setConnectionString(eDSN dsn, const KorString& connection
 
 int KorDatabaseAccess::setConnection(eDSN dsn, const KorString& file)
 {
-    return service().setConnectionString(dsn, "sqlite:" + absolute(file)) ? 1 : 0;
+    return service().setConnectionString(dsn, std::string(fileEngine().scheme) + absolute(file)) ? 1 : 0;
 }
 
 int KorDatabaseAccess::detachDatabase(const KorString& file) { return service().detach(absolute(file)) ? 1 : 0; }
 
 int KorDatabaseAccess::createDetailProcessDatabase(const KorString& file)
 {
-    std::string error;
+    HostError error;
     if (createDetailDatabase(absolute(file), error))
         return 1;
     service().setError(error);
@@ -568,15 +569,15 @@ int KorDatabaseAccess::createDetailProcessDatabase(const KorString& file)
 
 bool KorDatabaseAccess::checkDbEngine(bool)
 {
-    return sqlite3_libversion_number() >= 3035000 &&
-           service().connection(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase) != nullptr;
+    return fileEngine().isUsable() &&
+           service().database(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase) != nullptr;
 }
 
 KorString KorDatabaseAccess::getDateTimeFormat() { return KorString(L"%Y-%m-%d %H:%M:%S"); }
 
 int KorDatabaseAccess::claimTable(eDSN dsn, const KorString& table)
 {
-    Connection* database = service().connection(dsn);
+    Database* database = service().database(dsn);
     if (database == nullptr)
         return 0;
     const std::string name = table.toUtf8();
@@ -588,9 +589,9 @@ int KorDatabaseAccess::claimTable(eDSN dsn, const KorString& table)
         }
         return 1;
     }
-    std::string reason;
+    HostError reason;
     if (!claims.take(name, reason)) {
-        service().setError("table " + name + " " + reason);
+        service().setError("table " + name + " " + reason.text, reason.kind);
         return 0;
     }
     service().whenUndone(database, [&claims, name] { claims.giveBack(name); });
@@ -599,7 +600,7 @@ int KorDatabaseAccess::claimTable(eDSN dsn, const KorString& table)
 
 int KorDatabaseAccess::releaseTable(eDSN dsn, const KorString& table)
 {
-    Connection* database = service().connection(dsn);
+    Database* database = service().database(dsn);
     const std::string name = table.toUtf8();
     if (database == nullptr || !database->claims().holds(name))
         return 0;
@@ -615,7 +616,7 @@ int KorDatabaseAccess::releaseTable(eDSN dsn, const KorString& table)
 
 int KorDatabaseAccess::isTableClaimed(eDSN dsn, const KorString& table)
 {
-    Connection* database = service().connection(dsn);
+    Database* database = service().database(dsn);
     return database != nullptr && database->claims().holds(table.toUtf8()) ? 1 : 0;
 }
 
@@ -624,29 +625,29 @@ int KorDatabaseAccess::checkTable(eDSN dsn, const RecordDescription& type, bool 
     Table* table = tableIn(dsn, service().physicalName(type));
     if (table == nullptr)
         return 0;
-    Connection& database = table->connection();
+    Database& database = table->database();
     const std::string misfit = misfitOf(database, type, forWriting ? Use::Write : Use::Read);
     if (misfit.empty() && (!forWriting || !database.isRefused(table->name())))
         return 1;
-    service().setError(misfit.empty() ? database.lastError() : misfit);
+    service().setError(misfit.empty() ? database.failure() : HostError{FailureKind::Layout, misfit});
     return 0;
 }
 
 int KorDatabaseBatch::lock(eDSN dsn)
 {
-    Connection* database = service().connection(dsn);
+    Database* database = service().database(dsn);
     if (database == nullptr || !service().inBatch())
         return 0;
     if (database->beginWrite())
         return 1;
-    service().setError(database->lastError());
+    service().setError(database->failure());
     return 0;
 }
 
 void KorDatabaseBatch::whenUndone(eDSN dsn, std::function<void()> undo)
 {
     if (service().inBatch())
-        service().whenUndone(service().connection(dsn), std::move(undo));
+        service().whenUndone(service().database(dsn), std::move(undo));
 }
 
 KorDatabaseBatch::KorDatabaseBatch(Kind kind)
@@ -676,6 +677,6 @@ int KorDatabaseBatch::undo(int result)
     return result;
 }
 
-KorDatabaseReading::KorDatabaseReading(eDSN dsn) : m_reading(service().beginReading(service().connection(dsn))) {}
+KorDatabaseReading::KorDatabaseReading(eDSN dsn) : m_reading(service().beginReading(service().database(dsn))) {}
 
 KorDatabaseReading::~KorDatabaseReading() = default;

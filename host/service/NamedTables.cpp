@@ -1,6 +1,6 @@
 #include "service/NamedTables.h"
 
-#include "sqlite/Query.h"
+#include "database/Query.h"
 
 #include <korodbc/records/AnyRecord.h>
 #include <korodbc/repository/KorDatabaseAccess.h>
@@ -14,7 +14,7 @@ RecordCache* recordsOfTable(const RecordDescription& type, const KorString& name
 {
     const KorString physical = KorDatabaseAccess::getTableName(name);
     const eDSN dsn = service().dataSourceOf(physical);
-    Connection* database = dsn == KorDSNDefinitions::kUnresolved ? nullptr : service().connection(dsn);
+    Database* database = dsn == KorDSNDefinitions::kUnresolved ? nullptr : service().database(dsn);
     if (database == nullptr || !database->flush())
         return nullptr;
     database->validate();
@@ -25,7 +25,7 @@ RecordCache* recordsOfTable(const RecordDescription& type, const KorString& name
 int readQuery(const RecordDescription& type, const KorString& query, void* records)
 {
     const eDSN dsn = service().dataSourceOf(service().physicalName(type));
-    Connection* database = dsn == KorDSNDefinitions::kUnresolved ? nullptr : service().connection(dsn);
+    Database* database = dsn == KorDSNDefinitions::kUnresolved ? nullptr : service().database(dsn);
     if (database == nullptr || !database->flush())
         return 0;
     const Query run(*database, query);
@@ -34,14 +34,14 @@ int readQuery(const RecordDescription& type, const KorString& query, void* recor
         service().setError(run.error());
         return 0;
     }
-    const int columns = sqlite3_column_count(select->handle());
+    const int columns = select->columns();
     const ListOperations& list = type.operations->list;
     const AnyRecord blank(type);
-    int code;
-    while ((code = select->step()) == SQLITE_ROW) {
+    Step step;
+    while ((step = select->step()) == Step::Row) {
         void* record = list.at(records, list.append(records, blank.get()));
         for (int i = 0; i < columns; ++i) {
-            const std::string_view name = sqlite3_column_name(select->handle(), i);
+            const std::string_view name = select->columnName(i);
             for (const ColumnDescription& column : type.columns) {
                 if (column.name != name)
                     continue;
@@ -58,7 +58,7 @@ int readQuery(const RecordDescription& type, const KorString& query, void* recor
             }
         }
     }
-    return code == SQLITE_DONE ? 1 : 0;
+    return step == Step::Done ? 1 : 0;
 }
 
 int namesOfKeys(RecordCache* records, const KorArray<long>& keys, KorArray<KorString>& names)

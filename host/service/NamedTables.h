@@ -1,7 +1,7 @@
 #pragma once
 
+#include "database/RecordCache.h"
 #include "service/Service.h"
-#include "tables/RecordCache.h"
 
 namespace korodbc::host {
 

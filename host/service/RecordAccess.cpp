@@ -1,6 +1,6 @@
+#include "database/RecordCache.h"
 #include "service/Service.h"
 #include "service/TableFit.h"
-#include "tables/RecordCache.h"
 
 #include <korodbc/records/AnyRecord.h>
 #include <korodbc/repository/RecordAccess.h>
@@ -21,7 +21,7 @@ RecordCache* recordsOf(const RecordDescription& type)
     Table* table = service().tableOf(type);
     RecordCache* records = table == nullptr ? nullptr : table->records(type);
     if (table != nullptr && records == nullptr)
-        service().setError(table->connection().lastError());
+        service().setError(table->database().failure());
     return records;
 }
 
@@ -35,7 +35,7 @@ struct Source {
 /// Adds the source if it has the table; false otherwise.
 bool addSource(const RecordDescription& type, eDSN dsn, eIndex index, std::vector<Source>& sources)
 {
-    Connection* database = service().connection(dsn, index);
+    Database* database = service().database(dsn, index);
     if (database == nullptr)
         return false;
     database->validate();
@@ -101,7 +101,7 @@ public:
             if (RecordCache* records = source.table->records(type))
                 m_all.push_back(records);
             else
-                service().setError(source.table->connection().lastError());
+                service().setError(source.table->database().failure());
         }
     }
     auto begin() const { return m_all.empty() ? &m_current : m_all.data(); }
@@ -116,7 +116,7 @@ private:
 /// The items of a type's records, as they stand; nullptr for a type without items or when their table is missing.
 RecordCache* itemCache(const RecordDescription& type, const RecordCache& records)
 {
-    Table* table = type.items.exists() ? itemTableOf(records.table().connection(), type) : nullptr;
+    Table* table = type.items.exists() ? itemTableOf(records.table().database(), type) : nullptr;
     return table == nullptr ? nullptr : &table->recordCache(type.items.item());
 }
 
@@ -125,9 +125,12 @@ int unread(const RecordCache& records, int result = 0)
 {
     const RecordDescription& type = records.type();
     const bool itemsMissing = type.items.exists() && itemCache(type, records) == nullptr;
-    service().setError(itemsMissing ? "there is no table " + std::string(type.items.item().table) +
-                                          ", which holds the items of " + std::string(type.table)
-                                    : records.table().connection().lastError());
+    if (itemsMissing)
+        service().setError("there is no table " + std::string(type.items.item().table) +
+                               ", which holds the items of " + std::string(type.table),
+                           FailureKind::Layout);
+    else
+        service().setError(records.table().database().failure());
     return result;
 }
 
@@ -433,8 +436,9 @@ int readWhere(const RecordDescription& type, int column, long value, void* out)
     if (table == nullptr || field == nullptr || field->kind != FieldKind::Integer)
         return -1;
     if (const Layout& layout = table->layout(type); layout.columns[static_cast<std::size_t>(column)] < 0) {
-        Connection::noteReadGap(layout.misfit(Use::Read));
-        service().setError(layout.misfit(Use::Read)); // no row can be told to meet the condition, nor not to
+        Database::noteReadGap(layout.misfit(Use::Read));
+        service().setError(layout.misfit(Use::Read),
+                           FailureKind::Layout); // no row can be told to meet the condition, nor not to
         return -1;
     }
     const ListOperations& list = type.operations->list;

@@ -1,7 +1,7 @@
 #include "service/Service.h"
 
+#include "database/RecordCache.h"
 #include "repository/DetailDatabase.h"
-#include "tables/RecordCache.h"
 
 #include <korodbc/records/configuration/DefaultRecords.h>
 
@@ -18,7 +18,7 @@ Service& Service::instance()
     return service;
 }
 
-bool Service::open(const fs::path& folder, Connection::Access access, std::string& error)
+bool Service::open(const fs::path& folder, Database::Access access, std::string& error)
 {
     Manifest manifest;
     if (!Manifest::load(folder, manifest, error))
@@ -35,9 +35,9 @@ bool Service::openInMemory(const std::vector<CountryAddIn>& countryAddIns, std::
 {
     close();
     m_manifest = Manifest();
-    m_manifest.connections.fill("sqlite::memory:");
+    m_manifest.connections.fill(std::string(fileEngine().scheme) + std::string(fileEngine().inMemory));
     m_manifest.countryAddIns = countryAddIns;
-    m_access = Connection::Access::Write;
+    m_access = Database::Access::Write;
     m_open = true;
     for (unsigned dsn = 0; dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn) {
         const bool country = dsn == KorDSNDefinitions::kCountryAddin;
@@ -45,9 +45,12 @@ bool Service::openInMemory(const std::vector<CountryAddIn>& countryAddIns, std::
         for (std::size_t i = 0; i < slots; ++i) {
             const eDSN source = static_cast<eDSN>(dsn);
             const eIndex index = country ? static_cast<eIndex>(i + 1) : slot(source);
-            Connection* database = connection(source, index);
-            if (database == nullptr || !createTables(*database, source, error))
+            Database* database = this->database(source, index);
+            HostError reason;
+            if (database == nullptr || !createTables(*database, source, reason)) {
+                error = reason.text;
                 return false;
+            }
         }
     }
     return true;
@@ -56,14 +59,14 @@ bool Service::openInMemory(const std::vector<CountryAddIn>& countryAddIns, std::
 void Service::close()
 {
     m_places.clear();
-    m_connections.clear();
+    m_databases.clear();
     m_physicalNames.clear();
     m_open = false;
-    Connection::batchDepth = 0;
+    Database::batchDepth = 0;
     m_actions.clear();
     m_detachAtEnd.clear();
     m_checkAtEnd = false;
-    m_error.clear();
+    m_error = {};
 }
 
 void Service::setCountryAddIns(std::vector<CountryAddIn> addIns)
@@ -98,7 +101,7 @@ const std::string* Service::connectionOf(Place place) const
     return connection.empty() ? nullptr : &connection;
 }
 
-Connection* Service::connection(eDSN dsn, eIndex index)
+Database* Service::database(eDSN dsn, eIndex index)
 {
     const Place place{dsn, index};
     const auto known = m_places.find(place);
@@ -107,36 +110,35 @@ Connection* Service::connection(eDSN dsn, eIndex index)
         return known->second;
     }
     const std::string* connection = connectionOf(place);
-    std::string error;
+    std::string why;
     ConnectionTarget target;
-    if (connection == nullptr || !targetOfConnection(*connection, m_folder, target, error)) {
-        m_error = connection == nullptr ? "there is no such data source" : error;
+    if (connection == nullptr || !targetOfConnection(*connection, m_folder, target, why)) {
+        m_error = {FailureKind::Missing, connection == nullptr ? "there is no such data source" : why};
         return nullptr;
     }
     const std::string& file = target.file;
     const bool inMemory = target.inMemory();
     const eIndex shared = dsn == KorDSNDefinitions::kCountryAddin ? index : KorDSNDefinitions::kBase;
     const std::string pool = inMemory          ? file + std::to_string(dsn) + "/" + std::to_string(shared)
-                             : target.readOnly ? ConnectionTarget::readOnlyScheme + file
+                             : target.readOnly ? std::string(fileEngine().readOnlyScheme) + file
                                                : file;
-    auto& pooled = m_connections[pool];
+    auto& pooled = m_databases[pool];
     if (!pooled) {
         std::error_code code;
-        if (!inMemory && !fs::is_regular_file(file, code))
-            error = "the file is missing";
-        else
-            pooled = Connection::open(file,
-                                      inMemory          ? Connection::Access::Create
-                                      : target.readOnly ? Connection::Access::Look
-                                                        : m_access,
-                                      error);
+        HostError error{FailureKind::Missing, "the file is missing"};
+        if (inMemory || fs::is_regular_file(file, code))
+            pooled = Database::open(file,
+                                    inMemory          ? Database::Access::Create
+                                    : target.readOnly ? Database::Access::Look
+                                                      : m_access,
+                                    error);
         if (!pooled) {
-            m_connections.erase(pool);
-            m_error =
-                "data source " + KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8() + ": " + file + ": " + error;
+            m_databases.erase(pool);
+            m_error = {error.kind, "data source " + KorDSNDefinitions::m_DataSourceNames[dsn].toUtf8() + ": " +
+                                       file + ": " + error.text};
             return nullptr;
         }
-        sqlite3_busy_timeout(pooled->handle(), m_manifest.busyMilliseconds);
+        pooled->engine().setPatience(m_manifest.busyMilliseconds);
     }
     m_places[place] = pooled.get();
     pooled->setLabel(dsn, index);
@@ -153,9 +155,9 @@ bool Service::setConnectionString(eDSN dsn, const std::string& connection)
 {
     ConnectionTarget target;
     if (!m_open || dsn >= KorDSNDefinitions::kNumberOfDataSources || dsn == KorDSNDefinitions::kCountryAddin ||
-        !targetOfConnection(connection, m_folder, target, m_error))
+        !targetOfConnection(connection, m_folder, target, m_error.text))
         return false;
-    for (auto& [name, database] : m_connections)
+    for (auto& [name, database] : m_databases)
         database->flush();
     m_manifest.connections[dsn] = connection;
     std::erase_if(m_places, [dsn](const auto& entry) { return entry.first.first == dsn; });
@@ -167,13 +169,13 @@ bool Service::detach(const std::string& file)
 {
     std::string error;
     ConnectionTarget target;
-    if (!targetOfConnection(ConnectionTarget::scheme + file, m_folder, target, error))
+    if (!targetOfConnection(std::string(fileEngine().scheme) + file, m_folder, target, error))
         return false;
-    const auto onlyRead = m_connections.find(ConnectionTarget::readOnlyScheme + target.file);
-    const auto found = onlyRead == m_connections.end() ? m_connections.find(target.file) : onlyRead;
-    if (found == m_connections.end())
+    const auto onlyRead = m_databases.find(std::string(fileEngine().readOnlyScheme) + target.file);
+    const auto found = onlyRead == m_databases.end() ? m_databases.find(target.file) : onlyRead;
+    if (found == m_databases.end())
         return false;
-    Connection* database = found->second.get();
+    Database* database = found->second.get();
     for (const auto& [place, used] : m_places)
         if (used == database)
             return false;
@@ -182,8 +184,8 @@ bool Service::detach(const std::string& file)
         return true;
     }
     if (found != onlyRead)
-        database->run("PRAGMA journal_mode = DELETE");
-    m_connections.erase(found);
+        database->engine().fold();
+    m_databases.erase(found);
     return true;
 }
 
@@ -203,7 +205,7 @@ const KorString& Service::physicalName(const RecordDescription& type)
 
 bool Service::alias(const KorString& name, KorString& target)
 {
-    Connection* database = connection(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase);
+    Database* database = this->database(KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase);
     if (database == nullptr)
         return false;
     database->validate();
@@ -223,7 +225,7 @@ eDSN Service::dataSourceOf(const KorString& physical)
     const auto holds = [&](eDSN dsn, eIndex index) {
         if (connectionOf({dsn, index}) == nullptr)
             return false;
-        Connection* database = connection(dsn, index);
+        Database* database = this->database(dsn, index);
         if (database != nullptr)
             database->validate();
         return database != nullptr && database->table(physical) != nullptr;
@@ -240,7 +242,7 @@ Table* Service::tableOf(const RecordDescription& type)
 {
     const KorDSNManager& manager = KorDSNManager::getInstance();
     const KorString& name = physicalName(type);
-    Connection* database = connection(manager.getCurrentDSN(), manager.getCurrentIndex());
+    Database* database = this->database(manager.getCurrentDSN(), manager.getCurrentIndex());
     Table* table = nullptr;
     if (database != nullptr) {
         database->validate();
@@ -249,28 +251,28 @@ Table* Service::tableOf(const RecordDescription& type)
     for (unsigned dsn = 0;
          table == nullptr && !manager.isRequested() && dsn < KorDSNDefinitions::kNumberOfDataSources; ++dsn) {
         const eDSN home = static_cast<eDSN>(dsn);
-        if (!type.homes.contains(home) || (database = connection(home)) == nullptr)
+        if (!type.homes.contains(home) || (database = this->database(home)) == nullptr)
             continue;
         database->validate();
         table = database->table(name);
     }
     if (table == nullptr && database != nullptr)
         noteMissing(type);
-    return table != nullptr && table->connection().flush() ? table : nullptr;
+    return table != nullptr && table->database().flush() ? table : nullptr;
 }
 
 void Service::noteMissing(const RecordDescription& type)
 {
     const KorDSNManager& manager = KorDSNManager::getInstance();
     if (type.homes.contains(manager.getCurrentDSN()) || !manager.isRequested())
-        Connection::noteReadGap("there is no table " + shown(physicalName(type).toUtf8()));
+        Database::noteReadGap("there is no table " + shown(physicalName(type).toUtf8()));
 }
 
 std::vector<Table*> Service::tablesOfAllSources(const KorString& name, eDSN base)
 {
     std::vector<Table*> tables;
     const auto take = [&](eDSN dsn, eIndex index) {
-        Connection* database = connectionOf({dsn, index}) == nullptr ? nullptr : connection(dsn, index);
+        Database* database = connectionOf({dsn, index}) == nullptr ? nullptr : this->database(dsn, index);
         if (database == nullptr || !database->flush())
             return;
         database->validate();
@@ -287,8 +289,8 @@ std::vector<Table*> Service::tablesOfAllSources(const KorString& name, eDSN base
 
 void Service::beginBatch()
 {
-    if (++Connection::batchDepth == 1)
-        m_error.clear();
+    if (++Database::batchDepth == 1)
+        m_error = {};
 }
 
 void Service::undoActions(int depth)
@@ -305,20 +307,20 @@ void Service::undoActions(int depth)
 
 bool Service::endBatch(bool keep)
 {
-    const int depth = Connection::batchDepth;
+    const int depth = Database::batchDepth;
     if (depth == 0) // the repository was closed meanwhile
         return false;
     if (depth == 1)
         return endOutermost(keep);
-    for (Connection* database : Connection::writing) {
+    for (Database* database : Database::writing) {
         if (keep && !database->flush()) {
-            m_error = database->lastError();
+            m_error = database->failure();
             keep = false;
         }
     }
-    for (Connection* database : Connection::writing)
+    for (Database* database : Database::writing)
         keep ? database->keepBatch(depth) : database->undoBatch(depth);
-    --Connection::batchDepth;
+    --Database::batchDepth;
     if (keep) {
         for (auto action = m_actions.rbegin(); action != m_actions.rend() && action->depth == depth; ++action)
             action->depth = depth - 1;
@@ -330,17 +332,17 @@ bool Service::endBatch(bool keep)
 
 bool Service::endOutermost(bool keep)
 {
-    const std::vector<Connection*> writing = std::exchange(Connection::writing, {});
-    std::vector<const Connection*> lost;
-    for (Connection* database : writing) {
+    const std::vector<Database*> writing = std::exchange(Database::writing, {});
+    std::vector<const Database*> lost;
+    for (Database* database : writing) {
         if (!keep) {
             database->rollback();
         } else if (!database->commit()) {
             lost.push_back(database);
-            m_error = database->lastError();
+            m_error = database->failure();
         }
     }
-    Connection::batchDepth = 0;
+    Database::batchDepth = 0;
     const std::vector<Action> actions = std::exchange(m_actions, {});
     const auto isStored = [&](const Action& action) {
         return keep && std::find(lost.begin(), lost.end(), action.database) == lost.end();
@@ -358,27 +360,27 @@ bool Service::endOutermost(bool keep)
     return keep && lost.empty();
 }
 
-std::shared_ptr<void> Service::beginReading(Connection* database)
+std::shared_ptr<void> Service::beginReading(Database* database)
 {
     if (database == nullptr || !database->beginReading())
         return nullptr;
     return {database, [this](void* reading) {
-                for (const auto& [file, open] : m_connections) // it may have been closed meanwhile
+                for (const auto& [file, open] : m_databases) // it may have been closed meanwhile
                     if (open.get() == reading)
                         open->endReading();
             }};
 }
 
-void Service::whenUndone(const Connection* database, std::function<void()> act)
+void Service::whenUndone(const Database* database, std::function<void()> act)
 {
     if (inBatch())
-        m_actions.push_back({database, Connection::batchDepth, false, std::move(act)});
+        m_actions.push_back({database, Database::batchDepth, false, std::move(act)});
 }
 
-void Service::whenStored(const Connection* database, std::function<void()> act)
+void Service::whenStored(const Database* database, std::function<void()> act)
 {
     if (inBatch())
-        m_actions.push_back({database, Connection::batchDepth, true, std::move(act)});
+        m_actions.push_back({database, Database::batchDepth, true, std::move(act)});
     else
         act();
 }
@@ -390,7 +392,7 @@ void Service::checkAll()
         return;
     if (!inBatch())
         m_physicalNames.clear();
-    for (auto& [file, database] : m_connections)
+    for (auto& [file, database] : m_databases)
         database->checkBeforeNextRead();
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "database/Database.h"
+#include "database/Table.h"
 #include "repository/Manifest.h"
-#include "sqlite/Connection.h"
-#include "tables/Table.h"
 
 #include <korodbc/records/RecordDescription.h>
 #include <korodbc/repository/KorDSNManager.h>
@@ -24,7 +24,7 @@ public:
 
     /// Opens the repository in that folder; the one that was open is closed. On failure returns false, `error` one
     /// line.
-    bool open(const std::filesystem::path& folder, Connection::Access access, std::string& error);
+    bool open(const std::filesystem::path& folder, Database::Access access, std::string& error);
     /// Opens a repository without files: every data source in memory, with its tables, empty.
     bool openInMemory(const std::vector<CountryAddIn>& countryAddIns, std::string& error);
     void close();
@@ -35,9 +35,9 @@ public:
     void setCountryAddIns(std::vector<CountryAddIn> addIns);
 
     /// The database of a data source and slot, opened at the first call; nullptr when there is none.
-    Connection* connection(eDSN dsn, eIndex index);
+    Database* database(eDSN dsn, eIndex index);
     /// The database of a data source: in the current slot when the source is current, else in its first.
-    Connection* connection(eDSN dsn) { return connection(dsn, slot(dsn)); }
+    Database* database(eDSN dsn) { return database(dsn, slot(dsn)); }
     eIndex slot(eDSN dsn) const;
 
     std::string connectionString(eDSN dsn) const;
@@ -63,23 +63,24 @@ public:
     /// Ends the innermost batch and keeps what was written in it, or takes it back. True when it is kept; of the
     /// outermost batch, when everything written was stored.
     bool endBatch(bool keep);
-    bool inBatch() const { return Connection::batchDepth > 0; }
+    bool inBatch() const { return Database::batchDepth > 0; }
     /// True in a batch that has written: what it reads waits for its end to look for others' changes.
-    bool isWriting() const { return inBatch() && !Connection::writing.empty(); }
+    bool isWriting() const { return inBatch() && !Database::writing.empty(); }
     /// Holds the database in one state for reads while the result lives; nullptr when that fails.
-    std::shared_ptr<void> beginReading(Connection* database);
+    std::shared_ptr<void> beginReading(Database* database);
     /// Called, last first, when what the open batch wrote to that database is undone or cannot be stored.
-    void whenUndone(const Connection* database, std::function<void()> act);
+    void whenUndone(const Database* database, std::function<void()> act);
     /// Called when what the open batch wrote to that database is stored; at once outside a batch.
-    void whenStored(const Connection* database, std::function<void()> act);
+    void whenStored(const Database* database, std::function<void()> act);
 
     /// The next reads look for changes of other processes. Inside a batch this waits for its end: an operation
     /// sees the databases as they were when it began.
     void checkAll();
     void check(eIndex index);
 
-    const std::string& lastError() const { return m_error; }
-    void setError(const std::string& error) { m_error = error; }
+    const HostError& lastError() const { return m_error; }
+    void setError(HostError error) { m_error = std::move(error); }
+    void setError(std::string text, FailureKind kind = FailureKind::Refused) { m_error = {kind, std::move(text)}; }
 
 private:
     using Place = std::pair<eDSN, eIndex>;
@@ -88,22 +89,22 @@ private:
     bool m_open = false;
     std::filesystem::path m_folder;
     Manifest m_manifest;
-    std::map<std::string, std::unique_ptr<Connection>> m_connections; // by file
-    std::map<Place, Connection*> m_places;                            // opened so far
+    std::map<std::string, std::unique_ptr<Database>> m_databases; // by file
+    std::map<Place, Database*> m_places;                          // opened so far
     std::unordered_map<const RecordDescription*, KorString> m_physicalNames;
     struct Action {
-        const Connection* database; // nullptr: of none
-        int depth;                  // of the batch that it belongs to
-        bool whenStored;            // otherwise when undone
+        const Database* database; // nullptr: of none
+        int depth;                // of the batch that it belongs to
+        bool whenStored;          // otherwise when undone
         std::function<void()> act;
     };
     bool endOutermost(bool keep);
     void undoActions(int depth);
-    Connection::Access m_access = Connection::Access::Write;
+    Database::Access m_access = Database::Access::Write;
     std::vector<Action> m_actions;
     std::vector<std::string> m_detachAtEnd;
     bool m_checkAtEnd = false;
-    std::string m_error;
+    HostError m_error;
 };
 
 inline Service& service() { return Service::instance(); }

@@ -1,7 +1,7 @@
 #include "service/TableFit.h"
 
+#include "database/RecordCache.h"
 #include "service/Service.h"
-#include "tables/RecordCache.h"
 
 #include <korodbc/records/Registry.h>
 
@@ -19,7 +19,7 @@ std::string missing(const RecordDescription& type)
 /// "max(a), max(b)": the columns of a type's table that hold keys of another table.
 std::string largestReferences(Table& from, const RecordDescription& type, const Table& to)
 {
-    Connection& database = from.connection();
+    Database& database = from.database();
     const auto leads = [&](const ColumnDescription& column) {
         return column.target != nullptr && database.table(service().physicalName(column.target())) == &to;
     };
@@ -49,7 +49,7 @@ std::string largestReferences(Table& from, const RecordDescription& type, const 
 
 } // namespace
 
-std::string misfitOf(Connection& database, const RecordDescription& type, Use use)
+std::string misfitOf(Database& database, const RecordDescription& type, Use use)
 {
     Table* table = database.table(service().physicalName(type));
     if (table == nullptr)
@@ -64,14 +64,14 @@ std::string misfitOf(Connection& database, const RecordDescription& type, Use us
     return use == Use::Report ? misfit : items->misfit(type.items.item(), use);
 }
 
-Table* itemTableOf(Connection& database, const RecordDescription& type)
+Table* itemTableOf(Database& database, const RecordDescription& type)
 {
     const RecordDescription& item = type.items.item();
     Table* table = database.table(service().physicalName(item));
     const std::string why = table == nullptr ? missing(item) : table->misfit(item, Use::Look);
     if (why.empty())
         return table;
-    database.setError(why);
+    database.setError(why, FailureKind::Layout);
     return nullptr;
 }
 
@@ -82,15 +82,15 @@ void noteReferredKeys(Table& table)
     std::int64_t largest = 0;
     for (const auto describe : records::all()) {
         const RecordDescription& type = describe();
-        Table* from = table.connection().table(service().physicalName(type));
+        Table* from = table.database().table(service().physicalName(type));
         const std::string columns = from == nullptr ? std::string() : largestReferences(*from, type, table);
-        Statement* select =
-            columns.empty() ? nullptr
-                            : table.connection().prepare("SELECT " + columns + " FROM " + from->bracketedName());
+        Statement* select = columns.empty()
+                                ? nullptr
+                                : table.database().prepare("SELECT " + columns + " FROM " + from->bracketedName());
         if (select == nullptr)
             continue;
         const StatementRun run(*select);
-        for (int i = select->step() == SQLITE_ROW ? sqlite3_column_count(select->handle()) : 0; i > 0; --i)
+        for (int i = select->step() == Step::Row ? select->columns() : 0; i > 0; --i)
             largest = std::max(largest, select->integer(i - 1));
     }
     table.setReferredKey(largest);

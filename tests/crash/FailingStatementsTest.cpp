@@ -1,6 +1,7 @@
 #include "service/Service.h"
 #include "support/CrashCycle.h"
 #include "support/DetailFixture.h"
+#include "support/EngineHandle.h"
 
 #include <korodbc/catalogues/DetailGroups.h>
 #include <korodbc/compaction/KorOdbcCompactDetailsTables.h>
@@ -244,9 +245,9 @@ constexpr std::pair<eDSN, eIndex> places[] = {{inDetails, KorDSNDefinitions::kBa
                                               {inToolbars, KorDSNDefinitions::kBase}};
 using Dumps = std::array<std::string, std::size(places)>;
 
-korodbc::host::Connection& connection(std::size_t place)
+korodbc::host::Database& connection(std::size_t place)
 {
-    return *korodbc::host::service().connection(places[place].first, places[place].second);
+    return *korodbc::host::service().database(places[place].first, places[place].second);
 }
 
 Dumps dumps()
@@ -254,7 +255,7 @@ Dumps dumps()
     Dumps all;
     for (std::size_t i = 0; i < all.size(); ++i) {
         connection(i).flush();
-        all[i] = crash::dump(connection(i).handle());
+        all[i] = crash::dump(handleOf(connection(i)));
     }
     return all;
 }
@@ -335,7 +336,7 @@ protected:
         for (std::size_t i = 0; i < std::size(places); ++i) {
             connection(i).flush();
             sqlite3_open(":memory:", &m_saved[i]);
-            copy(connection(i).handle(), m_saved[i]);
+            copy(handleOf(connection(i)), m_saved[i]);
         }
     }
     void TearDown() override
@@ -363,7 +364,7 @@ protected:
                 claims.giveBack(name.toUtf8());
             }
             connection(i).dropCaches();
-            copy(m_saved[i], connection(i).handle());
+            copy(m_saved[i], handleOf(connection(i)));
             connection(i).rollback(); // of nothing: what is known of keys goes, too
         }
         sql(country, {"DELETE FROM Linetypes"});

@@ -438,7 +438,7 @@ class RandomEditsTest : public testing::TestWithParam<int> {
 protected:
     static void SetUpTestSuite()
     {
-        using korodbc::host::Connection;
+        using korodbc::host::Database;
         fs::remove_all(scratch());
         fs::create_directories(pristine());
         korodbc::host::Manifest manifest;
@@ -449,9 +449,10 @@ protected:
         std::string error;
         ASSERT_TRUE(manifest.save(pristine(), error)) << error;
         const auto make = [&](const char* file, eDSN dsn) {
+            korodbc::host::HostError reason;
             const auto database =
-                Connection::open((pristine() / file).string(), Connection::Access::Create, error);
-            ASSERT_TRUE(database != nullptr && korodbc::host::createTables(*database, dsn, error)) << error;
+                Database::open((pristine() / file).string(), Database::Access::Create, reason);
+            ASSERT_TRUE(database != nullptr && korodbc::host::createTables(*database, dsn, reason)) << reason.text;
             std::set<std::string> kept = {"Authors", "Default_STR"};
             for (const auto& table : tables) {
                 const RecordDescription& type = table.description();

@@ -1,9 +1,11 @@
 // Statements as they reach a database: literals split off, patterns with values, cell writes that wait.
 
-#include "sqlite/StatementPattern.h"
+#include "database/StatementPattern.h"
+#include "database/StatementReader.h"
 #include "support/RepositoryFixture.h"
 
 #include <cmath>
+#include <sqlite3.h>
 
 namespace {
 

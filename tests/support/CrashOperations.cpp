@@ -377,9 +377,10 @@ void makeRepositories()
                                     std::pair(KorDSNDefinitions::kProject, "project.db"),
                                     std::pair(KorDSNDefinitions::kConfiguration, "configuration.db")}) {
         manifest.connections[dsn] = std::string("sqlite:") + file;
-        const auto database = korodbc::host::Connection::open((base() / file).string(),
-                                                              korodbc::host::Connection::Access::Create, error);
-        ASSERT_TRUE(database != nullptr && korodbc::host::createTables(*database, dsn, error)) << error;
+        korodbc::host::HostError reason;
+        const auto database = korodbc::host::Database::open((base() / file).string(),
+                                                            korodbc::host::Database::Access::Create, reason);
+        ASSERT_TRUE(database != nullptr && korodbc::host::createTables(*database, dsn, reason)) << reason.text;
         // of the configuration only what the operations read: a cycle parses every table there is
         for (const std::string& table : database->tableNames())
             if (dsn == KorDSNDefinitions::kConfiguration && table != "Authors" && table != "Default_STR") {

@@ -1,4 +1,4 @@
-#include "sqlite/Claims.h"
+#include "engine/sqlite/FileClaims.h"
 #include "support/CrashCycle.h"
 #include "tools/CommandLine.h"
 
@@ -106,9 +106,9 @@ TEST_F(SharedRepository, ATableThatAnotherProgramEditsIsRefusedAndNamed)
     fs::copy_file(details(), m_folder / "good.db");
     output("edit DetailStyle 1 TitleFormat 'not yet' --leave-open");
     const auto before = rows();
-    korodbc::host::Claims other(details().string());
-    std::string reason;
-    ASSERT_TRUE(other.take("DetailStyle", reason)) << reason;
+    korodbc::host::FileClaims other(details().string());
+    korodbc::host::HostError reason;
+    ASSERT_TRUE(other.take("DetailStyle", reason)) << reason.text;
     const struct {
         const char *command, *error;
     } refused[] = {

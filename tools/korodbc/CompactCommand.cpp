@@ -17,6 +17,10 @@
 namespace {
 
 using Compact = KorOdbcCompactDetailsTables;
+using korodbc::host::FailureKind;
+using korodbc::host::HostError;
+using korodbc::host::lastError;
+using korodbc::host::lastFailure;
 
 struct Kind {
     const char* name;
@@ -77,14 +81,13 @@ Failure unreadable(const Source& source)
 {
     if (const KorString failure = Compact::getFailure(); !failure.isEmpty())
         return {kFailed, source.name + " cannot be compacted: " + failure.toUtf8()};
-    std::string reason = bareReason();
+    HostError reason = lastFailure();
     for (const auto describe : records::all()) {
         const KorString table = KorString::fromUtf8(describe().table);
         if (records::isDetailTable(describe()) && KorDatabaseAccess::doesTableExists(source.dsn, table) != 1)
-            reason = ": table " + table.toUtf8() + " is missing";
+            reason = {FailureKind::Layout, "table " + table.toUtf8() + " is missing"};
     }
-    return {kFailed,
-            "the detail tables of " + source.name + " cannot be read" + reason + remedy(reason, source.name)};
+    return {kFailed, "the detail tables of " + source.name + " cannot be read" + advised(reason, source.name)};
 }
 
 Compacted preview(const Kind& kind, const Source& source, bool keep)
@@ -161,24 +164,22 @@ void run(const Kind& kind, const Source& source, bool keep)
     const WithoutCopies copies;
     KorDatabaseBatch batch;
     int result = KorDatabaseBatch::lock(source.dsn) == 1 ? KorOdbcMan::bringBackLeftCopies() : 0;
-    std::string reason;
-    if (result != 1) {
-        reason = bareReason();
-    } else {
+    HostError reason;
+    if (result == 1) {
         result = kind.onlyQualifierSets ? Compact::compactQualifierSets(source.dsn, keep ? 0 : 1, kind.type)
                                         : Compact::startCompactProcess(source.dsn, keep ? 0 : 1, kind.type);
-        if (result != 1)
-            reason = !bareReason().empty() || Compact::getFailure().isEmpty()
-                         ? bareReason()
-                         : ": " + Compact::getFailure().toUtf8();
+        if (result != 1 && lastError().empty())
+            reason.text = Compact::getFailure().toUtf8();
     }
+    if (result != 1 && reason.text.empty())
+        reason = lastFailure();
     if ((result == 1 ? batch.end(1) : batch.undo(0)) == 1)
         return;
-    if (reason.empty())
-        reason = bareReason();
+    if (reason.text.empty())
+        reason = lastFailure();
     const std::string help = remedy(reason, source.name);
-    throw Failure{kFailed,
-                  source.name + " was not compacted" + reason + (help.empty() ? "; nothing was changed" : help)};
+    throw Failure{kFailed, source.name + " was not compacted" + (reason.text.empty() ? "" : ": " + reason.text) +
+                               (help.empty() ? "; nothing was changed" : help)};
 }
 
 /// Totals of all tables.

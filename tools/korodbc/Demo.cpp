@@ -42,7 +42,7 @@ std::vector<korodbc::host::CountryAddIn> countryAddIns(const std::vector<std::st
         for (const auto& known : addIns)
             if (sameName(known.id, id))
                 throw Failure{kUsage, "the country add-in id " + quote(id) + " is used twice"};
-        addIns.push_back({id, text.substr(equals + 1), "sqlite:addins/" + id + ".db"});
+        addIns.push_back({id, text.substr(equals + 1), korodbc::host::connectionTo("addins/" + id + ".db")});
     }
     return addIns;
 }

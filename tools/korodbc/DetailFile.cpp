@@ -1,16 +1,17 @@
 #include "DetailFile.h"
 
-#include "sqlite/Connection.h"
-#include "sqlite/Statement.h"
+#include "database/Database.h"
+#include "engine/DatabaseFile.h"
 
 #include <korodbc/records/Registry.h>
 
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <unistd.h>
 
-using korodbc::host::Connection;
+using korodbc::host::Database;
+using korodbc::host::FailureKind;
+using korodbc::host::HostError;
 namespace fs = std::filesystem;
 
 namespace {
@@ -19,37 +20,26 @@ constexpr const char* tablesOf5_1[] = {"DetObjAnnotationGroup", "DetObjQualifier
                                        "DetViewDimRequestLinearGroup", "DetViewDimStrategyNew",
                                        "DetViewDimStrategyItems"};
 
-std::unique_ptr<Connection> openToLook(const std::string& file, std::string& error)
+std::unique_ptr<Database> openToLook(const std::string& file, HostError& error)
 {
-    return Connection::open(file, Connection::Access::Look, error);
+    return Database::open(file, Database::Access::Look, error);
 }
 
-std::unique_ptr<Connection> openSound(const std::string& file, const std::string& source)
+std::unique_ptr<Database> openSound(const std::string& file, const std::string& source)
 {
-    const auto unusable = [&](const std::string& reason) {
-        const bool damaged = troubleOf(reason) == Trouble::Damaged;
-        const std::string advice = damaged && source.empty() ? "; use a good copy of it" : remedy(reason, source);
-        return Failure{kFailed, file + (damaged ? " is damaged: " : " cannot be read: ") + reason + advice};
-    };
-    std::string error;
+    HostError error;
     auto database = openToLook(file, error);
-    if (!database)
-        throw unusable(error);
-    korodbc::host::Statement* check = database->prepare("PRAGMA quick_check(1)");
-    if (check == nullptr)
-        throw unusable(database->lastError());
-    const korodbc::host::StatementRun run(*check);
-    if (const int step = check->step(); step != SQLITE_ROW) {
-        database->noteFailure(step);
-        throw unusable(database->lastError());
-    }
-    if (check->bytes(0) != "ok")
-        throw unusable(std::string(sqlite3_errstr(SQLITE_CORRUPT)) + " (" + std::string(check->bytes(0)) + ")");
-    return database;
+    if (database && !database->engine().check().empty())
+        error = database->engine().failure();
+    if (error.kind == FailureKind::None)
+        return database;
+    const bool damaged = error.kind == FailureKind::Damaged;
+    const std::string advice = damaged && source.empty() ? "; use a good copy of it" : remedy(error, source);
+    throw Failure{kFailed, file + (damaged ? " is damaged: " : " cannot be read: ") + error.text + advice};
 }
 
 /// A sound database in the existing file.
-std::unique_ptr<Connection> openDatabase(const std::string& file)
+std::unique_ptr<Database> openDatabase(const std::string& file)
 {
     std::error_code code;
     if (fs::is_directory(file, code))
@@ -58,16 +48,14 @@ std::unique_ptr<Connection> openDatabase(const std::string& file)
         throw Failure{kFailed, file + " is no regular file; name a detail database"};
     if (::access(file.c_str(), R_OK) != 0)
         throw Failure{kFailed, file + " cannot be read; check its permissions"};
-    char magic[16] = {};
-    std::ifstream(file, std::ios::binary).read(magic, sizeof magic);
-    if (std::string_view(magic, 15) != "SQLite format 3")
+    if (!korodbc::host::isDatabaseFile(file))
         throw Failure{
             kFailed, file + " is no detail database; name a file made with: korodbc export-style, export-process"};
     return openSound(file, {});
 }
 
 /// Throws unless the database has the tables of detail databases.
-void checkDetailTables(const std::string& file, Connection& database)
+void checkDetailTables(const std::string& file, Database& database)
 {
     for (const char* table : tablesOf5_1)
         if (database.table(KorString::fromUtf8(table)) == nullptr)
@@ -102,7 +90,7 @@ void checkBackup(const std::string& file, const Source& source)
     if (!fs::exists(file, code))
         throw Failure{kFailed, "there is no file " + file + "; name one that compact --backup or restore kept"};
     const auto database = openDatabase(file);
-    std::string error;
+    HostError error;
     const auto current = fs::exists(source.file, code) ? openToLook(source.file, error) : nullptr;
     bool fits = false;
     for (const auto describe : records::all()) {

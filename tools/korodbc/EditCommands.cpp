@@ -13,7 +13,8 @@
 #include <cstdio>
 #include <optional>
 
-using korodbc::host::lastError;
+using korodbc::host::HostError;
+using korodbc::host::lastFailure;
 
 namespace {
 
@@ -296,11 +297,11 @@ Edited edit(const EditOptions& options)
     if (!edited.underCopy) {
         KorDatabaseBatch batch;
         bool done = writeAtOnce(table, type, options, cell) == 1;
-        std::string reason = lastError();
+        HostError reason = lastFailure();
         if (options.closing == Closing::Cancel) {
             batch.undo();
         } else if (done && batch.end(1) != 1) {
-            reason = lastError();
+            reason = lastFailure();
             done = false;
         }
         if (!done)
@@ -321,13 +322,13 @@ Edited edit(const EditOptions& options)
             ? write(tableType, KorString::fromUtf8(options.key), cell, options.value, depth)
             : write(tableType, KorOdbcKey(*numberIn<int>(options.key)), cell, options.value, depth);
     const bool closed = written == 1 && close(dialog, options.closing) == 1;
-    std::string reason = lastError();
+    HostError reason = lastFailure();
     if (closed && (!batch || batch->end(1) == 1)) {
         edited.after = stored(table, type, options.key, cell);
         return edited;
     }
     if (closed)
-        reason = lastError();
+        reason = lastFailure();
     else if (batch)
         batch->undo();
     else if (dialog.cancel() != 1)

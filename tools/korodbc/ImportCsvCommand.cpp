@@ -245,7 +245,7 @@ std::vector<ImportColumn> columnsOf(const std::string& file, const CsvTable& tab
 void checkName(const std::string& name, const Source& source, bool replace)
 {
     if (trimmed(name) != name || name.empty() || hasControlCharacters(name) ||
-        name.find_first_of("[]") != std::string::npos || sameName(name.substr(0, 7), "sqlite_"))
+        name.find_first_of("[]") != std::string::npos || korodbc::host::isReservedName(name))
         throw Failure{kUsage, quote(name) + " cannot be the name of a table"};
     const std::string physical = KorDatabaseAccess::getTableName(KorString::fromUtf8(name)).toUtf8();
     if (!sameName(physical, name))
@@ -348,11 +348,12 @@ void store(const Source& source, const std::string& table, const std::vector<Imp
     KorDatabaseBatch batch;
     const bool filled =
         (!replaces || run(source, "DROP TABLE [" + table + "]")) && fill(source, table, columns, csv);
-    const std::string reason = korodbc::host::lastError(); // ending the batch has reasons of its own
+    const korodbc::host::HostError reason =
+        korodbc::host::lastFailure(); // ending the batch has reasons of its own
     const int stored = filled ? batch.end(1) : batch.undo();
     if (stored != 1)
         throw Failure{kFailed, "table " + table + " cannot be written into data source " + source.name +
-                                   advised(filled ? korodbc::host::lastError() : reason) +
+                                   advised(filled ? korodbc::host::lastFailure() : reason) +
                                    "; nothing was imported"};
 }
 

@@ -158,7 +158,7 @@ void listDrawingPrefixes(Format format)
 Failure notWritten()
 {
     return {kFailed, "nothing was written to the drawing's numbering prefixes" +
-                         advised(korodbc::host::lastError(), "Project")};
+                         advised(korodbc::host::lastFailure(), "Project")};
 }
 
 void addDrawingPrefix(const PrefixOptions& options)

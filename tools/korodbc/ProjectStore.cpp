@@ -10,6 +10,7 @@
 #include <set>
 
 using korodbc::host::lastError;
+using korodbc::host::lastFailure;
 
 namespace {
 
@@ -46,7 +47,7 @@ std::vector<std::string> names(const ProjectKind& kind, const ProjectDatabase& d
 void requireWritable(const RecordDescription& type, const ProjectDatabase& database)
 {
     if (KorDatabaseAccess::checkTable(database.dsn, type, true) != 1)
-        throw Failure{kFailed, "nothing was written to " + std::string(database.text) + advised(lastError())};
+        throw Failure{kFailed, "nothing was written to " + std::string(database.text) + advised(lastFailure())};
 }
 
 /// The open batch of a command that writes.
@@ -64,7 +65,7 @@ public:
     }
     Failure failure() const
     {
-        return {kFailed, "nothing was written to " + std::string(m_database.text) + advised(lastError())};
+        return {kFailed, "nothing was written to " + std::string(m_database.text) + advised(lastFailure())};
     }
 
 private:
@@ -351,7 +352,7 @@ std::string deleteRecord(const ProjectKind& kind, const ProjectDatabase& databas
                                    kind.command + " save " + quote(which) + " --xml FILE --database " +
                                    database.name};
     if (!isGone)
-        throw Failure{kFailed, what + " was not deleted" + advised(lastError())};
+        throw Failure{kFailed, what + " was not deleted" + advised(lastFailure())};
     writing.end();
     return what;
 }

@@ -10,9 +10,8 @@ void runRestore(const GlobalOptions& global, const RestoreOptions& options)
     if (source.file == ":memory:")
         throw Failure{kUsage, "data source " + source.name + " has no file; name another one with --source"};
     if (source.readOnly)
-        throw Failure{kFailed,
-                      "data source " + source.name +
-                          " is only read, as repository.toml says; write \"sqlite:\" there to restore it"};
+        throw Failure{kFailed, "data source " + source.name + " is only read, as repository.toml says; write \"" +
+                                   korodbc::host::connectionTo("") + "\" there to restore it"};
     refuseSameFile(options.file, source);
     checkBackup(options.file, source);
     const std::string before = restoreFrom(options.file, source);

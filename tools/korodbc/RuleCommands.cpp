@@ -56,7 +56,7 @@ KorString settingOf(const Source& source)
 
 Failure notKept()
 {
-    return {kFailed, "the setting was not written" + advised(korodbc::host::lastError(), "Configuration")};
+    return {kFailed, "the setting was not written" + advised(korodbc::host::lastFailure(), "Configuration")};
 }
 
 /// The source of that name; says where country add-ins come from when there is none.
@@ -263,7 +263,7 @@ void runExplode(const CommandLine& line, const ExplodeOptions& options)
     const StartedSession session(global);
     if (KorODBCExplodeSettings::setUsedExplodeSettingsDefault(on ? 1 : 0) != 1)
         throw Failure{kFailed, "the default C40_UseExplodeSettings was not written" +
-                                   advised(korodbc::host::lastError(), "Configuration")};
+                                   advised(korodbc::host::lastFailure(), "Configuration")};
     std::puts(usedText().c_str());
 }
 

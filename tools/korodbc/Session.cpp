@@ -125,13 +125,13 @@ Session::~Session()
 void Session::recover()
 {
     if (KorOdbcDSNDefinitions::initOEDbConnections() != 1)
-        throw Failure{kNoRepository, "the database engine cannot be used" + advised(lastError(), "Configuration")};
+        throw Failure{kNoRepository, "the database engine cannot be used" + advised(lastFailure(), "Configuration")};
     for (const Source& source : allSources())
         if (holdsDetails(source.dsn) && !canBeUsed(source))
-            m_unusable.push_back(lastError() + remedy(lastError(), source.name));
+            m_unusable.push_back(lastError() + remedy(lastFailure(), source.name));
     m_broughtBack = copiesLeftBehind();
     const bool initialized = KorOdbcMan::initializeTables() == 1;
-    m_reason = lastError();
+    m_reason = lastFailure();
     m_stuck = copiesLeftBehind();
     std::erase_if(m_broughtBack, [&](const LeftBehind& before) {
         return std::any_of(m_stuck.begin(), m_stuck.end(), [&](const LeftBehind& after) {
@@ -140,7 +140,7 @@ void Session::recover()
     });
     std::erase_if(m_stuck, [](const LeftBehind& copy) { return !copy.holder.empty(); });
     if (initialized && m_stuck.empty())
-        m_reason.clear();
+        m_reason = {};
 }
 
 std::vector<Source> allSources()
@@ -188,7 +188,7 @@ Source sourceNamed(const std::string& name, bool evenBroken)
         if (!isIt)
             continue;
         if (!evenBroken && !canBeUsed(source))
-            throw Failure{kNoRepository, lastError() + remedy(lastError(), source.name)};
+            throw Failure{kNoRepository, lastError() + remedy(lastFailure(), source.name)};
         return source;
     }
     throw Failure{kNotFound, "there is no data source " + quote(name) + nearest(name, names) +

@@ -70,7 +70,7 @@ public:
     const std::vector<LeftBehind>& broughtBack() const { return m_broughtBack; }
     /// What it could not bring back, and why.
     const std::vector<LeftBehind>& stuck() const { return m_stuck; }
-    const std::string& reason() const { return m_reason; }
+    const korodbc::host::HostError& reason() const { return m_reason; }
     /// Why databases that edits are recovered in cannot be used.
     const std::vector<std::string>& unusable() const { return m_unusable; }
 
@@ -78,7 +78,7 @@ private:
     void recover();
     std::vector<LeftBehind> m_broughtBack, m_stuck;
     std::vector<std::string> m_unusable;
-    std::string m_reason;
+    korodbc::host::HostError m_reason;
 };
 
 /// The data sources of the repository, opened or not.

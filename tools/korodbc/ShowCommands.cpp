@@ -157,11 +157,11 @@ void runSources(const GlobalOptions& global)
                               state.usable ? std::to_string(state.tables) : "-", state.connection,
                               state.usable ? "ok" : "cannot be used"});
         if (!state.usable && error.empty())
-            error = state.error;
+            error = state.error + remedy({state.trouble, state.error});
     }
     printText(sheet);
     if (!error.empty())
-        throw Failure{kNoRepository, error + remedy(error)};
+        throw Failure{kNoRepository, error};
 }
 
 void runTables(const GlobalOptions& global, const std::string& sourceName)

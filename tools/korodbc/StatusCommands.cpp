@@ -31,7 +31,7 @@ std::string printBroken(int& usable, int& all)
         if (state.usable)
             continue;
         std::printf("Cannot be used: %s\n", state.error.c_str());
-        error = state.error + remedy(state.error, state.name);
+        error = state.error + remedy({state.trouble, state.error}, state.name);
     }
     for (const Source& source : usableSources()) {
         try {
@@ -144,14 +144,15 @@ void runRecover(const GlobalOptions& global, bool discard)
     }
     if (!session.stuck().empty() && !discard) {
         // only a copy that will not come back at a better time is worth putting aside
-        const std::string reason = session.reason().empty() ? "the copy does not fit the table" : session.reason();
-        const Trouble trouble = troubleOf(reason);
-        const bool forGood =
-            trouble == Trouble::Unknown || trouble == Trouble::Layout || trouble == Trouble::Damaged;
+        const HostError reason = session.reason().text.empty()
+                                     ? HostError{FailureKind::Layout, "the copy does not fit the table"}
+                                     : session.reason();
+        const bool forGood = reason.kind == FailureKind::Refused || reason.kind == FailureKind::Layout ||
+                             reason.kind == FailureKind::Damaged;
         throw Failure{
             kFailed,
             "what an unfinished edit left cannot be brought back: " + tablesOf(session.stuck()) +
-                (forGood ? ": " + reason + "; to go on with the tables as they are: korodbc recover --discard"
+                (forGood ? ": " + reason.text + "; to go on with the tables as they are: korodbc recover --discard"
                          : advised(reason))};
     }
     for (const LeftBehind& copy : session.stuck()) {
@@ -159,7 +160,7 @@ void runRecover(const GlobalOptions& global, bool discard)
         KorString aside;
         const auto type = static_cast<KorOdbcMan::eTableType>(copy.type);
         if (KorOdbcMan::putCopyAside(type, static_cast<KorOdbcMan::eCopyDepth>(copy.depth), aside) != 1)
-            throw Failure{kFailed, "copy " + copyPlace(copy) + " cannot be put aside" + advised(lastError())};
+            throw Failure{kFailed, "copy " + copyPlace(copy) + " cannot be put aside" + advised(lastFailure())};
         std::printf("Put aside: %s, as table %s; %s stays as it is.\n", copyPlace(copy).c_str(),
                     aside.toUtf8().c_str(), copy.table.c_str());
     }

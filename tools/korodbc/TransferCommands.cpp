@@ -27,18 +27,18 @@ std::string transferError(Detail kind, const std::string& what)
 {
     KorString message;
     Exports::GetErrorMessage(message, 1);
-    const std::string reason = korodbc::host::lastError();
+    const korodbc::host::HostError& reason = korodbc::host::lastFailure();
     if (message.isEmpty())
         return what + advised(reason);
     const std::string text = what + ": " + message.toUtf8() + (message.endsWith(L"!") ? "" : "!");
     if (message.find(L"older than") >= 0)
         return text + " Bring the database up to version 5.1 first";
-    if (message.find(L"dependencies") >= 0 && !reason.empty())
-        return text + " (" + reason + ")" + remedy(reason);
+    if (message.find(L"dependencies") >= 0 && !reason.text.empty())
+        return text + " (" + reason.text + ")" + remedy(reason);
     if (message.find(L"dependencies") >= 0)
         return text + " A row that it refers to, or a detail master, is missing; see: korodbc tree" +
                (kind == Detail::Process ? " --process" : "");
-    return text + (reason.empty() ? "" : " (" + reason + ")") + remedy(reason);
+    return text + (reason.text.empty() ? "" : " (" + reason.text + ")") + remedy(reason);
 }
 
 std::string absolute(const std::string& file)
@@ -72,9 +72,9 @@ class AttachedFile {
 public:
     AttachedFile(eDSN dsn, const std::string& file) : m_kept(dsn, file)
     {
-        const std::string connection = korodbc::host::ConnectionTarget::readOnlyScheme + absolute(file);
+        const std::string connection = korodbc::host::connectionTo(absolute(file), true);
         if (KorDatabaseAccess::setConnectionString(dsn, KorString::fromUtf8(connection)) != 1)
-            throw Failure{kFailed, file + " cannot be attached" + advised(korodbc::host::lastError())};
+            throw Failure{kFailed, file + " cannot be attached" + advised(korodbc::host::lastFailure())};
     }
 
 private:
@@ -265,7 +265,7 @@ Moved exportDetail(const ExportOptions& options)
         making.emplace(absolute(options.file));
     const std::string file = isNew ? making->path().string() : options.file;
     const std::string what = kind.shortNoun + " " + quote(options.name) + " was not exported";
-    if (isNew && !making->error().empty())
+    if (isNew && !making->error().text.empty())
         throw Failure{kFailed, what + advised(making->error())};
     {
         const KeptConnection kept(dsn, file);
@@ -274,9 +274,9 @@ Moved exportDetail(const ExportOptions& options)
         transfer.end(Exports::exportDetail(kind.type, KorOdbcKey(detail.key), source.dsn, source.index,
                                            KorString::fromUtf8(file)));
     }
-    std::string error;
+    korodbc::host::HostError error;
     if (isNew && making->place(error) != NewPath::Placed::Yes)
-        throw Failure{kFailed, what + ": " + error + "; another program made it; try again"};
+        throw Failure{kFailed, what + ": " + error.text + "; another program made it; try again"};
     Moved moved{detail.name,
                 detail.name,
                 source.name,

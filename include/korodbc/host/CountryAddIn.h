@@ -8,7 +8,7 @@ namespace korodbc::host {
 struct CountryAddIn {
     std::string id;
     std::string name;
-    std::string connection; // "sqlite:addins/norway.db"
+    std::string connection; // as connectionTo() has it, in the folder of the repository
 };
 
 } // namespace korodbc::host

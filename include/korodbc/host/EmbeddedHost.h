@@ -1,5 +1,6 @@
 #pragma once
 
+#include <korodbc/host/HostError.h>
 #include <korodbc/host/Observer.h>
 #include <korodbc/host/RepositoryBuilder.h>
 
@@ -7,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// The embedded host: opens a repository of SQLite databases and puts it behind the table access service. Errors
+/// The embedded host: opens a repository of database files and puts it behind the table access service. Errors
 /// come back as text for a person; nothing is thrown.
 namespace korodbc::host {
 
@@ -26,6 +27,13 @@ void closeRepository();
 
 /// Why the last failed operation of the table access service failed; empty when unknown.
 std::string lastError();
+/// The same with its kind.
+const HostError& lastFailure();
+
+/// The connection string of a database file; `onlyRead`: no byte of it changes.
+std::string connectionTo(const std::string& file, bool onlyRead = false);
+/// True for names that no table of a user can have.
+bool isReservedName(const std::string& table);
 
 /// What reads found missing since the last call, one line each: a table that is in none of its data sources, a
 /// column, a row that cannot be read. The reads went on with what there is, as a table without such rows.
@@ -38,7 +46,8 @@ struct SourceState {
     std::string name;       // data source, and add-in
     std::string connection; // connection string
     bool usable;
-    std::string error; // why it cannot be used
+    std::string error;                       // why it cannot be used
+    FailureKind trouble = FailureKind::None; // the kind of it
     int tables;
 };
 std::vector<SourceState> sources();

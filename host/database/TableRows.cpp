@@ -1,5 +1,5 @@
-#include "tables/RecordCache.h"
-#include "tables/Table.h"
+#include "database/RecordCache.h"
+#include "database/Table.h"
 
 #include <algorithm>
 
@@ -80,20 +80,25 @@ bool Table::insertRecord(const RecordDescription& type, const Value& key, const 
         return false;
     Statement*& statement = m_stores[{&type, items * 2 + 1}];
     if (statement == nullptr)
-        statement = m_connection.prepare(storeText(type, layout, items, true));
+        statement = m_database.prepare(storeText(type, layout, items, true));
     if (statement == nullptr)
         return false;
-    const Connection::OwnWrite own(m_connection);
+    const Database::OwnWrite own(m_database);
     statement->bind(1, key);
     bindRecord(*statement, type, layout, items, record, 2);
-    if (!m_connection.finish(*statement))
+    if (!m_database.finish(*statement))
         return false;
-    const std::int64_t row = sqlite3_last_insert_rowid(m_connection.handle());
     if (const auto* number = std::get_if<std::int64_t>(&key))
         keyTaken(*number);
     const long counted = type.itemCount < 0 ? items : type.at(type.itemCount)->integer(record);
     const bool asStored = (!type.numbered.exists() || counted == items) &&
                           (type.key < 0 || type.hasTextKey() || key == Value(std::int64_t{type.keyOf(record)}));
+    const std::vector<Touched::Rows>& rows = statement->touched().rows;
+    if (rows.empty() || rowId().empty()) {
+        allChanged();
+        return true;
+    }
+    const std::int64_t row = rows.back().ids.back();
     for (auto& [cached, cache] : m_caches) {
         if (cached == &type && asStored)
             cache->appended(row, record);
@@ -111,12 +116,12 @@ bool Table::updateRecord(const RecordDescription& type, const Value& key, const 
         return false;
     Statement*& statement = m_stores[{&type, items * 2}];
     if (statement == nullptr)
-        statement = m_connection.prepare(storeText(type, layout, items, false));
+        statement = m_database.prepare(storeText(type, layout, items, false));
     if (statement == nullptr)
         return false;
     bindRecord(*statement, type, layout, items, record, 1);
-    statement->bind(sqlite3_bind_parameter_count(statement->handle()), key);
-    return wrote(m_connection.finish(*statement) && sqlite3_changes(m_connection.handle()) > 0);
+    statement->bind(statement->parameters(), key);
+    return wrote(m_database.finish(*statement) && statement->touched().count > 0);
 }
 
 bool Table::insertCells(const Value& key, const std::map<int, Value>& cells)
@@ -135,14 +140,14 @@ bool Table::insertCells(const Value& key, const std::map<int, Value>& cells)
         marks += zeroOf(column);
     }
     Statement* insert =
-        m_connection.prepare("INSERT INTO " + m_bracketedName + " (" + names + ") VALUES (" + marks + ")");
+        m_database.prepare("INSERT INTO " + m_bracketedName + " (" + names + ") VALUES (" + marks + ")");
     if (insert == nullptr)
         return false;
     int position = 1;
     insert->bind(position++, key);
     for (const auto& [column, value] : cells)
         insert->bind(position++, value);
-    if (!wrote(m_connection.finish(*insert)))
+    if (!wrote(m_database.finish(*insert)))
         return false;
     if (const auto* number = std::get_if<std::int64_t>(&key))
         keyTaken(*number);
@@ -156,25 +161,25 @@ bool Table::updateCells(const Value& key, int keyColumnIndex, const std::map<int
         text += (column == cells.begin()->first ? "" : ", ") +
                 bracketed(columnNames()[static_cast<std::size_t>(column)]) + " = ?";
     text += " WHERE " + bracketed(columnNames()[static_cast<std::size_t>(keyColumnIndex)]) + " = ?";
-    Statement* update = m_connection.prepare(text);
+    Statement* update = m_database.prepare(text);
     if (update == nullptr)
         return false;
     int position = 1;
     for (const auto& [column, value] : cells)
         update->bind(position++, value);
     update->bind(position, key);
-    return wrote(m_connection.finish(*update) && sqlite3_changes(m_connection.handle()) > 0);
+    return wrote(m_database.finish(*update) && update->touched().count > 0);
 }
 
 bool Table::deleteRow(const Value& key, int keyColumnIndex)
 {
     Statement* erase =
-        m_connection.prepare("DELETE FROM " + m_bracketedName + " WHERE " +
-                             bracketed(columnNames()[static_cast<std::size_t>(keyColumnIndex)]) + " = ?");
+        m_database.prepare("DELETE FROM " + m_bracketedName + " WHERE " +
+                           bracketed(columnNames()[static_cast<std::size_t>(keyColumnIndex)]) + " = ?");
     if (erase == nullptr)
         return false;
     erase->bind(1, key);
-    return wrote(m_connection.finish(*erase) && sqlite3_changes(m_connection.handle()) > 0);
+    return wrote(m_database.finish(*erase) && erase->touched().count > 0);
 }
 
 bool Table::wrote(bool stored)
@@ -194,7 +199,7 @@ bool Table::refused(const RecordDescription& type, const Layout& layout, long it
               " items, the numbered columns hold " + std::to_string(layout.numberedItems);
     if (why.empty())
         return false;
-    m_connection.setError(why);
+    m_database.setError(why, FailureKind::Layout);
     return true;
 }
 

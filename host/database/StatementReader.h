@@ -1,7 +1,7 @@
 #pragma once
 
-#include "sqlite/Statement.h"
-#include "sqlite/StatementPattern.h"
+#include "database/StatementPattern.h"
+#include "engine/Value.h"
 
 #include <string>
 #include <string_view>
@@ -64,5 +64,12 @@ private:
     int m_depth = 0;
     bool m_refused = false;
 };
+
+/// Splits the literals off an INSERT, UPDATE or DELETE, so that statements that differ in their values only are
+/// prepared once. Returns false when the text has to run as it is: unless it is one of the shapes that
+/// StatementReader knows, where a literal is nothing but its value (a real the nearest double).
+bool splitLiterals(std::wstring_view sql, std::string& pattern, std::vector<Value>& values);
+/// The same for the condition of a look-up, without the word WHERE.
+bool splitCondition(std::wstring_view condition, std::string& pattern, std::vector<Value>& values);
 
 } // namespace korodbc::host

@@ -1,6 +1,6 @@
-#include "tables/Layout.h"
+#include "database/Layout.h"
 
-#include "tables/Table.h"
+#include "database/Table.h"
 
 #include <algorithm>
 

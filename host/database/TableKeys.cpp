@@ -1,5 +1,5 @@
-#include "tables/RecordCache.h"
-#include "tables/Table.h"
+#include "database/RecordCache.h"
+#include "database/Table.h"
 
 #include <algorithm>
 
@@ -26,7 +26,8 @@ bool Table::isRowId(int column)
 
 bool Table::readsEveryKey(const RecordDescription& type)
 {
-    return type.key < 0 || (!type.hasTextKey() && isRowId(layout(type).columns[static_cast<std::size_t>(type.key)]));
+    return type.key < 0 ||
+           (!type.hasTextKey() && isRowId(layout(type).columns[static_cast<std::size_t>(type.key)]));
 }
 
 /// A row whose key no record can have.
@@ -40,11 +41,11 @@ std::string Table::keyMisfit(const RecordDescription& type)
     const std::string range = " NOT BETWEEN " + std::to_string(smallestKey) + " AND " + std::to_string(largestKey);
     std::string found;
     const auto holds = [&](const std::string& question, const char* what) {
-        Statement* select = found.empty() ? m_connection.prepare(question) : nullptr;
+        Statement* select = found.empty() ? m_database.prepare(question) : nullptr;
         if (select == nullptr)
             return;
         const StatementRun run(*select);
-        if (select->step() == SQLITE_ROW)
+        if (select->step() == Step::Row)
             found = "table " + shown(m_name) + ": the column " + shown(name) +
                     (select->isNull(0) ? " is empty in a row" : " holds " + shown(select->bytes(0)) + what);
     };
@@ -70,11 +71,11 @@ std::int64_t Table::freeKey()
     const std::string name = bracketed(columnNames()[static_cast<std::size_t>(column)]);
     const std::string key = isRowId(column) ? name : "CAST(" + name + " AS INTEGER)";
     if (m_keysChanged) {
-        Statement* select = m_connection.prepare("SELECT max(" + key + ") FROM " + m_bracketedName);
+        Statement* select = m_database.prepare("SELECT max(" + key + ") FROM " + m_bracketedName);
         if (select == nullptr)
             return 0;
         const StatementRun run(*select);
-        if (select->step() != SQLITE_ROW)
+        if (select->step() != Step::Row)
             return 0;
         keyTaken(std::min(select->integer(0), largestKey));
         m_keysChanged = false;
@@ -85,23 +86,23 @@ std::int64_t Table::freeKey()
 std::int64_t Table::freeKeyInAGap(const std::string& key)
 {
     // 1: is that key taken, 2: the largest key whose successor is free
-    Statement* taken = m_connection.prepare("SELECT 1 FROM " + m_bracketedName + " WHERE " + key + " = ?");
+    Statement* taken = m_database.prepare("SELECT 1 FROM " + m_bracketedName + " WHERE " + key + " = ?");
     Statement* below =
-        m_connection.prepare("SELECT " + key + " FROM " + m_bracketedName + " WHERE " + key +
-                             " BETWEEN 1 AND ? AND " + key + " + 1 NOT IN (SELECT " + key + " FROM " +
-                             m_bracketedName + " WHERE " + key + " IS NOT NULL) ORDER BY 1 " + "DESC LIMIT 1");
+        m_database.prepare("SELECT " + key + " FROM " + m_bracketedName + " WHERE " + key +
+                           " BETWEEN 1 AND ? AND " + key + " + 1 NOT IN (SELECT " + key + " FROM " +
+                           m_bracketedName + " WHERE " + key + " IS NOT NULL) ORDER BY 1 " + "DESC LIMIT 1");
     if (taken == nullptr || below == nullptr)
         return 0;
     const auto isFree = [&](std::int64_t number) {
         const StatementRun run(*taken);
         taken->bind(1, number);
-        return taken->step() == SQLITE_DONE;
+        return taken->step() == Step::Done;
     };
     if (m_gapKey > 0 && m_gapKey < largestKey - 1 && isFree(m_gapKey + 1))
         return m_gapKey + 1;
     const StatementRun run(*below);
     below->bind(1, largestKey - 1);
-    if (below->step() == SQLITE_ROW)
+    if (below->step() == Step::Row)
         return below->integer(0) + 1;
     return isFree(1) ? 1 : 0;
 }
@@ -125,12 +126,12 @@ void Table::keysUndone()
 bool Table::hasKey(const Value& key, int column)
 {
     const std::string name = bracketed(columnNames()[static_cast<std::size_t>(column)]);
-    Statement* select = m_connection.prepare("SELECT 1 FROM " + m_bracketedName + " WHERE " + name + " = ?");
+    Statement* select = m_database.prepare("SELECT 1 FROM " + m_bracketedName + " WHERE " + name + " = ?");
     if (select == nullptr)
         return false;
     const StatementRun run(*select);
     select->bind(1, key);
-    return select->step() == SQLITE_ROW;
+    return select->step() == Step::Row;
 }
 
 } // namespace korodbc::host

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "sqlite/Connection.h"
-#include "tables/Layout.h"
+#include "database/Database.h"
+#include "database/Layout.h"
+#include "engine/Names.h"
 
 #include <korodbc/records/RecordDescription.h>
 #include <korodbc/repository/KorCellData.h>
@@ -26,26 +27,15 @@ constexpr std::int64_t largestKey = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t smallestKey = std::numeric_limits<std::int32_t>::min();
 constexpr bool fitsKey(std::int64_t number) { return number >= smallestKey && number <= largestKey; }
 
-struct TableColumn {
-    std::string name;
-    std::string declaration; // "INTEGER", "VARCHAR(255)"
-    KorItemType::BaseTypes type;
-    int inPrimaryKey = 0; // position in the primary key, counted from 1; 0: no part of it
-    bool notNull = false, hasDefault = false, computed = false;
-
-    /// True when a row cannot leave the cell out.
-    bool required() const { return notNull && !hasDefault && !computed; }
-};
-
 /// One table of an open database: its columns, its free keys, its cached records.
 class Table {
 public:
-    Table(Connection& connection, std::string name);
+    Table(Database& connection, std::string name);
     ~Table();
     Table(const Table&) = delete;
     Table& operator=(const Table&) = delete;
 
-    Connection& connection() { return m_connection; }
+    Database& database() { return m_database; }
     const std::string& name() const { return m_name; }
     const std::string& bracketedName() const { return m_bracketedName; }
 
@@ -98,7 +88,7 @@ public:
     bool updateCells(const Value& key, int keyColumn, const std::map<int, Value>& cells);
     bool deleteRow(const Value& key, int keyColumn);
     /// True when the writes of a row may wait for one another: nothing but a missing value could refuse them.
-    bool mayWait() { return rules().mayWait; }
+    bool mayWait() { return !rules().mayRefuse; }
     /// True when a write can remove other rows, unseen.
     bool replacesRows() { return rules().replacesRows; }
 
@@ -116,11 +106,7 @@ public:
     void schemaChanged();
 
 private:
-    struct Rules {
-        bool mayWait = true;
-        bool replacesRows = false;
-    };
-    const Rules& rules();
+    const TableRules& rules();
     Layout& knownLayout(const RecordDescription& type);
     /// True when every key is good that the records could be read with: a number of its own in each row.
     bool readsEveryKey(const RecordDescription& type);
@@ -135,14 +121,14 @@ private:
     /// A write of the host's own ran; the engine names no rows of a table without row ids.
     bool wrote(bool stored);
 
-    Connection& m_connection;
+    Database& m_database;
     std::string m_name;
     std::string m_bracketedName;
     std::vector<TableColumn> m_columns;
     std::vector<std::string> m_columnNames;
     std::optional<std::string> m_rowId;
     std::optional<std::string> m_rowOrder;
-    std::optional<Rules> m_rules;
+    std::optional<TableRules> m_rules;
     std::unordered_map<const RecordDescription*, Layout> m_layouts;
     std::unordered_map<const RecordDescription*, std::unique_ptr<RecordCache>> m_caches;
     std::map<std::pair<const RecordDescription*, long>, Statement*> m_stores; // by type and 2 * items + insert
@@ -152,13 +138,8 @@ private:
     bool m_knowsReferred = false;
 };
 
-/// "[name]"; a name that holds a closing bracket stands between double quotes instead.
-std::string bracketed(std::string_view name);
-/// ASCII letters in lower case.
-std::string lowerCase(std::string_view text);
-KorItemType::BaseTypes typeOfDeclaration(std::string_view declaration);
 Value valueOf(const KorCellData& cell);
 /// The value of a cell; a whole number beyond an int as the text of its digits.
-KorCellData cellOf(Statement& statement, int column);
+KorCellData cellOf(const Statement& statement, int column);
 
 } // namespace korodbc::host

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <korodbc/host/HostError.h>
+
 #include <set>
 #include <string>
 #include <string_view>
@@ -7,20 +9,18 @@
 
 namespace korodbc::host {
 
-/// Claims on the tables of one database file: who edits which table under copies. A claim is a lock of the
-/// operating system on a byte of a file beside the database, so it ends with its program, however that ends; the
-/// file says in words who holds what, and goes with the last claim.
+/// Claims on the tables of one database: who edits which table under copies. An engine gives the locks behind
+/// them, which end with their program, however that ends.
 class Claims {
 public:
-    /// For a database in memory, ":memory:", every claim is free.
-    explicit Claims(const std::string& database);
-    ~Claims();
+    virtual ~Claims() = default;
+    Claims() = default;
     Claims(const Claims&) = delete;
     Claims& operator=(const Claims&) = delete;
 
     /// Takes the claim on a table; true also when it is held already. On failure `reason` says, behind the name
     /// of the table, who has it or why it cannot be taken.
-    bool take(const std::string& table, std::string& reason);
+    bool take(const std::string& table, HostError& reason);
     void giveBack(const std::string& table);
     bool holds(const std::string& table) const { return m_held.contains(nameOf(table)); }
     /// A claim that is to be given back when the batch is stored, unless it is wanted again before.
@@ -34,19 +34,20 @@ public:
     /// "is being edited by ...", behind the name of a table.
     static std::string heldBy(const Claim& claim);
     /// The claims that other programs hold now.
-    std::vector<Claim> ofOthers() const;
+    virtual std::vector<Claim> ofOthers() const = 0;
 
     /// The table that a claim on this name is about: of a copy, the table that was copied.
     static std::string nameOf(std::string_view table);
 
-private:
-    enum class Lock { Taken, Refused, Again };
-    Lock lock(const std::string& name, std::string& reason);
-    bool open(std::string& reason);
-    void close();
+protected:
+    bool holdsAny() const { return !m_held.empty(); }
 
-    const std::string m_file; // empty: in memory
-    int m_handle = -1;
+private:
+    /// Takes the lock of that name, which stands for the table, or says why not. Called for names not held.
+    virtual bool lock(const std::string& name, const std::string& table, HostError& reason) = 0;
+    /// Gives a lock back; holdsAny() says whether others remain.
+    virtual void unlock(const std::string& name) = 0;
+
     std::set<std::string> m_held, m_leaving; // by nameOf
 };
 

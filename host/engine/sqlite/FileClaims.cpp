@@ -1,8 +1,4 @@
-#include "sqlite/Claims.h"
-
-#include "tables/Table.h"
-
-#include <korodbc/repository/KorTableCopies.h>
+#include "engine/sqlite/FileClaims.h"
 
 #include <cerrno>
 #include <chrono>
@@ -102,43 +98,21 @@ std::map<std::string, Claims::Claim> linesOf(int handle)
 
 } // namespace
 
-std::string Claims::nameOf(std::string_view table)
+FileClaims::FileClaims(const std::string& database) : m_file(fileBeside(database)) {}
+
+FileClaims::~FileClaims()
 {
-    static const std::vector<std::string> copies = [] {
-        std::vector<std::string> names;
-        for (const wchar_t* suffix : KorTableCopies::suffixes)
-            names.push_back(lowerCase(KorString(suffix).toUtf8()));
-        return names;
-    }();
-    const std::string name = lowerCase(table);
-    for (const std::string& copy : copies) {
-        if (name.size() > copy.size() && name.ends_with(copy))
-            return name.substr(0, name.size() - copy.size());
-    }
-    return name;
+    if (m_handle >= 0)
+        leave();
 }
 
-std::string Claims::heldBy(const Claim& claim)
-{
-    return "is being edited by " + claim.holder + "; try again when that edit is closed";
-}
-
-Claims::Claims(const std::string& database) : m_file(fileBeside(database)) {}
-
-Claims::~Claims()
-{
-    for (const std::string& name : std::set<std::string>(m_held))
-        giveBack(name);
-    close();
-}
-
-bool Claims::open(std::string& reason)
+bool FileClaims::open(HostError& reason)
 {
     if (m_handle >= 0)
         return true;
     m_handle = ::open(m_file.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
     if (m_handle < 0) {
-        reason = "cannot be claimed: " + m_file + ": " + std::strerror(errno);
+        reason = {failureOfSystem(errno), "cannot be claimed: " + m_file + ": " + std::strerror(errno)};
         return false;
     }
     // whoever may write the database may claim its tables
@@ -148,19 +122,19 @@ bool Claims::open(std::string& reason)
     return true;
 }
 
-void Claims::close()
+void FileClaims::close()
 {
     if (m_handle >= 0)
         ::close(m_handle);
     m_handle = -1;
 }
 
-Claims::Lock Claims::lock(const std::string& name, std::string& reason)
+FileClaims::Lock FileClaims::tryLock(const std::string& name, HostError& reason)
 {
     struct flock region = regionOf(F_WRLCK, placeOf(name), 1);
     if (::fcntl(m_handle, F_OFD_SETLK, &region) != 0) {
         if (errno != EAGAIN && errno != EACCES) {
-            reason = "cannot be claimed: " + m_file + ": " + std::strerror(errno);
+            reason = {failureOfSystem(errno), "cannot be claimed: " + m_file + ": " + std::strerror(errno)};
             return Lock::Refused;
         }
         region = regionOf(F_WRLCK, placeOf(name), 1);
@@ -170,7 +144,7 @@ Claims::Lock Claims::lock(const std::string& name, std::string& reason)
         const auto holder = lines.find(name);
         if (holder == lines.end())
             return Lock::Again; // just taken
-        reason = heldBy(holder->second);
+        reason = {FailureKind::Edited, heldBy(holder->second)};
         return Lock::Refused;
     }
     // a claim on a file that is gone is none
@@ -182,49 +156,45 @@ Claims::Lock Claims::lock(const std::string& name, std::string& reason)
     return Lock::Again;
 }
 
-bool Claims::take(const std::string& table, std::string& reason)
+bool FileClaims::lock(const std::string& name, const std::string& table, HostError& reason)
 {
-    const std::string name = nameOf(table);
-    if (m_held.contains(name))
+    if (m_file.empty())
         return true;
-    if (!m_file.empty()) {
-        Lock result = Lock::Again;
-        for (int tries = 0; result == Lock::Again; ++tries) {
-            if (tries > 0)
-                std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            if (tries == mostTries)
-                reason = heldBy({table, "another program"});
-            if (tries == mostTries || !open(reason))
-                break;
-            result = lock(name, reason);
-        }
-        if (result != Lock::Taken) {
-            if (m_held.empty())
-                close();
-            return false;
-        }
-        const std::string line = singleField(table) + "\t" + thisProgram() + "\n";
-        if (::write(m_handle, line.data(), line.size()) != static_cast<ssize_t>(line.size())) {
-            reason = "cannot be claimed: " + m_file + ": " + std::strerror(errno);
-            m_held.insert(name);
-            giveBack(name);
-            return false;
-        }
+    Lock result = Lock::Again;
+    for (int tries = 0; result == Lock::Again; ++tries) {
+        if (tries > 0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        if (tries == mostTries)
+            reason = {FailureKind::Edited, heldBy({table, "another program"})};
+        if (tries == mostTries || !open(reason))
+            break;
+        result = tryLock(name, reason);
     }
-    m_held.insert(name);
-    return true;
+    if (result != Lock::Taken) {
+        if (!holdsAny())
+            close();
+        return false;
+    }
+    const std::string line = singleField(table) + "\t" + thisProgram() + "\n";
+    if (::write(m_handle, line.data(), line.size()) == static_cast<ssize_t>(line.size()))
+        return true;
+    reason = {failureOfSystem(errno), "cannot be claimed: " + m_file + ": " + std::strerror(errno)};
+    unlock(name);
+    return false;
 }
 
-void Claims::giveBack(const std::string& table)
+void FileClaims::unlock(const std::string& name)
 {
-    const std::string name = nameOf(table);
-    m_leaving.erase(name);
-    if (m_held.erase(name) == 0 || m_handle < 0)
+    if (m_handle < 0)
         return;
     struct flock region = regionOf(F_UNLCK, placeOf(name), 1);
     ::fcntl(m_handle, F_OFD_SETLK, &region);
-    if (!m_held.empty())
-        return;
+    if (!holdsAny())
+        leave();
+}
+
+void FileClaims::leave()
+{
     // nobody holds a claim: the file can go, and nobody takes one while it goes
     struct flock all = regionOf(F_WRLCK, 0, 0);
     if (::fcntl(m_handle, F_OFD_SETLK, &all) == 0)
@@ -232,15 +202,7 @@ void Claims::giveBack(const std::string& table)
     close();
 }
 
-void Claims::setLeaving(const std::string& table, bool leaving)
-{
-    if (leaving)
-        m_leaving.insert(nameOf(table));
-    else
-        m_leaving.erase(nameOf(table));
-}
-
-std::vector<Claims::Claim> Claims::ofOthers() const
+std::vector<Claims::Claim> FileClaims::ofOthers() const
 {
     std::vector<Claim> claims;
     if (m_file.empty())

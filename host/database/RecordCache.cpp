@@ -1,6 +1,6 @@
-#include "tables/RecordCache.h"
+#include "database/RecordCache.h"
 
-#include "tables/Table.h"
+#include "database/Table.h"
 
 #include <algorithm>
 #include <charconv>
@@ -49,33 +49,30 @@ bool readText(std::string_view text, Number& field)
     return readReal(value, field);
 }
 
-/// What is no whole number in its column; NULL leaves the field at its default.
+/// What is no number in its cell; NULL leaves the field at its default.
 template <class Number>
-bool readOther(const Statement& statement, int at, int type, Number& field, bool required)
+bool readOther(const Statement::Cell& cell, Number& field, bool required)
 {
-    if (type == SQLITE_NULL)
+    if (cell.type == Statement::CellType::Null)
         return !required;
-    return type == SQLITE_FLOAT ? readReal(statement.real(at), field) : readText(statement.bytes(at), field);
+    return cell.type == Statement::CellType::Real ? readReal(cell.real, field) : readText(cell.text, field);
 }
 
 bool readNumber(const Statement& statement, int at, int& field, bool required)
 {
-    // asked once for a cell and twice for the value in it: this runs for every cell that is read
-    sqlite3_value* const cell = sqlite3_column_value(statement.handle(), at);
-    if (const int type = sqlite3_value_type(cell); type != SQLITE_INTEGER)
-        return readOther(statement, at, type, field, required);
-    const std::int64_t value = sqlite3_value_int64(cell);
-    field = static_cast<int>(value);
-    return field == value;
+    const Statement::Cell& cell = statement.cell(at);
+    if (cell.type != Statement::CellType::Integer)
+        return readOther(cell, field, required);
+    field = static_cast<int>(cell.integer);
+    return field == cell.integer;
 }
 
 bool readNumber(const Statement& statement, int at, double& field, bool required)
 {
-    sqlite3_value* const cell = sqlite3_column_value(statement.handle(), at);
-    const int type = sqlite3_value_type(cell);
-    if (type != SQLITE_FLOAT && type != SQLITE_INTEGER)
-        return readOther(statement, at, type, field, required);
-    field = sqlite3_value_double(cell);
+    const Statement::Cell& cell = statement.cell(at);
+    if (cell.type != Statement::CellType::Real && cell.type != Statement::CellType::Integer)
+        return readOther(cell, field, required);
+    field = cell.type == Statement::CellType::Real ? cell.real : static_cast<double>(cell.integer);
     return true;
 }
 } // namespace
@@ -139,17 +136,13 @@ bool RecordCache::decode(Statement& statement, const Layout& layout, void* recor
             break;
         case FieldKind::Text: {
             LastText& last = m_lastTexts[i];
-            sqlite3_value* const cell = sqlite3_column_value(statement.handle(), at);
-            const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(cell));
-            const std::string_view bytes(text == nullptr ? "" : text,
-                                         text == nullptr ? 0
-                                                         : static_cast<std::size_t>(sqlite3_value_bytes(cell)));
+            const std::string_view bytes = statement.bytes(at);
             if (last.bytes != bytes) {
                 last.bytes = bytes;
                 last.text = KorString::fromUtf8(bytes);
             }
             *static_cast<KorString*>(field) = last.text;
-            fits = text != nullptr || !m_fields[i].required;
+            fits = !m_fields[i].required || !statement.isNull(at);
             break;
         }
         }
@@ -203,8 +196,8 @@ bool RecordCache::noteMisfit(Statement& statement, const Layout& layout, const s
     const int at = id < 0 ? -1 : layout.columns[static_cast<std::size_t>(id)];
     m_misfit = "table " + shown(m_table.name()) + ": in the row " +
                (at < 0 || statement.isNull(at + 1) ? "" : "of key " + shown(statement.bytes(at + 1)) + " ") + what;
-    m_table.connection().setError(m_misfit);
-    Connection::noteReadGap(m_misfit);
+    m_table.database().setError(m_misfit, FailureKind::Layout);
+    Database::noteReadGap(m_misfit);
     return false;
 }
 
@@ -224,16 +217,16 @@ bool RecordCache::lookable()
 {
     const Layout& layout = m_table.layout(m_type);
     if (!layout.misfit(Use::Read).empty())
-        Connection::noteReadGap(layout.misfit(Use::Read));
+        Database::noteReadGap(layout.misfit(Use::Read));
     const std::string& misfit = layout.misfit(Use::Look);
     if (!misfit.empty())
-        m_table.connection().setError(misfit);
+        m_table.database().setError(misfit, FailureKind::Layout);
     return misfit.empty();
 }
 
 bool RecordCache::readAll()
 {
-    Statement* select = m_table.connection().prepare(m_table.selectRows() + m_table.rowOrder());
+    Statement* select = m_table.database().prepare(m_table.selectRows() + m_table.rowOrder());
     if (select == nullptr)
         return false;
     const StatementRun run(*select);
@@ -241,19 +234,19 @@ bool RecordCache::readAll()
     m_rows.clear();
     dropIndexes();
     list.assign(m_records.get(), AnyRecords(m_type).get()); // new storage: all elements are fresh
-    int code = select->step();
+    Step step = select->step();
     m_table.learnColumnNames(*select);
     if (!lookable())
         return false;
     const Layout& layout = m_table.layout(m_type);
-    long made = 0, step = firstStep;
-    for (; code == SQLITE_ROW; code = select->step()) {
+    long made = 0, more = firstStep;
+    for (; step == Step::Row; step = select->step()) {
         const std::int64_t row = select->integer(0);
         if (length() == made) {
             if (made >= manyRows && made < manyRows + lastStep && !m_table.rowId().empty())
                 makeRoom(row);
-            list.resize(m_records.get(), made += step);
-            step = std::min(2 * step, lastStep);
+            list.resize(m_records.get(), made += more);
+            more = std::min(2 * more, lastStep);
         }
         if (!decode(*select, layout, list.at(m_records.get(), length()))) {
             m_rows.clear();
@@ -264,8 +257,8 @@ bool RecordCache::readAll()
         m_rows.push_back(row);
     }
     list.resize(m_records.get(), length());
-    if (code != SQLITE_DONE) {
-        m_table.connection().noteFailure(code);
+    if (step != Step::Done) {
+        m_table.database().noteFailure();
         m_allChanged = true;
         return false;
     }
@@ -280,16 +273,16 @@ bool RecordCache::readAll()
 void RecordCache::makeRoom(std::int64_t row)
 {
     const auto value = [&](const std::string& sql) {
-        Statement* select = m_table.connection().prepare(sql);
+        Statement* select = m_table.database().prepare(sql);
         if (select == nullptr)
             return std::int64_t{0};
         const StatementRun run(*select);
-        return select->step() == SQLITE_ROW ? select->integer(0) : 0;
+        return select->step() == Step::Row ? select->integer(0) : 0;
     };
     const std::int64_t last = value("SELECT max(" + m_table.rowId() + ") FROM " + m_table.bracketedName());
     // a stored row takes a byte a column and four more at least
-    const std::int64_t most = value("PRAGMA page_count") * value("PRAGMA page_size") /
-                              static_cast<std::int64_t>(m_table.columnNames().size() + 4);
+    const std::int64_t most =
+        m_table.database().engine().size() / static_cast<std::int64_t>(m_table.columnNames().size() + 4);
     const std::int64_t rows = length() + 1 + std::min(std::max<std::int64_t>(last - row, 0), most);
     m_rows.reserve(static_cast<std::size_t>(rows));
     m_type.operations->list.reserve(m_records.get(), static_cast<long>(rows) + lastStep);
@@ -311,11 +304,11 @@ bool RecordCache::isSparse()
             return false;
         }
         Statement* select =
-            m_table.connection().prepare("SELECT max(" + m_table.rowId() + ") FROM " + m_table.bracketedName());
+            m_table.database().prepare("SELECT max(" + m_table.rowId() + ") FROM " + m_table.bracketedName());
         if (select == nullptr)
             return false;
         const StatementRun run(*select);
-        const std::int64_t rows = select->step() == SQLITE_ROW ? select->integer(0) : 0;
+        const std::int64_t rows = select->step() == Step::Row ? select->integer(0) : 0;
         m_sparseLimit = rows <= smallTable ? 0 : rows / sparseShare;
     }
     return m_sparseReads < m_sparseLimit;
@@ -327,7 +320,7 @@ Statement* RecordCache::selectWhere(int column, const char* order)
     if (name.empty())
         return nullptr;
     ++m_sparseReads;
-    return m_table.connection().prepare(m_table.selectRows() + " WHERE " + name + " = ?" + order);
+    return m_table.database().prepare(m_table.selectRows() + " WHERE " + name + " = ?" + order);
 }
 
 bool RecordCache::readKey(long key, void* record)
@@ -337,7 +330,7 @@ bool RecordCache::readKey(long key, void* record)
         return false;
     const StatementRun run(*select);
     select->bind(1, std::int64_t{key});
-    if (select->step() != SQLITE_ROW)
+    if (select->step() != Step::Row)
         return false;
     m_type.operations->assign(record, m_blank.get());
     return decode(*select, m_table.layout(m_type), record);
@@ -354,29 +347,29 @@ bool RecordCache::readOwner(long owner, void* list)
     const StatementRun run(*select);
     select->bind(1, std::int64_t{owner});
     const ListOperations& operations = m_type.operations->list;
-    int code;
-    while ((code = select->step()) == SQLITE_ROW)
+    Step step;
+    while ((step = select->step()) == Step::Row)
         if (!decode(*select, m_table.layout(m_type), operations.at(list, operations.append(list, m_blank.get()))))
             return false;
-    if (code != SQLITE_DONE)
-        m_table.connection().noteFailure(code);
-    return code == SQLITE_DONE;
+    if (step != Step::Done)
+        m_table.database().noteFailure();
+    return step == Step::Done;
 }
 
 bool RecordCache::readNames()
 {
     m_names.clear();
     Statement* select =
-        m_table.connection().prepare("SELECT " + columnName(m_type.runName) + " FROM " + m_table.bracketedName());
+        m_table.database().prepare("SELECT " + columnName(m_type.runName) + " FROM " + m_table.bracketedName());
     if (select == nullptr)
         return false;
     const StatementRun run(*select);
-    int code;
-    while ((code = select->step()) == SQLITE_ROW)
+    Step step;
+    while ((step = select->step()) == Step::Row)
         m_names.insert(select->text(0));
-    if (code != SQLITE_DONE)
-        m_table.connection().noteFailure(code);
-    return m_namesKnown = code == SQLITE_DONE;
+    if (step != Step::Done)
+        m_table.database().noteFailure();
+    return m_namesKnown = step == Step::Done;
 }
 
 int RecordCache::hasRunName(const KorString& runName)
@@ -391,7 +384,7 @@ int RecordCache::hasRunName(const KorString& runName)
 bool RecordCache::readChanged()
 {
     const Layout& layout = m_table.layout(m_type);
-    Statement* select = m_table.connection().prepare(m_table.selectRows() + " WHERE " + m_table.rowId() + " = ?");
+    Statement* select = m_table.database().prepare(m_table.selectRows() + " WHERE " + m_table.rowId() + " = ?");
     if (select == nullptr)
         return false;
     const ListOperations& list = m_type.operations->list;
@@ -405,19 +398,19 @@ bool RecordCache::readChanged()
     for (const std::int64_t row : m_changedRows) {
         const StatementRun run(*select);
         select->bind(1, row);
-        const int code = select->step();
+        const Step step = select->step();
         const auto place = std::lower_bound(m_rows.begin(), m_rows.end(), row);
         const long position = place - m_rows.begin();
         const bool known = place != m_rows.end() && *place == row;
-        if (code == SQLITE_DONE) {
+        if (step == Step::Done) {
             if (known) {
                 list.erase(m_records.get(), position);
                 m_rows.erase(place);
             }
-        } else if (code != SQLITE_ROW || (!known && place != m_rows.end())) {
+        } else if (step != Step::Row || (!known && place != m_rows.end())) {
             // unreadable, or a new row among the old ones: take the whole table
             m_allChanged = true;
-            return code == SQLITE_ROW && readAll();
+            return step == Step::Row && readAll();
         } else {
             if (known) {
                 m_type.operations->assign(list.at(m_records.get(), position), m_blank.get());

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "sqlite/Claims.h"
-#include "sqlite/QueryResults.h"
-#include "sqlite/Statement.h"
-#include "sqlite/StatementPattern.h"
+#include "database/QueryResults.h"
+#include "database/StatementPattern.h"
+#include "engine/Engine.h"
 
 #include <korodbc/host/Observer.h>
 
@@ -13,7 +12,6 @@
 #include <optional>
 #include <set>
 #include <span>
-#include <sqlite3.h>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -23,24 +21,25 @@ namespace korodbc::host {
 
 class Table;
 
-/// One open database file: its kept statements, its tables, its transaction, its claims.
-class Connection {
+/// One open database: its kept statements, its tables, its transaction, its claims. What it consists of is the
+/// engine's matter.
+class Database {
 public:
-    enum class Access {
-        Look,   // nothing is written, also where nothing can be: in a folder without permission, on a fixed medium
-        Write,  // an existing file
-        Create, // a missing file is made
-    };
-    /// Opens a database; `path` is a file or ":memory:". On failure returns nullptr and says why in `error`.
-    static std::unique_ptr<Connection> open(const std::string& path, Access access, std::string& error);
-    ~Connection();
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
+    using Access = Engine::Access;
+    /// Opens the database of that name, a file or ":memory:" with the engine for files. On failure returns nullptr
+    /// and says why in `error`.
+    static std::unique_ptr<Database> open(const std::string& name, Access access, HostError& error,
+                                          const EngineKind& kind = fileEngine());
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
 
     const std::string& path() const { return m_path; }
-    sqlite3* handle() const { return m_db; }
-    const std::string& lastError() const { return m_error; }
-    Claims& claims() { return m_claims; }
+    Engine& engine() { return *m_engine; }
+    /// Why the last operation failed.
+    const HostError& failure() const { return m_failure; }
+    const std::string& lastError() const { return m_failure.text; }
+    Claims& claims() { return m_engine->claims(); }
     /// The data source and slot under which the connection is used, for the observer.
     void setLabel(eDSN dsn, eIndex index)
     {
@@ -62,10 +61,13 @@ public:
     bool finish(Statement& statement, bool reported = true);
     void report(std::string_view sql, bool ok, bool prepared, StatementEvent::Origin origin);
     bool observed() const;
-    /// Keeps the reason of a failed step for lastError.
-    void noteFailure(int code);
-    /// Keeps another reason for lastError.
-    void setError(std::string reason) { m_error = std::move(reason); }
+    /// The engine's reason becomes that of the database; called after a step that failed.
+    void noteFailure();
+    /// Keeps another reason.
+    void setError(std::string reason, FailureKind kind = FailureKind::Refused)
+    {
+        m_failure = {kind, std::move(reason)};
+    }
     /// What reads of any database lacked, until somebody asks.
     static inline std::set<std::string> readGaps;
     static void noteReadGap(const std::string& line)
@@ -88,7 +90,7 @@ public:
     /// Depth of the innermost batch, over all connections; 0 outside batches.
     static inline int batchDepth = 0;
     /// Connections that have written, or tried to, since the outermost batch began.
-    static inline std::vector<Connection*> writing;
+    static inline std::vector<Database*> writing;
 
     /// Starts the write transaction unless it runs already, so that the innermost batch can be undone; false when
     /// the database cannot be written now. A batch whose first write is refused cannot write at all.
@@ -137,33 +139,32 @@ public:
     /// Suspends the noting of changed rows while the host itself keeps a cache up to date.
     class OwnWrite {
     public:
-        explicit OwnWrite(Connection& connection) : m_connection(connection) { ++connection.m_ownWrites; }
-        ~OwnWrite() { --m_connection.m_ownWrites; }
+        explicit OwnWrite(Database& connection) : m_database(connection) { ++connection.m_ownWrites; }
+        ~OwnWrite() { --m_database.m_ownWrites; }
         OwnWrite(const OwnWrite&) = delete;
         OwnWrite& operator=(const OwnWrite&) = delete;
 
     private:
-        Connection& m_connection;
+        Database& m_database;
     };
 
 private:
-    explicit Connection(const std::string& path);
+    Database(const std::string& name, std::unique_ptr<Engine> engine);
     Statement* compile(std::string_view sql);
+    /// Reports an operation of the engine on the transaction, which is told as that text.
+    bool reported(std::string_view sql, bool done);
     void limitStatements(); // lets kept statements go when there are too many
-    bool finishWrite(Statement& statement);
     bool isRefused(const Statement& statement);
     /// Rows of these tables changed, which ones is not known.
     void rowsChanged(const std::vector<std::string>& names);
     void reportLibrary(const KorString& sql, bool ok, bool prepared);
-    void logAhead(); // turns write-ahead logging on, once, before the first write
     void loadTableNames();
-    bool noteDataVersion(); // true when it changed
-    static int authorize(void* self, int action, const char* a, const char* b, const char* c, const char* d);
-    static void rowChanged(void* self, int operation, const char* database, const char* table, sqlite3_int64 row);
+    bool noteDataVersion();                      // true when it changed
+    void tellTables(const Statement& statement); // what a run changed
 
     std::string m_path;
-    sqlite3* m_db = nullptr;
-    std::string m_error;
+    std::unique_ptr<Engine> m_engine;
+    HostError m_failure;
     eDSN m_dsn = KorDSNDefinitions::kUnresolved;
     eIndex m_index = KorDSNDefinitions::kBase;
 
@@ -172,11 +173,6 @@ private:
         std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
     };
     std::unordered_map<std::string, std::unique_ptr<Statement>, TextHash, std::equal_to<>> m_statements;
-    Statement* m_compiling = nullptr;
-    std::vector<std::string> m_writtenByCompile;
-    std::vector<std::pair<std::string, std::string>> m_assignedByCompile; // table and column
-    std::vector<std::string> m_definedByCompile;
-    bool m_controlsTransaction = false; // by compile
     struct KnownPattern {
         std::wstring text;
         StatementPattern pattern;
@@ -193,38 +189,31 @@ private:
     std::map<std::string, std::unique_ptr<Table>> m_tables; // by lower-case name; null: known, not opened yet
     bool m_namesLoaded = false;
 
-    bool openFile(Access access, std::string& error);
-    bool openForLooking(std::string& error);
-    bool connect(const std::string& name, int flags, std::string& error);
     bool beginTransaction();
     void forgetUndone(); // what is known of writes that are undone
     void lose();         // nothing more is written until the outermost batch ends, which undoes everything
-    std::string markName() const { return "batch" + std::to_string(m_marks.size()); }
+    int mark() const { return static_cast<int>(m_marks.size()); }
+    std::string markName() const { return "batch" + std::to_string(mark()); }
 
-    std::string m_refusal; // why nothing is written; empty: it may be
-    bool m_logsAhead = false;
     // Depth of the innermost batch that had begun when the transaction started, and at each savepoint since: going
     // back there undoes all batches that are deeper than the mark before.
     std::vector<int> m_marks;
-    std::string m_lost;  // why the transaction cannot be stored; empty: it can
+    HostError m_lost;    // why the transaction cannot be stored; of no kind: it can
     int m_lostDepth = 0; // of the batch in which it did not even begin
     std::optional<PendingRow> m_pending;
     int m_readings = 0;
-    bool m_reading = false; // a read transaction is open
-    Claims m_claims;
+    bool m_reading = false;                       // a read transaction is open
     std::vector<Claims::Claim> m_claimedByOthers; // when the transaction began
     // Tables, by Claims::nameOf, with copies that nobody made here: unless the table is claimed here, a program
     // that has ended left them, and they would come back over what is written.
     std::set<std::string> m_copiedElsewhere;
     std::set<std::string> m_copiesMadeHere; // by lower-case name
-    std::string m_temporary;                // folder of a copy that is looked at in place of the file
 
     bool m_unchecked = true;
     std::int64_t m_dataVersion = -1;
     QueryResults m_queryResults;
     std::int64_t m_dropped = 0; // times that what is known of tables was taken anew
     int m_ownWrites = 0;
-    std::int64_t m_rowsNoted = 0;
 };
 
 } // namespace korodbc::host

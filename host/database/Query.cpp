@@ -1,6 +1,6 @@
-#include "sqlite/Query.h"
+#include "database/Query.h"
 
-#include "sqlite/StatementReader.h"
+#include "database/StatementReader.h"
 
 namespace korodbc::host {
 
@@ -15,9 +15,9 @@ bool isName(const KorString& text)
 
 } // namespace
 
-Query::Query(Connection& database, const KorString& text) : m_database(database) { compile(text.toUtf8()); }
+Query::Query(Database& database, const KorString& text) : m_database(database) { compile(text.toUtf8()); }
 
-Query::Query(Connection& database, const std::string& select, const KorString& condition, const KorString& order,
+Query::Query(Database& database, const std::string& select, const KorString& condition, const KorString& order,
              const std::string& tableOrder)
     : m_database(database)
 {
@@ -31,7 +31,7 @@ Query::Query(Connection& database, const std::string& select, const KorString& c
     }
     m_statement = database.prepare(select + (condition.isEmpty() ? std::string() : " WHERE " + pattern) + ordered);
     if (m_statement == nullptr)
-        m_error = database.lastError();
+        m_error = database.failure();
     for (std::size_t i = 0; m_statement != nullptr && i < values.size(); ++i)
         m_statement->bind(static_cast<int>(i) + 1, values[i]);
 }
@@ -44,21 +44,14 @@ Query::~Query()
 
 void Query::compile(const std::string& text)
 {
-    sqlite3_stmt* handle = nullptr;
-    const char* tail = nullptr;
-    const int code =
-        sqlite3_prepare_v2(m_database.handle(), text.data(), static_cast<int>(text.size()), &handle, &tail);
-    m_own = std::make_unique<Statement>(handle);
-    if (code != SQLITE_OK) {
-        m_database.noteFailure(code);
-        m_error = m_database.lastError();
-    } else if (text.find_first_not_of(" \t\r\n;", static_cast<std::size_t>(tail - text.data())) !=
-               std::string::npos) {
-        m_error = "only one query can be run at a time";
-    } else if (handle == nullptr || sqlite3_stmt_readonly(handle) == 0 || sqlite3_column_count(handle) == 0) {
-        m_error = "the text is no query";
-    } else if (sqlite3_bind_parameter_count(handle) > 0) {
-        m_error = "the query has a parameter without a value";
+    m_own = m_database.engine().prepare(text, false);
+    if (m_own == nullptr) {
+        m_database.noteFailure();
+        m_error = m_database.failure();
+    } else if (!m_own->effects().onlyReads || m_own->columns() == 0) {
+        m_error = {FailureKind::Refused, "the text is no query"};
+    } else if (m_own->parameters() > 0) {
+        m_error = {FailureKind::Refused, "the query has a parameter without a value"};
     } else {
         m_statement = m_own.get();
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sqlite/Statement.h"
+#include "engine/Engine.h"
 
 #include <korodbc/roots/KorString.h>
 

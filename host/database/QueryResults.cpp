@@ -1,4 +1,4 @@
-#include "sqlite/QueryResults.h"
+#include "database/QueryResults.h"
 
 namespace korodbc::host {
 

@@ -1,4 +1,4 @@
-#include "sqlite/StatementReader.h"
+#include "database/StatementReader.h"
 
 #include <charconv>
 
@@ -292,6 +292,16 @@ bool StatementReader::take(Value literal, std::size_t end)
     m_pattern += '?';
     m_at = end;
     return true;
+}
+
+bool splitLiterals(std::wstring_view sql, std::string& pattern, std::vector<Value>& values)
+{
+    return StatementReader(sql, pattern, values).readStatement();
+}
+
+bool splitCondition(std::wstring_view condition, std::string& pattern, std::vector<Value>& values)
+{
+    return StatementReader(condition, pattern, values).readCondition();
 }
 
 } // namespace korodbc::host

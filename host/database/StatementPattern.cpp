@@ -1,6 +1,6 @@
-#include "sqlite/StatementPattern.h"
+#include "database/StatementPattern.h"
 
-#include "sqlite/StatementReader.h"
+#include "database/StatementReader.h"
 
 #include <korodbc/repository/KorColumn.h>
 

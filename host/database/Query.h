@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sqlite/Connection.h"
+#include "database/Database.h"
 
 #include <memory>
 #include <string>
@@ -12,10 +12,10 @@ namespace korodbc::host {
 /// no number of different texts fills the memory.
 class Query {
 public:
-    Query(Connection& database, const KorString& text);
+    Query(Database& database, const KorString& text);
     /// "SELECT ... FROM ..." of the host's own, a condition and an order, each of which may be empty: without an
     /// order `tableOrder`, " ORDER BY ..." of the host's own.
-    Query(Connection& database, const std::string& select, const KorString& condition, const KorString& order,
+    Query(Database& database, const std::string& select, const KorString& condition, const KorString& order,
           const std::string& tableOrder);
     ~Query();
     Query(const Query&) = delete;
@@ -26,15 +26,15 @@ public:
     /// True when the result depends on nothing but the rows of the table.
     bool isOfTableAlone() const { return m_own == nullptr; }
     /// Why there is no statement.
-    const std::string& error() const { return m_error; }
+    const HostError& error() const { return m_error; }
 
 private:
     void compile(const std::string& text);
 
-    Connection& m_database;
+    Database& m_database;
     std::unique_ptr<Statement> m_own;
     Statement* m_statement = nullptr;
-    std::string m_error;
+    HostError m_error;
 };
 
 } // namespace korodbc::host

@@ -1,27 +1,22 @@
-#include "sqlite/Connection.h"
-#include "tables/Table.h"
+#include "database/Database.h"
+#include "database/Table.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace korodbc::host {
 
-void Connection::logAhead()
+void Database::lose()
 {
-    if (!std::exchange(m_logsAhead, true))
-        run("PRAGMA journal_mode = WAL");
+    if (m_lost.kind == FailureKind::None)
+        m_lost = m_failure.kind == FailureKind::None ? HostError{FailureKind::Refused, "the transaction is lost"}
+                                                     : m_failure;
 }
 
-void Connection::lose()
+bool Database::beginWrite()
 {
-    if (m_lost.empty())
-        m_lost = m_error.empty() ? "the transaction is lost" : m_error;
-}
-
-bool Connection::beginWrite()
-{
-    if (!m_lost.empty()) {
-        m_error = m_lost;
+    if (m_lost.kind != FailureKind::None) {
+        m_failure = m_lost;
         return false;
     }
     if (m_marks.empty())
@@ -29,25 +24,24 @@ bool Connection::beginWrite()
     if (m_marks.back() >= batchDepth)
         return true;
     // what waits belongs to the batch around
-    if (!flush() || !run("SAVEPOINT " + markName()))
+    if (!flush() || !reported("SAVEPOINT " + markName(), m_engine->setMark(mark())))
         return false;
     m_marks.push_back(batchDepth);
     return true;
 }
 
-bool Connection::beginTransaction()
+bool Database::beginTransaction()
 {
     if (batchDepth > 0 && std::find(writing.begin(), writing.end(), this) == writing.end())
         writing.push_back(this);
-    if (!m_refusal.empty()) {
-        m_error = m_refusal;
+    if (m_engine->refusal().kind != FailureKind::None) {
+        m_failure = m_engine->refusal();
         lose();
         return false;
     }
     if (std::exchange(m_reading, false))
-        run("END");
-    logAhead();
-    if (!run("BEGIN IMMEDIATE")) {
+        reported("END", m_engine->commit());
+    if (!reported("BEGIN IMMEDIATE", m_engine->begin(true))) {
         lose();
         m_lostDepth = batchDepth;
         return false;
@@ -57,11 +51,11 @@ bool Connection::beginTransaction()
     if (noteDataVersion())
         dropCaches();
     // who claims a table from now on copies it when this transaction is over
-    m_claimedByOthers = m_claims.ofOthers();
+    m_claimedByOthers = claims().ofOthers();
     return true;
 }
 
-bool Connection::flush()
+bool Database::flush()
 {
     if (!m_pending)
         return true;
@@ -75,42 +69,42 @@ bool Connection::flush()
     return stored;
 }
 
-bool Connection::commit()
+bool Database::commit()
 {
-    bool stored = flush() && m_lost.empty();
-    if (!m_lost.empty())
-        m_error = m_lost;
+    bool stored = flush() && m_lost.kind == FailureKind::None;
+    if (m_lost.kind != FailureKind::None)
+        m_failure = m_lost;
     if (stored && inTransaction())
-        stored = run("COMMIT");
-    const std::string reason = m_error;
+        stored = reported("COMMIT", m_engine->commit());
+    const HostError reason = m_failure;
     if (!stored)
         rollback();
-    m_error = reason;
+    m_failure = reason;
     m_marks.clear();
-    m_lost.clear();
+    m_lost = {};
     m_claimedByOthers.clear();
     return stored;
 }
 
-void Connection::rollback()
+void Database::rollback()
 {
     m_pending.reset();
-    if (inTransaction() && sqlite3_get_autocommit(m_db) == 0)
-        run("ROLLBACK");
+    if (inTransaction() && m_engine->isInTransaction())
+        reported("ROLLBACK", m_engine->rollback());
     m_marks.clear();
-    m_lost.clear();
+    m_lost = {};
     m_claimedByOthers.clear();
     forgetUndone();
 }
 
-void Connection::forgetUndone()
+void Database::forgetUndone()
 {
     dropCaches();
     for (auto& [name, table] : m_tables)
         table->keysUndone();
 }
 
-void Connection::keepBatch(int depth)
+void Database::keepBatch(int depth)
 {
     m_lostDepth = std::min(m_lostDepth, depth - 1);
     if (m_pending)
@@ -121,105 +115,101 @@ void Connection::keepBatch(int depth)
     if (m_marks.size() < 2 || m_marks.back() > m_marks[m_marks.size() - 2])
         return;
     m_marks.pop_back(); // nothing is left that would go back there
-    run("RELEASE " + markName());
+    reported("RELEASE " + markName(), m_engine->releaseMark(mark()));
 }
 
-void Connection::undoBatch(int depth)
+void Database::undoBatch(int depth)
 {
     if (m_pending && m_pending->depth >= depth)
         m_pending.reset();
     if (m_marks.empty() && m_lostDepth >= depth)
-        m_lost.clear(); // nothing of it was written, and its batch is undone
+        m_lost = {}; // nothing of it was written, and its batch is undone
     const auto mark = std::find_if(m_marks.begin(), m_marks.end(), [=](int covered) { return covered >= depth; });
     if (mark == m_marks.end())
         return;
     if (mark == m_marks.begin()) {
         m_pending.reset();
-        run("ROLLBACK");
+        reported("ROLLBACK", m_engine->rollback());
         m_marks.clear();
     } else {
         m_marks.erase(mark + 1, m_marks.end());
         m_marks.pop_back();
         const std::string name = markName();
+        const int number = this->mark();
         m_marks.push_back(depth - 1);
-        if (!run("ROLLBACK TO " + name))
+        if (!reported("ROLLBACK TO " + name, m_engine->undoToMark(number)))
             lose();
         if (m_marks.back() <= m_marks[m_marks.size() - 2]) {
             m_marks.pop_back();
-            run("RELEASE " + name);
+            reported("RELEASE " + name, m_engine->releaseMark(number));
         }
     }
     forgetUndone();
 }
 
-bool Connection::beginReading()
+bool Database::beginReading()
 {
     if (m_readings++ > 0 || inTransaction())
         return true;
-    m_reading = run("BEGIN");
-    // the first read is what fixes the state
-    Statement* first = m_reading ? prepare("SELECT count(*) FROM sqlite_master") : nullptr;
-    if (first == nullptr)
+    if (!reported("BEGIN", m_engine->begin(false))) {
+        m_reading = m_engine->isInTransaction();
         return false;
-    {
-        const StatementRun run(*first);
-        if (const int code = first->step(); code != SQLITE_ROW) {
-            noteFailure(code);
-            return false;
-        }
     }
+    m_reading = true;
     m_unchecked = false;
     if (noteDataVersion())
         dropCaches();
     return true;
 }
 
-void Connection::endReading()
+void Database::endReading()
 {
     if (--m_readings > 0)
         return;
     if (std::exchange(m_reading, false))
-        run("END");
+        reported("END", m_engine->commit());
 }
 
-bool Connection::isRefused(std::string_view table)
+bool Database::isRefused(std::string_view table)
 {
     if (inTransaction())
         loadTableNames();
     if ((inTransaction() && m_claimedByOthers.empty() && m_copiedElsewhere.empty()) ||
-        m_claims.holds(std::string(table)))
+        claims().holds(std::string(table)))
         return false;
     std::vector<Claims::Claim> now;
     if (!inTransaction())
-        now = m_claims.ofOthers();
+        now = claims().ofOthers();
     const std::string name = Claims::nameOf(table);
     const bool leftOpen = inTransaction() && m_path != ":memory:" && m_copiedElsewhere.contains(name);
     if (leftOpen) // perhaps somebody is just bringing it back
-        now = m_claims.ofOthers();
+        now = claims().ofOthers();
     for (const Claims::Claim& claim : inTransaction() && !leftOpen ? m_claimedByOthers : now) {
         if (Claims::nameOf(claim.table) != name)
             continue;
-        m_error = "table " + claim.table + " " + Claims::heldBy(claim);
+        setError("table " + claim.table + " " + Claims::heldBy(claim), FailureKind::Edited);
         return true;
     }
     if (leftOpen)
-        m_error = "an edit of table " + std::string(table) +
-                  " was left open by a program that has ended; it has to be taken back first";
+        setError("an edit of table " + std::string(table) +
+                     " was left open by a program that has ended; it has to be taken back first",
+                 FailureKind::LeftOpen);
     return leftOpen;
 }
 
-bool Connection::isRefused(const Statement& statement)
+bool Database::isRefused(const Statement& statement)
 {
-    if (statement.controlsTransaction) {
-        m_error = "transactions begin and end with batches, not with statements";
+    const Effects& effects = statement.effects();
+    if (effects.controlsTransaction) {
+        setError("transactions begin and end with batches, not with statements");
         return true;
     }
     loadTableNames();
     if (m_claimedByOthers.empty() && m_copiedElsewhere.empty())
         return false;
     const auto refused = [this](const std::string& table) { return isRefused(table); };
-    return std::any_of(statement.writtenTables.begin(), statement.writtenTables.end(), refused) ||
-           std::any_of(statement.definedTables.begin(), statement.definedTables.end(), refused);
+    return std::any_of(effects.writtenTables.begin(), effects.writtenTables.end(), refused) ||
+           std::any_of(effects.definedTables.begin(), effects.definedTables.end(), refused);
 }
 
 } // namespace korodbc::host

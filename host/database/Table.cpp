@@ -1,42 +1,8 @@
-#include "tables/Table.h"
+#include "database/Table.h"
 
-#include "tables/RecordCache.h"
+#include "database/RecordCache.h"
 
 namespace korodbc::host {
-
-std::string bracketed(std::string_view name)
-{
-    if (name.find(']') == std::string_view::npos)
-        return "[" + std::string(name) + "]";
-    std::string text = "\"";
-    for (const char c : name)
-        text.append(c == '"' ? 2 : 1, c);
-    return text += '"';
-}
-
-std::string lowerCase(std::string_view text)
-{
-    std::string lower(text);
-    for (char& c : lower)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return lower;
-}
-
-KorItemType::BaseTypes typeOfDeclaration(std::string_view declaration)
-{
-    const std::string type = lowerCase(declaration);
-    const auto has = [&](std::string_view part) { return type.find(part) != std::string::npos; };
-    if (has("bool"))
-        return KorItemType::kBool;
-    if (has("int"))
-        return KorItemType::kInt;
-    if (has("real") || has("floa") || has("doub"))
-        return KorItemType::kDouble;
-    if (has("date") || has("time"))
-        return KorItemType::kTime;
-    return KorItemType::kString;
-}
 
 Value valueOf(const KorCellData& cell)
 {
@@ -55,22 +21,23 @@ Value valueOf(const KorCellData& cell)
     return std::monostate{};
 }
 
-KorCellData cellOf(Statement& statement, int column)
+KorCellData cellOf(const Statement& statement, int column)
 {
-    switch (sqlite3_column_type(statement.handle(), column)) {
-    case SQLITE_INTEGER:
+    switch (statement.cell(column).type) {
+    case Statement::CellType::Integer:
         return KorCellData(static_cast<long>(statement.integer(column)));
-    case SQLITE_FLOAT:
+    case Statement::CellType::Real:
         return KorCellData(statement.real(column));
-    case SQLITE_NULL:
-        return KorCellData();
-    default:
+    case Statement::CellType::Null:
+        break;
+    case Statement::CellType::Text:
         return KorCellData(statement.text(column));
     }
+    return KorCellData();
 }
 
-Table::Table(Connection& connection, std::string name)
-    : m_connection(connection), m_name(std::move(name)), m_bracketedName(bracketed(m_name))
+Table::Table(Database& connection, std::string name)
+    : m_database(connection), m_name(std::move(name)), m_bracketedName(bracketed(m_name))
 {
 }
 
@@ -78,22 +45,8 @@ Table::~Table() = default;
 
 const std::vector<TableColumn>& Table::columns()
 {
-    if (m_columns.empty()) {
-        enum { Name = 1, Type, NotNull, Default, PrimaryKey, Hidden };
-        if (Statement* info = m_connection.prepare("PRAGMA main.table_xinfo(" + m_bracketedName + ")")) {
-            const StatementRun run(*info);
-            while (info->step() == SQLITE_ROW) {
-                const std::int64_t hidden = info->integer(Hidden);
-                if (hidden == 1)
-                    continue;
-                std::string declaration(info->bytes(Type));
-                const KorItemType::BaseTypes type = typeOfDeclaration(declaration);
-                m_columns.push_back({std::string(info->bytes(Name)), std::move(declaration), type,
-                                     static_cast<int>(info->integer(PrimaryKey)), info->integer(NotNull) != 0,
-                                     !info->isNull(Default), hidden != 0});
-            }
-        }
-    }
+    if (m_columns.empty())
+        m_columns = m_database.engine().columns(m_name);
     return m_columns;
 }
 
@@ -109,19 +62,16 @@ void Table::learnColumnNames(const Statement& select)
 {
     if (!m_columnNames.empty())
         return;
-    const int count = sqlite3_column_count(select.handle());
+    const int count = select.columns();
     m_columnNames.reserve(static_cast<std::size_t>(count));
     for (int column = 1; column < count; ++column)
-        m_columnNames.emplace_back(sqlite3_column_name(select.handle(), column));
+        m_columnNames.emplace_back(select.columnName(column));
 }
 
 int Table::columnIndex(std::string_view name, int likely)
 {
     const auto& names = columnNames();
-    const auto is = [&](std::size_t i) {
-        return names[i].size() == name.size() &&
-               sqlite3_strnicmp(names[i].c_str(), name.data(), static_cast<int>(name.size())) == 0;
-    };
+    const auto is = [&](std::size_t i) { return sameName(names[i], name); };
     if (static_cast<std::size_t>(likely) < names.size() && is(static_cast<std::size_t>(likely)))
         return likely;
     for (std::size_t i = 0; i < names.size(); ++i)
@@ -132,20 +82,8 @@ int Table::columnIndex(std::string_view name, int likely)
 
 const std::string& Table::rowId()
 {
-    if (m_rowId)
-        return *m_rowId;
-    m_rowId.emplace();
-    for (const char* name : {"_rowid_", "rowid", "oid"}) {
-        const char* type = nullptr;
-        int isKey = 0;
-        // a column of that name hides the row's id, unless it is the id
-        if (sqlite3_table_column_metadata(m_connection.handle(), nullptr, m_name.c_str(), name, &type, nullptr,
-                                          nullptr, &isKey, nullptr) == SQLITE_OK &&
-            isKey != 0 && type != nullptr && sqlite3_stricmp(type, "INTEGER") == 0) {
-            m_rowId = name;
-            break;
-        }
-    }
+    if (!m_rowId)
+        m_rowId = m_database.engine().rowIdName(m_name);
     return *m_rowId;
 }
 
@@ -200,34 +138,14 @@ std::string Table::misfit(const RecordDescription& type, Use use)
     return layout.misfit(use) + (layout.misfit(use).empty() || row.empty() ? "" : "; ") + row;
 }
 
-/// Looks for words in the statements that made the table and its indexes.
-const Table::Rules& Table::rules()
+const TableRules& Table::rules()
 {
     if (m_rules)
         return *m_rules;
-    m_rules = Rules{};
+    m_rules = m_database.engine().rules(m_name);
     for (const TableColumn& column : columns()) {
         const bool isKey = &column - m_columns.data() == keyColumn();
-        if ((column.inPrimaryKey > 0 && !isKey) || column.computed)
-            m_rules->mayWait = false;
-    }
-    Statement* select = m_connection.prepare("SELECT sql FROM sqlite_master WHERE tbl_name = ?");
-    if (select == nullptr)
-        return *m_rules;
-    const StatementRun run(*select);
-    select->bind(1, KorString::fromUtf8(m_name));
-    while (select->step() == SQLITE_ROW) {
-        std::string word;
-        for (const char c : lowerCase(select->bytes(0)) + " ") {
-            if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_') {
-                word += c;
-                continue;
-            }
-            m_rules->replacesRows = m_rules->replacesRows || word == "replace";
-            for (const char* rule : {"unique", "check", "strict", "references", "replace", "ignore"})
-                m_rules->mayWait = m_rules->mayWait && word != rule;
-            word.clear();
-        }
+        m_rules->mayRefuse = m_rules->mayRefuse || (column.inPrimaryKey > 0 && !isKey) || column.computed;
     }
     return *m_rules;
 }
@@ -248,7 +166,6 @@ RecordCache* Table::records(const RecordDescription& type)
 
 void Table::rowChanged(std::int64_t row)
 {
-    // called while a statement runs: nothing may be asked of the database here
     m_keysChanged = true;
     if (!fitsKey(row))
         for (auto& [type, layout] : m_layouts)
