@@ -10,9 +10,9 @@
 #include <korodbc/records/detail/DetailStyleRecords.h>
 #include <korodbc/records/detail/DetailViewRecords.h>
 
-/// The records that detail styles and detail processes are made of, in the current database: the requested
-/// one, or without a request the edit manager's. Results: 1 found or
-/// done, 0 not found; outputs are unchanged unless the result is 1.
+/// The records that detail styles and detail processes are made of, in the requested data source or without a
+/// request in the manager's database. Results: 1 found or done, 0 not found; outputs are unchanged unless the
+/// result is 1. Threads: one. Needs: an open repository.
 class KorODBCDetStyle : private DetailReader<StructDetailStyle> {
 public:
     // Objects and how they are drawn
