@@ -46,8 +46,8 @@ void givenKey(Findings& f)
              "a free key is taken");
     f.expect(cells(7).starts_with("7|"), "the row is seen at once");
     ConformanceRow read = row(1, L"x", 5);
-    f.expect(RecordAccess::readByKey(rows(), 7L, &read) == 1 && read.runName.isEmpty() && read.number == 0,
-             "it is read as an empty record");
+    f.expect(RecordAccess::readByKey(rows(), 7L, &read) == 1 && read.runName.isEmpty() && read.number == -1,
+             "it is read as a new record");
     Access::setTableColumnValue(source, rowTable, L"Key", L"7", 1, KorCellData(L"kept"));
     f.expect(Access::appendNewLine(source, rowTable, key, true, true) != 1, "a key is not taken twice");
     f.expect(rowKeys() == "7 " && cells(7).starts_with("7|kept|"), "the row that has it stays");

@@ -133,7 +133,7 @@ public:
     static int getDetBaseCategoryByDetViewRequestKey(long requestKey, KorString& name);
     /// Stores the category entries of a view request: removes the deleted ones, also from the request, and appends
     /// those with a negative key, which get their keys. A new entry stays as it is when it is deleted or its base
-    /// category does not exist. 0 for an unknown request, and, with the request unchanged, when the entries could
+    /// category does not exist. 0 for an unknown view request, and, with it unchanged, when the entries could
     /// not be stored.
     static int setDetViewRequestCategories(StructDetViewRequest& request);
 

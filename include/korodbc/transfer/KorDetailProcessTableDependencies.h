@@ -4,8 +4,8 @@
 #include <korodbc/transfer/RowInfo.h>
 
 /// Deep-copies a detail process with everything that it refers to: steps, categories, file names, scales, style
-/// maps and their qualifier sets, and on request the detail styles themselves. Works as KorDetailTableDependencies
-/// does, and reports progress and names rows through it.
+/// maps and their qualifier sets, and, when wanted (m_bDeepCopyWithDetailStyles), the detail styles themselves.
+/// Works as KorDetailTableDependencies does, and reports progress and names rows through it.
 class KorDetailProcessTableDependencies {
 public:
     /// Collects the row with that key and everything that it reaches. Returns the row's position in its list, or

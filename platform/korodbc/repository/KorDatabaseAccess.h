@@ -56,8 +56,8 @@ public:
     /// Appends an empty row: no values, or 0 and the empty text where a column must have one. With `keepKey` the
     /// row gets the key in `key`, which must be free; otherwise the service chooses a number, above all that the
     /// table has as long as there is such a key; a table of text keys gets it as a text. With `returnKey` the
-    /// row's key is put into `key`. Keys are whole numbers of 32 bits, or texts; they stand in the column "Key",
-    /// else in the first.
+    /// row's key is put into `key`, also when the row cannot be stored at last. Keys are whole numbers of 32 bits,
+    /// or texts; they stand in the column "Key", else in the first.
     static int appendNewLine(eDSN dsn, const KorString& table, KorCellData& key, bool returnKey, bool keepKey);
     /// Writes the columns of `record` that `description` names, items in a table of their own excepted, into
     /// the row with the key `key`, in one statement. Equals one cell write per column. The row keeps `key`,
