@@ -19,11 +19,14 @@ void namesOfTables(Findings& f)
              "names of columns are found in any case");
     f.expect(Access::doesColumnExists(source, rowTable, L"Later") == 0, "a missing column does not exist");
     KorArray<KorString> names;
+    names.append(L"before");
     f.expect(Access::getTablesNames(source, names) == 1, "the tables are listed");
-    bool listed = false;
-    for (const KorString& name : names)
+    bool listed = false, kept = false;
+    for (const KorString& name : names) {
         listed = listed || name == rowTable;
-    f.expect(listed, "a table is listed as it is called");
+        kept = kept || name == L"before";
+    }
+    f.expect(listed && !kept, "a table is listed as it is called, in place of what the list held");
 }
 
 void structure(Findings& f)
@@ -64,6 +67,9 @@ void chosenKey(Findings& f)
     KorArray<long> keys;
     RecordAccess::keys(rows(), keys);
     f.expect(keys.length() == 3 && keys[2] > keys[1], "each row has its own");
+    f.expect(Access::appendNewLine(source, L"ConformanceNames", first, true, false) == 1 &&
+                 first.getType() == KorItemType::kString && first.getStringW().toInteger() > 0,
+             "a table of text keys gets a number as text");
     f.expect(Access::appendNewLine(source, L"ConformanceMissing", first, true, false) != 1,
              "nothing is appended to a missing table");
 }
@@ -204,7 +210,7 @@ void keptBatch(Findings& f)
         KorDatabaseBatch::whenUndone(source, [&] { ++undone; });
         joined.undo(); // goes only with the batch around it
         f.expect(KorDatabaseBatch::lock(source) == 1, "a batch takes the write lock");
-        f.expect(batch.end(1) == 1, "a batch is stored");
+        f.expect(batch.end(1) == 1 && batch.end(3) == 3, "a batch is stored, once");
     }
     {
         const KorDatabaseBatch batch; // ends with its scope
