@@ -23,7 +23,7 @@ const struct {
     double duplicates;
 } kinds[] = {{"half", 0.5}, {"all", 1}, {"none", 0}};
 
-/// Rows of each table, and a number that tells its contents, those of the edit copies left out.
+/// Rows of each table, and a number that tells its contents, those of the copies left out.
 using Contents = std::map<std::string, std::pair<long, std::uint64_t>>;
 
 Contents contentsOf(const std::string& file)
@@ -119,7 +119,7 @@ void compactWith(benchmark::State& state, const char* way)
 
 void compactLibrary(benchmark::State& state) { compactWith(state, "library"); }
 
-/// The plain loop takes no edit copies either.
+/// The plain loop takes no copies either.
 void compactLibraryWithoutCopies(benchmark::State& state)
 {
     KorODBCDetailStyleExports::CancelBackupTables(1);

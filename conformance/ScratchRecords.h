@@ -11,7 +11,7 @@ struct ConformancePart {
 struct ConformanceRow {
     int key = -1;
     KorString runName;
-    int number = 0;
+    int number = -1;
     double real = 0;
     int sortOrder = 0;
     int parts = 0;

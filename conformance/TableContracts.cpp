@@ -19,11 +19,14 @@ void namesOfTables(Findings& f)
              "names of columns are found in any case");
     f.expect(Access::doesColumnExists(source, rowTable, L"Later") == 0, "a missing column does not exist");
     KorArray<KorString> names;
+    names.append(L"before");
     f.expect(Access::getTablesNames(source, names) == 1, "the tables are listed");
-    bool listed = false;
-    for (const KorString& name : names)
+    bool listed = false, kept = false;
+    for (const KorString& name : names) {
         listed = listed || name == rowTable;
-    f.expect(listed, "a table is listed as it is called");
+        kept = kept || name == L"before";
+    }
+    f.expect(listed && !kept, "a table is listed as it is called, in place of what the list held");
 }
 
 void structure(Findings& f)
@@ -46,8 +49,8 @@ void givenKey(Findings& f)
              "a free key is taken");
     f.expect(cells(7).starts_with("7|"), "the row is seen at once");
     ConformanceRow read = row(1, L"x", 5);
-    f.expect(RecordAccess::readByKey(rows(), 7L, &read) == 1 && read.runName.isEmpty() && read.number == 0,
-             "it is read as an empty record");
+    f.expect(RecordAccess::readByKey(rows(), 7L, &read) == 1 && read.runName.isEmpty() && read.number == -1,
+             "it is read as a new record");
     Access::setTableColumnValue(source, rowTable, L"Key", L"7", 1, KorCellData(L"kept"));
     f.expect(Access::appendNewLine(source, rowTable, key, true, true) != 1, "a key is not taken twice");
     f.expect(rowKeys() == "7 " && cells(7).starts_with("7|kept|"), "the row that has it stays");
@@ -64,6 +67,9 @@ void chosenKey(Findings& f)
     KorArray<long> keys;
     RecordAccess::keys(rows(), keys);
     f.expect(keys.length() == 3 && keys[2] > keys[1], "each row has its own");
+    f.expect(Access::appendNewLine(source, L"ConformanceNames", first, true, false) == 1 &&
+                 first.getType() == KorItemType::kString && first.getStringW().toInteger() > 0,
+             "a table of text keys gets a number as text");
     f.expect(Access::appendNewLine(source, L"ConformanceMissing", first, true, false) != 1,
              "nothing is appended to a missing table");
 }
@@ -204,7 +210,7 @@ void keptBatch(Findings& f)
         KorDatabaseBatch::whenUndone(source, [&] { ++undone; });
         joined.undo(); // goes only with the batch around it
         f.expect(KorDatabaseBatch::lock(source) == 1, "a batch takes the write lock");
-        f.expect(batch.end(1) == 1, "a batch is stored");
+        f.expect(batch.end(1) == 1 && batch.end(3) == 3, "a batch is stored, once");
     }
     {
         const KorDatabaseBatch batch; // ends with its scope

@@ -20,7 +20,7 @@ const Section sections[] = {{L"HEA", L"HEA200"}, {L"IPE", L"IPE300"},         {L
                             {L"W", L"W14x30"},   {L"T", L"a section of ours"}};
 
 /// Maps the list out and back; the number of sections that came back as they were.
-int travel(int application)
+int outAndBack(int application)
 {
     int returned = 0;
     for (const Section& section : sections) {
@@ -59,7 +59,7 @@ int main(int argc, char** argv)
     long application = 0;
     int returned = 0;
     if (KorODBCQXT_Application::getApplicationKey(L"IFC", application) == 1)
-        returned = travel(static_cast<int>(application));
+        returned = outAndBack(static_cast<int>(application));
     std::cout << returned << " of " << std::size(sections) << " sections came back\n";
     korodbc::host::closeRepository();
     return returned == static_cast<int>(std::size(sections)) - 1 ? 0 : 1; // all but the last

@@ -51,6 +51,8 @@ void take(const Table& table, const Row& row, std::span<const ColumnDescription>
         if (at < 0)
             continue;
         const KorCellData& cell = row[static_cast<std::size_t>(at)];
+        if (cell.getType() == KorItemType::kNone && column.kind != FieldKind::Text)
+            continue; // an empty cell is no number
         if (column.kind == FieldKind::Integer)
             column.integer(element) = cell.getInt();
         else if (column.kind == FieldKind::Real)

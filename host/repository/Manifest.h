@@ -18,7 +18,7 @@ struct Manifest {
 
     std::array<std::string, KorDSNDefinitions::kNumberOfDataSources> connections; // by eDSN
     std::vector<CountryAddIn> countryAddIns;                                      // in the order of their slots
-    int busyMilliseconds = 2000; // how long to wait for a database that another process writes
+    int busyMilliseconds = 2000; // how long to wait for a database that another program writes
 
     /// One file per data source, named after it.
     static Manifest standard();

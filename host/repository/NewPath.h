@@ -6,10 +6,10 @@
 
 namespace korodbc::host {
 
-/// A file or folder in the making. It is made in a passing folder beside its place, "beam.db.korodbc-new-x1Y2z3",
-/// and appears in its place complete or not at all, never over one that is there already, not even over one that
-/// another program has just made. The passing folder goes with this object; those of programs that were killed go
-/// with the next one for the same place.
+/// A file or folder in the making. It is made in a temporary folder beside its place,
+/// "beam.db.korodbc-new-x1Y2z3", and appears in its place complete or not at all, never over one that is there
+/// already, not even over one that another program has just made. The temporary folder is deleted with this
+/// object; those of programs that were killed go with the next one for the same place.
 class NewPath {
 public:
     explicit NewPath(const std::filesystem::path& target);

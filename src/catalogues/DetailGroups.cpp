@@ -27,7 +27,7 @@ bool hasRunName(const Group& group)
     return RecordMarshal<Group>::getRunNameByKey(static_cast<long>(group.getKey()), runName) == 1;
 }
 
-/// Saves a group in the current database. With a class name, each failed write raises that class's assertion.
+/// Saves a group in the manager's database. With a class name, each failed write raises that class's assertion.
 template <class Group>
 int save(Group& group, int isNew, bool (*exists)(const Group&), const char* asserting = nullptr)
 {

@@ -1,4 +1,4 @@
-// The edit copies and the caches of the tables of a compaction.
+// The copies of the tables of a compaction, and their resets.
 
 #include "CompactTables.h"
 #include "foundation/ManagerDatabase.h"

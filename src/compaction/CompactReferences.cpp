@@ -79,7 +79,7 @@ int storedColumn(eDSN dsn, const KorString& table, const KorString& column)
 
 void CompactTables::noteOpening(int opening) { openedByRuns.insert(opening); }
 
-/// A dialog that holds some of the tables cannot be cancelled as a whole: the others keep what the run did.
+/// An edit of some of the tables cannot be cancelled as a whole: the others keep what the run did.
 void CompactTables::checkDialogs(bool opensAll)
 {
     const RecordDescription* held = nullptr;

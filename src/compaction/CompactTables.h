@@ -83,7 +83,7 @@ public:
     const KorString& failure() const { return m_failure; }
 
     /// True when every table that the run reads or writes fits its record type, belongs to no other program, and
-    /// is open in no dialog whose Cancel would bring back references to merged rows, but not the rows. `opensAll`:
+    /// is open in no edit whose Cancel would bring back references to merged rows, but not the rows. `opensAll`:
     /// the run takes the copies of its tables.
     bool areUsable(bool opensAll);
     /// Remembers an edit that the run has begun: the next one goes on within it.
@@ -117,7 +117,7 @@ private:
     KorString m_failure;
 };
 
-/// True when this program edits the table of that type in the current database at that depth or a deeper one.
+/// True when this program edits the table of that type in the manager's database at that depth or a deeper one.
 bool isOpen(const RecordDescription& type, int depth);
 /// Position of a column in a stored table; -1 when it has none of that name.
 int storedColumn(eDSN dsn, const KorString& table, const KorString& column);

@@ -94,7 +94,7 @@ private:
         bool done = true;
         for (const wchar_t* statement : statements)
             done = m_run.execute(statement, {number, key}) == 1 && done;
-        // the items go with their set; what an earlier set of that number left behind must not join them
+        // the items go with their set; the items of an earlier set of that number must not join them
         for (const int left : m_items[number])
             done = KorDatabaseAccess::deleteLine(itemTable, KorCellData(left)) == 1 && done;
         for (const int item : m_items[number] = m_items[key])

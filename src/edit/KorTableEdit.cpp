@@ -14,7 +14,7 @@ KorTableEdit::KorTableEdit(std::initializer_list<KorOdbcMan::eTableType> types, 
         m_tables.push_back({type, false});
         if (const int items = itemTableType(type); items >= 0) {
             const auto itemType = static_cast<KorOdbcMan::eTableType>(items);
-            // a dialog around this one closes its own
+            // an edit around this one closes its own
             m_tables.push_back({itemType, depth != KorOdbcMan::kFirstCopy && itemsAreCopiedAtFirstDepth(type) &&
                                               !KorOdbcMan::isOpen(itemType, KorOdbcMan::kFirstCopy)});
         }

@@ -14,7 +14,7 @@ inline void setManagerDatabase(eDSN dsn, eIndex index)
     KorCurrentDatabase::m_currentAddIn = index;
 }
 
-/// Makes the manager's database the service's, or another database that of both, until the scope ends: what an
+/// Makes the manager's database the current data source, or another database both, until the scope ends: what an
 /// operation reads and what it writes is one database.
 class ManagerDatabase {
 public:
@@ -35,7 +35,7 @@ private:
     const KorDSNRequest m_request;
 };
 
-/// Makes a database the manager's for good and the service's until the scope ends.
+/// Makes a database the manager's for good and the current data source until the scope ends.
 class NewManagerDatabase {
 public:
     NewManagerDatabase(eDSN dsn, eIndex index) : m_request(dsn, index) { setManagerDatabase(dsn, index); }

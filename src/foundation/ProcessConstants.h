@@ -6,7 +6,7 @@
 /// What the library sets up when it is loaded and takes down when it is unloaded.
 namespace korodbc {
 
-extern const KorString firstCopySuffix; // follows the name of a table in the name of its working copy
+extern const KorString firstCopySuffix; // follows the name of a table in the name of its copy at depth 0
 
 // Keys of default values
 extern const KorString defaultNewKeyValueStart;

@@ -17,8 +17,8 @@ struct StoredReference {
     KorString text; // key, where it is a text
 };
 
-/// Appends the references of the current database that `wanted` selects, fixed catalogue rows included; `wanted`
-/// must not read through the service. Returns 1, or 0 when a table that exists could not be read.
+/// Appends the references of the current data source that `wanted` selects, fixed catalogue rows included;
+/// `wanted` must not read through the service. Returns 1, or 0 when a table that exists could not be read.
 int findReferences(const std::function<bool(const StoredReference&)>& wanted,
                    KorArray<KorDetailReference>& references);
 

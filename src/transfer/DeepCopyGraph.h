@@ -78,7 +78,7 @@ public:
     long collect(const RecordDescription& type, void* record, long key);
     /// Collects the rows that the record's reference fields name, and stores their positions in the fields.
     bool collectReferences(const RecordDescription& type, void* record);
-    /// Whether the table of the current database fits its records; asked once in a copy.
+    /// Whether the table of the manager's database fits its records; asked once in a deep copy.
     bool isReadable(const CopyTable& table);
 
     long save(const RecordDescription& type, void* record, long index);

@@ -68,7 +68,7 @@ eIndex slotInUse(eDSN dsn)
     return dsn == KorDSNDefinitions::kCountryAddin ? KorDSNDefinitions::kFirstAddin : KorDSNDefinitions::kBase;
 }
 
-/// Collects a style, or a process with what it reaches, from the current database.
+/// Collects a style, or a process with what it reaches, from the source.
 bool collect(Exports::eType type, long key)
 {
     return collecting([&] {
@@ -93,8 +93,8 @@ bool saveAll(Exports::eType type)
     return true;
 }
 
-/// True when a dialog of this program holds some of the tables, but not all: its Cancel would take back a part of
-/// what is written.
+/// True when an edit of this program is open on some of the tables, but not all: its Cancel would take back a part
+/// of what is written.
 bool isHeldInPart(const DeepCopyGraph& graph)
 {
     bool some = false, all = true;
@@ -109,7 +109,7 @@ bool isHeldInPart(const DeepCopyGraph& graph)
     return some && !all;
 }
 
-/// Writes what was collected to the current database, as one. Returns 1, or 0 with the messages set, unless the
+/// Saves what was collected in the target, as one batch. Returns 1, or 0 with the messages set, unless the
 /// user cancelled as `cancelled` tells.
 int write(Exports::eType type, const bool& cancelled)
 {

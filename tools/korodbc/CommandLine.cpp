@@ -45,7 +45,7 @@ int endedWith(int code)
 
 CommandLine::CommandLine()
     : m_app{"Keeps the configuration databases of steel detailing: looks at tables, looks sections and bolts\n"
-            "up, fills user tables, moves detail styles and processes between databases, edits them under\n"
+            "up, fills user tables, transfers detail styles and processes between databases, edits them under\n"
             "copies, merges duplicates, finds broken references.\n"}
 {
     m_app.name("korodbc");

@@ -84,7 +84,7 @@ enum class Closing { Ok, Cancel, Update, LeaveOpen };
 struct EditOptions {
     std::string table, key, column, value, source = "Details";
     int depth = 0;
-    int item = 0; // number of the item in a table of items, from 1; 0: the row itself
+    int item = 0; // number of the item in an item table, from 1; 0: the row itself
     Closing closing = Closing::Ok;
     bool force = false; // also what the row or the tables of its database do not know
 };
@@ -143,6 +143,6 @@ struct Edited {
     std::string record, column, before, after, source;
     bool underCopy = true;
 };
-/// Changes a value, under a copy where the table is one that dialogs edit, and closes the edit.
+/// Changes a value, under a copy where the table is a detail table, and closes the edit.
 Edited edit(const EditOptions& options);
 std::string copyPlace(const LeftBehind& copy);

@@ -147,7 +147,7 @@ void refuseUnknownSets(const Source& source)
                                    firstOf(unknown) + "); correct them first, see: korodbc check"};
 }
 
-/// Lets no edit copies be taken: what runs in one batch needs none.
+/// Lets no copies be taken: what runs in one batch needs none.
 class WithoutCopies {
 public:
     WithoutCopies() { KorODBCDetailStyleExports::CancelBackupTables(1); }
@@ -323,5 +323,5 @@ void runCompact(const GlobalOptions& global, const CompactOptions& options)
                     compacted.backup.c_str(), compacted.backup.c_str(),
                     options.source == "Details" ? "" : (" --source " + options.source).c_str());
     else if (options.dryRun && !compacted.nothingToDo)
-        std::puts("With --backup the run keeps a copy of the database.");
+        std::puts("With --backup the run keeps a backup of the database.");
 }

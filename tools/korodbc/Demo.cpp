@@ -74,7 +74,7 @@ void showProcess(const Source& details, const std::string& file)
     }
     if (names.empty())
         throw Failure{kFailed, "the catalogue has no detail process to show"};
-    step("Detail process " + quote(names.front()) + " travels with the styles of its style maps");
+    step("Detail process " + quote(names.front()) + " is exported and imported with the styles of its style maps");
     const Moved exported = exportDetail({Detail::Process, names.front(), "Details", file});
     say("   " + rowsOf(exported) + " to " + file + ".");
     const Moved imported = importDetail({Detail::Process, file, "", "Details"});
@@ -207,14 +207,14 @@ void runDemo(const GlobalOptions& given, const std::string& folder, const std::s
         say("   Done: " + sums(compacted) + ".");
         say("   The database as it was is in " + compacted.backup + ".");
 
-        step("The style's title is edited under a copy, and the dialog is cancelled");
+        step("The style's title is edited under a copy, and the edit is cancelled");
         EditOptions change{"DetailStyle",  key, "TitleFormat", "O'Brien's beam – 100 % größer", "Details", 0, 0,
                            Closing::Cancel};
         const Edited cancelled = edit(change);
         say("   Written: " + quote(change.value) + ". After Cancel the title is " + quote(cancelled.after) +
             (cancelled.after == cancelled.before ? ", as before." : ", WHICH IS NOT WHAT IT WAS."));
 
-        step("It is edited again, and the program ends with the dialog open");
+        step("It is edited again, and the program ends with the edit open");
         change.closing = Closing::LeaveOpen;
         say("   The title is now " + quote(edit(change).after) + ".");
         for (const LeftBehind& copy : copiesLeftBehind())

@@ -9,7 +9,7 @@
 
 struct RecordDescription;
 
-/// What a transfer moves and a tree shows.
+/// What a transfer copies and a tree shows.
 enum class Detail { Style, Process };
 
 /// What tells one kind from the other.

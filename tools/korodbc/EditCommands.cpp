@@ -53,7 +53,7 @@ struct Cell {
     std::string name;
     const ColumnDescription* column = nullptr;
     long item = 0;                            // of a numbered column, counted from 1
-    const RecordDescription* items = nullptr; // the table of items that the cell stands in
+    const RecordDescription* items = nullptr; // the item table that the cell stands in
     int owner = 0, order = 0;                 // what tells its row there
 };
 
@@ -169,7 +169,7 @@ void checkPlace(const RecordDescription& type, const void* record, const Cell& c
     });
 }
 
-/// Writes a cell of an item under the copies of its dialog.
+/// Writes a cell of an item under the copies of one edit.
 int writeItem(KorTableEdit& dialog, const StoredTable& table, const Cell& cell, const std::string& value)
 {
     if (dialog.begin() != 1)
@@ -244,7 +244,7 @@ int close(KorTableEdit& dialog, Closing closing)
     case Closing::Cancel:
         return dialog.cancel();
     case Closing::Update:
-        // Apply keeps the edit and the dialog open; the program ends, so the dialog is closed as well
+        // Update keeps the edit open; the program ends, so it is closed as well
         return dialog.update() == 1 ? dialog.ok() : 0;
     case Closing::LeaveOpen:
         break;

@@ -171,10 +171,11 @@ void requireStyles(const NamedDetail& process, const std::string& place)
     if (!missing.empty())
         throw Failure{kFailed, "process " + quote(process.name) + " names " +
                                    counted(static_cast<long>(missing.size()), "detail style") + " that " + place +
-                                   " does not have (keys " + listed(missing) + "); move it with --without-styles"};
+                                   " does not have (keys " + listed(missing) +
+                                   "); transfer it with --without-styles"};
 }
 
-/// Key that the moved style or process got in the target; it is the first one collected.
+/// Key that the transferred style or process got in the target; it is the first one collected.
 int newKeyOf(Detail kind, int sourceKey)
 {
     const rowInfo identity{KorString::fromUtf8(kindOf(kind).root().record), 0, sourceKey};
@@ -194,7 +195,7 @@ std::string keptKeys(const Moved& moved)
         std::fprintf(
             stderr,
             "korodbc: note: %s has no detail styles with the keys %s, which the style maps of the process "
-            "name; move those styles too, or the process with its styles\n",
+            "name; transfer those styles too, or the process with its styles\n",
             moved.into.c_str(), listed(moved.unknownStyles).c_str());
     return " " +
            (moved.keptItems == 1

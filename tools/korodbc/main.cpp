@@ -222,7 +222,7 @@ private:
         compact->add_flag("--dry-run", m_compact.dryRun, "Say what would be done, change nothing");
         compact->add_flag("--keep", m_compact.keep, "Only redirect the references, delete nothing");
         compact->add_flag("--force", m_compact.force, "Also when references to deleted rows are left");
-        compact->add_flag("--backup", m_compact.backup, "Keep a copy of the database beside it");
+        compact->add_flag("--backup", m_compact.backup, "Keep a backup of the database beside it");
         addFormats(compact);
         CLI::App* restore = command(
             "restore", "Bring a backup back into a data source",
@@ -269,7 +269,7 @@ private:
         edit->add_option("COLUMN", m_edit.column, "Name of the column")->required()->type_name("");
         edit->add_option("VALUE", m_edit.value, "New value")->required()->type_name("");
         addSource(edit, "Data source (default: Details)");
-        edit->add_option("--depth", m_edit.depth, "Depth of the copy: how deep the dialog is nested, 0 to 3")
+        edit->add_option("--depth", m_edit.depth, "Depth of the edit: how deep it is nested in others, 0 to 3")
             ->type_name("N")
             ->check(CLI::Range(0, 3))
             ->capture_default_str();
@@ -282,7 +282,7 @@ private:
                        "column behind the items of the row");
         edit->add_flag("--ok", m_ok, "Keep the edit, drop the copy (default)")->group("Closing, one of");
         edit->add_flag("--cancel", m_cancel, "Bring the table back from the copy")->group("Closing, one of");
-        edit->add_flag("--update", m_update, "Keep the edit as Apply does, renew the copy, then close")
+        edit->add_flag("--update", m_update, "Keep the edit so far, renew the copy, then close")
             ->group("Closing, one of");
         edit->add_flag("--leave-open", m_leaveOpen,
                        "Stop without closing: the next writing command recovers the table")
@@ -299,7 +299,7 @@ private:
     void addDemo()
     {
         CLI::App* demo =
-            command("demo", "Show the travels of a style and a process in a new folder, step by step",
+            command("demo", "Show how a style and a process are transferred, in a new folder, step by step",
                     "korodbc demo /tmp/demo", [this] { runDemo(m_global, m_file, m_init.catalogue); });
         m_file = "demo";
         demo->add_option("FOLDER", m_file,

@@ -16,12 +16,13 @@ concept CatalogueKey =
 
 /// What the catalogue readers are made of: one operation for each kind of read. A reader holds no data; its
 /// first record type is the one meant where an operation names none. Reads return 1 for success and another
-/// value, mostly 0, otherwise; outputs are unchanged on failure. Without a data source, they go to the current
-/// one.
+/// value, mostly 0, otherwise; outputs are unchanged on failure; lists replace what the array held, where nothing
+/// else is said. Without a data source, they go to the current one (RecordAccess). Threads: one. Needs: an open
+/// repository.
 template <class... Records>
 class CatalogueReader {
 public:
-    /// The next read shows what changed in the database since the previous one.
+    /// The next reads see what other programs have stored.
     static void resetTable() { (RecordMarshal<Records>::resetTableCache(0), ...); }
 
 protected:
@@ -94,7 +95,7 @@ protected:
         return text;
     }
 
-    /// A read in a data source and slot.
+    /// A read with a data source and slot requested.
     template <class Read>
     static int within(eDSN dsn, eIndex index, Read read)
     {

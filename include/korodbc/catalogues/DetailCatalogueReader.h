@@ -37,7 +37,7 @@ protected:
 
     // Scans of whole tables
 
-    /// Shows every record to `act` in table order, until it returns false; 0 when the table cannot be read.
+    /// Calls `act` for every record in table order, until it returns false; 0 when the table cannot be read.
     template <class T, class Act>
     static int scan(Act act)
     {

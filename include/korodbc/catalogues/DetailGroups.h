@@ -5,11 +5,11 @@
 #include <korodbc/records/detail/DetailObjectRecords.h>
 #include <korodbc/records/detail/DetailViewRecords.h>
 
-// The groups that the dialogs sort annotation strategies, qualifier sets and linear dimension requests into. Reads
-// go to the requested database or, without a request, to the edit manager's, saves always to the manager's. A save
-// appends the group when `isNew` is not 0 or its key is unknown, and then gives
-// it its new key; otherwise it updates the group's row. It returns the result of the last write; with 0 for a save
-// that could not be stored the group's key is unchanged.
+// The groups that annotation strategies, qualifier sets and linear dimension requests are sorted into. Reads go to
+// the requested data source, without a request to the manager's database, saves always to the manager's database.
+// A save appends the group when `isNew` is not 0 or its key is unknown, and then gives it its new key; otherwise
+// it updates the group's row. It returns the result of the last write; with 0 for a save that could not be stored
+// the group's key is unchanged.
 
 /// Groups of annotation strategies.
 class KorODBCDetObjAnnotationGroup : public DetailReader<StructDetObjAnnotationGroup> {

@@ -2,8 +2,8 @@
 
 #include <korodbc/catalogues/CatalogueReader.h>
 
-/// For a read of the current database: the one that the host requests, or without a request the edit manager's,
-/// which is where the writers beside the readers write. Tables that it does not have are read where they are.
+/// Until it is destroyed, reads go to the requested data source, without a request to the manager's database,
+/// where the writers beside the readers write. Tables that this lacks are read from the first of their homes.
 class DetailReading {
 public:
     DetailReading();
@@ -16,7 +16,7 @@ private:
     eIndex m_index;
 };
 
-/// The reads of the catalogue readers in the current database of the detail dialogs.
+/// The reads of the catalogue readers within a DetailReading.
 template <class... Records>
 class DetailReader : public CatalogueReader<Records...> {
     using Reader = CatalogueReader<Records...>;

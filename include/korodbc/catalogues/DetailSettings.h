@@ -13,7 +13,7 @@ public:
     static int getDepthStatusList(KorArray<KorString>& names) { return orderedRunNames(names); }
 };
 
-/// How the position of a beam is told.
+/// How the position of a beam is given.
 class KorODBCBeamPositionCalculation : public CatalogueReader<StructBeamPositionCalculation> {
 public:
     static int getBeamPositionCalculation(const KorOdbcKey& key, StructBeamPositionCalculation& record)

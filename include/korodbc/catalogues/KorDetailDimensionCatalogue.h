@@ -21,7 +21,7 @@ public:
         return runNames<StructDetViewDimStrategy>(names);
     }
 
-    // Requests and their points
+    // Dimension requests and their points
 
     static int getDetRequestType(const KorString& runName, StructDetRequestType& record)
     {

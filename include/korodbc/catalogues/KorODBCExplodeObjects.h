@@ -53,9 +53,9 @@ public:
     static int getExplodeSettingsTable(KorArray<StructExplodeSettings>& records) { return table(records); }
 
     /// The settings of a model type's objects and a sub-type, of the selected profiles: the user's, else those of
-    /// the configuration. 1, and the manager's data source is then the one that has them; 0, with the manager at
-    /// the configuration, when there are none: `record` then holds the fallback, a layer and a colour to recognise
-    /// it by, without a key.
+    /// the configuration. 1, and the manager's database is then the one that has them; 0, with the configuration
+    /// as the manager's database, when there are none: `record` then holds the fallback, a layer and a colour to
+    /// recognise it by, without a key.
     static int getExplodeSettingsForObjectStructure(long modelType, long subType, StructExplodeSettings& record);
 
     /// Whether explode settings are used: 1 or 0, -1 when nothing says.

@@ -29,14 +29,14 @@ public:
     /// True when the record is for that view type and beam type.
     static bool isApplicable(const StructNecessaryViewsConfiguration& record, long viewType, long beamType);
 
-    /// Where the rules are read, and what is to be the manager's data source and add-in after reading from a
-    /// country add-in. For one of these `index` is always 3, the current country add-in, which this makes the
-    /// named one; `savedIndex` is its slot, the one to request. 1; 0, with an assertion and the data source that
-    /// is current, when the named add-in is not installed.
+    /// Where the rules are read, and what is to be the manager's database after reading from a country add-in. For
+    /// one of these `index` is always 3, the current country add-in, which this makes the named one; `savedIndex`
+    /// is its slot, the one to request. 1; 0, with an assertion and the current data source, when the named add-in
+    /// is not installed.
     static int getODBCDSNValue(eDSN& dsn, eIndex& index, eIndex& savedIndex, eDSN& savedDsn);
     /// Key of the setting that chooses.
     static KorString settingKey();
-    /// Makes that the manager's data source and add-in.
+    /// Makes that the manager's database.
     static void restoreODBCDBSValue(eDSN dsn, eIndex index);
 
     /// True when the record's value is the wanted one or stands for every value, -1; with `negate` other than 0,

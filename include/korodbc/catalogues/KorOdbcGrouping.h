@@ -32,8 +32,8 @@ public:
     /// The profiles of the add-in whose selected flag is set, in table order. 1 when the table could be read; the
     /// array is empty otherwise.
     static int getSelectedPreferredProfiles(KorArray<StructPreferredSizesProfiles>& profiles);
-    /// Sorts the keys and makes them the active profiles. The repository's preferred sizes are read anew when
-    /// these are other ones than before, and only then. A database engine may refuse the condition of more
+    /// Sorts the keys and makes them the active profiles. Preferred sizes are reset when these are other ones than
+    /// before, and only then. A database engine may refuse the condition of more
     /// than some 900 profiles; every list is empty then.
     static void setPreferredProfiles(KorArray<int>& profiles);
     /// Makes the first selected profile of the region the active one. When no selected profile is of the region,

@@ -128,7 +128,7 @@ public:
 /// Methods of numbering: those of the add-in go before those of the numbering catalogue.
 class KorOdbcNumberingMethod : public CatalogueReader<StructNumberingMethod> {
 public:
-    /// Without such a method the result is 0, and the record says so: key -1, flag 1, a description in words.
+    /// Without such a method the result is 0 and the record a substitute: key -1, flag 1, a description in words.
     static int getByKey(long key, StructNumberingMethod& method);
     static int getByName(const KorString& runName, StructNumberingMethod& method);
     /// The names of both sources, each once; 0 when neither can be read.

@@ -35,7 +35,7 @@ public:
     static int getColdRolledOwnerTable(KorArray<StructColdRolledOwner>& records) { return table(records); }
 };
 
-/// Display names of section subtypes.
+/// Run names of section subtypes.
 class KorODBCProfileShapeRunName : public CatalogueReader<StructProfileShapeRunName> {
 public:
     static int getProfileShapeRunName(const KorOdbcKey& key, StructProfileShapeRunName& record)

@@ -18,13 +18,14 @@ struct KorCompactedTable {
 /// names, become one: the row with the lowest key stands for the others, every reference to one of those is
 /// redirected to it, and they are deleted. Referenced tables come first, so that rows that differ only in what
 /// referred to equal rows become equal in turn. A run takes the write lock of the database before it reads, and is
-/// stored whole or not at all: when it gives 0, or the process dies, the tables are as before. References that
+/// stored whole or not at all: when it gives 0, or the program ends, the tables are as before. References that
 /// named a row and would name none, or another, end it, but for those that previewCompactProcess announces. It
 /// marks the tables modified in the edit manager's slot of that database; the host's OK or Cancel decides. Not
 /// marked by a run over the styles are the style maps: a host that may cancel begins a KorTableEdit over the
-/// tables first, in the same batch as the run and the OK where all are to be one. A run is refused while a dialog
-/// holds some of its tables, but not all: its Cancel would bring back references to rows that are gone. Of a
-/// country add-in the manager's current slot is compacted when it has one. One run at a time.
+/// tables first, in the same batch as the run and the OK where all are to be one. A run is refused while an edit
+/// is open on some of its tables, but not all: its Cancel would bring back references to rows that are gone. Of
+/// the country add-ins the one in the manager's slot is compacted. Threads: one, one run at a time. Needs: what
+/// KorOdbcMan needs.
 class KorOdbcCompactDetailsTables {
 public:
     enum eCompactType {
@@ -43,7 +44,7 @@ public:
     static int startCompactProcess(eDSN database, int deleteFlag, eCompactType type);
     /// Merges qualifier sets alone and numbers them from 1. Duplicates are deleted with type 0 and the delete flag
     /// only. A reference that names no set keeps its value, and so may name one afterwards. Returns as above; 0
-    /// also when a rule of NecessaryViewsConfiguration would move while the qualifier sets are open in a dialog.
+    /// also when a rule of NecessaryViewsConfiguration would move while an edit is open on the qualifier sets.
     static int compactQualifierSets(eDSN database, int deleteFlag, eCompactType type);
 
     /// Finds out what a run would do, and changes nothing. `tables` receives the tables of the run, `stranded` the
@@ -71,7 +72,7 @@ public:
     static int dropCopiesOfTables();
     /// Marks the tables of the type modified for the edit manager.
     static void updateTablesStatus();
-    /// Lets the tables of the type be read anew.
+    /// The next reads of the tables of the type see what other programs have stored.
     static void resetTablesContent();
 
     // Redirect the references of one table to the rows that stand for others, in memory and in the database

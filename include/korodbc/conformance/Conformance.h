@@ -22,9 +22,9 @@ enum Offer : unsigned {
 /// with the columns of its description in their order and those of the numbered items behind.
 std::span<const RecordDescription* const> scratchTables();
 
-/// Checks the host that the caller has opened, and leaves the scratch tables empty and
-/// a table "ConformanceCopy" behind. Calls `tell` with one line for
-/// each contract that the host breaks, beginning with its name. Returns how many it breaks.
+/// Checks the host that the caller has opened, and leaves the scratch tables empty and a table "ConformanceCopy"
+/// beside them. Calls `tell` with one line for each contract that the host breaks, beginning with its name.
+/// Returns how many it breaks. Threads: one. Needs: the host's repository, open, with the scratch tables.
 int runConformance(unsigned offers, const std::function<void(const std::string& line)>& tell);
 
 } // namespace conformance

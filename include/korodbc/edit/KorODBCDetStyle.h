@@ -10,9 +10,9 @@
 #include <korodbc/records/detail/DetailStyleRecords.h>
 #include <korodbc/records/detail/DetailViewRecords.h>
 
-/// The records that detail styles and detail processes are made of, in the current database: the requested
-/// one, or without a request the edit manager's. Results: 1 found or
-/// done, 0 not found; outputs are unchanged unless the result is 1.
+/// The records that detail styles and detail processes are made of, in the requested data source or without a
+/// request in the manager's database. Results: 1 found or done, 0 not found; outputs are unchanged unless the
+/// result is 1. Threads: one. Needs: an open repository.
 class KorODBCDetStyle : private DetailReader<StructDetailStyle> {
 public:
     // Objects and how they are drawn
@@ -133,7 +133,7 @@ public:
     static int getDetBaseCategoryByDetViewRequestKey(long requestKey, KorString& name);
     /// Stores the category entries of a view request: removes the deleted ones, also from the request, and appends
     /// those with a negative key, which get their keys. A new entry stays as it is when it is deleted or its base
-    /// category does not exist. 0 for an unknown request, and, with the request unchanged, when the entries could
+    /// category does not exist. 0 for an unknown view request, and, with it unchanged, when the entries could
     /// not be stored.
     static int setDetViewRequestCategories(StructDetViewRequest& request);
 

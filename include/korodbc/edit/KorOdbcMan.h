@@ -17,8 +17,9 @@ class KorCountryAddInReactor;
 
 /// Edits the detail tables: the 48 tables that a detail style or process is made of. Tables are edited in place
 /// while copies, up to four nested ones, keep the state that Cancel brings back. All operations work on the
-/// current database unless they say otherwise. Results: 1 for success; 0 and -1 for failure; -2 for a type without
-/// a table.
+/// manager's database (KorCurrentDatabase) unless they say otherwise. Results: 1 for success; 0 and -1 for
+/// failure; -2 for a type without a table. Each write is a batch of its own, or a part of the caller's.
+/// Threads: one. Needs: start-up (KorOdbcDSNDefinitions), then initializeTables.
 class KorOdbcMan : public KorCurrentDatabase {
 public:
     enum eTableType {
@@ -73,15 +74,15 @@ public:
     };
     static constexpr int kTableTypes = 48;
 
-    /// How deep dialogs are nested; each depth has a copy of its own.
+    /// How deep edits are nested; each depth has a copy of its own.
     enum eCopyDepth { kFirstCopy = 0, kSecondCopy = 1, kThirdCopy = 2, kFourthCopy = 3, kCopies = 4 };
     enum eStatus { eNotModified = 0, eModified = 1 };
 
     // Table types
 
-    /// Table name of a type; -1, with an assertion and `name` unchanged, for any other value.
+    /// Logical table name of a type; -1, with an assertion and `name` unchanged, for any other value.
     static int getTableName(eTableType type, KorString& name);
-    /// Number of columns of the type's table in the current database.
+    /// Number of columns of the type's table.
     static int getNumberOfColumns(eTableType type, int& count);
     /// Key of the type's current record; -1 for types without one.
     static long getRecordKey(eTableType type);
@@ -97,6 +98,8 @@ public:
     /// marked clean here. Does nothing while a transfer writes.
     static void setStatus(eTableType type, eStatus status, eCopyDepth depth);
 
+    /// Takes, brings back, drops the copy of that depth; the first claims the table, the others release it with
+    /// its last copy. 1 also when there was nothing to do.
     static int backupTable(eTableType type, eCopyDepth depth);
     static int restoreCopyOfTable(eTableType type, eCopyDepth depth);
     static int dropCopyOfTable(eTableType type, eCopyDepth depth);
@@ -109,24 +112,23 @@ public:
     /// Confirms the edits so far and takes a fresh copy; the table counts as not modified.
     static int setStatusOnUpdate(eTableType type, eCopyDepth depth);
 
-    /// At its first call in a repository brings back every copy that an earlier run left behind, those of tables
-    /// that other programs edit now excepted; a copy that does not fit its table stays. Clears all backup flags.
+    /// At its first call in a repository brings back every left copy, those of tables that other programs edit now
+    /// excepted; a copy that does not fit its table stays. Clears all backup flags.
     /// Returns 1, or 0 when the databases could not be written or no repository is open.
     static int initializeTables();
-    /// Does that for the current database alone, whenever: for operations that write without taking copies. 0 also
-    /// when a copy stays.
+    /// Does that for the manager's database alone, at any time: for operations that write without taking copies. 0
+    /// also when a copy stays.
     static int bringBackLeftCopies();
-    /// Renames a copy that cannot be brought back, so that nothing takes it for one; `aside` becomes its new name.
-    /// 0 when there is no such copy, or the table is being edited.
+    /// Renames a left copy that cannot be brought back, so that nothing takes it for one; `aside` becomes its
+    /// name. 0 when there is no such copy, or the table is being edited.
     static int putCopyAside(eTableType type, eCopyDepth depth, KorString& aside);
-    /// True when the table is edited in the current database under a copy that was really taken at that depth; a
-    /// copy that could not be taken counts as taken, but brings nothing back.
+    /// True when the table is edited under a copy that was really taken at that depth; a copy that could not be
+    /// taken counts as taken, but brings nothing back.
     static bool canCancel(eTableType type, eCopyDepth depth);
-    /// True when this program edits the table at that depth: in the current database, in any of them.
+    /// True when this program edits the table at that depth: in the manager's database, in any database.
     static bool isOpen(eTableType type, eCopyDepth depth);
     static bool isOpenAnywhere(eTableType type, eCopyDepth depth);
-    /// Tells apart the edits that open a table of the current database at the first depth one after another: each
-    /// has a number of its own. 0 while it is not open there.
+    /// Number of the edit that the table is open in at the first depth; each edit has one of its own. 0 without.
     static int openingOf(eTableType type);
     /// Brings back the copies of the first three depths in the three fixed databases.
     static void restoreDetailTablesCopies();
@@ -137,8 +139,9 @@ public:
     static void DebugStatus() {}
     static void DebugBackupAvailable() {}
 
-    // Record store
+    // Record store. Columns are counted from 0 in stored order; `flag` makes no difference.
 
+    /// Writes one column of a row without marking the table modified.
     static int setTableColumnValue(eTableType type, const KorOdbcKey& key, int column, const KorCellData& value,
                                    int flag);
     static int setTableColumnValue(eTableType type, const KorString& key, int column, const KorCellData& value,
@@ -158,21 +161,25 @@ public:
     static int setAttribute(eTableType type, const KorString& key, int column, void*& value, KorItemType& itemType,
                             int flag, eCopyDepth depth);
 
-    /// Appends the type's current record as a new row and stores it with its items. With `keepKey` 1 the record's
-    /// own key is kept where it is free. Returns the new key (for text keys 1), or a negative value on failure.
+    /// Appends the type's current record as a new row and stores it with its items; the record gets the row's key
+    /// and, outside transfers, the owner. With `keepKey` 1 it keeps its own key where that is free, in the base
+    /// details during transfers only. Returns the new key (for text keys 1), or a negative value on failure, with
+    /// nothing appended; the record may hold another key then.
     static int appendNewRecord(eTableType type, int keepKey, eCopyDepth depth);
-    /// Writes all columns and items of the type's current record over its row.
+    /// Writes all columns and items of the type's current record over its row. 1 also for a type without one.
     static int storeCurrentRecord(eTableType type, eCopyDepth depth);
+    /// 1 also when there is no such row.
     static int deleteRecord(eTableType type, const KorOdbcKey& key, eCopyDepth depth);
 
     /// Adds the columns of one more item, counted from 1, to the type's table.
     static int AddItemColumns(eTableType type, int item);
     /// Adds the last `count` columns of an item's group.
     static int AddItemColumns(eTableType type, int item, int count, eDSN dsn);
-    /// Adds columns until the table holds that many items.
+    /// Adds columns until the table holds that many items. 1 also when the database refuses one: the write of the
+    /// record fails then.
     static int setColumnsForNewItems(eTableType type, int items);
 
-    /// Lets the next reads of the type's records show what is stored now.
+    /// The next reads of the type's records see what other programs have stored.
     static void resetTable(eTableType type);
     /// Removes the items of the type's current record that refer to rows that do not exist.
     static void checkItems(eTableType type);
@@ -209,7 +216,7 @@ public:
     static const wchar_t* const ccKorVELCopyString[kCopies];
     static const KorString korstrVEL, korstrPCVEL;
 
-    // Told the application's managers that their cached data has to be reloaded.
+    // Reload counters: not 0 when the application's managers have to read their data anew
     static int m_DSMReloadInfo, m_DSMNewReloadInfo, m_DPMReloadInfo, m_AnnotationManagerReloadInfo;
     static int m_ProcessesSuiteReloadInfo, m_QuickDocManagerReloadInfo, m_DSMResetDetViewRequestCache;
 
@@ -268,7 +275,7 @@ private:
     static void restoreDetailTablesCopiesFor(eDSN dsn);
 };
 
-/// Follows country add-ins: when one is loaded, copies left behind in its database are brought back.
+/// Follows country add-ins: when one is loaded, left copies in its database are brought back.
 class KorCountryAddInReactor : public KorAddInReactorInterface {
 public:
     void onCountryAddInLoaded(KorAddIn& addIn) override;

@@ -5,18 +5,20 @@
 #include <initializer_list>
 #include <vector>
 
-/// The edits of one dialog over several detail tables, closed together: in each database all of them or none, also
-/// when the process dies while closing. Tables of items are taken along with the tables of their owners. What is
-/// still open at deeper depths is closed first, in the same way.
+/// One edit of several detail tables, closed together: in each database all of them or none, also when the program
+/// ends while closing. Item tables go with the tables of their records. What is still open at deeper depths is
+/// closed first, in the same way. Destroying the object closes nothing.
+/// Threads: one. Needs: what KorOdbcMan needs.
 class KorTableEdit {
 public:
     KorTableEdit(std::initializer_list<KorOdbcMan::eTableType> types, KorOdbcMan::eCopyDepth depth);
 
-    /// Takes the copies of all tables in the current database now; otherwise each is taken with its first edit.
-    /// Tables of items need this before records with items are stored. 0, with nothing taken, when one of the
-    /// tables cannot be edited: another program edits it, or it does not fit its records.
+    /// Takes the copies of all tables in the manager's database now; otherwise each is taken with its first write.
+    /// Item tables need this before records with items are stored. 0, with nothing taken, when one of the tables
+    /// cannot be edited: another program edits it, or it does not fit its records.
     int begin();
-    /// Each returns 1, or the first result other than 1; the edit is over, or with update goes on.
+    /// OK, Cancel, Update, in every database. Each returns 1, or the first result other than 1. The edit is over;
+    /// with update it goes on, and so it does, with nothing closed, when a database refuses to close a copy.
     int ok();
     int cancel();
     int update();
@@ -27,7 +29,7 @@ private:
 
     struct Table {
         KorOdbcMan::eTableType type;
-        bool alsoFirst; // the store takes the copy of these items at the first depth, whatever the dialog's
+        bool alsoFirst; // the store takes the copy of these items at the first depth, whatever the edit's
     };
     std::vector<Table> m_tables;
     KorOdbcMan::eCopyDepth m_depth;

@@ -2,11 +2,11 @@
 
 #include <korodbc/addins/KorAddInId.h>
 
-/// The country add-ins as databases.
+/// The country add-ins as databases. Threads: one.
 class KorCountryAddIns {
 public:
-    /// Makes an add-in the current one for detail data and lets all country add-ins be read anew.
+    /// Makes an add-in's database the current data source and resets those of all country add-ins.
     static void switchKorvaDetailsCurrent(const KorAddInId& id);
-    /// Lets the tables of all installed country add-ins be read anew.
+    /// Resets the databases of all country add-ins: the next reads see what other programs have stored.
     static void resetAddIns();
 };

@@ -2,7 +2,8 @@
 
 #include <korodbc/repository/KorDSNDefinitions.h>
 
-/// The database that is edited and that transfers write to: a data source and its slot.
+/// The manager's database: the data source and slot of the database that is edited and that transfers write to. At
+/// first, and when a repository was opened or closed, it is the base details. Threads: one.
 class KorCurrentDatabase {
 public:
     static eDSN getCurrentDSN() { return m_currentDSN; }

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Data that the library reads from outside the tables.
+/// What the library reads from outside the tables. Threads: one.
 class KorODBCDatabase {
 public:
     virtual ~KorODBCDatabase() = default;

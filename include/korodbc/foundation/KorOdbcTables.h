@@ -2,7 +2,7 @@
 
 #include <korodbc/roots/KorString.h>
 
-// Names of tables
+// Names of tables, and resets. Threads: one. Needs: an open repository.
 
 /// The table with the data source that holds it: "Configuration.Material". Returns 1, or 0 with `result`
 /// unchanged when the name belongs to no data source.
@@ -10,7 +10,7 @@ int kor_odbc_getDsnTableName(const KorString& name, KorString& result);
 /// The physical name of a table; always returns 1.
 int kor_odbc_getTableName(const KorString& name, KorString& result);
 
-// What is read after a reset comes from the database again.
+// After a reset the next reads see what other programs have stored.
 
 /// Every table.
 void kor_odbc_resetAllTables();

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What a transfer tells those that write meanwhile.
+/// Flags that transfers set and writers heed. Threads: one.
 class KorTransferState {
 public:
     static void setExportInProgress(int inProgress) { m_bExportInProgress = inProgress; }

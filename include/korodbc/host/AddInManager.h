@@ -32,7 +32,7 @@ private:
     std::vector<KorAddInReactorInterface*> m_reactors;
 };
 
-/// The manager while a repository is open; nullptr otherwise.
+/// The manager while a repository is open, which closing it destroys; nullptr otherwise. Threads: one.
 AddInManager* addInManager();
 void openAddInManager();
 void closeAddInManager();

@@ -9,23 +9,25 @@
 #include <vector>
 
 /// The embedded host: opens a repository of database files and puts it behind the table access service. Errors
-/// come back as text for a person; nothing is thrown.
+/// come back as text for a person; nothing is thrown. Threads: one, the same for the host and the library; a
+/// repository is opened and closed outside batches, requests and callbacks.
 namespace korodbc::host {
 
 /// What a program wants of a repository.
 enum class Access {
     Write, // its databases are read and written
-    Look,  // nothing is written, also where nothing can be: the databases are opened for reading
+    Look,  // the databases are opened for reading, also where nothing can be written; every write fails
 };
-/// Opens the repository in `folder` and makes it the one that the table access service works on; the library
-/// forgets what it knew of another. On failure returns false, `error` is one line, and nothing is open.
+/// Opens the repository in `folder` and makes it the one that the table access service works on, after closing
+/// another. On failure returns false, `error` is one line, and nothing is open.
 bool openRepository(const std::filesystem::path& folder, std::string& error, Access access = Access::Write);
-/// Opens a repository that lives in memory only, with every table, empty.
+/// Opens a repository in memory, with every table, empty; closing it drops it.
 bool openRepositoryInMemory(const std::vector<CountryAddIn>& countryAddIns, std::string& error);
-/// Closes the databases.
+/// Closes the databases. The library forgets what it knew of them.
 void closeRepository();
 
-/// Why the last failed operation of the table access service failed; empty when unknown.
+/// Why the last failed operation of the table access service failed, to be asked before the next operation; empty
+/// when unknown.
 std::string lastError();
 /// The same with its kind.
 const HostError& lastFailure();

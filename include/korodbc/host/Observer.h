@@ -19,12 +19,13 @@ struct StatementEvent {
     Origin origin;
     KorString sql; // of the library: the text exactly as it came
     int result;    // 1 executed, 0 failed
-    bool prepared; // compiled for this execution; false when a kept statement served
+    bool prepared; // compiled for this execution; false when a kept statement was used
     KorString error;
 };
 using StatementObserver = std::function<void(const StatementEvent&)>;
 
-/// Sees every statement from now on; an empty function ends it.
+/// Has every statement reported from now on, after it was run and on the caller's thread; an empty function ends
+/// it. Neither function may call the service.
 void setStatementObserver(StatementObserver observer);
 
 /// For trying what happens when statements fail: asked before each statement that writes, transactions excepted,

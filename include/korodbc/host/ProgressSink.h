@@ -6,7 +6,7 @@
 
 namespace korodbc::host {
 
-/// Shows the progress of long operations.
+/// Shows the progress of long operations. Called on the thread of the operation; must not call the library.
 class ProgressSink {
 public:
     virtual ~ProgressSink() = default;

@@ -10,8 +10,9 @@ namespace korodbc::host {
 /// Puts the text of a prompt into `text`; false when there is none, and `text` does not count then.
 using PromptSource = std::function<bool(std::wstring_view module, unsigned number, KorString& text)>;
 
-/// Installs where prompts come from and forgets the texts read so far. What the source does not know, and
-/// everything without one, comes from the built-in texts.
+/// Installs where prompts come from, until another is installed or a repository is opened or closed, and forgets
+/// the texts read so far. What the source does not know, and everything without one, comes from the built-in
+/// texts.
 void setPromptSource(PromptSource source);
 
 /// The English text that the program brings along, nullptr when there is none.

@@ -9,7 +9,7 @@
 
 namespace korodbc::host {
 
-/// Told of the work's progress: what is made, how many of how many.
+/// Called with the progress of the work: what is made, how many of how many.
 using BuildProgress = std::function<void(const std::string& what, int done, int total)>;
 
 /// Makes a repository in `folder` from the catalogue, a folder of text files `<data source>/<table>.csv`. The

@@ -15,7 +15,8 @@ public:
     virtual bool set(const KorString& key, const KorString& value) = 0;
 };
 
-/// Installs a store; nullptr starts an empty one in memory.
+/// Installs a store, until another is installed or a repository is opened or closed; nullptr starts an empty one
+/// in memory.
 void setSettingsStore(std::shared_ptr<SettingsStore> store);
 
 } // namespace korodbc::host

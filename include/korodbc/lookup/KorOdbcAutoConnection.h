@@ -14,6 +14,8 @@ struct AutoConnParamSetSituationStruct {
     int intValue3 = 0;
 };
 
+// Threads: one. Needs: an open repository.
+
 /// Appends the parameters of a situation. `table` is the logical name of a parameter-set table. Returns 1 when
 /// there are any, else 0.
 int kor_odbc_getAutoConnSituationParams(int situation, KorString table,

@@ -4,6 +4,7 @@
 #include <korodbc/records/configuration/CombinationRecords.h>
 
 // Bolts, their standards and properties. Results: 1 found or read, 0 not; outputs are unchanged on failure.
+// Threads: one. Needs: an open repository.
 
 // Run names over all sources, in the order of their tables
 

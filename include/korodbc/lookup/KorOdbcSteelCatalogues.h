@@ -8,7 +8,7 @@
 #include <korodbc/records/configuration/PresentationRecords.h>
 
 // Whole tables, help, notes and names for exchange. Results: 1 found or read, 0 not; outputs are unchanged on
-// failure.
+// failure. Threads: one. Needs: an open repository.
 
 int kor_odbc_getRenderMaterials(KorArray<StructRenderMaterial>& materials);
 int kor_odbc_getAuthors(KorArray<StructAuthor>& authors);

@@ -3,7 +3,7 @@
 #include <korodbc/records/configuration/MaterialRecords.h>
 
 // Plate thicknesses, scales and material classes. Results: 1 found or read, 0 not; outputs are unchanged on
-// failure.
+// failure. Threads: one. Needs: an open repository.
 
 /// Thicknesses in mm as texts with six decimals, "12.000000". The thickness 0.1 alone is shown by its run name.
 int kor_odbc_getPlateThicknessList(KorArray<KorString>& texts);

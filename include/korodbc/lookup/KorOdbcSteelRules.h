@@ -3,7 +3,7 @@
 #include <korodbc/records/configuration/RuleRecords.h>
 
 // Rules that make joints, and the categories that list them. Results: 1 found or read, 0 not; outputs are
-// unchanged on failure.
+// unchanged on failure. Threads: one. Needs: an open repository.
 
 /// The rule with this run name.
 int kor_odbc_getRuleObject(const KorString& runName, StructRules& rule);

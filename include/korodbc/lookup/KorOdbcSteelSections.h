@@ -5,7 +5,7 @@
 
 // Classes of sections and their sections. An internal name is made of a class key and a section name. Names of
 // sections are found without regard to case. Results: 1 found or read, 0 not, where nothing else is said;
-// outputs are unchanged on failure.
+// outputs are unchanged on failure. Threads: one. Needs: an open repository.
 
 /// Type name of the class with this run name, over all sources.
 int kor_odbc_get_ClassTypeName(KorString runName, KorString& typeName);

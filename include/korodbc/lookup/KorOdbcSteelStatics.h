@@ -3,7 +3,7 @@
 #include <korodbc/records/configuration/ExchangeRecords.h>
 
 // What was read from a static analysis: objects, nodes, sections, properties. Results: 1 found or read, 0 not;
-// outputs are unchanged on failure.
+// outputs are unchanged on failure. Threads: one. Needs: an open repository.
 
 int kor_odbc_DSTVstatic_getNumberOfObjects(long& number);
 int kor_odbc_DSTVstatic_getObject(long objectNumber, StructDSTVStaticInB01& object);

@@ -3,6 +3,7 @@
 #include <korodbc/records/configuration/WeldRecords.h>
 
 // Welds and the texts beside them. Results: 1 found or read, 0 not; outputs are unchanged on failure.
+// Threads: one. Needs: an open repository.
 
 /// Name of a weld: keys up to 1000 are basic welds, the others combined ones. Never fails: "access denied" when
 /// the table cannot be read, "key not found" without such a key.

@@ -8,7 +8,8 @@
 // Tables that users may add to a database, addressed by their logical names, as dialogs fill their boxes and
 // lists from them. Column 0 holds the key, column 1 the run name. Results are the table access service's: 1 on
 // success, 0 otherwise, where nothing else is said; outputs are unchanged on failure. A kind tells which key was
-// found: 1 an int, 0 a text, -1 neither. Values in conditions are data and never taken for SQL.
+// found: 1 an int, 0 a text, -1 neither. Values in conditions are data and never taken for SQL. Threads: one.
+// Needs: an open repository.
 
 // Structure and existence
 
@@ -25,7 +26,7 @@ int kor_odbc_columnExist(unsigned long dsn, KorString table, KorString column);
 /// empty when the result is below 1.
 int kor_odbc_loadUserTable(eDSN dsn, const KorString& table, KorArray<KorColumnData>& data,
                            KorArray<KorColumn>& columns);
-/// The next read of the table shows what other processes changed.
+/// The next read of the table sees what other programs have stored.
 void kor_odbc_resetListcontrolTable(const KorString& table);
 
 // Keys by conditions

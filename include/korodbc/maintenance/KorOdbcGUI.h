@@ -10,23 +10,24 @@
 #include <korodbc/roots/KorString.h>
 
 /// What the configuration editors read of the detail catalogue, and what they do with tables. Tables go by their
-/// logical names; without a data source they are worked on where they are found, with one in that data source.
-/// Results: 1 for success, 0 for failure, other values where stated; an operation of several statements is stored
-/// whole or, when it cannot be stored, not at all.
+/// logical names; without a data source they are worked on where they are found, with one in that data source, of
+/// the country add-ins in the manager's slot unless one is requested. Results: 1 for success, 0 for failure, other
+/// values where stated. Each write is a batch of its own, or a part of the caller's.
+/// Threads: one. Needs: an open repository.
 class KorOdbcGUI : public KorDetailCatalogue, public KorDetailSharing, public KorCountryAddIns {
 public:
     virtual ~KorOdbcGUI() = default;
 
     // Saving a table and putting it back
 
-    /// Copies a table, columns and rows.
+    /// Copies a table, columns and rows; a table with the name of the copy is replaced.
     static int backupTable(const KorString& table, const KorString& copy);
     static int backupTable(const KorString& table, const KorString& copy, eDSN dsn);
     /// Replaces the rows of a table by those of its copy, then drops the copy. The copy stays when its rows
     /// could not be put back.
     static int restoreTable(const KorString& table, const KorString& copy);
-    /// The same; -1, with nothing changed, when table and copy differ in their number of columns. What is
-    /// cached of the copy goes with it.
+    /// The same; -1, with nothing changed, when table and copy differ in their number of columns. The copy is
+    /// reset.
     static int restoreTable(const KorString& table, const KorString& copy, eDSN dsn);
     /// Drops the columns that the table has got at its end since the copy was made. Rows stay as they are. 0
     /// when the copy does not exist.
@@ -35,14 +36,12 @@ public:
 
     // Tables, columns, rows
 
-    /// Drops a table; what is cached of it stays.
     static int dropTable(const KorString& table);
-    /// Drops a table and what is cached of it.
+    /// The same; the table is reset.
     static int dropTable(const KorString& table, eDSN dsn);
     static int dropColumn(const KorString& table, const KorString& column);
     static int dropColumn(const KorString& table, const KorString& column, eDSN dsn);
-    /// Appends columns, each given as name and type ("[Width] INTEGER"), up to the first that fails. -1
-    /// without any.
+    /// Appends columns, each given as name and type ("[Width] INTEGER"), all or none. -1 without any.
     static int setNewColumns(const KorString& table, const KorArray<KorString>& definitions);
     static int setNewColumns(const KorString& table, const KorArray<KorString>& definitions, eDSN dsn);
     /// Deletes all rows.

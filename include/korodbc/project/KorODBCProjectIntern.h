@@ -4,7 +4,8 @@
 #include <korodbc/records/project/ProjectRecords.h>
 
 /// Reads and writes the project records of one database, which the last two arguments name. Outputs are unchanged
-/// when a read fails. What an operation writes is stored as a whole or not at all.
+/// when a read fails. Each write is a batch of its own, or a part of the caller's.
+/// Threads: one. Needs: an open repository.
 class KorODBCProjectIntern {
 public:
     virtual ~KorODBCProjectIntern() = default;
@@ -114,6 +115,6 @@ public:
     /// 1 when this database had a document with that key, else 0.
     static int deleteXMLData(const StructProjXMLData& xml, eIndex index, eDSN dsn);
 
-    /// The next reads of project records see what other programs wrote. Always 1.
+    /// The next reads of project records see what other programs have stored. Always 1.
     static int reopenDatabase(eIndex index, eDSN dsn);
 };

@@ -3,7 +3,7 @@
 #include <korodbc/roots/KorString.h>
 
 /// The owner of this installation, which every written detail record carries, and the limits of user-defined
-/// sections.
+/// sections. Threads: one. Needs: an open repository.
 class KorODBCUserProfile {
 public:
     virtual ~KorODBCUserProfile() = default;

@@ -17,6 +17,7 @@ struct KorDetailReference {
 };
 
 /// The references between the tables of a detail database, or between project tables, as they are stored.
+/// Threads: one. Needs: an open repository.
 class KorDetailReferences {
 public:
     /// The references that name a row which does not exist, appended to `references`; 0 when a table could not be

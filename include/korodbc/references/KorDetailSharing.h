@@ -3,7 +3,7 @@
 #include <korodbc/foundation/KorOdbcKey.h>
 
 /// Who refers to the components of detail styles. Reads go to the current data source; a table that cannot be read
-/// holds no references, and nothing refers to the key -1.
+/// holds no references, and nothing refers to the key -1. Threads: one. Needs: an open repository.
 class KorDetailSharing {
 public:
     // True when two or more references to the component exist, so that it has to be copied before it is changed.

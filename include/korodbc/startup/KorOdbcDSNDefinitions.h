@@ -5,7 +5,7 @@ class KorOdbcDSNDefinitions {
 public:
     virtual ~KorOdbcDSNDefinitions() = default;
 
-    /// To be called once the host has set up its data sources and before anything is read. Returns 1, or 0
-    /// when the database engine cannot be used.
+    /// To be called once after a repository was opened, before anything is read; then
+    /// KorOdbcMan::initializeTables. Returns 1, or 0 when the database engine cannot be used. Threads: one.
     static int initOEDbConnections();
 };

@@ -3,9 +3,9 @@
 #include <korodbc/edit/KorOdbcMan.h>
 #include <korodbc/transfer/RowInfo.h>
 
-/// Copies a detail process with everything that it refers to: steps, categories, file names, scales, style maps
-/// and their qualifier sets, and on request the detail styles themselves. Works as KorDetailTableDependencies
-/// does, and reports progress and names rows through it.
+/// Deep-copies a detail process with everything that it refers to: steps, categories, file names, scales, style
+/// maps and their qualifier sets, and, when wanted (m_bDeepCopyWithDetailStyles), the detail styles themselves.
+/// Works as KorDetailTableDependencies does, and reports progress and names rows through it.
 class KorDetailProcessTableDependencies {
 public:
     /// Collects the row with that key and everything that it reaches. Returns the row's position in its list, or
@@ -15,7 +15,7 @@ public:
     {
         return collect(descriptionOf<T>(), &record, key);
     }
-    /// Writes the collected row at that position, and first everything that it reaches, to the current target.
+    /// Writes the collected row at that position, and first everything that it reaches, to the target.
     /// `record` is a copy of the list entry. Returns the row's new key, or -1. For every record type that has a
     /// list.
     template <class T>
@@ -24,7 +24,8 @@ public:
         return save(descriptionOf<T>(), &record, index);
     }
 
-    /// Empties the lists and the transfer key map, those of the detail styles included; called before each copy.
+    /// Empties the lists and the transfer key map, those of the detail styles included; called before each deep
+    /// copy.
     static void ResetDeepCopyInfo();
     /// Starts counting the rows to write.
     static void SetRowNr();

@@ -3,12 +3,12 @@
 #include <korodbc/edit/KorOdbcMan.h>
 #include <korodbc/transfer/RowInfo.h>
 
-/// Copies a detail style, with everything that it refers to, in two passes: collecting, with the source database
-/// current, fills one list per table, in which references are positions in those lists; saving, with the target
-/// database current, writes the collected rows under new keys, referenced rows first. Collecting reads what the
-/// host requests, and without a request the edit manager's database; saving and naming always mean the manager's.
-/// What a callback throws ends the operation as a failure; what the operation wrote is undone. All state is
-/// static; a copy is not re-entrant.
+/// Deep-copies a detail style, with everything that it refers to, in two passes: collecting reads the source and
+/// fills one list per table, in which references are positions in those lists; saving writes the collected rows to
+/// the target under new keys, referenced rows first. The source is the requested data source, without a request
+/// the manager's database; the target is the manager's database always. What a callback throws ends the operation
+/// as a failure; what the operation wrote is undone. Threads: one, one deep copy at a time; callbacks start none.
+/// Needs: what KorOdbcMan needs.
 class KorDetailTableDependencies {
 public:
     /// Collects the row with that key and everything that it reaches. Returns the row's position in its list, or
@@ -19,7 +19,7 @@ public:
     {
         return collect(descriptionOf<T>(), &record, key);
     }
-    /// Writes the collected row at that position, and first everything that it reaches, to the current target.
+    /// Writes the collected row at that position, and first everything that it reaches, to the target.
     /// `record` is a copy of the list entry. Returns the row's new key, or -1. For every record type that has a
     /// list; of a request category, `index` is the new key of its request.
     template <class T>
@@ -33,10 +33,10 @@ public:
     static long GetDependenciesByDetailKey(long styleKey);
     /// Collects a detail master and its style. Returns the master's position, or -1.
     static long GetDependenciesByMasterKey(StructDetailMaster& master, long masterKey);
-    /// The same for a copy that a command of the host runs.
+    /// The same for a deep copy that a command of the host runs.
     static long GetDependenciesFromCommand(StructDetailMaster& master, long masterKey);
 
-    /// Empties all lists and the transfer key map; called before each copy.
+    /// Empties all lists and the transfer key map; called before each deep copy.
     static void ResetDeepCopyInfo();
     /// Starts counting the rows to write; returns their number.
     static int SetRowNr();

@@ -2,7 +2,7 @@
 
 #include <korodbc/addins/KorAddInId.h>
 
-/// Hears what happens to add-ins.
+/// Called by the add-in manager, on the thread of its caller, when an add-in is loaded or unloaded.
 class KorAddInReactorInterface {
 public:
     virtual ~KorAddInReactorInterface() = default;

@@ -21,7 +21,7 @@ enum class FieldKind : std::uint8_t { Integer, Real, Text }; // int, double, Kor
 enum class ColumnRole : std::uint8_t {
     Value,
     Key,       // the row's key
-    RunName,   // the display name
+    RunName,   // the name that users see and choose by
     Owner,     // text of the owner that wrote the row
     SortOrder, // position in ordered lists
     ItemCount, // number of items of the record, kept beside the items
@@ -120,7 +120,7 @@ struct ItemTable {
 struct RecordDescription {
     std::string_view record;                    // "StructDetailStyle"
     std::string_view table;                     // logical table name
-    DataSources homes;                          // data sources in which the table is made
+    DataSources homes;                          // data sources that keep such a table
     std::span<const ColumnDescription> columns; // in stored order; column 0 is first
     NumberedGroup numbered;
     ItemTable items;

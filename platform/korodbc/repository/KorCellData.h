@@ -17,7 +17,7 @@ private:
     BaseTypes m_type;
 };
 
-/// One cell value: nothing, a whole number, a real, a text, or a date and time given as text.
+/// One cell value: nothing (an empty cell), a whole number, a real, a text, or a date and time given as text.
 class KorCellData {
 public:
     KorCellData() = default;

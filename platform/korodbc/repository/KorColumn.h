@@ -66,7 +66,7 @@ private:
     eLogicalOperators m_logic = kNoLogic;
 };
 
-/// The values of one column of a loaded table, as text.
+/// The values of one column of such a table, as text.
 class KorColumnData {
 public:
     long length() const { return m_values.length(); }
@@ -78,7 +78,7 @@ private:
     KorArray<KorString> m_values;
 };
 
-/// A loaded table with the rows of all its sources.
+/// A table read into memory with the rows of all its sources, column by column.
 class KorPartialTable {
 public:
     const KorArray<KorColumnData>& getData() const { return m_data; }

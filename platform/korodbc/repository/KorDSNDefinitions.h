@@ -4,7 +4,7 @@
 
 class KorString;
 
-/// Names of the data sources and of the add-in slots inside them.
+/// Names of the data sources and of the slots inside them. A data source and a slot name a database.
 class KorDSNDefinitions {
 public:
     /// Data source of a table. Values of `kNumberOfDataSources` and above name no data source.
@@ -30,7 +30,7 @@ public:
         kUnresolved = 0xFFFFFFFFu, // all bits set: resolve the returned name once more
     };
 
-    /// Add-in slot inside a data source: 0 the base slot, 1 the first add-in slot, and so on.
+    /// Slot inside a data source: 0 the base slot, 1 the first add-in slot, and so on.
     enum eIndex : std::int32_t { kBase = 0, kFirstAddin = 1 };
 
     /// Name of each data source, indexed by eDSN.

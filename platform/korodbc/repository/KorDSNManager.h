@@ -2,8 +2,8 @@
 
 #include <korodbc/repository/KorDSNDefinitions.h>
 
-/// Redirects all record reads and writes to one data source and add-in slot until it is destroyed. Requests nest;
-/// the end of each brings back what was current when it began.
+/// A request: makes a data source and slot current until it is destroyed. Requests nest; the end of each brings
+/// back what was current when it began, so they are destroyed in the reverse order. Threads: one.
 class KorDSNRequest {
 public:
     KorDSNRequest(eDSN dsn, eIndex index);
@@ -16,16 +16,18 @@ private:
     eIndex m_previousIndex;
 };
 
-/// The data source and add-in slot that reads and writes go to.
+/// Which data source is current, and in which slot: reads that name none go there. At first, and when a repository
+/// was opened or closed, it is the base details. Threads: one.
 class KorDSNManager {
 public:
     static KorDSNManager& getInstance();
 
     eDSN getCurrentDSN() const { return m_dsn; }
     eIndex getCurrentIndex() const { return m_index; }
-    /// Makes a data source current outside any request.
+    /// Makes a data source current; to be called outside requests, which would take that back.
     void setCurrent(eDSN dsn, eIndex index);
-    /// Slot of the country add-in at that position among the installed ones, counted from 0.
+    /// Slot of the country add-in at that position among the installed ones, counted from 0, whether
+    /// there is one or not.
     static eIndex getAddInIdx(int position);
     /// Position of the country add-in in that slot; -1 for the base slot.
     static int getAddInIdx(eIndex index);
@@ -41,7 +43,7 @@ private:
 
 class KorDSNSetDwgSource {
 public:
-    /// Add-in slot of the current drawing's project data.
+    /// Slot of the current drawing in `kProject`; the base slot at first.
     static eIndex GeteIndexForDwg();
     static void SeteIndexForDwg(eIndex index);
 };

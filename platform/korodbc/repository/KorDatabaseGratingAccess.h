@@ -2,14 +2,14 @@
 
 #include <korodbc/records/configuration/GratingRecords.h>
 
-/// The host's access to grating tables. Results: 1 read, 0 not; outputs are unchanged on failure. Nothing is
-/// thrown.
+/// The host's access to grating tables, which are named logically. Results: 1 read, 0 not; outputs are unchanged
+/// on failure. Nothing is thrown. Threads: one. Needs: an open repository.
 class KorDatabaseGratingAccess {
 public:
     /// The gratings of a class; `table` is the table that the class names.
     static int getGratingStandardItemsTable(const KorString& table, KorArray<StructGratingStandardItem>& items);
     static int getGratingVariableItemsTable(const KorString& table, KorArray<StructGratingVariableItem>& items);
-    /// Run names of the given keys of such a table, in table order.
+    /// Run names of the given keys of such a table, in table order; keys that no row has are left out.
     static int getGratingItemsNameListByKeys(const KorString& table, const KorArray<long>& keys,
                                              KorArray<KorString>& names);
 

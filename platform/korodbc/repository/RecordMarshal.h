@@ -8,7 +8,7 @@
 #include <limits>
 #include <utility>
 
-/// Typed reads of one record type. Results: 1 found or read, 0 not; outputs are unchanged on failure.
+/// Typed reads of one record type, with the results of RecordAccess. Threads: one. Needs: an open repository.
 template <class T>
 struct RecordMarshal {
     static const RecordDescription& type() { return descriptionOf<T>(); }
@@ -107,7 +107,7 @@ struct RecordMarshal {
         };
         return std::static_pointer_cast<const Derived>(RecordAccess::derived(type(), typeid(Derived), make));
     }
-    /// The next read shows what changed in the database since; the argument makes no difference.
+    /// The next read sees what other programs have stored; the argument makes no difference.
     static void resetTableCache(int) { RecordAccess::resetCache(type()); }
 
 protected:
@@ -142,7 +142,7 @@ protected:
     // Look-ups by anything, over the records as the host keeps them. The conditions must not read or write through
     // the service.
 
-    /// Shows every record to `act` until it returns false; 0 when the table cannot be read.
+    /// Calls `act` for every record until it returns false; 0 when the table cannot be read.
     template <class Act>
     static int visit(Act act, RecordAccess::Sources sources = RecordAccess::Sources::Current)
     {

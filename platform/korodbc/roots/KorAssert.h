@@ -1,6 +1,6 @@
 #pragma once
 
-/// Receives every failed assertion; the caller carries on when the handler returns.
+/// Receives every failed assertion; the caller goes on when the handler returns, which throws nothing.
 class KorAssert {
 public:
     using Handler = void (*)(const char* expression, const char* sourceFile, int line, void* context);

@@ -8,7 +8,7 @@ public:
     /// The one instance; never nullptr.
     static KorPromptsProxy* getInstance();
 
-    /// Forgets the texts read so far, so that the next request reads them anew.
+    /// Forgets the texts read so far, so that they are read again when they are next asked for.
     void resetPromptsCache();
 
     /// The text of a prompt, `fallback` when the host has none.

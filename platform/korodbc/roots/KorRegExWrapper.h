@@ -30,7 +30,7 @@ public:
 
     /// Compiles a pattern. A faulty one gives false and leaves an expression that matches nothing.
     bool setPattern(const KorString& pattern, bool caseSensitive = true);
-    /// The same, told by capital and small letters.
+    /// The same, with regard to case.
     bool setRegularExpression(const KorString& expression) { return setPattern(expression); }
     bool isValid() const;
     /// Why the pattern does not compile, in one line; empty when it does.

@@ -43,7 +43,7 @@ template <>
 const RecordDescription& descriptionOf<StructDetViewRequest>();
 
 struct StructDetViewRequestMarshal : RecordMarshal<StructDetViewRequest> {
-    /// Each appends the requests that use the component to `records`; 1 when there are any.
+    /// Each appends the view requests that use the component to `records`; 1 when there are any.
     static int getByLengthClipKey(long key, KorArray<StructDetViewRequest>& records)
     {
         return getWhere<&StructDetViewRequest::lengthClipXY>(key, records);

@@ -109,7 +109,7 @@ struct StructNumberingPrefixProfileMarshal : RecordMarshal<StructNumberingPrefix
     }
 };
 
-/// The display name of a section subtype. Table "ProfileShapeRunName".
+/// The run name of a section subtype. Table "ProfileShapeRunName".
 struct StructProfileShapeRunName {
     int key = -1;
     KorString runName;
