@@ -54,26 +54,33 @@ int Compact::dropCopiesOfTables()
 void Compact::updateTablesStatus()
 {
     const ManagerDatabase current(tables().database, tables().index);
-    const auto modify = [](std::initializer_list<int> types) {
-        for (const int number : types) {
-            const auto type = static_cast<KorOdbcMan::eTableType>(number);
-            const bool opens = !KorOdbcMan::isOpen(type, KorOdbcMan::kFirstCopy);
-            KorOdbcMan::setStatus(type, KorOdbcMan::eModified, KorOdbcMan::kFirstCopy);
+    using Man = KorOdbcMan;
+    const auto modify = [](std::initializer_list<Man::eTableType> types) {
+        for (const Man::eTableType type : types) {
+            const bool opens = !Man::isOpen(type, Man::kFirstCopy);
+            Man::setStatus(type, Man::eModified, Man::kFirstCopy);
             if (opens)
-                CompactTables::noteOpening(KorOdbcMan::openingOf(type));
+                CompactTables::noteOpening(Man::openingOf(type));
             // what cannot be cancelled as a whole is not begun
             KorString name;
-            if (KorTransferState::isTableBackupProcessCanceled() == 0 &&
-                !KorOdbcMan::canCancel(type, KorOdbcMan::kFirstCopy) && KorOdbcMan::getTableName(type, name) == 1)
+            if (KorTransferState::isTableBackupProcessCanceled() == 0 && !Man::canCancel(type, Man::kFirstCopy) &&
+                Man::getTableName(type, name) == 1)
                 tables().fail(L"the copy of " + name + L" could not be taken");
         }
     };
     if (tables().ofStyles())
-        modify({5, 8, 7, 29, 1, 11, 12, 10, 0, 9, 16, 4, 25, 14, 2, 3, 13, 22});
+        modify({Man::kDetViewSystemAndBox, Man::kDetViewLengthClip, Man::kDetViewDimStrategy,
+                Man::kDetViewDimStrategyItems, Man::kDetViewArrangeStrategy, Man::kDetArrangerControl,
+                Man::kDetArrangerStrategy, Man::kDetAnnotationType, Man::kDetailStyle,
+                Man::kDetObjAnnotationStrategy, Man::kDetObjQualifierSet, Man::kDetObjReprMap,
+                Man::kDetObjReprMapItems, Man::kDetViewDimPointSelection, Man::kDetViewRequest,
+                Man::kDetViewRequestCategories, Man::kDetViewDimRequestLinear, Man::kLinetypes});
     else if (tables().ofProcesses())
-        modify({16});
+        modify({Man::kDetObjQualifierSet});
     if (tables().ofProcesses())
-        modify({34, 40, 39, 33, 32, 37, 38});
+        modify({Man::kDetailFilenameSelector, Man::kDetailProcessMain2CutScale, Man::kDetailProcessScales,
+                Man::kDetailProcessStep, Man::kDetailProcessDefinition, Man::kDetailStyleMap,
+                Man::kDetailStyleMapItems});
 }
 
 void Compact::resetTablesContent()

@@ -110,10 +110,7 @@ KorString copyName(const KorString& table, int depth)
 
 /// The names by which the service knows a type's table and its copies.
 struct TableNames {
-    explicit TableNames(int type)
-        : logical(detailTable(type).name), table(KorDatabaseAccess::getTableName(logical))
-    {
-    }
+    explicit TableNames(int type) : logical(tableName(type)), table(KorDatabaseAccess::getTableName(logical)) {}
     KorString copy(int depth) const { return KorDatabaseAccess::getTableName(copyName(logical, depth)); }
     bool hasCopy(int depth) const
     {

@@ -69,29 +69,6 @@ const unsigned Copy::m_scuiDialogCreateNewItem = 22200;
 
 namespace {
 
-/// Record types whose names are made unique, by table type.
-bool hasNameList(Man::eTableType type)
-{
-    switch (type) {
-    case Man::kDetViewRequestCategories:
-    case Man::kDetailMaster:
-    case Man::kNumberingPrefix:
-    case Man::kExplodeSettings:
-    case Man::kObjectStructure:
-    case Man::kExplodeProfile:
-    case Man::kDetManualAnnotationType:
-    case Man::kDetObjReprMapItems:
-    case Man::kDetViewDimStrategyItems:
-    case Man::kDetGridReferenceSettings:
-    case Man::kDetailProcessSelection:
-    case Man::kDetailProcessSort:
-    case Man::kDetailStyleMapItems:
-        return false;
-    default:
-        return type >= 0 && type <= Man::kDetailProcessCategories;
-    }
-}
-
 /// The number of the next copy; behind the last one comes 1.
 int following(long number)
 {
@@ -169,7 +146,7 @@ int Copy::GetNameForRow(Man::eTableType type, KorString& name)
 
 int Copy::GetDefaultNameForRow(Man::eTableType type, KorString& name)
 {
-    if (!hasNameList(type))
+    if (!isTableType(type) || !detailTable(type).namesUnique)
         return 0;
     const ManagerDatabase database;
     const RecordDescription& description = detailTable(type).description();
