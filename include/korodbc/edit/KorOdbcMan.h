@@ -265,7 +265,6 @@ public:
 
 private:
     static int getIndex();
-    static void restoreDetailTablesCopiesFor(eDSN dsn);
 };
 
 /// Follows country add-ins: when one is loaded, copies left behind in its database are brought back.
