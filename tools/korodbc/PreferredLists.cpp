@@ -209,11 +209,8 @@ KorString keyOf(const Need& need, const std::string& wanted)
         return KorString::fromUtf8(keyText(type, record.get()));
     KorArray<KorString> known;
     RecordAccess::runNames(type, known, false);
-    std::vector<std::string> names;
-    for (const KorString& name : known)
-        names.push_back(name.toUtf8());
     throw Failure{kNotFound, "there is no row " + quote(wanted) + " in " + std::string(type.table) + ", which " +
-                                 choices[need.choice].name + " names" + nearest(wanted, names) +
+                                 choices[need.choice].name + " names" + nearest(wanted, texts(known)) +
                                  "; list them with: korodbc list " + std::string(type.table)};
 }
 
