@@ -55,6 +55,7 @@ void Compact::updateTablesStatus()
 {
     const ManagerDatabase current(tables().database, tables().index);
     using Man = KorOdbcMan;
+    using enum Man::eTableType;
     const auto modify = [](std::initializer_list<Man::eTableType> types) {
         for (const Man::eTableType type : types) {
             const bool opens = !Man::isOpen(type, Man::kFirstCopy);
@@ -69,18 +70,16 @@ void Compact::updateTablesStatus()
         }
     };
     if (tables().ofStyles())
-        modify({Man::kDetViewSystemAndBox, Man::kDetViewLengthClip, Man::kDetViewDimStrategy,
-                Man::kDetViewDimStrategyItems, Man::kDetViewArrangeStrategy, Man::kDetArrangerControl,
-                Man::kDetArrangerStrategy, Man::kDetAnnotationType, Man::kDetailStyle,
-                Man::kDetObjAnnotationStrategy, Man::kDetObjQualifierSet, Man::kDetObjReprMap,
-                Man::kDetObjReprMapItems, Man::kDetViewDimPointSelection, Man::kDetViewRequest,
-                Man::kDetViewRequestCategories, Man::kDetViewDimRequestLinear, Man::kLinetypes});
+        modify({kDetViewSystemAndBox, kDetViewLengthClip, kDetViewDimStrategy, kDetViewDimStrategyItems,
+                kDetViewArrangeStrategy, kDetArrangerControl, kDetArrangerStrategy, kDetAnnotationType,
+                kDetailStyle, kDetObjAnnotationStrategy, kDetObjQualifierSet, kDetObjReprMap, kDetObjReprMapItems,
+                kDetViewDimPointSelection, kDetViewRequest, kDetViewRequestCategories, kDetViewDimRequestLinear,
+                kLinetypes});
     else if (tables().ofProcesses())
-        modify({Man::kDetObjQualifierSet});
+        modify({kDetObjQualifierSet});
     if (tables().ofProcesses())
-        modify({Man::kDetailFilenameSelector, Man::kDetailProcessMain2CutScale, Man::kDetailProcessScales,
-                Man::kDetailProcessStep, Man::kDetailProcessDefinition, Man::kDetailStyleMap,
-                Man::kDetailStyleMapItems});
+        modify({kDetailFilenameSelector, kDetailProcessMain2CutScale, kDetailProcessScales, kDetailProcessStep,
+                kDetailProcessDefinition, kDetailStyleMap, kDetailStyleMapItems});
 }
 
 void Compact::resetTablesContent()

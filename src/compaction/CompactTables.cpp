@@ -22,15 +22,15 @@ using Man = KorOdbcMan;
 
 constexpr std::size_t keysPerStatement = 10;
 
+using enum Man::eTableType;
 /// The tables are read and saved in this order.
-constexpr Man::eTableType order[] = {
-    Man::kDetViewSystemAndBox,        Man::kDetViewLengthClip,   Man::kDetViewDimStrategy,
-    Man::kDetViewArrangeStrategy,     Man::kDetArrangerControl,  Man::kDetArrangerStrategy,
-    Man::kDetAnnotationType,          Man::kDetailStyle,         Man::kDetObjAnnotationStrategy,
-    Man::kDetObjQualifierSet,         Man::kDetObjReprMap,       Man::kDetViewDimPointSelection,
-    Man::kDetViewDimRequestLinear,    Man::kDetViewRequest,      Man::kDetViewRequestCategories,
-    Man::kDetailProcessDefinition,    Man::kDetailProcessStep,   Man::kDetailFilenameSelector,
-    Man::kDetailProcessMain2CutScale, Man::kDetailProcessScales, Man::kDetailStyleMap};
+constexpr Man::eTableType order[] = {kDetViewSystemAndBox,        kDetViewLengthClip,   kDetViewDimStrategy,
+                                     kDetViewArrangeStrategy,     kDetArrangerControl,  kDetArrangerStrategy,
+                                     kDetAnnotationType,          kDetailStyle,         kDetObjAnnotationStrategy,
+                                     kDetObjQualifierSet,         kDetObjReprMap,       kDetViewDimPointSelection,
+                                     kDetViewDimRequestLinear,    kDetViewRequest,      kDetViewRequestCategories,
+                                     kDetailProcessDefinition,    kDetailProcessStep,   kDetailFilenameSelector,
+                                     kDetailProcessMain2CutScale, kDetailProcessScales, kDetailStyleMap};
 static_assert(std::ranges::all_of(detailTables, [](const DetailTable& table) {
     return std::ranges::count(order, table.type) == (table.compaction.exists() ? 1 : 0);
 }));

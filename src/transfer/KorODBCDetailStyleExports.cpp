@@ -159,39 +159,19 @@ private:
     bool m_attached = false;
 };
 
+using enum Man::eTableType;
 /// The tables whose edits an export confirms, in that order.
-constexpr Man::eTableType confirmedTables[] = {Man::kDetailMaster,
-                                               Man::kDetailStyle,
-                                               Man::kDetAnnotationType,
-                                               Man::kDetArrangerControl,
-                                               Man::kDetBaseCategories,
-                                               Man::kDetManualAnnotationType,
-                                               Man::kDetObjAnnotationStrategy,
-                                               Man::kDetObjAnnotationGroup,
-                                               Man::kDetObjQualifierSet,
-                                               Man::kDetObjQualifierSetGroup,
-                                               Man::kDetObjReprMapItems,
-                                               Man::kDetObjReprMap,
-                                               Man::kDetViewArrangeStrategy,
-                                               Man::kDetViewDimPointSelection,
-                                               Man::kDetViewDimRequestLinear,
-                                               Man::kDetViewDimRequestLinearGroup,
-                                               Man::kDetViewDimStrategyItems,
-                                               Man::kDetViewDimStrategy,
-                                               Man::kDetViewLengthClip,
-                                               Man::kDetViewRequest,
-                                               Man::kDetViewRequestCategories,
-                                               Man::kLinetypes,
-                                               Man::kDetViewSystemAndBox,
-                                               Man::kDetHatchSettings,
-                                               Man::kDetObjAppearance,
-                                               Man::kDetailProcessDefinition,
-                                               Man::kDetailProcessStep,
-                                               Man::kDetailProcessCategories,
-                                               Man::kDetailFilenameSelector,
-                                               Man::kDetailProcessMain2CutScale,
-                                               Man::kDetailProcessScales,
-                                               Man::kDetailStyleMap};
+// clang-format off
+constexpr Man::eTableType confirmedTables[] = {
+    kDetailMaster, kDetailStyle, kDetAnnotationType, kDetArrangerControl, kDetBaseCategories,
+    kDetManualAnnotationType, kDetObjAnnotationStrategy, kDetObjAnnotationGroup, kDetObjQualifierSet,
+    kDetObjQualifierSetGroup, kDetObjReprMapItems, kDetObjReprMap, kDetViewArrangeStrategy,
+    kDetViewDimPointSelection, kDetViewDimRequestLinear, kDetViewDimRequestLinearGroup,
+    kDetViewDimStrategyItems, kDetViewDimStrategy, kDetViewLengthClip, kDetViewRequest,
+    kDetViewRequestCategories, kLinetypes, kDetViewSystemAndBox, kDetHatchSettings, kDetObjAppearance,
+    kDetailProcessDefinition, kDetailProcessStep, kDetailProcessCategories, kDetailFilenameSelector,
+    kDetailProcessMain2CutScale, kDetailProcessScales, kDetailStyleMap};
+// clang-format on
 
 } // namespace
 
