@@ -62,8 +62,6 @@ int writeAttribute(Man::eTableType type, const Key& key, int column, const KorCe
     return batch.end(result);
 }
 
-KorCellData cellOf(void* value, const KorItemType& itemType) { return KorCellData(value, itemType); }
-
 /// Key of a type's current record, as the service takes it.
 KorCellData currentKey(Man::eTableType type)
 {
@@ -205,7 +203,7 @@ int KorOdbcMan::setAttribute(eTableType type, const KorOdbcKey& key, int column,
 int KorOdbcMan::setAttribute(eTableType type, const KorOdbcKey& key, int column, void*& value,
                              KorItemType& itemType, int flag, eCopyDepth depth)
 {
-    return writeAttribute(type, key, column, cellOf(value, itemType), flag, depth, false);
+    return writeAttribute(type, key, column, KorCellData(value, itemType), flag, depth, false);
 }
 
 int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, long value, eCopyDepth depth)
@@ -227,7 +225,7 @@ int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, 
 int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, void*& value,
                              KorItemType& itemType, int flag, eCopyDepth depth)
 {
-    return writeAttribute(type, key, column, cellOf(value, itemType), flag, depth, false);
+    return writeAttribute(type, key, column, KorCellData(value, itemType), flag, depth, false);
 }
 
 int KorOdbcMan::appendNewRecord(eTableType type, int keepKey, eCopyDepth depth)

@@ -27,10 +27,6 @@ int Copy::m_bDeepCopyWithDetailStyles = 0;
 bool Copy::m_bDeepCopyCanceledByUser = false;
 long Copy::detProcessCategory = -1;
 
-const unsigned Copy::m_scuiReading = 21034;
-const unsigned Copy::m_scuiWriting = 21035;
-const unsigned Copy::m_scuiDialogCreateNewItem = 22200;
-
 DeepCopyGraph& korodbc::processGraph()
 {
     static DeepCopyGraph graph = [] {

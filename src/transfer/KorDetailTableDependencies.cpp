@@ -63,10 +63,6 @@ void (*Copy::pUpdateProgressBar)(int, KorString) = nullptr;
 void (*Copy::pResetProgressBar)() = nullptr;
 int (*Copy::pGetNameForRowFn)(Man::eTableType, Man::eTableType, KorString&) = nullptr;
 
-const unsigned Copy::m_scuiReading = 21034;
-const unsigned Copy::m_scuiWriting = 21035;
-const unsigned Copy::m_scuiDialogCreateNewItem = 22200;
-
 namespace {
 
 /// The number of the next copy; behind the last one comes 1.
