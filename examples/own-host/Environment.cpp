@@ -36,36 +36,6 @@ int kor_odbc_getDefault(const KorString& key, KorString& value)
 int kor_odbc_getDefault(const KorString& key, int& value) { return defaultOf<StructDefaultInteger>(key, value); }
 int kor_odbc_setDefault(const KorString&, int) { return 0; }
 
-KorDSNManager& KorDSNManager::getInstance()
-{
-    static KorDSNManager manager;
-    return manager;
-}
-
-void KorDSNManager::setCurrent(eDSN dsn, eIndex index)
-{
-    m_dsn = dsn;
-    m_index = index;
-}
-
-eIndex KorDSNManager::getAddInIdx(int position) { return static_cast<eIndex>(position + 1); }
-int KorDSNManager::getAddInIdx(eIndex index) { return index - 1; }
-
-KorDSNRequest::KorDSNRequest(eDSN dsn, eIndex index)
-    : m_previousDSN(KorDSNManager::getInstance().m_dsn), m_previousIndex(KorDSNManager::getInstance().m_index)
-{
-    KorDSNManager::getInstance().setCurrent(dsn, index);
-    ++KorDSNManager::getInstance().m_requests;
-}
-
-KorDSNRequest::~KorDSNRequest()
-{
-    --KorDSNManager::getInstance().m_requests;
-    KorDSNManager::getInstance().setCurrent(m_previousDSN, m_previousIndex);
-}
-
-eIndex KorDSNSetDwgSource::GeteIndexForDwg() { return KorDSNDefinitions::kBase; }
-
 void KRRepositoryProxyMan::resetTableCache(int) {}
 void KRRepositoryProxyMan::resetAllPreferredSizeData() {}
 void KRRepositoryProxyMan::whenSwitched(void (*)()) {}

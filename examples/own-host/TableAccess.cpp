@@ -368,14 +368,6 @@ KorDatabaseBatch::KorDatabaseBatch(Kind kind)
         batches.push_back({store(), {}});
 }
 
-KorDatabaseBatch::~KorDatabaseBatch()
-{
-    if (m_open && std::uncaught_exceptions() > m_exceptions)
-        undo();
-    else
-        end(1);
-}
-
 int KorDatabaseBatch::end(int result)
 {
     if (!std::exchange(m_open, false))

@@ -657,14 +657,6 @@ KorDatabaseBatch::KorDatabaseBatch(Kind kind)
         service().beginBatch();
 }
 
-KorDatabaseBatch::~KorDatabaseBatch()
-{
-    if (m_open && std::uncaught_exceptions() > m_exceptions)
-        undo();
-    else
-        end(1);
-}
-
 int KorDatabaseBatch::end(int result)
 {
     return !std::exchange(m_open, false) || service().endBatch(true) ? result : 0;

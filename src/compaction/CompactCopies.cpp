@@ -54,26 +54,32 @@ int Compact::dropCopiesOfTables()
 void Compact::updateTablesStatus()
 {
     const ManagerDatabase current(tables().database, tables().index);
-    const auto modify = [](std::initializer_list<int> types) {
-        for (const int number : types) {
-            const auto type = static_cast<KorOdbcMan::eTableType>(number);
-            const bool opens = !KorOdbcMan::isOpen(type, KorOdbcMan::kFirstCopy);
-            KorOdbcMan::setStatus(type, KorOdbcMan::eModified, KorOdbcMan::kFirstCopy);
+    using Man = KorOdbcMan;
+    using enum Man::eTableType;
+    const auto modify = [](std::initializer_list<Man::eTableType> types) {
+        for (const Man::eTableType type : types) {
+            const bool opens = !Man::isOpen(type, Man::kFirstCopy);
+            Man::setStatus(type, Man::eModified, Man::kFirstCopy);
             if (opens)
-                CompactTables::noteOpening(KorOdbcMan::openingOf(type));
+                CompactTables::noteOpening(Man::openingOf(type));
             // what cannot be cancelled as a whole is not begun
             KorString name;
-            if (KorTransferState::isTableBackupProcessCanceled() == 0 &&
-                !KorOdbcMan::canCancel(type, KorOdbcMan::kFirstCopy) && KorOdbcMan::getTableName(type, name) == 1)
+            if (KorTransferState::isTableBackupProcessCanceled() == 0 && !Man::canCancel(type, Man::kFirstCopy) &&
+                Man::getTableName(type, name) == 1)
                 tables().fail(L"the copy of " + name + L" could not be taken");
         }
     };
     if (tables().ofStyles())
-        modify({5, 8, 7, 29, 1, 11, 12, 10, 0, 9, 16, 4, 25, 14, 2, 3, 13, 22});
+        modify({kDetViewSystemAndBox, kDetViewLengthClip, kDetViewDimStrategy, kDetViewDimStrategyItems,
+                kDetViewArrangeStrategy, kDetArrangerControl, kDetArrangerStrategy, kDetAnnotationType,
+                kDetailStyle, kDetObjAnnotationStrategy, kDetObjQualifierSet, kDetObjReprMap, kDetObjReprMapItems,
+                kDetViewDimPointSelection, kDetViewRequest, kDetViewRequestCategories, kDetViewDimRequestLinear,
+                kLinetypes});
     else if (tables().ofProcesses())
-        modify({16});
+        modify({kDetObjQualifierSet});
     if (tables().ofProcesses())
-        modify({34, 40, 39, 33, 32, 37, 38});
+        modify({kDetailFilenameSelector, kDetailProcessMain2CutScale, kDetailProcessScales, kDetailProcessStep,
+                kDetailProcessDefinition, kDetailStyleMap, kDetailStyleMapItems});
 }
 
 void Compact::resetTablesContent()

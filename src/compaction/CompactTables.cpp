@@ -1,13 +1,9 @@
 #include "CompactTables.h"
 
+#include "edit/DetailTables.h"
 #include "foundation/RecordColumns.h"
 
 #include <korodbc/edit/KorOdbcMan.h>
-#include <korodbc/records/detail/DetailAnnotationRecords.h>
-#include <korodbc/records/detail/DetailObjectRecords.h>
-#include <korodbc/records/detail/DetailProcessRecords.h>
-#include <korodbc/records/detail/DetailStyleRecords.h>
-#include <korodbc/records/detail/DetailViewRecords.h>
 #include <korodbc/repository/KorDatabaseAccess.h>
 #include <korodbc/repository/KorDSNManager.h>
 #include <korodbc/repository/RecordAccess.h>
@@ -22,7 +18,22 @@ using Compact = KorOdbcCompactDetailsTables;
 
 namespace {
 
+using Man = KorOdbcMan;
+
 constexpr std::size_t keysPerStatement = 10;
+
+using enum Man::eTableType;
+/// The tables are read and saved in this order.
+constexpr Man::eTableType order[] = {kDetViewSystemAndBox,        kDetViewLengthClip,   kDetViewDimStrategy,
+                                     kDetViewArrangeStrategy,     kDetArrangerControl,  kDetArrangerStrategy,
+                                     kDetAnnotationType,          kDetailStyle,         kDetObjAnnotationStrategy,
+                                     kDetObjQualifierSet,         kDetObjReprMap,       kDetViewDimPointSelection,
+                                     kDetViewDimRequestLinear,    kDetViewRequest,      kDetViewRequestCategories,
+                                     kDetailProcessDefinition,    kDetailProcessStep,   kDetailFilenameSelector,
+                                     kDetailProcessMain2CutScale, kDetailProcessScales, kDetailStyleMap};
+static_assert(std::ranges::all_of(detailTables, [](const DetailTable& table) {
+    return std::ranges::count(order, table.type) == (table.compaction.exists() ? 1 : 0);
+}));
 
 KorString wide(std::string_view text) { return KorString::fromUtf8(text); }
 
@@ -42,16 +53,16 @@ eIndex slotOf(eDSN database)
 
 } // namespace
 
-CompactTable::CompactTable(const RecordDescription& type, bool ofStyles, bool ofProcesses, const Rules& given)
-    : rules(given), m_type(type), m_ofStyles(ofStyles), m_ofProcesses(ofProcesses), m_rule(type, given.columns),
-      m_records(std::make_unique<AnyRecords>(type))
+CompactTable::CompactTable(const DetailTable& table)
+    : rules(table.compaction), m_type(table.description()), m_rule(m_type, rules.columns),
+      m_records(std::make_unique<AnyRecords>(m_type))
 {
 }
 
 bool CompactTable::isIn(Compact::eCompactType run) const
 {
-    return (m_ofStyles && run != Compact::kCompactDetailProcesses) ||
-           (m_ofProcesses && run != Compact::kCompactDetailStyles);
+    return (rules.ofStyles && run != Compact::kCompactDetailProcesses) ||
+           (rules.ofProcesses && run != Compact::kCompactDetailStyles);
 }
 
 KorString CompactTable::name() const { return wide(m_type.table); }
@@ -111,37 +122,8 @@ int CompactTable::standingFor(int key) const
 CompactTables::CompactTables(eDSN ofDatabase, Type ofType, bool preview)
     : database(ofDatabase), index(slotOf(ofDatabase)), type(ofType), onlyPreview(preview)
 {
-    constexpr bool yes = true, no = false;
-    const struct {
-        const RecordDescription& (*type)();
-        bool ofStyles, ofProcesses;
-        CompactTable::Rules rules = {};
-    } plan[] = {
-        {descriptionOf<StructDetViewSystemAndBox>, yes, no},
-        {descriptionOf<StructDetViewLengthClip>, yes, no},
-        {descriptionOf<StructDetViewDimStrategy>, yes, no, {.minimumCondition = 3}},
-        {descriptionOf<StructDetViewArrangeStrategy>, yes, no},
-        {descriptionOf<StructDetArrangerControl>, yes, no, {.columns = {.counted = "LengthItems"}}},
-        {descriptionOf<StructDetArrangerStrategy>, yes, no, {.columns = {.counted = "LengthItems"}}},
-        {descriptionOf<StructDetAnnotationType>, yes, no},
-        {descriptionOf<StructDetailStyle>, yes, no, {.listFirst = true, .stays = true}},
-        {descriptionOf<StructDetObjAnnotationStrategy>, yes, no},
-        {descriptionOf<StructDetObjQualifierSet>, yes, yes, {.columns = {.ignored = "Group"}}},
-        {descriptionOf<StructDetObjReprMap>, yes, no, {.minimumCondition = 3}},
-        {descriptionOf<StructDetViewDimPointSelection>, yes, no},
-        {descriptionOf<StructDetViewDimRequestLinear>, yes, no, {.columns = {.ignored = "Group"}}},
-        {descriptionOf<StructDetViewRequest>, yes, no},
-        {descriptionOf<StructDetViewRequestCategory>, yes, no, {.columns = {.counted = "DetViewRequest"}}},
-        {descriptionOf<StructDetailProcessDefinition>, no, yes, {.stays = true}},
-        {descriptionOf<StructDetailProcessStep>, no, yes},
-        {descriptionOf<StructDetailFilenameSelector>, no, yes},
-        {descriptionOf<StructDetailProcessMain2CutScale>, no, yes},
-        {descriptionOf<StructDetProcessScales>, no, yes},
-        // a text of 2 characters or less equals any other
-        {descriptionOf<StructDetailStyleMap>, yes, yes, {.columns = {.loose = "Script"}, .minimumCondition = 3}},
-    };
-    for (const auto& [record, ofStyles, ofProcesses, rules] : plan)
-        m_tables.emplace_back(record(), ofStyles, ofProcesses, rules);
+    for (const Man::eTableType type : order)
+        m_tables.emplace_back(detailTable(type));
 }
 
 CompactTables& CompactTables::current()

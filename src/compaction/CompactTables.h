@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DuplicateRule.h"
+#include "edit/DetailTable.h"
 
 #include <korodbc/compaction/KorOdbcCompactDetailsTables.h>
 #include <korodbc/records/AnyRecord.h>
@@ -15,14 +16,7 @@ namespace korodbc {
 /// One table of a compaction: its rows in memory, and which row stands for which.
 class CompactTable {
 public:
-    /// What the record description does not say.
-    struct Rules {
-        DuplicateRule::Columns columns = {};
-        bool listFirst = false;   // references in the list are redirected before those in the columns
-        int minimumCondition = 8; // a condition for deleting rows has more characters
-        bool stays = false;       // duplicates are never deleted
-    };
-    CompactTable(const RecordDescription& type, bool ofStyles, bool ofProcesses, const Rules& rules);
+    explicit CompactTable(const DetailTable& table);
 
     const RecordDescription& type() const { return m_type; }
     bool isIn(KorOdbcCompactDetailsTables::eCompactType run) const;
@@ -39,12 +33,11 @@ public:
     /// Keys of the duplicates, ascending.
     const std::vector<int>& duplicates() const { return m_duplicates; }
 
-    const Rules rules;
+    const DetailTable::Compaction& rules;
     KorCompactedTable report;
 
 private:
     const RecordDescription& m_type;
-    const bool m_ofStyles, m_ofProcesses;
     const DuplicateRule m_rule;
     std::unique_ptr<AnyRecords> m_records;
     std::unordered_map<int, int> m_standing; // key of each row to the key of the row that stands for it

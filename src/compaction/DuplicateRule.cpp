@@ -1,5 +1,7 @@
 #include "DuplicateRule.h"
 
+#include "edit/DetailTable.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -63,7 +65,9 @@ double cellOf(double value) { return std::round(value / (4 * tolerance)); }
 
 } // namespace
 
-DuplicateRule::DuplicateRule(const RecordDescription& type, const Columns& special)
+DuplicateRule::DuplicateRule(const RecordDescription& type) : DuplicateRule(type, ComparedColumns()) {}
+
+DuplicateRule::DuplicateRule(const RecordDescription& type, const ComparedColumns& special)
     : m_key(type.keyColumn()), m_items(type.itemList())
 {
     const auto counts = [&](const ColumnDescription& column) {

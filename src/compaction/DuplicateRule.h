@@ -6,20 +6,15 @@
 
 namespace korodbc {
 
+struct ComparedColumns;
+
 /// Which columns of a record type make two records duplicates: all values, but neither keys nor names. Columns
 /// that are described as tolerant are equal within 1e-10, all others exactly; a value that is no number equals
 /// nothing.
 class DuplicateRule {
 public:
-    /// Columns that the description alone would treat otherwise.
-    struct Columns {
-        std::string_view ignored = {}; // is not compared
-        std::string_view counted = {}; // is compared although it is no value: the owner's key, the number of items
-        std::string_view loose = {};   // text of the items that counts only where it is longer than 2 characters
-                                       // in both records
-    };
-    explicit DuplicateRule(const RecordDescription& type) : DuplicateRule(type, Columns()) {}
-    DuplicateRule(const RecordDescription& type, const Columns& columns);
+    explicit DuplicateRule(const RecordDescription& type);
+    DuplicateRule(const RecordDescription& type, const ComparedColumns& columns);
 
     bool equal(const void* a, const void* b) const;
 

@@ -15,6 +15,8 @@
 #include <korodbc/repository/RecordAccess.h>
 #include <korodbc/roots/KorProgressCtrl.h>
 
+#include <map>
+
 using namespace korodbc;
 
 using Compact = KorOdbcCompactDetailsTables;
@@ -316,29 +318,20 @@ int Compact::loadTables()
 {
     const KorDSNRequest request(tables().database, tables().index);
     int result = 1;
-    const auto load = [&](auto... of) { (..., (result = tables().of(of()).load() && result == 1 ? 1 : 0)); };
-    if (ofStyles()) {
-        progress(5);
-        load(descriptionOf<StructDetViewSystemAndBox>, descriptionOf<StructDetViewLengthClip>,
-             descriptionOf<StructDetViewDimStrategy>, descriptionOf<StructDetViewArrangeStrategy>);
-        progress(5);
-        load(descriptionOf<StructDetArrangerControl>, descriptionOf<StructDetArrangerStrategy>,
-             descriptionOf<StructDetAnnotationType>, descriptionOf<StructDetailStyle>,
-             descriptionOf<StructDetObjAnnotationStrategy>);
-        progress(10);
-        load(descriptionOf<StructDetObjQualifierSet>, descriptionOf<StructDetObjReprMap>,
-             descriptionOf<StructDetViewDimPointSelection>);
-        progress(15);
-        load(descriptionOf<StructDetViewDimRequestLinear>, descriptionOf<StructDetViewRequest>,
-             descriptionOf<StructDetViewRequestCategory>);
-    } else {
-        load(descriptionOf<StructDetObjQualifierSet>);
+    const std::map<const RecordDescription*, int> percentages = {
+        {&descriptionOf<StructDetViewSystemAndBox>(), 5},
+        {&descriptionOf<StructDetArrangerControl>(), 5},
+        {&descriptionOf<StructDetObjQualifierSet>(), 10},
+        {&descriptionOf<StructDetViewDimRequestLinear>(), 15},
+    };
+    for (CompactTable& table : tables().all()) {
+        if (!table.isIn(tables().type))
+            continue;
+        if (const auto before = percentages.find(&table.type()); ofStyles() && before != percentages.end())
+            progress(before->second);
+        if (!table.load())
+            result = 0;
     }
-    if (ofProcesses())
-        load(descriptionOf<StructDetailProcessDefinition>, descriptionOf<StructDetailProcessStep>,
-             descriptionOf<StructDetailFilenameSelector>, descriptionOf<StructDetailProcessMain2CutScale>,
-             descriptionOf<StructDetProcessScales>);
-    load(descriptionOf<StructDetailStyleMap>);
     return result;
 }
 

@@ -2,77 +2,42 @@
 
 #include "DetailTables.h"
 
-#include <korodbc/repository/KorColumn.h>
 #include <korodbc/repository/KorDatabaseAccess.h>
+
+#include <map>
+#include <vector>
 
 namespace korodbc {
 
 namespace {
 
-struct ItemRows {
-    int ownerType;
-    int itemType;
-    bool copiedAtFirstDepth; // the items' copy is taken at the first depth, whatever the owner's
-    const wchar_t* columns;  // of the INSERT statement; nullptr: rows are appended with keys of their own
-    const wchar_t* values;
-};
-
-const ItemRows itemRows[] = {
-    {KorOdbcMan::kDetObjReprMap, KorOdbcMan::kDetObjReprMapItems, true,
-     L" ([Key], [Order], [Description], [OwnerText], [ObjQualifier], [GeometricRestrictions], [DepthPosition], "
-     L"[Appearance], [AnnotationStrategy], [LineType], [SimplifiedGap], [CompassMark]) ",
-     // the description is the number of a prompt
-     L" ( %ld, %ld, %ld, '%s', %ld, %ld, %ld, %ld, %ld, %ld, %lf, %ld) "},
-    {KorOdbcMan::kDetViewDimStrategy, KorOdbcMan::kDetViewDimStrategyItems, false,
-     L" ([Key], [Order], [Description], [OwnerText], [Type], [RequestLinear], [GroupEqualDistances], "
-     L"[BrokenRunningDimension], [RunningDimensionTextAlignment], [HideDimensionPoint]) ",
-     L" ( %ld, %ld, '%s', '%s', %ld, %ld, %ld, %ld, %ld, %ld) "},
-    {KorOdbcMan::kDetailStyleMap, KorOdbcMan::kDetailStyleMapItems, false,
-     L" ([Key], [Order], [Script], [ObjQualifierSet], [DetailStyle], [DetailStyleOverrides]) ",
-     L" ( %ld, %ld, '%s', %ld, %ld, %ld) "},
-    {KorOdbcMan::kDetProcessesSuiteDefinition, KorOdbcMan::kDetProcessesSuiteItems, true,
-     L" ([Key], [Order], [Process], [ObjectSelection], [OwnerText]) ", L" ( %ld, %ld, %ld, %ld, '%s') "},
-    {KorOdbcMan::kDetObjQualifierSet, KorOdbcMan::kDetObjQualifierSetItem, false, nullptr, nullptr},
-    {KorOdbcMan::kDetailProcessScales, KorOdbcMan::kDetailProcessScalesItem, false, nullptr, nullptr},
-};
-
-const ItemRows* itemRowsOf(int ownerType)
+/// What follows the name of the table in the statement that inserts an item.
+const KorString& insertedValues(const RecordDescription& type)
 {
-    for (const ItemRows& rows : itemRows)
-        if (rows.ownerType == ownerType)
-            return &rows;
-    return nullptr;
-}
-
-constexpr std::size_t mostItemColumns = 16;
-
-/// The values of an item in the order of its columns.
-std::size_t valuesOf(const RecordDescription& type, const void* item, KorFormatArgument* out)
-{
-    std::size_t count = 0;
+    static std::map<const RecordDescription*, KorString> known;
+    KorString& text = known[&type];
+    if (!text.isEmpty())
+        return text;
+    KorString columns, values;
     for (const ColumnDescription& column : type.columns) {
-        switch (column.kind) {
-        case FieldKind::Integer:
-            out[count] = KorFormatArgument(static_cast<long>(column.integer(item)));
-            break;
-        case FieldKind::Real:
-            out[count] = KorFormatArgument(column.real(item));
-            break;
-        case FieldKind::Text:
-            out[count] = KorFormatArgument(column.text(item));
-            break;
-        }
-        if (++count == mostItemColumns)
-            break;
+        const KorString separator = columns.isEmpty() ? L"" : L", ";
+        columns += separator + L"[" + KorString::fromUtf8(column.name) + L"]";
+        values += separator + (column.kind == FieldKind::Integer ? L"%ld"
+                               : column.kind == FieldKind::Real  ? L"%lf"
+                                                                 : L"'%s'");
     }
-    return count;
+    return text = L" (" + columns + L")  VALUES  ( " + values + L") ";
 }
 
 int insertItem(const KorString& statement, const RecordDescription& type, const void* item)
 {
-    KorFormatArgument values[mostItemColumns] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
-    const std::size_t count = valuesOf(type, item, values);
-    return KorDatabaseAccess::doSQLStatement(KorOdbcMan::m_currentDSN, statement, {values, count});
+    std::vector<KorFormatArgument> values;
+    values.reserve(type.columns.size());
+    for (const ColumnDescription& column : type.columns)
+        values.push_back(column.kind == FieldKind::Integer ? KorFormatArgument(long{column.integer(item)})
+                         : column.kind == FieldKind::Real  ? KorFormatArgument(column.real(item))
+                                                           : KorFormatArgument(column.text(item)));
+    return KorDatabaseAccess::doSQLStatement(KorOdbcMan::m_currentDSN, statement, values);
 }
 
 int appendItem(const KorString& table, const RecordDescription& type, void* item)
@@ -87,18 +52,6 @@ int appendItem(const KorString& table, const RecordDescription& type, void* item
 
 } // namespace
 
-int itemTableType(int ownerType)
-{
-    const ItemRows* rows = itemRowsOf(ownerType);
-    return rows == nullptr ? -1 : rows->itemType;
-}
-
-bool itemsAreCopiedAtFirstDepth(int ownerType)
-{
-    const ItemRows* rows = itemRowsOf(ownerType);
-    return rows != nullptr && rows->copiedAtFirstDepth;
-}
-
 int deleteWhere(const KorString& table, const KorString& column, long key)
 {
     return KorDatabaseAccess::doSQLStatement(KorOdbcMan::m_currentDSN,
@@ -108,32 +61,28 @@ int deleteWhere(const KorString& table, const KorString& column, long key)
 
 int storeItems(KorOdbcMan::eTableType ownerType, long ownerKey, KorOdbcMan::eCopyDepth depth)
 {
-    const ItemRows* rows = itemRowsOf(ownerType);
-    if (rows == nullptr)
-        return 1;
     const DetailTable& owner = detailTable(ownerType);
+    const int itemType = itemTableType(ownerType);
+    if (itemType < 0)
+        return 1;
     const MemberList& list = owner.description().items.list;
-    const RecordDescription& type = detailTable(rows->itemType).description();
-    const KorString table = KorDatabaseAccess::getTableName(detailTable(rows->itemType).name);
+    const RecordDescription& type = detailTable(itemType).description();
+    const KorString table = KorDatabaseAccess::getTableName(tableName(itemType));
     const ColumnDescription& ownerColumn = *type.at(type.itemOwner);
     const ColumnDescription* order = type.at(type.itemOrder);
-    KorString insert;
-    int deleted = 1;
-    if (rows->columns != nullptr) {
-        insert = KorString(L"INSERT INTO ") + table + rows->columns + L" VALUES " + rows->values;
-        deleted =
-            KorOdbcMan::deleteRecord(static_cast<KorOdbcMan::eTableType>(rows->itemType), KorOdbcKey(ownerKey),
-                                     rows->copiedAtFirstDepth ? KorOdbcMan::kFirstCopy : depth);
-    } else {
-        deleted = deleteWhere(table, KorString::fromUtf8(ownerColumn.name), ownerKey);
-    }
+    const bool haveKeys = type.key >= 0;
+    const KorString insert = haveKeys ? KorString() : L"INSERT INTO " + table + insertedValues(type);
+    const int deleted =
+        haveKeys ? deleteWhere(table, KorString::fromUtf8(ownerColumn.name), ownerKey)
+                 : KorOdbcMan::deleteRecord(static_cast<KorOdbcMan::eTableType>(itemType), KorOdbcKey(ownerKey),
+                                            owner.itemsAtFirstDepth ? KorOdbcMan::kFirstCopy : depth);
     int result = 1;
-    for (long position = 0; result == 1 && position < list.length(owner.currentRecord); ++position) {
-        void* item = list.at(owner.currentRecord, position);
+    for (long position = 0; result == 1 && position < list.length(owner.currentRecord()); ++position) {
+        void* item = list.at(owner.currentRecord(), position);
         ownerColumn.integer(item) = static_cast<int>(ownerKey);
         if (order != nullptr)
             order->integer(item) = static_cast<int>(position);
-        result = rows->columns != nullptr ? insertItem(insert, type, item) : appendItem(table, type, item);
+        result = haveKeys ? appendItem(table, type, item) : insertItem(insert, type, item);
     }
     return result == 1 ? deleted : result;
 }

@@ -4,10 +4,6 @@
 
 namespace korodbc {
 
-/// Type of the table that keeps the items of a type's records; -1 for types without one.
-int itemTableType(int ownerType);
-/// True when storing the items takes the copy of their table at the first depth, whatever the owner's.
-bool itemsAreCopiedAtFirstDepth(int ownerType);
 /// Deletes the rows of a table of the manager's database, given by its physical name, whose column holds the key.
 int deleteWhere(const KorString& table, const KorString& column, long key);
 /// Removes the stored items of an owner and writes those of its record, stopping at the first that fails. `depth`

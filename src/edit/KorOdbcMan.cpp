@@ -76,17 +76,11 @@ StructProfileShapeRunName KorOdbcMan::m_structProfileShapeRunName;
 
 int KorOdbcMan::getTableName(eTableType type, KorString& name)
 {
-    static const KorArray<KorString> names = [] {
-        KorArray<KorString> list;
-        for (int i = 0; i < kTableTypes; ++i)
-            list.append(KorString(detailTable(i).name));
-        return list;
-    }();
     if (!isTableType(type)) {
         KorAssert::korAssert("error==-1", "KorOdbcMan", __LINE__);
         return -1;
     }
-    name = names.data()[type];
+    name = tableName(type);
     return 1;
 }
 
@@ -105,10 +99,9 @@ int KorOdbcMan::getNumberOfColumns(eTableType type, int& count)
 
 long KorOdbcMan::getRecordKey(eTableType type)
 {
-    if (!isTableType(type) || !detailTable(type).hasKeyAccess)
+    if (!isTableType(type) || detailTable(type).hidesKey || detailTable(type).currentRecord() == nullptr)
         return -1;
-    const DetailTable& table = detailTable(type);
-    return table.description().keyOf(table.currentRecord);
+    return detailTable(type).description().keyOf(detailTable(type).currentRecord());
 }
 
 KorString KorOdbcMan::getRecordStringKey(eTableType type)

@@ -1,10 +1,10 @@
 #include "DetailTables.h"
 #include "foundation/ManagerDatabase.h"
+#include "TableCopies.h"
 
 #include <korodbc/addins/AddInManagerInterface.h>
 #include <korodbc/edit/KorOdbcMan.h>
 #include <korodbc/foundation/KorTransferState.h>
-#include <korodbc/maintenance/KorOdbcGUI.h>
 #include <korodbc/repository/KorDatabaseAccess.h>
 #include <korodbc/repository/KorDSNManager.h>
 #include <korodbc/repository/KRRepositoryProxyMan.h>
@@ -42,8 +42,6 @@ Man::StatusRows* const statusOfDepth[] = {&Man::m_Status, &Man::m_SecondStatus, 
 Man::FlagRows* const backupOfDepth[] = {&Man::m_BackupAvailable, &Man::m_SecondBackupAvailable,
                                         &Man::m_ThirdBackupAvailable, &Man::m_FourthBackupAvailable};
 
-bool isDepth(int depth) { return depth >= 0 && depth < Man::kCopies; }
-
 Man::eStatus& status(int slot, int type, int depth) { return statusOfDepth[depth]->getAt(slot).getAt(type); }
 bool& backup(int slot, int type, int depth) { return backupOfDepth[depth]->getAt(slot).getAt(type); }
 
@@ -66,19 +64,19 @@ KorArray<KorAddInId> installedCountryAddIns()
     return ids;
 }
 
+constexpr std::pair<eDSN, eIndex> fixedDatabases[] = {
+    {KorDSNDefinitions::kDetails, KorDSNDefinitions::kBase},
+    {KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin},
+    {KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase},
+};
+
 /// Calls `act` with each detail database current: base details, add-in, main configuration, country add-ins.
 template <class Act>
 void forEachDatabase(Act act)
 {
-    const struct {
-        eDSN dsn;
-        eIndex index;
-    } fixed[] = {{KorDSNDefinitions::kDetails, KorDSNDefinitions::kBase},
-                 {KorDSNDefinitions::kAddin, KorDSNDefinitions::kFirstAddin},
-                 {KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kBase}};
     int slot = 0;
-    for (const auto& database : fixed) {
-        const ManagerDatabase visit(database.dsn, database.index);
+    for (const auto& [dsn, index] : fixedDatabases) {
+        const ManagerDatabase visit(dsn, index);
         act(slot++);
     }
     const KorArray<KorAddInId> ids = installedCountryAddIns();
@@ -90,160 +88,60 @@ void forEachDatabase(Act act)
     }
 }
 
-bool modifiedAtAnyDepth(int slot, int type)
+bool modifiedAt(int slot, int type, int depth) { return status(slot, type, depth) == Man::eModified; }
+
+/// True when `is` says so of any depth.
+template <class Is>
+bool atAnyDepth(int slot, int type, Is is)
 {
     for (int depth = 0; depth < Man::kCopies; ++depth)
-        if (status(slot, type, depth) == Man::eModified)
+        if (is(slot, type, depth))
             return true;
     return false;
 }
 
-bool openAt(int slot, int type, int depth)
-{
-    return modifiedAtAnyDepth(slot, type) || (isDepth(depth) && backup(slot, type, depth));
-}
-
-KorString copyName(const KorString& table, int depth)
-{
-    return isDepth(depth) ? table + KorString(Man::ccKorVELCopyString[depth]) : table;
-}
-
-/// The names by which the service knows a type's table and its copies.
-struct TableNames {
-    explicit TableNames(int type)
-        : logical(detailTable(type).name), table(KorDatabaseAccess::getTableName(logical))
-    {
-    }
-    KorString copy(int depth) const { return KorDatabaseAccess::getTableName(copyName(logical, depth)); }
-    bool hasCopy(int depth) const
-    {
-        return KorDatabaseAccess::doesTableExists(Man::m_currentDSN, copy(depth)) == 1;
-    }
-    bool hasAnyCopy() const { return hasCopy(3) || hasCopy(2) || hasCopy(1) || hasCopy(0); }
-    bool isClaimed() const { return KorDatabaseAccess::isTableClaimed(Man::m_currentDSN, table) == 1; }
-
-    const KorString logical, table;
-};
-
-/// True when the copy has the first columns of the table: Cancel drops those that were added behind.
-bool fits(const TableNames& names, int depth)
-{
-    KorArray<KorColumn> columns, copied;
-    if (KorDatabaseAccess::getTableStructure(Man::m_currentDSN, names.table, columns) != 1 ||
-        KorDatabaseAccess::getTableStructure(Man::m_currentDSN, names.copy(depth), copied) != 1 ||
-        copied.length() > columns.length())
-        return false;
-    for (long i = 0; i < copied.length(); ++i)
-        if (columns[i].getName().compareNoCase(copied[i].getName()) != 0)
-            return false;
-    return true;
-}
-
-/// Writes a copy back into its table, as a whole or not at all. 1; other values leave both as they are.
-int restore(const TableNames& names, int depth)
-{
-    if (!names.hasCopy(depth) || !fits(names, depth))
-        return -1;
-    KorDatabaseBatch batch;
-    const KorString copy = copyName(names.logical, depth);
-    int result = -1;
-    try {
-        if (KorOdbcGUI::restoreTableStructure(names.logical, copy, Man::m_currentDSN) == 1)
-            result = KorOdbcGUI::restoreTable(names.logical, copy, Man::m_currentDSN);
-    } catch (...) {
-        result = -1;
-    }
-    if (result == 1 && names.hasCopy(depth))
-        result = 0; // a copy that stays would come back over later work
-    return result == 1 ? batch.end(1) : batch.undo(result);
-}
-
-int putAside(const TableNames& names, int depth, KorString& aside)
-{
-    KorString free;
-    for (int number = 1; free.isEmpty() || KorDatabaseAccess::doesTableExists(Man::m_currentDSN, free) == 1;
-         ++number)
-        free = names.table + KorString::format(L"_LeftCopy%d", number);
-    const int result = KorDatabaseAccess::doSQLStatement(
-        Man::m_currentDSN, KorString::format(L"ALTER TABLE [%s] RENAME TO [%s]", names.copy(depth), free));
-    if (result == 1)
-        aside = free;
-    return result;
-}
-
-/// Brings back what a program that has ended left of an edit of the table, the deepest copy first. The table is
-/// claimed, and edited by nobody. False when a copy stays.
-bool bringBack(const TableNames& names)
-{
-    bool all = true;
-    for (int depth = Man::kFourthCopy; depth >= Man::kFirstCopy; --depth)
-        all = (!names.hasCopy(depth) || restore(names, depth) == 1) && all;
-    return all;
-}
-
-/// Claims the table for an edit under copies. What another program left of one comes back first; what cannot come
-/// back is put aside, since its name is wanted.
-bool claimForEdit(const TableNames& names)
-{
-    const bool held = names.isClaimed();
-    if (KorDatabaseAccess::claimTable(Man::m_currentDSN, names.table) != 1)
-        return false;
-    if (held)
-        return true;
-    if (KorDatabaseBatch::lock(Man::m_currentDSN) != 1)
-        return false;
-    KorString aside;
-    if (names.hasAnyCopy() && !bringBack(names))
-        for (int depth = 0; depth < Man::kCopies; ++depth)
-            if (names.hasCopy(depth) && putAside(names, depth, aside) != 1)
-                return false;
-    return true;
-}
-
 /// Gives the claim back when no copy of the table is in use any more.
-void releaseIfClosed(int slot, int type, const TableNames& names)
+void releaseIfClosed(int slot, int type, const TableCopies& table)
 {
-    for (int depth = 0; depth < Man::kCopies; ++depth)
-        if (backup(slot, type, depth))
-            return;
-    KorDatabaseAccess::releaseTable(Man::m_currentDSN, names.table);
+    if (!atAnyDepth(slot, type, backup))
+        table.release();
 }
 
 /// Closes copies that are this program's although their flags were cleared while they were in use: left, they
 /// would come back over later work.
 void closeForgotten(int slot, int type, bool bringsBack)
 {
-    const TableNames names(type);
-    if (!names.isClaimed() || modifiedAtAnyDepth(slot, type))
+    const TableCopies table(type);
+    if (!table.isClaimed() || atAnyDepth(slot, type, modifiedAt) || atAnyDepth(slot, type, backup))
         return;
-    for (int depth = 0; depth < Man::kCopies; ++depth)
-        if (backup(slot, type, depth))
-            return;
-    for (int depth = Man::kFourthCopy; depth >= Man::kFirstCopy; --depth) {
-        if (!names.hasCopy(depth))
-            continue;
-        if (bringsBack)
-            restore(names, depth);
-        else
-            KorDatabaseAccess::doSQLStatement(Man::m_currentDSN,
-                                              KorString::format(L"DROP TABLE [%s]", names.copy(depth)));
-    }
-    KorDatabaseAccess::releaseTable(Man::m_currentDSN, names.table);
+    for (int depth = Man::kFourthCopy; depth >= Man::kFirstCopy; --depth)
+        if (table.has(depth)) {
+            if (bringsBack)
+                table.restore(depth);
+            else
+                table.drop(depth);
+        }
+    table.release();
+}
+
+bool openAt(int slot, int type, int depth)
+{
+    return atAnyDepth(slot, type, modifiedAt) || (isDepth(depth) && backup(slot, type, depth));
 }
 
 /// Closes a table at a depth in every database where `concerns` says so. `finish` does what the transition is
 /// about.
 template <class Concerns, class Finish>
-int closeEverywhere(Man::eTableType type, int depth, bool bringsBack, Concerns concerns, Finish finish)
+int closeEverywhere(Man::eTableType type, Man::eCopyDepth depth, bool bringsBack, Concerns concerns, Finish finish)
 {
     if (!isTableType(type))
         return -2;
     KorDatabaseBatch batch;
     int result = 1;
     forEachDatabase([&](int slot) {
-        if (!concerns(slot))
+        if (!concerns(slot, type, depth))
             return;
-        const int done = finish();
+        const int done = finish(type, depth);
         if (result == 1)
             result = done;
         if (isDepth(depth))
@@ -263,9 +161,8 @@ int bringBackCopies(bool ownToo)
     // what other programs edit is left alone without waiting for the lock
     std::vector<int> left;
     for (int type = 0; type < Man::kTableTypes; ++type) {
-        const TableNames names(type);
-        if ((ownToo || !names.isClaimed()) && names.hasAnyCopy() &&
-            KorDatabaseAccess::claimTable(Man::m_currentDSN, names.table) == 1)
+        const TableCopies table(type);
+        if ((ownToo || !table.isClaimed()) && table.hasAny() && table.claim() == 1)
             left.push_back(type);
     }
     if (left.empty())
@@ -275,12 +172,18 @@ int bringBackCopies(bool ownToo)
         return batch.undo(-1);
     bool all = true;
     for (const int type : left) {
-        const TableNames names(type);
-        all = bringBack(names) && all;
+        const TableCopies table(type);
+        all = table.bringBack() && all;
         Man::resetTable(static_cast<Man::eTableType>(type));
-        KorDatabaseAccess::releaseTable(Man::m_currentDSN, names.table);
+        table.release();
     }
     return batch.end(all ? 1 : 0);
+}
+
+bool isOpenIn(int slot, int type, int depth)
+{
+    return isTableType(type) && isDepth(depth) && slot >= 0 && slot < Man::m_Status.length() &&
+           (modifiedAt(slot, type, depth) || backup(slot, type, depth));
 }
 
 /// The first step of an operation on the copy of a type at a depth: its result when it ends there, otherwise 1.
@@ -363,13 +266,13 @@ int KorOdbcMan::backupTable(eTableType type, eCopyDepth depth)
     if (const int found = copyOf(type, depth, "copyDepth<4", 0); found != 1)
         return found;
     const ManagerDatabase database;
-    const TableNames names(type);
-    if (backup(slot, type, depth) && names.isClaimed())
+    const TableCopies table(type);
+    if (backup(slot, type, depth) && table.isClaimed())
         return 1;
     KorDatabaseBatch batch;
     int copied = 0;
-    if (claimForEdit(names))
-        copied = KorDatabaseAccess::copyTable(m_currentDSN, names.table, names.copy(depth), false);
+    if (table.claimForEdit())
+        copied = table.take(depth);
     if (depth == kFirstCopy && !isOpen(type, depth))
         openings[{slot, type}] = ++lastOpening;
     // the copy counts as taken also when copying failed: OK then drops what is there, Cancel restores what it
@@ -386,18 +289,17 @@ int KorOdbcMan::restoreCopyOfTable(eTableType type, eCopyDepth depth)
     if (const int found = copyOf(type, depth, "copyDepth >=0 && copyDepth < kCopies", -1); found != 1)
         return found;
     const ManagerDatabase database;
-    const TableNames names(type);
+    const TableCopies table(type);
     KorDatabaseBatch batch;
     // without the claim what is there is another program's; at start-up it may be nobody's
-    const bool held = names.isClaimed();
-    if (!held && (!m_bInitializeTables || !names.hasCopy(depth) ||
-                  KorDatabaseAccess::claimTable(m_currentDSN, names.table) != 1))
+    const bool held = table.isClaimed();
+    if (!held && (!m_bInitializeTables || !table.has(depth) || table.claim() != 1))
         return batch.end(-1);
-    const int result = restore(names, depth);
+    const int result = table.restore(depth);
     if (result == 1)
         change(backup, slot, type, depth, false);
     if (result == 1 || !held)
-        releaseIfClosed(slot, type, names);
+        releaseIfClosed(slot, type, table);
     return batch.end(result);
 }
 
@@ -409,18 +311,15 @@ int KorOdbcMan::dropCopyOfTable(eTableType type, eCopyDepth depth)
     if (const int found = copyOf(type, depth, "copyDepth<kCopies", 0); found != 1)
         return found;
     const ManagerDatabase database;
-    const TableNames names(type);
-    const KorString copy = names.copy(depth);
+    const TableCopies table(type);
     KorDatabaseBatch batch;
     int result = 0;
-    if (names.isClaimed()) { // otherwise what is there is another program's
-        result = KorDatabaseAccess::doSQLStatement(m_currentDSN, KorString::format(L"DROP TABLE [%s]", copy));
-        KorDatabaseAccess::resetCachedTable(m_currentDSN, copy);
-    }
+    if (table.isClaimed()) // otherwise what is there is another program's
+        result = table.drop(depth);
     // a copy that stays is still in use: without its mark it would come back over confirmed work
-    if (result == 1 || !names.isClaimed() || !names.hasCopy(depth)) {
+    if (result == 1 || !table.isClaimed() || !table.has(depth)) {
         change(backup, slot, type, depth, false);
-        releaseIfClosed(slot, type, names);
+        releaseIfClosed(slot, type, table);
     }
     return batch.end(result);
 }
@@ -430,13 +329,12 @@ int KorOdbcMan::putCopyAside(eTableType type, eCopyDepth depth, KorString& aside
     if (!isTableType(type) || !isDepth(depth))
         return 0;
     const ManagerDatabase database;
-    const TableNames names(type);
+    const TableCopies table(type);
     KorDatabaseBatch batch;
-    if (names.isClaimed() || KorDatabaseBatch::lock(m_currentDSN) != 1 || !names.hasCopy(depth) ||
-        KorDatabaseAccess::claimTable(m_currentDSN, names.table) != 1)
+    if (table.isClaimed() || KorDatabaseBatch::lock(m_currentDSN) != 1 || !table.has(depth) || table.claim() != 1)
         return batch.undo(0);
-    const int result = putAside(names, depth, aside);
-    KorDatabaseAccess::releaseTable(m_currentDSN, names.table);
+    const int result = table.putAside(depth, aside);
+    table.release();
     return result == 1 ? batch.end(1) : batch.undo(0);
 }
 
@@ -445,21 +343,16 @@ bool KorOdbcMan::canCancel(eTableType type, eCopyDepth depth)
     const ManagerDatabase database;
     if (!isOpen(type, depth))
         return false;
-    const TableNames names(type);
-    return names.isClaimed() && names.hasCopy(depth);
+    const TableCopies table(type);
+    return table.isClaimed() && table.has(depth);
 }
 
-bool KorOdbcMan::isOpen(eTableType type, eCopyDepth depth)
-{
-    const int slot = getIndex();
-    return isTableType(type) && isDepth(depth) && slot >= 0 && slot < m_Status.length() &&
-           (status(slot, type, depth) == eModified || backup(slot, type, depth));
-}
+bool KorOdbcMan::isOpen(eTableType type, eCopyDepth depth) { return isOpenIn(getIndex(), type, depth); }
 
 bool KorOdbcMan::isOpenAnywhere(eTableType type, eCopyDepth depth)
 {
-    for (int slot = 0; isTableType(type) && isDepth(depth) && slot < m_Status.length(); ++slot)
-        if (status(slot, type, depth) == eModified || backup(slot, type, depth))
+    for (int slot = 0; slot < m_Status.length(); ++slot)
+        if (isOpenIn(slot, type, depth))
             return true;
     return false;
 }
@@ -468,30 +361,25 @@ int KorOdbcMan::openingOf(eTableType type) { return isOpen(type, kFirstCopy) ? o
 
 int KorOdbcMan::setStatusOnOK(eTableType type, eCopyDepth depth)
 {
-    return closeEverywhere(
-        type, depth, false, [=](int slot) { return openAt(slot, type, depth); },
-        [=] { return dropCopyOfTable(type, depth); });
+    return closeEverywhere(type, depth, false, openAt, dropCopyOfTable);
 }
 
 int KorOdbcMan::setStatusOnCancel(eTableType type, eCopyDepth depth)
 {
-    return closeEverywhere(
-        type, depth, true, [=](int slot) { return openAt(slot, type, depth); },
-        [=] { return restoreCopyOfTable(type, depth); });
+    return closeEverywhere(type, depth, true, openAt, restoreCopyOfTable);
 }
 
 int KorOdbcMan::setStatusOnUpdate(eTableType type, eCopyDepth depth)
 {
-    return closeEverywhere(
-        type, depth, false, [=](int slot) { return isDepth(depth) && status(slot, type, depth) == eModified; },
-        [=] {
-            KorDatabaseBatch batch;
-            const int dropped = dropCopyOfTable(type, depth);
-            const int copied = backupTable(type, depth);
-            if (copied != 1)
-                return batch.undo(copied); // the copy that there was stays
-            return batch.end(dropped);
-        });
+    const auto modified = [](int slot, int of, int at) { return isDepth(at) && modifiedAt(slot, of, at); };
+    return closeEverywhere(type, depth, false, modified, [](eTableType of, eCopyDepth at) {
+        KorDatabaseBatch batch;
+        const int dropped = dropCopyOfTable(of, at);
+        const int copied = backupTable(of, at);
+        if (copied != 1)
+            return batch.undo(copied); // the copy that there was stays
+        return batch.end(dropped);
+    });
 }
 
 int KorOdbcMan::initializeTables()
@@ -525,27 +413,14 @@ int KorOdbcMan::bringBackLeftCopies() { return bringBackCopies(false) == 1 ? 1 :
 
 void KorOdbcMan::restoreDetailTablesCopies()
 {
-    restoreDetailTablesCopiesFor(KorDSNDefinitions::kDetails);
-    restoreDetailTablesCopiesFor(KorDSNDefinitions::kAddin);
-    restoreDetailTablesCopiesFor(KorDSNDefinitions::kConfiguration);
-}
-
-void KorOdbcMan::restoreDetailTablesCopiesFor(eDSN dsn)
-{
-    int slot = -1;
-    if (dsn == KorDSNDefinitions::kDetails)
-        slot = 0;
-    else if (dsn == KorDSNDefinitions::kAddin)
-        slot = 1;
-    else if (dsn == KorDSNDefinitions::kConfiguration)
-        slot = 2;
-    else if (dsn == KorDSNDefinitions::kCountryAddin)
-        slot = 3 + KorDSNManager::getAddInIdx(m_currentAddIn);
-    const ManagerDatabase database(dsn, static_cast<eIndex>(slot));
-    KorDatabaseBatch batch;
-    // the fourth copy is left alone
-    for (int type = 0; type < kTableTypes; ++type)
-        for (int depth = kThirdCopy; depth >= kFirstCopy; --depth)
-            restoreCopyOfTable(static_cast<eTableType>(type), static_cast<eCopyDepth>(depth));
-    batch.end(1);
+    int slot = 0;
+    for (const auto& [dsn, index] : fixedDatabases) {
+        const ManagerDatabase database(dsn, static_cast<eIndex>(slot++)); // whatever their index
+        KorDatabaseBatch batch;
+        // the fourth copy is left alone
+        for (int type = 0; type < kTableTypes; ++type)
+            for (int depth = kThirdCopy; depth >= kFirstCopy; --depth)
+                restoreCopyOfTable(static_cast<eTableType>(type), static_cast<eCopyDepth>(depth));
+        batch.end(1);
+    }
 }

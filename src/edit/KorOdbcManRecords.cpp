@@ -12,6 +12,8 @@
 #include <korodbc/repository/KorDSNManager.h>
 #include <korodbc/roots/KorAssert.h>
 
+#include <vector>
+
 using namespace korodbc;
 
 namespace {
@@ -60,15 +62,13 @@ int writeAttribute(Man::eTableType type, const Key& key, int column, const KorCe
     return batch.end(result);
 }
 
-KorCellData cellOf(void* value, const KorItemType& itemType) { return KorCellData(value, itemType); }
-
 /// Key of a type's current record, as the service takes it.
 KorCellData currentKey(Man::eTableType type)
 {
     const DetailTable& table = detailTable(type);
     const RecordDescription& description = table.description();
-    return description.hasTextKey() ? KorCellData(description.keyColumn().text(table.currentRecord))
-                                    : KorCellData(description.keyOf(table.currentRecord));
+    return description.hasTextKey() ? KorCellData(description.keyColumn().text(table.currentRecord()))
+                                    : KorCellData(description.keyOf(table.currentRecord()));
 }
 
 /// Appends an empty row and gives its key in `key`.
@@ -76,9 +76,9 @@ int appendRow(Man::eTableType type, const KorString& table, int keepKey, KorCell
 {
     const bool mayKeep =
         Man::m_currentDSN != KorDSNDefinitions::kDetails || KorTransferState::isTransferInProgress();
-    if (mayKeep && keepKey == 1 && (type == Man::kDetObjQualifierFilter || Man::getRecordKey(type) != -1)) {
-        key = type == Man::kDetObjQualifierFilter ? KorCellData(Man::getRecordStringKey(type))
-                                                  : KorCellData(static_cast<int>(Man::getRecordKey(type)));
+    if (mayKeep && keepKey == 1 &&
+        (detailTable(type).description().hasTextKey() || Man::getRecordKey(type) != -1)) {
+        key = currentKey(type);
         if (KorDatabaseAccess::appendNewLine(Man::m_currentDSN, table, key, true, true) == 1)
             return 1;
     }
@@ -92,7 +92,7 @@ void stampOwner(const DetailTable& table)
     if (owner == nullptr || KorTransferState::isTransferInProgress())
         return;
     KorODBCUserProfile::resetOwnerText();
-    owner->text(table.currentRecord) = KorODBCUserProfile::m_charOwnerText;
+    owner->text(table.currentRecord()) = KorODBCUserProfile::m_charOwnerText;
 }
 
 /// True when the table of that physical name has columns for that many items.
@@ -110,7 +110,7 @@ KorDatabaseBatch::Kind batchFor(Man::eTableType type, const KorString& table)
     const DetailTable& current = detailTable(type);
     const RecordDescription& description = current.description();
     const bool needsColumns = description.numbered.exists() &&
-                              !holdsItems(type, table, description.itemList()->length(current.currentRecord));
+                              !holdsItems(type, table, description.itemList()->length(current.currentRecord()));
     return description.items.exists() || needsColumns ? KorDatabaseBatch::Kind::Whole
                                                       : KorDatabaseBatch::Kind::Joined;
 }
@@ -121,15 +121,15 @@ int storeRecord(Man::eTableType type, const KorString& table, Man::eCopyDepth de
     const DetailTable& current = detailTable(type);
     const RecordDescription& description = current.description();
     if (const MemberList* items = description.itemList()) {
-        const long count = items->length(current.currentRecord);
+        const long count = items->length(current.currentRecord());
         if (const ColumnDescription* column = description.at(description.itemCount))
-            column->integer(current.currentRecord) = static_cast<int>(count);
+            column->integer(current.currentRecord()) = static_cast<int>(count);
         if (description.numbered.exists() && !holdsItems(type, table, count))
             Man::setColumnsForNewItems(type, static_cast<int>(count));
     }
     const int result = KorDatabaseAccess::setRecord(Man::m_currentDSN, table, description, currentKey(type),
-                                                    current.currentRecord);
-    return result == 1 ? storeItems(type, description.keyOf(current.currentRecord), depth) : result;
+                                                    current.currentRecord());
+    return result == 1 ? storeItems(type, description.keyOf(current.currentRecord()), depth) : result;
 }
 
 /// Appends the type's current record as a new row with its items. Returns the new key, or -1.
@@ -144,7 +144,7 @@ int appendRecord(Man::eTableType type, const KorString& table, int keepKey, Man:
         return -1;
     }
     const DetailTable& current = detailTable(type);
-    if (current.currentRecord == nullptr) {
+    if (current.currentRecord() == nullptr) {
         KorAssert::korAssert("AppendNewrecord==-1", "KorOdbcMan", __LINE__);
         return key.getInt();
     }
@@ -152,9 +152,9 @@ int appendRecord(Man::eTableType type, const KorString& table, int keepKey, Man:
     if (isText != current.description().hasTextKey())
         return -1; // no key that the record can hold
     if (isText)
-        column.text(current.currentRecord) = key.getStringW();
+        column.text(current.currentRecord()) = key.getStringW();
     else
-        column.integer(current.currentRecord) = key.getInt();
+        column.integer(current.currentRecord()) = key.getInt();
     stampOwner(current);
     return storeRecord(type, table, depth) != 1 ? -1 : isText ? 1 : key.getInt();
 }
@@ -203,7 +203,7 @@ int KorOdbcMan::setAttribute(eTableType type, const KorOdbcKey& key, int column,
 int KorOdbcMan::setAttribute(eTableType type, const KorOdbcKey& key, int column, void*& value,
                              KorItemType& itemType, int flag, eCopyDepth depth)
 {
-    return writeAttribute(type, key, column, cellOf(value, itemType), flag, depth, false);
+    return writeAttribute(type, key, column, KorCellData(value, itemType), flag, depth, false);
 }
 
 int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, long value, eCopyDepth depth)
@@ -225,7 +225,7 @@ int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, 
 int KorOdbcMan::setAttribute(eTableType type, const KorString& key, int column, void*& value,
                              KorItemType& itemType, int flag, eCopyDepth depth)
 {
-    return writeAttribute(type, key, column, cellOf(value, itemType), flag, depth, false);
+    return writeAttribute(type, key, column, KorCellData(value, itemType), flag, depth, false);
 }
 
 int KorOdbcMan::appendNewRecord(eTableType type, int keepKey, eCopyDepth depth)
@@ -256,7 +256,7 @@ int KorOdbcMan::storeCurrentRecord(eTableType type, eCopyDepth depth)
     KorString table;
     if (!physicalName(type, table))
         return -2;
-    if (detailTable(type).currentRecord == nullptr)
+    if (detailTable(type).currentRecord() == nullptr)
         return 1;
     const ManagerDatabase database;
     if (!mayWrite(type, table, depth))
@@ -316,11 +316,12 @@ int KorOdbcMan::AddItemColumns(eTableType type, int item, int count, eDSN dsn)
         return -2;
     const KorDSNRequest database(dsn, dsn == m_currentDSN ? m_currentAddIn : KorDSNDefinitions::kFirstAddin);
     const int perItem = m_numberOfColumns[type][1];
+    const auto& patterns = detailTable(type).columns.ofItem;
     KorArray<KorString> definitions;
     for (int column = perItem - count; column < perItem; ++column) {
-        const KorString pattern(itemColumnTemplate(type, column));
-        if (!pattern.isEmpty())
-            definitions.append(KorString::format(pattern.c_str(), item));
+        const auto place = static_cast<std::size_t>(column);
+        if (column >= 0 && place < patterns.size() && patterns[place] != nullptr)
+            definitions.append(KorString::format(patterns[place], item));
     }
     return KorOdbcGUI::setNewColumns(name, definitions, dsn);
 }
@@ -334,29 +335,28 @@ void KorOdbcMan::resetTable(eTableType type)
         return;
     }
     const ManagerDatabase database;
+    const DetailTable& table = detailTable(type);
+    RecordAccess::resetCache(table.description());
     // tables that are read together are reset together
-    static const int groups[][2] = {
-        {kDetViewRequest, kDetViewRequestCategories},           {kDetObjReprMap, kDetObjReprMapItems},
-        {kDetViewDimStrategy, kDetViewDimStrategyItems},        {kDetailStyleMap, kDetailStyleMapItems},
-        {kDetObjQualifierSet, kDetObjQualifierSetItem},         {kDetailProcessScales, kDetailProcessScalesItem},
-        {kDetProcessesSuiteDefinition, kDetProcessesSuiteItems}};
-    RecordAccess::resetCache(detailTable(type).description());
-    for (const auto& [owner, items] : groups) {
-        if (type == owner)
-            RecordAccess::resetCache(detailTable(items).description());
-        else if (type == items)
-            RecordAccess::resetCache(detailTable(owner).description());
-    }
-    if (type == kDetailStyle || type == kDetObjAnnotationStrategy) {
-        const DetailTable& table = detailTable(type);
-        RecordAccess::readByKey(table.description(), getRecordKey(type), table.currentRecord);
-    }
+    static const auto together = [] {
+        std::array<std::vector<int>, kTableTypes> types;
+        for (const DetailTable& row : detailTables)
+            for (const int other : {row.readWith, itemTableType(row.type)})
+                if (other >= 0) {
+                    types[row.type].push_back(other);
+                    types[static_cast<std::size_t>(other)].push_back(row.type);
+                }
+        return types;
+    }();
+    for (const int other : together[type])
+        RecordAccess::resetCache(detailTable(other).description());
+    if (table.readsBack)
+        RecordAccess::readByKey(table.description(), getRecordKey(type), table.currentRecord());
 }
 
 void KorOdbcMan::checkItems(eTableType type)
 {
-    if (type != kDetailStyle && type != kDetObjReprMap && type != kDetViewDimStrategy &&
-        type != kDetViewDimRequestLinear)
+    if (!isTableType(type) || !detailTable(type).checksItems)
         return;
     const ManagerDatabase database;
     const DetailTable& table = detailTable(type);
@@ -370,8 +370,8 @@ void KorOdbcMan::checkItems(eTableType type)
         if (column.noneAllowed && key == -1)
             return true;
         const int target = tableTypeOf(column.target());
-        if (target >= 0 && detailTable(target).currentRecord != nullptr)
-            return RecordAccess::readByKey(column.target(), key, detailTable(target).currentRecord) == 1;
+        if (target >= 0 && detailTable(target).currentRecord() != nullptr)
+            return RecordAccess::readByKey(column.target(), key, detailTable(target).currentRecord()) == 1;
         const AnyRecord record(column.target());
         if (RecordAccess::readByKey(column.target(), key, record.get()) == 1)
             return true;
@@ -384,16 +384,16 @@ void KorOdbcMan::checkItems(eTableType type)
         return column.link == LinkKind::Reference ||
                (column.link == LinkKind::Lookup && &column.target() == &descriptionOf<StructDetRequestType>());
     };
-    for (long item = list.length(table.currentRecord) - 1; item >= 0; --item) {
+    for (long item = list.length(table.currentRecord()) - 1; item >= 0; --item) {
         for (const ColumnDescription& column : columns) {
-            if (checked(column) && !resolves(column, list.at(table.currentRecord, item))) {
-                list.erase(table.currentRecord, item);
+            if (checked(column) && !resolves(column, list.at(table.currentRecord(), item))) {
+                list.erase(table.currentRecord(), item);
                 break;
             }
         }
     }
     if (const ColumnDescription* count = description.at(description.itemCount))
-        count->integer(table.currentRecord) = static_cast<int>(list.length(table.currentRecord));
+        count->integer(table.currentRecord()) = static_cast<int>(list.length(table.currentRecord()));
 }
 
 bool KorOdbcMan::isCurrentOwnerVEL()
@@ -406,32 +406,16 @@ bool KorOdbcMan::isCurrentOwnerVEL()
 
 bool KorOdbcMan::getAttributeStatus(eTableType type)
 {
-    switch (type) {
-    case kDetailStyle:
-    case kDetViewArrangeStrategy:
-    case kDetViewRequest:
-    case kDetObjReprMap:
-    case kDetViewSystemAndBox:
-    case kDetViewDimStrategy:
-    case kDetViewLengthClip:
-    case kDetObjAnnotationStrategy:
-    case kDetAnnotationType:
-    case kDetArrangerControl:
-    case kDetArrangerStrategy:
-    case kDetViewDimRequestLinear:
-    case kDetViewDimPointSelection:
-    case kNumberingPrefix:
-    case kDetProcessesSuiteDefinition: {
-        const DetailTable& table = detailTable(type);
-        const KorString& owner = table.description().ownerColumn()->text(table.currentRecord);
-        return owner == korstrVEL || owner == korstrPCVEL ? isCurrentOwnerVEL() : true;
-    }
-    case kDetManualAnnotationType:
-        return true;
-    default:
+    const auto editing = isTableType(type) ? detailTable(type).editing : DetailTable::Editing::Unsaid;
+    if (editing == DetailTable::Editing::Unsaid) {
         KorAssert::korAssert("getAttributeStatus_notYetImplemented==-1", "KorOdbcMan", __LINE__);
         return false;
     }
+    if (editing == DetailTable::Editing::OfAll)
+        return true;
+    const DetailTable& table = detailTable(type);
+    const KorString& owner = table.description().ownerColumn()->text(table.currentRecord());
+    return (owner != korstrVEL && owner != korstrPCVEL) || isCurrentOwnerVEL();
 }
 
 bool KorOdbcMan::getEditableStatus() { return m_currentDSN == KorDSNDefinitions::kAddin || isCurrentOwnerVEL(); }

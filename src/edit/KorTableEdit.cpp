@@ -1,6 +1,5 @@
 #include "DetailTables.h"
 #include "foundation/ManagerDatabase.h"
-#include "ItemStore.h"
 
 #include <korodbc/edit/KorTableEdit.h>
 #include <korodbc/repository/KorDatabaseAccess.h>
@@ -15,7 +14,7 @@ KorTableEdit::KorTableEdit(std::initializer_list<KorOdbcMan::eTableType> types, 
         if (const int items = itemTableType(type); items >= 0) {
             const auto itemType = static_cast<KorOdbcMan::eTableType>(items);
             // an edit around this one closes its own
-            m_tables.push_back({itemType, depth != KorOdbcMan::kFirstCopy && itemsAreCopiedAtFirstDepth(type) &&
+            m_tables.push_back({itemType, depth != KorOdbcMan::kFirstCopy && detailTable(type).itemsAtFirstDepth &&
                                               !KorOdbcMan::isOpen(itemType, KorOdbcMan::kFirstCopy)});
         }
     }

@@ -98,6 +98,20 @@ KeysByType keysOfLookups()
     return keys;
 }
 
+template <class Leads>
+int findReferrers(eDSN dsn, eIndex index, const KorString& table, FieldKind kind,
+                  KorArray<KorDetailReference>& references, Leads leads)
+{
+    const KorDSNRequest request(dsn, index);
+    const KorDatabaseReading reading(dsn);
+    const std::string name = table.toUtf8();
+    return findReferences(
+        [&](const StoredReference& reference) {
+            return leads(reference) && reference.column.kind == kind && reference.column.target().table == name;
+        },
+        references);
+}
+
 } // namespace
 
 int findReferences(const std::function<bool(const StoredReference&)>& wanted,
@@ -164,29 +178,15 @@ int KorDetailReferences::getDangling(eDSN dsn, eIndex index, KorArray<KorDetailR
 int KorDetailReferences::getReferrers(eDSN dsn, eIndex index, const KorString& table, int key,
                                       KorArray<KorDetailReference>& references)
 {
-    const KorDSNRequest request(dsn, index);
-    const KorDatabaseReading reading(dsn);
-    const std::string name = table.toUtf8();
-    return findReferences(
-        [&](const StoredReference& reference) {
-            return reference.target == key && reference.column.kind == FieldKind::Integer &&
-                   reference.column.target().table == name;
-        },
-        references);
+    return findReferrers(dsn, index, table, FieldKind::Integer, references,
+                         [=](const StoredReference& reference) { return reference.target == key; });
 }
 
 int KorDetailReferences::getReferrers(eDSN dsn, eIndex index, const KorString& table, const KorString& key,
                                       KorArray<KorDetailReference>& references)
 {
-    const KorDSNRequest request(dsn, index);
-    const KorDatabaseReading reading(dsn);
-    const std::string name = table.toUtf8();
-    return findReferences(
-        [&](const StoredReference& reference) {
-            return reference.text == key && reference.column.kind == FieldKind::Text &&
-                   reference.column.target().table == name;
-        },
-        references);
+    return findReferrers(dsn, index, table, FieldKind::Text, references,
+                         [&](const StoredReference& reference) { return reference.text == key; });
 }
 
 int KorDetailReferences::count(eDSN dsn, eIndex index)

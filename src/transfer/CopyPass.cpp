@@ -1,6 +1,6 @@
 #include "CopyPass.h"
 
-#include "edit/ItemStore.h"
+#include "edit/DetailTables.h"
 
 namespace korodbc {
 

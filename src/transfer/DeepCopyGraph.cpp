@@ -1,6 +1,5 @@
 #include "DeepCopyGraph.h"
 
-#include "edit/DetailTables.h"
 #include "foundation/RecordColumns.h"
 #include "StyleGraph.h"
 
@@ -17,7 +16,7 @@
 
 namespace korodbc {
 
-DeepCopyGraph::DeepCopyGraph(const std::vector<CopyTable>& tables, KorTransferKeyMap& keys, DeepCopyGraph* beyond)
+DeepCopyGraph::DeepCopyGraph(std::span<const CopyTable> tables, KorTransferKeyMap& keys, DeepCopyGraph* beyond)
     : m_keys(keys), m_beyond(beyond)
 {
     for (const CopyTable& table : tables) {
@@ -26,24 +25,19 @@ DeepCopyGraph::DeepCopyGraph(const std::vector<CopyTable>& tables, KorTransferKe
     }
 }
 
-void DeepCopyGraph::setHooks(KorOdbcMan::eTableType type, Hooks hooks) { node(type)->hooks = hooks; }
+void DeepCopyGraph::setHooks(KorOdbcMan::eTableType type, Hooks hooks)
+{
+    node(detailTable(type).description())->hooks = hooks;
+}
 
 void DeepCopyGraph::setEdge(KorOdbcMan::eTableType from, KorOdbcMan::eTableType to, Edge edge)
 {
-    node(from)->edges[&detailTable(to).description()] = edge;
+    node(detailTable(from).description())->edges[&detailTable(to).description()] = edge;
 }
 
 DeepCopyGraph* DeepCopyGraph::graphOf(const RecordDescription& type)
 {
     return m_byType.contains(&type) ? this : m_beyond == nullptr ? nullptr : m_beyond->graphOf(type);
-}
-
-DeepCopyGraph::Node* DeepCopyGraph::node(KorOdbcMan::eTableType type)
-{
-    for (Node& node : m_nodes)
-        if (node.table.type == type)
-            return &node;
-    return nullptr;
 }
 
 DeepCopyGraph::Node* DeepCopyGraph::node(const RecordDescription& type)
@@ -60,10 +54,7 @@ const CopyTable* DeepCopyGraph::table(const RecordDescription& type) const
 
 const CopyTable* DeepCopyGraph::table(KorOdbcMan::eTableType type) const
 {
-    for (const Node& node : m_nodes)
-        if (node.table.type == type)
-            return &node.table;
-    return nullptr;
+    return table(detailTable(type).description());
 }
 
 long DeepCopyGraph::find(const CopyTable& table, long key)
@@ -123,7 +114,8 @@ long DeepCopyGraph::collect(const RecordDescription& type, void* record, long ke
     if (own == nullptr)
         return -1;
     const CopyTable& table = own->table;
-    reportProgress(static_cast<KorOdbcMan::eTableType>(table.readType >= 0 ? table.readType : table.type), 0);
+    reportProgress(static_cast<KorOdbcMan::eTableType>(table.rules.readAs >= 0 ? table.rules.readAs : table.type),
+                   0);
     const long known = find(table, key);
     if (known >= 0) {
         if (record != nullptr)
@@ -163,15 +155,15 @@ bool DeepCopyGraph::nameRow(const CopyTable& table, void* record)
     if (column == nullptr)
         return true;
     KorString name = column->text(record);
-    if (table.callback == CopyTable::Callback::NotAsked) {
+    if (table.rules.callback == DetailTable::Callback::NotAsked) {
         KorDetailTableDependencies::GetDefaultNameForRow(table.type, name);
     } else {
         const int named = nameForRow(table.type, name);
-        if (named == -1 || (named != 1 && table.callback == CopyTable::Callback::MustName))
+        if (named == -1 || (named != 1 && table.rules.callback == DetailTable::Callback::MustName))
             return false;
     }
     column->text(record) = name;
-    column->text(detailTable(table.type).currentRecord) = name;
+    column->text(table.row.currentRecord()) = name;
     return true;
 }
 
@@ -208,7 +200,7 @@ long DeepCopyGraph::existing(const Node& node, const void* record)
     if (node.hooks.existing != nullptr)
         if (const long key = node.hooks.existing(record); key != -1)
             return key;
-    if (!node.table.reusedByName)
+    if (!node.table.rules.reusedByName)
         return -1;
     const RecordDescription& type = node.table.description();
     const AnyRecord found(type);
@@ -233,14 +225,14 @@ long DeepCopyGraph::save(const RecordDescription& type, void* record, long index
         return known;
     }
     // the host sees the row that it names
-    type.operations->assign(detailTable(table.type).currentRecord, record);
-    if (table.naming == CopyTable::Naming::BeforeReferences && !nameRow(table, record))
+    type.operations->assign(table.row.currentRecord(), record);
+    if (table.rules.naming == DetailTable::Naming::BeforeReferences && !nameRow(table, record))
         return -1;
     if (!saveReferences(table, record))
         return -1;
-    if (table.naming == CopyTable::Naming::AfterReferences && !nameRow(table, record))
+    if (table.rules.naming == DetailTable::Naming::AfterReferences && !nameRow(table, record))
         return -1;
-    const int keepKey = own->hooks.keepKey != nullptr ? own->hooks.keepKey() : table.keepsKey ? 1 : 0;
+    const int keepKey = own->hooks.keepKey != nullptr ? own->hooks.keepKey() : table.rules.keepsKey ? 1 : 0;
     const long key = write(table, record, index, sourceKey, keepKey);
     if (key != -1 && own->hooks.saved != nullptr)
         own->hooks.saved(index, key);
@@ -254,7 +246,7 @@ long DeepCopyGraph::write(const CopyTable& table, void* record, long index, long
     if (const ColumnDescription* owner = type.ownerColumn();
         owner != nullptr && !KorTransferState::isTransferInProgress())
         owner->text(record) = KorODBCUserProfile::m_charOwnerText;
-    void* current = detailTable(table.type).currentRecord;
+    void* current = table.row.currentRecord();
     type.operations->assign(current, record);
     reportProgress(table.type, 1);
     const int key = KorOdbcMan::appendNewRecord(table.type, keepKey, KorOdbcMan::kFirstCopy);

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "edit/DetailTables.h"
+
 #include <korodbc/edit/KorOdbcMan.h>
 #include <korodbc/records/RecordDescription.h>
 #include <korodbc/transfer/RowInfo.h>
 
 #include <optional>
+#include <span>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -12,30 +15,35 @@
 
 namespace korodbc {
 
-/// One table of a deep copy: where its rows are collected and how they are written. The edges come from the record
-/// descriptions; what no description says stands here.
+/// One table of a deep copy: how its rows are written and where they are collected. The edges come from the record
+/// descriptions.
 struct CopyTable {
-    enum class Naming { None, BeforeReferences, AfterReferences };
-    enum class Callback {
-        Asked,    // the host's callback names the row; -1 abandons the copy
-        MustName, // any result of the callback but 1 abandons the copy
-        NotAsked, // the row gets its default name
-    };
-
-    KorOdbcMan::eTableType type;
-    const RecordDescription& (*description)();
-    KorString identity; // name in the transfer key map
-    void* rows;         // KorArray of the record type: the collected rows
-    Naming naming = Naming::BeforeReferences;
-    Callback callback = Callback::Asked;
-    bool reusedByName = false; // a row of the same name in the target is taken instead
-    bool keepsKey = false;     // the row keeps its key where it is free
-    void* written = nullptr;   // KorArray of the record type: rows that the copy newly wrote
-    int readType = -1;         // table type of the progress report while collecting, -1: the type itself
-
+    /// `written` receives the rows that the copy newly wrote.
+    template <class T>
+    explicit CopyTable(KorArray<T>& collected, KorArray<T>* newRows = nullptr)
+        : row(detailTableOf<T>()), type(row.type), rules(row.copying), identity(row.identity()), rows(&collected),
+          written(newRows)
+    {
+    }
+    const RecordDescription& description() const { return row.description(); }
     long length() const { return description().operations->list.length(rows); }
     void* at(long index) const { return description().operations->list.at(rows, index); }
+
+    const DetailTable& row;
+    const KorOdbcMan::eTableType type;
+    const DetailTable::Copying& rules;
+    const KorString identity; // name in the transfer key map
+    void* const rows;         // KorArray of the record type: the collected rows
+    void* const written;      // KorArray of the record type; may be nullptr
 };
+
+/// Number of the tables whose rows travel so, items in tables of their own excepted.
+consteval long copiedTables(DetailTable::Travel travel)
+{
+    return std::ranges::count_if(detailTables, [=](const DetailTable& table) {
+        return table.copying.travel == travel && table.record.current != nullptr;
+    });
+}
 
 /// A deep copy over a set of tables: collects rows along the references and writes them in that order.
 class DeepCopyGraph {
@@ -58,7 +66,7 @@ public:
     };
 
     /// References into tables that only `beyond` knows are followed there.
-    DeepCopyGraph(const std::vector<CopyTable>& tables, KorTransferKeyMap& keys, DeepCopyGraph* beyond = nullptr);
+    DeepCopyGraph(std::span<const CopyTable> tables, KorTransferKeyMap& keys, DeepCopyGraph* beyond = nullptr);
 
     /// What holds for the references from one table to another, besides the general rules.
     struct Edge {
@@ -131,7 +139,6 @@ private:
     /// The graph that follows references into a table: this one, the one beyond, or nullptr.
     DeepCopyGraph* graphOf(const RecordDescription& type);
     Node* node(const RecordDescription& type);
-    Node* node(KorOdbcMan::eTableType type);
     template <class Act>
     bool forEachReference(const RecordDescription& type, void* record, Act act);
     static bool nameRow(const CopyTable& table, void* record);

@@ -27,61 +27,19 @@ int Copy::m_bDeepCopyWithDetailStyles = 0;
 bool Copy::m_bDeepCopyCanceledByUser = false;
 long Copy::detProcessCategory = -1;
 
-const unsigned Copy::m_scuiReading = 21034;
-const unsigned Copy::m_scuiWriting = 21035;
-const unsigned Copy::m_scuiDialogCreateNewItem = 22200;
-
-namespace {
-
-using Naming = CopyTable::Naming;
-using Callback = CopyTable::Callback;
-
-} // namespace
-
 DeepCopyGraph& korodbc::processGraph()
 {
     static DeepCopyGraph graph = [] {
-        const std::vector<CopyTable> tables = {
-            {.type = Man::kDetailProcessDefinition,
-             .description = descriptionOf<StructDetailProcessDefinition>,
-             .identity = L"StructDetailProcessDefinition",
-             .rows = &Copy::m_DetailProcessDefinition,
-             .callback = Callback::MustName},
-            {.type = Man::kDetailProcessStep,
-             .description = descriptionOf<StructDetailProcessStep>,
-             .identity = L"StructDetailProcessStep",
-             .rows = &Copy::m_DetailProcessStep,
-             .callback = Callback::MustName,
-             .written = &Copy::m_DetailProcessStepsResultedFromDeepCopy},
-            {.type = Man::kDetailProcessCategories,
-             .description = descriptionOf<StructDetailProcessCategory>,
-             .identity = L"StructDetailProcessCategory",
-             .rows = &Copy::m_DetailProcessCategory,
-             .callback = Callback::NotAsked,
-             .reusedByName = true,
-             .keepsKey = true},
-            {.type = Man::kDetailFilenameSelector,
-             .description = descriptionOf<StructDetailFilenameSelector>,
-             .identity = L"StructDetailFilenameSelector",
-             .rows = &Copy::m_DetailProcessFileNameSelector,
-             .callback = Callback::NotAsked},
-            {.type = Man::kDetailProcessScales,
-             .description = descriptionOf<StructDetProcessScales>,
-             .identity = L"StructDetProcessScales",
-             .rows = &Copy::m_DetailProcessScales,
-             .callback = Callback::NotAsked},
-            {.type = Man::kDetailProcessMain2CutScale,
-             .description = descriptionOf<StructDetailProcessMain2CutScale>,
-             .identity = L"StructDetailProcessMain2CutScale",
-             .rows = &Copy::m_DetailProcessMain2CutScales,
-             .callback = Callback::NotAsked},
-            {.type = Man::kDetailStyleMap,
-             .description = descriptionOf<StructDetailStyleMap>,
-             .identity = L"StructDetailStyleMap",
-             .rows = &Copy::m_DetailProcessStyleMap,
-             .callback = Callback::NotAsked,
-             .written = &Copy::m_DetailStyleMapsResultedFromDeepCopy},
+        const CopyTable tables[] = {
+            CopyTable(Copy::m_DetailProcessDefinition),
+            CopyTable(Copy::m_DetailProcessStep, &Copy::m_DetailProcessStepsResultedFromDeepCopy),
+            CopyTable(Copy::m_DetailProcessCategory),
+            CopyTable(Copy::m_DetailProcessFileNameSelector),
+            CopyTable(Copy::m_DetailProcessScales),
+            CopyTable(Copy::m_DetailProcessMain2CutScales),
+            CopyTable(Copy::m_DetailProcessStyleMap, &Copy::m_DetailStyleMapsResultedFromDeepCopy),
         };
+        static_assert(std::size(tables) == copiedTables(DetailTable::Travel::WithProcesses));
         DeepCopyGraph made(tables, Copy::m_writeTransferKeyMap, &styleGraph());
         for (const Man::eTableType type : {Man::kDetailProcessDefinition, Man::kDetailProcessStep})
             made.setEdge(type, Man::kDetailProcessCategories, {.override = &Copy::detProcessCategory});

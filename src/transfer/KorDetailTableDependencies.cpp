@@ -63,34 +63,7 @@ void (*Copy::pUpdateProgressBar)(int, KorString) = nullptr;
 void (*Copy::pResetProgressBar)() = nullptr;
 int (*Copy::pGetNameForRowFn)(Man::eTableType, Man::eTableType, KorString&) = nullptr;
 
-const unsigned Copy::m_scuiReading = 21034;
-const unsigned Copy::m_scuiWriting = 21035;
-const unsigned Copy::m_scuiDialogCreateNewItem = 22200;
-
 namespace {
-
-/// Record types whose names are made unique, by table type.
-bool hasNameList(Man::eTableType type)
-{
-    switch (type) {
-    case Man::kDetViewRequestCategories:
-    case Man::kDetailMaster:
-    case Man::kNumberingPrefix:
-    case Man::kExplodeSettings:
-    case Man::kObjectStructure:
-    case Man::kExplodeProfile:
-    case Man::kDetManualAnnotationType:
-    case Man::kDetObjReprMapItems:
-    case Man::kDetViewDimStrategyItems:
-    case Man::kDetGridReferenceSettings:
-    case Man::kDetailProcessSelection:
-    case Man::kDetailProcessSort:
-    case Man::kDetailStyleMapItems:
-        return false;
-    default:
-        return type >= 0 && type <= Man::kDetailProcessCategories;
-    }
-}
 
 /// The number of the next copy; behind the last one comes 1.
 int following(long number)
@@ -169,7 +142,7 @@ int Copy::GetNameForRow(Man::eTableType type, KorString& name)
 
 int Copy::GetDefaultNameForRow(Man::eTableType type, KorString& name)
 {
-    if (!hasNameList(type))
+    if (!isTableType(type) || !detailTable(type).namesUnique)
         return 0;
     const ManagerDatabase database;
     const RecordDescription& description = detailTable(type).description();

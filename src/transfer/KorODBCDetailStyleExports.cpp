@@ -9,6 +9,7 @@
 #include <korodbc/transfer/KorDetailTableDependencies.h>
 #include <korodbc/transfer/KorODBCDetailStyleExports.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 
@@ -17,6 +18,7 @@ using namespace korodbc;
 using Exports = KorODBCDetailStyleExports;
 using Styles = KorDetailTableDependencies;
 using Processes = KorDetailProcessTableDependencies;
+using Man = KorOdbcMan;
 
 Exports::eType Exports::m_pType = Exports::kDetailStyle;
 int Exports::m_bAdvancedDeepCopyMode = 0;
@@ -61,8 +63,8 @@ eIndex slotInUse(eDSN dsn)
 {
     const KorDSNManager& service = KorDSNManager::getInstance();
     const bool current = service.getCurrentDSN() == dsn;
-    if (!(current && service.isRequested()) && KorOdbcMan::m_currentDSN == dsn)
-        return KorOdbcMan::m_currentAddIn;
+    if (!(current && service.isRequested()) && Man::m_currentDSN == dsn)
+        return Man::m_currentAddIn;
     if (current)
         return service.getCurrentIndex();
     return dsn == KorDSNDefinitions::kCountryAddin ? KorDSNDefinitions::kFirstAddin : KorDSNDefinitions::kBase;
@@ -80,7 +82,7 @@ bool collect(Exports::eType type, long key)
 
 bool saveAll(Exports::eType type)
 {
-    const CopyTable& definitions = *processGraph().table(KorOdbcMan::kDetailProcessDefinition);
+    const CopyTable& definitions = *processGraph().table(Man::kDetailProcessDefinition);
     for (long position = 0; type == Exports::kDetailProcess && position < definitions.length(); ++position)
         if (processGraph().saveCollected(definitions, position) == -1)
             return false;
@@ -100,8 +102,8 @@ bool isHeldInPart(const DeepCopyGraph& graph)
     bool some = false, all = true;
     graph.forEachTable([&](const CopyTable& table) {
         bool open = false;
-        for (int depth = KorOdbcMan::kFirstCopy; depth < KorOdbcMan::kCopies; ++depth)
-            open = open || KorOdbcMan::isOpen(table.type, static_cast<KorOdbcMan::eCopyDepth>(depth));
+        for (int depth = Man::kFirstCopy; depth < Man::kCopies; ++depth)
+            open = open || Man::isOpen(table.type, static_cast<Man::eCopyDepth>(depth));
         some = some || open;
         all = all && open;
         return true;
@@ -114,8 +116,7 @@ bool isHeldInPart(const DeepCopyGraph& graph)
 int write(Exports::eType type, const bool& cancelled)
 {
     Styles::m_CurrRowsToWrite = 0;
-    Styles::mainType =
-        type == Exports::kDetailStyle ? KorOdbcMan::kDetailStyle : KorOdbcMan::kDetailProcessDefinition;
+    Styles::mainType = type == Exports::kDetailStyle ? Man::kDetailStyle : Man::kDetailProcessDefinition;
     // a transfer is no edit: it takes no copies
     const Scoped withoutCopies(Exports::m_bCancelBackupTables, 1, 0);
     DeepCopyGraph& graph = type == Exports::kDetailStyle ? styleGraph() : processGraph();
@@ -158,31 +159,19 @@ private:
     bool m_attached = false;
 };
 
-const struct {
-    const wchar_t* record;
-    int table;
-} tableIds[] = {
-    {L"StructDetailMaster", 108},
-    {L"StructDetailStyle", 106},
-    {L"StructDetAnnotationType", 101},
-    {L"StructDetArrangerControl", 109},
-    {L"StructDetBaseCategory", 99},
-    {L"StructDetObjAnnotationStrategy", 47},
-    {L"StructDetObjAnnotationGroup", 194},
-    {L"StructDetObjQualifierSet", 42},
-    {L"StructDetObjQualifierSetGroup", 192},
-    {L"StructDetObjReprMap", 48},
-    {L"StructDetViewArrangeStrategy", 54},
-    {L"StructDetViewDimPointSelection", 52},
-    {L"StructDetViewDimRequestLinear", 56},
-    {L"StructDetViewDimRequestLinearGroup", 195},
-    {L"StructDetViewDimStrategy", 57},
-    {L"StructDetViewLengthClip", 55},
-    {L"StructDetViewRequest", 53},
-    {L"StructDetViewRequestCategory", 100},
-    {L"StructLineType", 172},
-    {L"StructDetViewSystemAndBox", 51},
-};
+using enum Man::eTableType;
+/// The tables whose edits an export confirms, in that order.
+// clang-format off
+constexpr Man::eTableType confirmedTables[] = {
+    kDetailMaster, kDetailStyle, kDetAnnotationType, kDetArrangerControl, kDetBaseCategories,
+    kDetManualAnnotationType, kDetObjAnnotationStrategy, kDetObjAnnotationGroup, kDetObjQualifierSet,
+    kDetObjQualifierSetGroup, kDetObjReprMapItems, kDetObjReprMap, kDetViewArrangeStrategy,
+    kDetViewDimPointSelection, kDetViewDimRequestLinear, kDetViewDimRequestLinearGroup,
+    kDetViewDimStrategyItems, kDetViewDimStrategy, kDetViewLengthClip, kDetViewRequest,
+    kDetViewRequestCategories, kLinetypes, kDetViewSystemAndBox, kDetHatchSettings, kDetObjAppearance,
+    kDetailProcessDefinition, kDetailProcessStep, kDetailProcessCategories, kDetailFilenameSelector,
+    kDetailProcessMain2CutScale, kDetailProcessScales, kDetailStyleMap};
+// clang-format on
 
 } // namespace
 
@@ -299,57 +288,26 @@ int Exports::FileExists(const KorString& file)
 
 int Exports::getTableIndex(KorString& recordTypeName)
 {
-    for (const auto& [record, table] : tableIds)
-        if (recordTypeName == record)
-            return table;
-    return -1;
+    const auto told = std::ranges::find_if(detailTables, [&](const DetailTable& table) {
+        return table.copying.catalogueId >= 0 && table.identity() == recordTypeName;
+    });
+    return told == std::end(detailTables) ? -1 : told->copying.catalogueId;
 }
 
-void Exports::deleteCache(int index)
+void Exports::deleteCache(int)
 {
-    StructDetailMasterMarshal::resetTableCache(index);
-    StructDetailStyleMarshal::resetTableCache(index);
-    StructDetAnnotationTypeMarshal::resetTableCache(index);
-    StructDetArrangerControlMarshal::resetTableCache(index);
-    StructDetBaseCategoryMarshal::resetTableCache(index);
-    StructDetManualAnnotationTypeMarshal::resetTableCache(index);
-    StructDetObjAnnotationStrategyMarshal::resetTableCache(index);
-    StructDetObjAnnotationGroupMarshal::resetTableCache(index);
-    StructDetObjQualifierSetMarshal::resetTableCache(index);
-    StructDetObjQualifierSetGroupMarshal::resetTableCache(index);
-    StructDetObjReprMapMarshal::resetTableCache(index);
-    StructDetViewArrangeStrategyMarshal::resetTableCache(index);
-    StructDetArrangerStrategyMarshal::resetTableCache(index);
-    StructDetViewDimPointSelectionMarshal::resetTableCache(index);
-    StructDetViewDimRequestLinearMarshal::resetTableCache(index);
-    StructDetViewDimRequestLinearGroupMarshal::resetTableCache(index);
-    StructDetViewDimStrategyItemMarshal::resetTableCache(index);
-    StructDetViewDimStrategyMarshal::resetTableCache(index);
-    StructDetViewLengthClipMarshal::resetTableCache(index);
-    StructDetViewRequestMarshal::resetTableCache(index);
-    StructDetViewRequestCategoryMarshal::resetTableCache(index);
-    StructLinetypesMarshal::resetTableCache(index);
-    StructDetViewSystemAndBoxMarshal::resetTableCache(index);
-    StructDetHatchSettingsMarshal::resetTableCache(index);
-    StructDetObjAppearanceMarshal::resetTableCache(index);
-    StructDetailProcessCategoryMarshal::resetTableCache(index);
-    StructDetailProcessDefinitionMarshal::resetTableCache(index);
-    StructDetailProcessStepMarshal::resetTableCache(index);
-    StructDetailFilenameSelectorMarshal::resetTableCache(index);
-    StructDetailProcessMain2CutScaleMarshal::resetTableCache(index);
-    StructDetProcessScalesMarshal::resetTableCache(index);
-    StructDetailStyleMapMarshal::resetTableCache(index);
-    StructDetailStyleMapItemMarshal::resetTableCache(index);
+    for (const DetailTable& table : detailTables)
+        if (table.copying.travel != DetailTable::Travel::None ||
+            std::ranges::find(confirmedTables, table.type) != std::end(confirmedTables))
+            RecordAccess::resetCache(table.description());
 }
 
 int Exports::setStatusOnOK()
 {
     KorDatabaseBatch batch;
     int result = 1;
-    for (const int type : {15, 0, 10, 11, 23, 24, 9, 26, 16, 28, 25, 4,  1,  14, 13, 27,
-                           29, 7, 8,  2,  3,  22, 5, 30, 6,  32, 33, 41, 34, 40, 39, 37}) {
-        const int confirmed =
-            KorOdbcMan::setStatusOnOK(static_cast<KorOdbcMan::eTableType>(type), KorOdbcMan::kFirstCopy);
+    for (const Man::eTableType type : confirmedTables) {
+        const int confirmed = Man::setStatusOnOK(type, Man::kFirstCopy);
         if (result == 1)
             result = confirmed;
     }

@@ -21,8 +21,6 @@ using Man = KorOdbcMan;
 
 namespace {
 
-using Naming = CopyTable::Naming;
-
 bool collectCategories(void* record, long)
 {
     DeepCopyGraph& graph = styleGraph();
@@ -197,81 +195,32 @@ long saveMaster(StructDetailMaster& master, long index)
 DeepCopyGraph& styleGraph()
 {
     static DeepCopyGraph graph = [] {
-        std::vector<CopyTable> tables = {
-            {Man::kDetailStyle, descriptionOf<StructDetailStyle>, L"StructDetailStyle", &Copy::m_DetStyleCopy},
-            {Man::kDetViewArrangeStrategy, descriptionOf<StructDetViewArrangeStrategy>,
-             L"StructDetViewArrangeStrategy", &Copy::m_DetViewArrangeStrategyCopy},
-            {Man::kDetViewRequest, descriptionOf<StructDetViewRequest>, L"StructDetViewRequest",
-             &Copy::m_DetViewRequest},
-            {Man::kDetViewRequestCategories, descriptionOf<StructDetViewRequestCategory>,
-             L"StructDetViewRequestCategory", &Copy::m_DetViewRequestCategory, Naming::None},
-            {Man::kDetObjReprMap, descriptionOf<StructDetObjReprMap>, L"StructDetObjReprMap",
-             &Copy::m_DetObjReprMap, Naming::AfterReferences},
-            {Man::kDetViewSystemAndBox, descriptionOf<StructDetViewSystemAndBox>, L"StructDetViewSystemAndBox",
-             &Copy::m_DetViewSystemAndBox},
-            {Man::kDetObjAppearance, descriptionOf<StructDetObjAppearance>, L"StructDetObjAppearance",
-             &Copy::m_DetObjAppearance},
-            {Man::kDetViewDimStrategy, descriptionOf<StructDetViewDimStrategy>, L"StructDetViewDimStrategy",
-             &Copy::m_DetViewDimStrategy},
-            {Man::kDetViewLengthClip, descriptionOf<StructDetViewLengthClip>, L"StructDetViewLengthClip",
-             &Copy::m_DetViewLengthClip},
-            {Man::kDetObjAnnotationStrategy, descriptionOf<StructDetObjAnnotationStrategy>,
-             L"StructDetObjAnnotationStrategy", &Copy::m_DetObjAnnotationStrategy},
-            {Man::kDetAnnotationType, descriptionOf<StructDetAnnotationType>, L"StructDetAnnotationType",
-             &Copy::m_DetAnnotationType},
-            {Man::kDetArrangerControl, descriptionOf<StructDetArrangerControl>, L"StructDetArrangerControl",
-             &Copy::m_DetArrangerControl},
-            {Man::kDetArrangerStrategy, descriptionOf<StructDetArrangerStrategy>, L"StructDetArrangerStrategy",
-             &Copy::m_DetArrangerStrategy},
-            {Man::kDetViewDimRequestLinear, descriptionOf<StructDetViewDimRequestLinear>,
-             L"StructDetViewDimRequestLinear", &Copy::m_DetViewDimRequestLinear},
-            {Man::kDetViewDimPointSelection, descriptionOf<StructDetViewDimPointSelection>,
-             L"StructDetViewDimPointSelection", &Copy::m_DetViewDimPointSelection},
-            {Man::kDetailMaster, descriptionOf<StructDetailMaster>, L"StructDetailMaster", &Copy::m_DetMasterCopy,
-             Naming::None},
-            {Man::kDetObjQualifierSet, descriptionOf<StructDetObjQualifierSet>, L"StructDetObjQualifierSet",
-             &Copy::m_DetObjQualifierSet},
-            {Man::kLinetypes, descriptionOf<StructLinetypes>, L"StructLineType", &Copy::m_LineType, Naming::None},
-            {Man::kDetBaseCategories, descriptionOf<StructDetBaseCategory>, L"StructDetBaseCategory",
-             &Copy::m_DetBaseCategory, Naming::None},
-            {Man::kDetObjAnnotationGroup, descriptionOf<StructDetObjAnnotationGroup>,
-             L"StructDetObjAnnotationGroup", &Copy::m_DetObjAnnotationGroup, Naming::None},
-            {Man::kDetViewDimRequestLinearGroup, descriptionOf<StructDetViewDimRequestLinearGroup>,
-             L"StructDetViewDimRequestLinearGroup", &Copy::m_DetViewDimRequestLinearGroup, Naming::None},
-            {Man::kDetObjQualifierSetGroup, descriptionOf<StructDetObjQualifierSetGroup>,
-             L"StructDetObjQualifierSetGroup", &Copy::m_DetObjQualifierSetGroup, Naming::None},
-            {Man::kDetHatchSettings, descriptionOf<StructDetHatchSettings>, L"StructDetHatchSettings",
-             &Copy::m_DetHatchSettings},
+        const CopyTable tables[] = {
+            CopyTable(Copy::m_DetStyleCopy),
+            CopyTable(Copy::m_DetViewArrangeStrategyCopy),
+            CopyTable(Copy::m_DetViewRequest),
+            CopyTable(Copy::m_DetViewRequestCategory),
+            CopyTable(Copy::m_DetObjReprMap),
+            CopyTable(Copy::m_DetViewSystemAndBox),
+            CopyTable(Copy::m_DetObjAppearance),
+            CopyTable(Copy::m_DetViewDimStrategy),
+            CopyTable(Copy::m_DetViewLengthClip),
+            CopyTable(Copy::m_DetObjAnnotationStrategy, &Copy::m_AnnotationStrategiesResultedFromDeepCopy),
+            CopyTable(Copy::m_DetAnnotationType),
+            CopyTable(Copy::m_DetArrangerControl),
+            CopyTable(Copy::m_DetArrangerStrategy),
+            CopyTable(Copy::m_DetViewDimRequestLinear, &Copy::m_LinearDimRequestsResultedFromDeepCopy),
+            CopyTable(Copy::m_DetViewDimPointSelection),
+            CopyTable(Copy::m_DetMasterCopy),
+            CopyTable(Copy::m_DetObjQualifierSet, &Copy::m_QualifierSetsResultedFromDeepCopy),
+            CopyTable(Copy::m_LineType),
+            CopyTable(Copy::m_DetBaseCategory, &Copy::m_BaseCategoriesResultedFromDeepCopy),
+            CopyTable(Copy::m_DetObjAnnotationGroup),
+            CopyTable(Copy::m_DetViewDimRequestLinearGroup),
+            CopyTable(Copy::m_DetObjQualifierSetGroup),
+            CopyTable(Copy::m_DetHatchSettings),
         };
-        for (CopyTable& table : tables) {
-            switch (table.type) {
-            case Man::kDetObjAnnotationGroup:
-            case Man::kDetViewDimRequestLinearGroup:
-            case Man::kDetObjQualifierSetGroup:
-                table.reusedByName = table.keepsKey = true;
-                break;
-            case Man::kDetBaseCategories:
-                table.reusedByName = table.keepsKey = true;
-                table.written = &Copy::m_BaseCategoriesResultedFromDeepCopy;
-                break;
-            case Man::kLinetypes:
-                table.reusedByName = true;
-                // collecting reports line types as qualifier sets
-                table.readType = Man::kDetObjQualifierSet;
-                break;
-            case Man::kDetObjQualifierSet:
-                table.written = &Copy::m_QualifierSetsResultedFromDeepCopy;
-                break;
-            case Man::kDetViewDimRequestLinear:
-                table.written = &Copy::m_LinearDimRequestsResultedFromDeepCopy;
-                break;
-            case Man::kDetObjAnnotationStrategy:
-                table.written = &Copy::m_AnnotationStrategiesResultedFromDeepCopy;
-                break;
-            default:
-                break;
-            }
-        }
+        static_assert(std::size(tables) == copiedTables(DetailTable::Travel::WithStyles));
         DeepCopyGraph made(tables, Copy::m_writeTransferKeyMap);
         const int* withGroups = &Copy::m_bKernelNewerThan42;
         made.setEdge(Man::kDetObjQualifierSet, Man::kDetObjQualifierSetGroup,

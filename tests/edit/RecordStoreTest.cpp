@@ -55,7 +55,7 @@ TEST_F(RecordStoreTest, EveryRecordIsStoredInFewStatementsAndComesBack)
 {
     current(addin, firstAddin);
     for (int t = 0; t < Man::kTableTypes; ++t) {
-        void* const record = detailTable(t).currentRecord;
+        void* const record = detailTable(t).currentRecord();
         if (record == nullptr)
             continue;
         const RecordDescription& description = detailTable(t).description();
@@ -155,7 +155,7 @@ TEST_F(RecordStoreTest, ItemColumns)
     };
     /// Room for so many items in a table with so many columns: the columns that are added.
     const auto check = [&](Man::eTableType t, int count, int items, const Texts& added) {
-        const std::string table = KorString(detailTable(t).name).toUtf8();
+        const std::string table = korodbc::tableName(t).toUtf8();
         const Texts all = columns(details, table);
         for (std::size_t i = all.size(); i > static_cast<std::size_t>(count); --i)
             sql(details, {"ALTER TABLE [" + table + "] DROP COLUMN [" + all[i - 1] + "]"});
@@ -356,7 +356,7 @@ TEST_F(RecordStoreTest, Ownership)
             const bool byOwner = withOwner.contains(t);
             for (const char* owner : {"VEL", "PC-VEL", "OFFICE"}) {
                 if (byOwner)
-                    detailTable(t).description().ownerColumn()->text(detailTable(t).currentRecord) = text(owner);
+                    detailTable(t).description().ownerColumn()->text(detailTable(t).currentRecord()) = text(owner);
                 const bool ownedBySystem = std::string(owner) != "OFFICE";
                 EXPECT_EQ(Man::getAttributeStatus(type(t)), byOwner ? !ownedBySystem || isSystem : t == 24)
                     << t << owner;

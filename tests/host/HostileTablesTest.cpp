@@ -291,7 +291,7 @@ TEST_P(HostileTables, RefusedWithOneLineOrRight)
     EXPECT_TRUE(fits(descriptionOf<StructDetAnnotationType>(), true)); // another table
 
     // a new record
-    void* record = korodbc::detailTable(c.type).currentRecord;
+    void* record = korodbc::detailTable(c.type).currentRecord();
     type.operations->assign(record, first.get());
     if (!fits(type, true)) {
         // a row of columns that fit is written over one that does not

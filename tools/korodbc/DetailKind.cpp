@@ -20,10 +20,7 @@ std::vector<std::string> detailNames(Detail kind)
 {
     KorArray<KorString> names;
     RecordAccess::runNames(kindOf(kind).root(), names, true);
-    std::vector<std::string> texts;
-    for (const KorString& name : names)
-        texts.push_back(name.toUtf8());
-    return texts;
+    return texts(names);
 }
 
 NamedDetail detailNamed(Detail kind, const std::string& nameOrKey, const Source& source)

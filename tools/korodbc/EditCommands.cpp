@@ -8,7 +8,6 @@
 #include <korodbc/repository/KorDatabaseAccess.h>
 #include <korodbc/repository/RecordAccess.h>
 
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <optional>
@@ -36,15 +35,6 @@ int tableTypeNamed(const std::string& name)
         return noDialog;
     throw Failure{kUsage,
                   "table " + quote(name) + " is no detail table, only those are edited" + nearest(name, names)};
-}
-
-template <class T>
-std::optional<T> numberIn(const std::string& text)
-{
-    T value{};
-    const auto end = std::from_chars(text.data(), text.data() + text.size(), value);
-    return end.ec == std::errc() && end.ptr == text.data() + text.size() && !text.empty() ? std::optional<T>(value)
-                                                                                          : std::nullopt;
 }
 
 /// The cell that an edit writes.

@@ -213,12 +213,9 @@ Choices partsOf(const KorString& name)
         requireReadable(step.type);
         KorArray<KorString> known;
         RecordAccess::keys(step.type, known);
-        std::vector<std::string> names;
-        for (const KorString& key : known)
-            names.push_back(key.toUtf8());
         throw Failure{kNotFound, std::string("there is no ") + step.thing + " " + quote(parts[i].key.toUtf8()) +
-                                     nearest(parts[i].key.toUtf8(), names) + "; list them with: korodbc list " +
-                                     std::string(step.type.table)};
+                                     nearest(parts[i].key.toUtf8(), texts(known)) +
+                                     "; list them with: korodbc list " + std::string(step.type.table)};
     }
     return parts;
 }

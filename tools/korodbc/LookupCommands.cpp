@@ -9,28 +9,12 @@
 #include <korodbc/repository/RecordAccess.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 
 namespace {
 
 std::string numberText(double number) { return KorCellData(number).getStringW().toUtf8(); }
-
-template <class Number>
-bool readNumber(const std::string& text, Number& number)
-{
-    const auto end = std::from_chars(text.data(), text.data() + text.size(), number);
-    return end.ec == std::errc() && end.ptr == text.data() + text.size();
-}
-
-std::vector<std::string> texts(const KorArray<KorString>& names)
-{
-    std::vector<std::string> list;
-    for (const KorString& name : names)
-        list.push_back(name.toUtf8());
-    return list;
-}
 
 KorArray<KorColumn> structureOf(const StoredTable& table)
 {
@@ -75,17 +59,15 @@ void setValue(KorColumn& condition, const std::string& text)
     const std::string name = condition.getName().toUtf8();
     const KorItemType::BaseTypes type = condition.getType();
     const bool isNumber = type == KorItemType::kInt || type == KorItemType::kDouble || type == KorItemType::kBool;
-    double real = 0;
-    int whole = 0;
     if (!isNumber || condition.getRelationalOperator() == KorColumn::kLike) {
         condition.setsValue(KorString::fromUtf8(text));
     } else if (text.empty()) {
         if (condition.getRelationalOperator() != KorColumn::kEqual) // only "=" asks for empty cells
             throw Failure{kUsage, "the condition on column " + name + " needs a number"};
-    } else if (readNumber(text, whole)) {
-        condition.setlValue(whole);
-    } else if (readNumber(text, real) && std::isfinite(real)) {
-        condition.setdValue(real);
+    } else if (const auto whole = numberIn<int>(text)) {
+        condition.setlValue(*whole);
+    } else if (const auto real = numberIn<double>(text); real && std::isfinite(*real)) {
+        condition.setdValue(*real);
     } else {
         throw Failure{kUsage, quote(text) + " is no number, and column " + name + " holds numbers"};
     }
@@ -316,12 +298,11 @@ void listBolts(const StructStandard& standard, const std::string& wanted)
     const BoltTables own = boltsOf(standard);
     std::vector<std::string> names;
     const StructScrewDiameter* diameter = nullptr;
-    double number = 0;
-    const bool isNumber = readNumber(wanted, number);
+    const auto number = numberIn<double>(wanted);
     for (const StructScrewDiameter& candidate : own.diameters) {
         names.push_back(candidate.runName.toUtf8());
         if (diameter == nullptr &&
-            (sameName(names.back(), wanted) || (isNumber && isDiameter(candidate.diameter, number))))
+            (sameName(names.back(), wanted) || (number && isDiameter(candidate.diameter, *number))))
             diameter = &candidate;
     }
     if (diameter == nullptr) {

@@ -3,7 +3,6 @@
 #include <korodbc/host/ProgressSink.h>
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -47,9 +46,8 @@ double secondsNow()
 /// Cells of a number column can hold any text.
 bool isJsonNumber(const std::string& text)
 {
-    double number = 0;
-    const auto end = std::from_chars(text.data(), text.data() + text.size(), number);
-    return end.ec == std::errc() && end.ptr == text.data() + text.size() && std::isfinite(number);
+    const auto number = numberIn<double>(text);
+    return number && std::isfinite(*number);
 }
 
 class TransferProgress : public korodbc::host::ProgressSink {
@@ -64,6 +62,14 @@ private:
 };
 
 } // namespace
+
+std::vector<std::string> texts(const KorArray<KorString>& names)
+{
+    std::vector<std::string> list;
+    for (const KorString& name : names)
+        list.push_back(name.toUtf8());
+    return list;
+}
 
 int displayWidth(std::string_view utf8)
 {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <korodbc/roots/KorArray.h>
 #include <korodbc/roots/KorString.h>
 
+#include <charconv>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +26,15 @@ struct Sheet {
     std::vector<std::vector<std::string>> rows;
 };
 
+/// The number that a text is, as a whole.
+template <class Number>
+std::optional<Number> numberIn(std::string_view text)
+{
+    Number number{};
+    const auto end = std::from_chars(text.data(), text.data() + text.size(), number);
+    return end.ec == std::errc() && end.ptr == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+std::vector<std::string> texts(const KorArray<KorString>& names);
 /// Terminal cells that a text takes: two for wide East Asian characters and emoji, none for combining marks.
 int displayWidth(std::string_view utf8);
 /// Cuts and fills a text to that many terminal cells.

@@ -67,9 +67,9 @@ Need need(std::size_t choice)
     return {choice, descriptionOf<Record>};
 }
 template <class Record>
-Need allUnless(std::size_t choice, eDSN dsn = KorDSNDefinitions::kConfiguration)
+std::vector<Need> allUnless(std::size_t choice, eDSN dsn = KorDSNDefinitions::kConfiguration)
 {
-    return {choice, descriptionOf<Record>, dsn, true};
+    return {{choice, descriptionOf<Record>, dsn, true}};
 }
 
 const std::vector<List>& lists()
@@ -77,6 +77,7 @@ const std::vector<List>& lists()
     using Keys = const std::vector<KorString>&;
     using Role = Grouping::eRole;
     constexpr eDSN profiles = KorDSNDefinitions::kProfiles;
+    const std::vector<Need> none;
     const auto bolt = std::vector{need<StructStandard>(0), need<StructStrengthClass>(1), need<StructSet>(2)};
     const auto anchor =
         std::vector{need<StructAnchorsStandard>(0), need<StructStrengthClass>(1), need<StructSet>(2)};
@@ -85,33 +86,16 @@ const std::vector<List>& lists()
         return std::vector<Need>(all.begin(), all.begin() + count);
     };
     static const std::vector<List> all = {
-        {"materials",
-         "Materials",
-         ofMaterials,
-         {},
+        {"materials", "Materials", ofMaterials, none,
          [](Role e, Keys, Names& n) { return Grouping::getMaterialList(n, e, 0); }},
-        {"coatings",
-         "Coatings",
-         anyKind,
-         {},
+        {"coatings", "Coatings", anyKind, none,
          [](Role e, Keys, Names& n) { return Grouping::getCoatingList(e, n); }},
-        {"model-roles",
-         "Model roles",
-         anyKind,
-         {},
+        {"model-roles", "Model roles", anyKind, none,
          [](Role e, Keys, Names& n) { return Grouping::getModelRoleList(e, n); }},
-        {"plate-thicknesses",
-         "Thicknesses of plates",
-         0,
-         {},
-         [](Role e, Keys, Names& n) { return Grouping::getPlateThicknessList(e, n); },
-         Grouping::kPlate},
-        {"bolt-standards",
-         "Standards of bolts",
-         0,
-         {},
-         [](Role e, Keys, Names& n) { return Grouping::getStandardsList(e, n); },
-         Grouping::kBolt},
+        {"plate-thicknesses", "Thicknesses of plates", 0, none,
+         [](Role e, Keys, Names& n) { return Grouping::getPlateThicknessList(e, n); }, Grouping::kPlate},
+        {"bolt-standards", "Standards of bolts", 0, none,
+         [](Role e, Keys, Names& n) { return Grouping::getStandardsList(e, n); }, Grouping::kBolt},
         {"strength-classes", "Strength classes of bolts of a standard", 0, first(bolt, 1),
          [](Role e, Keys k, Names& n) { return Grouping::getStrengthClassList(e, k[0], n); }, Grouping::kBolt},
         {"bolt-sets", "Sets that they come with", 0, first(bolt, 2),
@@ -119,12 +103,8 @@ const std::vector<List>& lists()
         {"bolt-diameters", "Diameters that they have", 0, bolt,
          [](Role e, Keys k, Names& n) { return Grouping::getDiameterList(e, k[0], k[1], k[2], n); },
          Grouping::kBolt},
-        {"anchor-standards",
-         "Standards of anchors",
-         0,
-         {},
-         [](Role e, Keys, Names& n) { return Grouping::getAnchorsStandardsList(n, e); },
-         Grouping::kAnchor},
+        {"anchor-standards", "Standards of anchors", 0, none,
+         [](Role e, Keys, Names& n) { return Grouping::getAnchorsStandardsList(n, e); }, Grouping::kAnchor},
         {"anchor-materials", "Strength classes of anchors of a standard", 0, first(anchor, 1),
          [](Role e, Keys k, Names& n) { return Grouping::getAnchorsMaterialList(n, e, k[0]); }, Grouping::kAnchor},
         {"anchor-sets", "Sets that they come with", 0, first(anchor, 2),
@@ -133,84 +113,42 @@ const std::vector<List>& lists()
         {"anchor-diameters", "Diameters that they have", 0, anchor,
          [](Role e, Keys k, Names& n) { return Grouping::getAnchorsDiameterList(n, e, k[0], k[1], k[2]); },
          Grouping::kAnchor},
-        {"stud-standards",
-         "Standards of shear studs",
-         0,
-         {},
-         [](Role e, Keys, Names& n) { return Grouping::getConnectorStandardsList(e, n); },
-         Grouping::kStudShears},
-        {"stud-materials",
-         "Materials of shear studs",
-         0,
-         {},
-         [](Role e, Keys, Names& n) { return Grouping::getConnectorMaterialList(e, n); },
-         Grouping::kStudShears},
+        {"stud-standards", "Standards of shear studs", 0, none,
+         [](Role e, Keys, Names& n) { return Grouping::getConnectorStandardsList(e, n); }, Grouping::kStudShears},
+        {"stud-materials", "Materials of shear studs", 0, none,
+         [](Role e, Keys, Names& n) { return Grouping::getConnectorMaterialList(e, n); }, Grouping::kStudShears},
         {"stud-materials-of-standard", "Materials of shear studs of a standard", 0, first(stud, 1),
          [](Role e, Keys k, Names& n) { return Grouping::getConnectorMaterialList(e, k[0], n); },
          Grouping::kStudShears},
         {"stud-diameters", "Diameters that they have", 0, stud,
          [](Role e, Keys k, Names& n) { return Grouping::getConnectorDiameterList(e, k[0], k[1], n); },
          Grouping::kStudShears},
-        {"basic-welds",
-         "Basic welds",
-         0,
-         {},
-         [](Role e, Keys, Names& n) { return Grouping::getBasicWeldingList(e, n); },
-         Grouping::kWeld},
-        {"combined-welds",
-         "Combined welds",
-         0,
-         {},
-         [](Role e, Keys, Names& n) { return Grouping::getCombiWeldingList(e, n); },
-         Grouping::kWeld},
-        {"weld-shapes",
-         "Shapes of the faces of welds",
-         0,
-         {},
-         [](Role e, Keys, Names& n) { return Grouping::getFaceShapeDescriptionList(e, n); },
-         Grouping::kWeld},
-        {"weld-designs",
-         "How welds are made",
-         0,
-         {},
-         [](Role e, Keys, Names& n) { return Grouping::getSeamExecutingDescriptionList(e, n); },
-         Grouping::kWeld},
-        {"section-subtypes",
-         "Subtypes of sections",
-         0,
-         {},
+        {"basic-welds", "Basic welds", 0, none,
+         [](Role e, Keys, Names& n) { return Grouping::getBasicWeldingList(e, n); }, Grouping::kWeld},
+        {"combined-welds", "Combined welds", 0, none,
+         [](Role e, Keys, Names& n) { return Grouping::getCombiWeldingList(e, n); }, Grouping::kWeld},
+        {"weld-shapes", "Shapes of the faces of welds", 0, none,
+         [](Role e, Keys, Names& n) { return Grouping::getFaceShapeDescriptionList(e, n); }, Grouping::kWeld},
+        {"weld-designs", "How welds are made", 0, none,
+         [](Role e, Keys, Names& n) { return Grouping::getSeamExecutingDescriptionList(e, n); }, Grouping::kWeld},
+        {"section-subtypes", "Subtypes of sections", 0, none,
          [](Role, Keys, Names& n) { return Grouping::getProfileSubTypesList(n); }},
-        {"section-classes",
-         "Classes of sections, of all subtypes or of one",
-         0,
-         {allUnless<StructProfileSubtype>(5, profiles)},
+        {"section-classes", "Classes of sections, of all subtypes or of one", 0,
+         allUnless<StructProfileSubtype>(5, profiles),
          [](Role, Keys k, Names& n) { return Grouping::GetMenuSubList(k[0], n); }},
-        {"sections",
-         "Sections of all classes or of one",
-         0,
-         {allUnless<StructProfileClass>(4, profiles)},
+        {"sections", "Sections of all classes or of one", 0, allUnless<StructProfileClass>(4, profiles),
          [](Role, Keys k, Names& n) { return Grouping::GetMenuList(k[0], n); }},
-        {"grating-classes",
-         "Classes of gratings of fixed size",
-         0,
-         {},
+        {"grating-classes", "Classes of gratings of fixed size", 0, none,
          [](Role, Keys, Names& n) { return Grouping::getGratingClassesGrouping(n); }},
-        {"gratings",
-         "Gratings of fixed size, of all classes or of one",
-         0,
-         {allUnless<StructGratingStandardMaster>(4)},
+        {"gratings", "Gratings of fixed size, of all classes or of one", 0,
+         allUnless<StructGratingStandardMaster>(4),
          [](Role, Keys k, Names& n) { return Grouping::getGratingItemsGrouping(k[0], n); }},
-        {"cut-grating-classes",
-         "Classes of gratings cut to size",
-         0,
-         {},
+        {"cut-grating-classes", "Classes of gratings cut to size", 0, none,
          [](Role, Keys, Names& n) { return Grouping::getGratingVariableClassesGrouping(n); }},
-        {"cut-gratings",
-         "Gratings cut to size, of all classes or of one",
-         0,
-         {allUnless<StructGratingVariableMaster>(4)},
+        {"cut-gratings", "Gratings cut to size, of all classes or of one", 0,
+         allUnless<StructGratingVariableMaster>(4),
          [](Role, Keys k, Names& n) { return Grouping::getGratingVariableItemsGrouping(k[0], n); }},
-        {"scales", "Drawing scales", 0, {}, [](Role, Keys, Names& n) { return Grouping::getScaleList(n); }},
+        {"scales", "Drawing scales", 0, none, [](Role, Keys, Names& n) { return Grouping::getScaleList(n); }},
     };
     return all;
 }
@@ -271,11 +209,8 @@ KorString keyOf(const Need& need, const std::string& wanted)
         return KorString::fromUtf8(keyText(type, record.get()));
     KorArray<KorString> known;
     RecordAccess::runNames(type, known, false);
-    std::vector<std::string> names;
-    for (const KorString& name : known)
-        names.push_back(name.toUtf8());
     throw Failure{kNotFound, "there is no row " + quote(wanted) + " in " + std::string(type.table) + ", which " +
-                                 choices[need.choice].name + " names" + nearest(wanted, names) +
+                                 choices[need.choice].name + " names" + nearest(wanted, texts(known)) +
                                  "; list them with: korodbc list " + std::string(type.table)};
 }
 

@@ -65,9 +65,7 @@ void noteUnknown(const std::string& wanted, const char* thing)
 {
     KorArray<KorString> known;
     RecordMarshal<T>::getRunNameListAllSources(known);
-    std::vector<std::string> names;
-    for (const KorString& name : known)
-        names.push_back(name.toUtf8());
+    const std::vector<std::string> names = texts(known);
     if (std::ranges::none_of(names, [&](const std::string& name) { return sameName(name, wanted); }))
         note(std::string("there is no ") + thing + " " + quote(wanted) + nearest(wanted, names));
 }

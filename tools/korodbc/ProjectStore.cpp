@@ -6,7 +6,6 @@
 #include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <algorithm>
-#include <charconv>
 #include <set>
 
 using korodbc::host::lastError;
@@ -15,13 +14,6 @@ using korodbc::host::lastFailure;
 namespace {
 
 using Intern = KorODBCProjectIntern;
-
-std::optional<int> keyIn(const std::string& text)
-{
-    int key = 0;
-    const auto end = std::from_chars(text.data(), text.data() + text.size(), key);
-    return end.ec == std::errc() && end.ptr == text.data() + text.size() ? std::optional(key) : std::nullopt;
-}
 
 const KorString& runName(const ProjectKind& kind, const void* record)
 {
@@ -157,9 +149,9 @@ void setField(const ProjectKind& kind, const ProjectDatabase& database, const Pr
 void setName(const ProjectKind& kind, const ProjectDatabase& database, const std::string& name, void* record)
 {
     const KorString wanted = KorString::fromUtf8(name);
-    if (name.empty() || wanted.toUtf8() != name || keyIn(name))
+    if (name.empty() || wanted.toUtf8() != name || numberIn<int>(name))
         throw Failure{kUsage, "a " + std::string(kind.noun) + " needs a name that is " +
-                                  (keyIn(name) ? "no number" : "a valid text") + ", not " + quote(name)};
+                                  (numberIn<int>(name) ? "no number" : "a valid text") + ", not " + quote(name)};
     eachRecord(kind, database, [&](const void* other) {
         if (runName(kind, other).compareNoCase(wanted) == 0 &&
             kind.type().keyOf(other) != kind.type().keyOf(record))
@@ -207,7 +199,7 @@ void eachRecord(const ProjectKind& kind, const ProjectDatabase& database,
 bool findRecord(const ProjectKind& kind, const ProjectDatabase& database, const std::string& keyOrName,
                 void* record)
 {
-    const std::optional<int> key = keyIn(keyOrName);
+    const std::optional<int> key = numberIn<int>(keyOrName);
     const KorString name = KorString::fromUtf8(keyOrName);
     if ((key && kind.read(*key, record) == 1) || kind.readByName(name, record) == 1)
         return true;
@@ -288,7 +280,7 @@ ProjectStored storeRecord(const ProjectKind& kind, const ProjectDatabase& databa
         requireWritable(kind.xmlColumn()->target(), database);
     const AnyRecord record(kind.type());
     const bool isNew = !findRecord(kind, database, change.which, record.get());
-    if (isNew && keyIn(change.which))
+    if (isNew && numberIn<int>(change.which))
         requireRecord(kind, database, change.which, record.get());
     if (isNew || change.newName)
         setName(kind, database, change.newName.value_or(change.which), record.get());

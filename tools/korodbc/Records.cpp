@@ -5,18 +5,11 @@
 #include <korodbc/repository/RecordAccess.h>
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 namespace {
 
 bool isNumber(FieldKind kind) { return kind != FieldKind::Text; }
-
-bool wholeNumber(const std::string& text, long& number)
-{
-    const auto end = std::from_chars(text.data(), text.data() + text.size(), number);
-    return end.ec == std::errc() && end.ptr == text.data() + text.size();
-}
 
 } // namespace
 
@@ -33,10 +26,7 @@ std::vector<std::string> tableNames(const Source& source)
     const KorDSNRequest request(source.dsn, source.index);
     KorArray<KorString> stored;
     KorDatabaseAccess::getTablesNames(source.dsn, stored);
-    std::vector<std::string> names;
-    for (const KorString& name : stored)
-        names.push_back(name.toUtf8());
-    return names;
+    return texts(stored);
 }
 
 StoredTable findTable(const std::string& wanted, const std::string& sourceName)
@@ -103,11 +93,10 @@ void requireReadable(const RecordDescription& type)
 bool readRecord(const RecordDescription& type, const std::string& keyOrName, void* record)
 {
     const KorString text = KorString::fromUtf8(keyOrName);
-    long key = 0;
     if (type.hasTextKey() && RecordAccess::readByKey(type, text, record) == 1)
         return true;
-    if (type.key >= 0 && !type.hasTextKey() && wholeNumber(keyOrName, key) &&
-        RecordAccess::readByKey(type, key, record) == 1)
+    if (const auto key = numberIn<long>(keyOrName);
+        key && type.key >= 0 && !type.hasTextKey() && RecordAccess::readByKey(type, *key, record) == 1)
         return true;
     return type.runName >= 0 && RecordAccess::readByRunName(type, text, record) == 1;
 }

@@ -58,13 +58,11 @@ void runShared(const GlobalOptions& global, const SharedOptions& options)
     const AnyRecord record(type);
     if (!readRecord(type, options.row, record.get())) {
         KorArray<KorString> runNames;
-        std::vector<std::string> names;
         RecordAccess::runNames(type, runNames, false);
-        for (const KorString& name : runNames)
-            names.push_back(name.toUtf8());
         throw Failure{kNotFound, "table " + table.name + " (" + source.name +
                                      ") has no row with the key or name " + quote(options.row) +
-                                     nearest(options.row, names) + "; list them with: korodbc show " + table.name};
+                                     nearest(options.row, texts(runNames)) + "; list them with: korodbc show " +
+                                     table.name};
     }
     const std::string key = keyText(type, record.get());
     const KorString target = KorString::fromUtf8(type.table);

@@ -50,53 +50,57 @@ void addGroups(const Source& source, Sheet& sheet)
                               std::to_string(group.bitmapId), std::to_string(members[group.key])});
 }
 
+/// Prints a sheet that `fill` fills from a data source.
+template <class Fill>
+void printFrom(const GlobalOptions& global, const std::string& sourceName, Format format, const Sheet& sheet,
+               Fill fill)
+{
+    const StartedSession session(global);
+    const Source source = sourceNamed(sourceName);
+    noteOpenEdits(source);
+    const KorDSNRequest request(source.dsn, source.index);
+    fill(source);
+    printSheet(sheet, format);
+}
+
 } // namespace
 
 void runStyles(const GlobalOptions& global, const std::string& sourceName, Format format)
 {
-    const StartedSession session(global);
-    const Source source = sourceNamed(sourceName);
-    noteOpenEdits(source);
-    const KorDSNRequest request(source.dsn, source.index);
     Sheet sheet{
         {{"Key", true}, {"Style", false}, {"Category", false}, {"No", true}, {"Views", true}, {"Owner", false}},
         {}};
-    for (const StructDetailStyle& style : allOf<StructDetailStyle>(source, "detail styles")) {
-        StructDetailMaster master;
-        const bool hasMaster = StructDetailMasterMarshal::getByStyleKey(style.key, master) == 1;
-        sheet.rows.push_back(
-            {std::to_string(style.key), style.runName.toUtf8(),
-             hasMaster ? runNameOf(descriptionOf<StructDetBaseCategory>(), master.baseCategory) : "-",
-             hasMaster ? std::to_string(master.subCategory) : "-", std::to_string(style.requests.length()),
-             style.ownerText.toUtf8()});
-    }
-    printSheet(sheet, format);
+    printFrom(global, sourceName, format, sheet, [&](const Source& source) {
+        for (const StructDetailStyle& style : allOf<StructDetailStyle>(source, "detail styles")) {
+            StructDetailMaster master;
+            const bool hasMaster = StructDetailMasterMarshal::getByStyleKey(style.key, master) == 1;
+            sheet.rows.push_back(
+                {std::to_string(style.key), style.runName.toUtf8(),
+                 hasMaster ? runNameOf(descriptionOf<StructDetBaseCategory>(), master.baseCategory) : "-",
+                 hasMaster ? std::to_string(master.subCategory) : "-", std::to_string(style.requests.length()),
+                 style.ownerText.toUtf8()});
+        }
+    });
 }
 
 void runProcesses(const GlobalOptions& global, const std::string& sourceName, Format format)
 {
-    const StartedSession session(global);
-    const Source source = sourceNamed(sourceName);
-    noteOpenEdits(source);
-    const KorDSNRequest request(source.dsn, source.index);
     Sheet sheet{{{"Key", true}, {"Process", false}, {"Category", false}, {"Steps", true}, {"Owner", false}}, {}};
-    for (const StructDetailProcessDefinition& process :
-         allOf<StructDetailProcessDefinition>(source, "detail processes"))
-        sheet.rows.push_back({std::to_string(process.key), process.runName.toUtf8(),
-                              runNameOf(descriptionOf<StructDetailProcessCategory>(), process.category),
-                              std::to_string(process.steps.length()), process.ownerText.toUtf8()});
-    printSheet(sheet, format);
+    printFrom(global, sourceName, format, sheet, [&](const Source& source) {
+        for (const StructDetailProcessDefinition& process :
+             allOf<StructDetailProcessDefinition>(source, "detail processes"))
+            sheet.rows.push_back({std::to_string(process.key), process.runName.toUtf8(),
+                                  runNameOf(descriptionOf<StructDetailProcessCategory>(), process.category),
+                                  std::to_string(process.steps.length()), process.ownerText.toUtf8()});
+    });
 }
 
 void runGroups(const GlobalOptions& global, const std::string& sourceName, Format format)
 {
-    const StartedSession session(global);
-    const Source source = sourceNamed(sourceName);
-    noteOpenEdits(source);
-    const KorDSNRequest request(source.dsn, source.index);
     Sheet sheet{{{"Table", false}, {"Key", true}, {"Group", false}, {"Bitmap", true}, {"Members", true}}, {}};
-    addGroups<StructDetObjAnnotationGroup>(source, sheet);
-    addGroups<StructDetObjQualifierSetGroup>(source, sheet);
-    addGroups<StructDetViewDimRequestLinearGroup>(source, sheet);
-    printSheet(sheet, format);
+    printFrom(global, sourceName, format, sheet, [&](const Source& source) {
+        addGroups<StructDetObjAnnotationGroup>(source, sheet);
+        addGroups<StructDetObjQualifierSetGroup>(source, sheet);
+        addGroups<StructDetViewDimRequestLinearGroup>(source, sheet);
+    });
 }

@@ -212,7 +212,7 @@ public:
     static FlagRows m_BackupAvailable, m_SecondBackupAvailable, m_ThirdBackupAvailable, m_FourthBackupAvailable;
     static FlagRows m_TemporaryBackupedTables;
 
-    static const int m_numberOfColumns[kTableTypes][2]; // fixed columns, columns per item
+    static const int (&m_numberOfColumns)[kTableTypes][2]; // fixed columns, columns per item
     static const wchar_t* const ccKorVELCopyString[kCopies];
     static const KorString korstrVEL, korstrPCVEL;
 
@@ -272,7 +272,6 @@ public:
 
 private:
     static int getIndex();
-    static void restoreDetailTablesCopiesFor(eDSN dsn);
 };
 
 /// Follows country add-ins: when one is loaded, left copies in its database are brought back.

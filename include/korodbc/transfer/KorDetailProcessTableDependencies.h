@@ -51,9 +51,9 @@ public:
     /// Puts the next written definition or step into a category of the host's choice; -1: as the source has it.
     static long detProcessCategory;
 
-    static const unsigned m_scuiReading;
-    static const unsigned m_scuiWriting;
-    static const unsigned m_scuiDialogCreateNewItem;
+    static constexpr unsigned m_scuiReading = 21034;
+    static constexpr unsigned m_scuiWriting = 21035;
+    static constexpr unsigned m_scuiDialogCreateNewItem = 22200;
 
 private:
     static long collect(const RecordDescription& type, void* record, long key);

@@ -106,9 +106,9 @@ public:
     static void (*pResetProgressBar)();
     static int (*pGetNameForRowFn)(KorOdbcMan::eTableType type, KorOdbcMan::eTableType mainType, KorString& name);
 
-    static const unsigned m_scuiReading;
-    static const unsigned m_scuiWriting;
-    static const unsigned m_scuiDialogCreateNewItem;
+    static constexpr unsigned m_scuiReading = 21034;
+    static constexpr unsigned m_scuiWriting = 21035;
+    static constexpr unsigned m_scuiDialogCreateNewItem = 22200;
 
 private:
     static long collect(const RecordDescription& type, void* record, long key);

@@ -1,5 +1,7 @@
 #include <korodbc/repository/KorDatabaseAccess.h>
 
+#include <exception>
+
 int KorDatabaseAccess::cellDataArr2StringArr(const KorArray<KorCellData>& values, KorArray<KorString>& out)
 {
     out.removeAll();
@@ -24,4 +26,12 @@ int KorDatabaseAccess::cellDataArr2ColumnData(const KorArray<KorCellData>& value
         column.append(value.getStringW());
     out = column;
     return 1;
+}
+
+KorDatabaseBatch::~KorDatabaseBatch()
+{
+    if (m_open && std::uncaught_exceptions() > m_exceptions)
+        undo();
+    else
+        end(1);
 }
