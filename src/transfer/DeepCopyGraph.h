@@ -6,6 +6,7 @@
 #include <korodbc/records/RecordDescription.h>
 #include <korodbc/transfer/RowInfo.h>
 
+#include <algorithm>
 #include <optional>
 #include <span>
 #include <unordered_map>
