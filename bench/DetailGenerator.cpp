@@ -345,12 +345,12 @@ void Generator::change(const RecordDescription& type, void* record)
     case 1:
         // a copy of the first one at the end
         if (length > 0 && (!type.numbered.exists() || length < type.numbered.initialItems))
-            items->operations->append(items->field(record), items->at(record, 0));
+            items->append(record, items->at(record, 0));
         return;
     case 2:
         // the first one goes to the end
         if (length > 1) {
-            items->operations->append(items->field(record), items->at(record, 0));
+            items->append(record, items->at(record, 0));
             items->erase(record, 0);
         }
         return;
@@ -476,7 +476,7 @@ void Generator::fill(const Plan& plan, long count)
         if (plan.copies && i > 0 && m_random.chance(m_shape.duplicates + m_shape.nearDuplicates)) {
             const double whole = m_shape.duplicates + m_shape.nearDuplicates;
             const long source = m_random.below(i);
-            type.operations->assign(record.get(), made.records.at(source));
+            type.elements->assign(record.get(), made.records.at(source));
             referToEqualRows(type, record.get());
             if (const ColumnDescription* name = type.runNameColumn())
                 name->text(record.get()) = KorString::fromUtf8(text() + std::to_string(i + 1));
@@ -492,7 +492,7 @@ void Generator::fill(const Plan& plan, long count)
         key += step();
         type.keyColumn().integer(record.get()) = key;
         write(type, record.get());
-        type.operations->list.append(made.records.get(), record.get());
+        type.list().append(made.records.get(), record.get());
         made.keys.push_back(key);
         if (equalTo < 0) {
             equalTo = static_cast<long>(made.classes.size());

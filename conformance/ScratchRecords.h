@@ -17,8 +17,6 @@ struct ConformanceRow {
     int parts = 0;
     KorArray<ConformancePart> items;
 };
-template <>
-const RecordDescription& descriptionOf<ConformanceRow>();
 
 /// What a later version might make of the same table: a column that it lacks.
 struct ConformanceWideRow {
@@ -26,8 +24,6 @@ struct ConformanceWideRow {
     KorString runName;
     int later = 11;
 };
-template <>
-const RecordDescription& descriptionOf<ConformanceWideRow>();
 
 /// An item in a table of its own. Table "ConformanceItems".
 struct ConformanceItem {
@@ -36,8 +32,6 @@ struct ConformanceItem {
     int position = 0;
     KorString text;
 };
-template <>
-const RecordDescription& descriptionOf<ConformanceItem>();
 
 /// A record with such items. Table "ConformanceLists".
 struct ConformanceList {
@@ -45,21 +39,15 @@ struct ConformanceList {
     KorString runName;
     KorArray<ConformanceItem> items;
 };
-template <>
-const RecordDescription& descriptionOf<ConformanceList>();
 
 /// A record whose key is a text. Table "ConformanceNames".
 struct ConformanceName {
     KorString key;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<ConformanceName>();
 
 /// A record whose table nobody makes.
 struct ConformanceMissing {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<ConformanceMissing>();

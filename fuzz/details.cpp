@@ -8,6 +8,7 @@
 
 #include <korodbc/edit/KorOdbcMan.h>
 #include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/records/AnyRecord.h>
 #include <korodbc/records/Registry.h>
 #include <korodbc/references/KorDetailReferences.h>
 #include <korodbc/transfer/KorDetailProcessTableDependencies.h>
@@ -255,8 +256,7 @@ void look()
         const RecordDescription& type = describe();
         if (!type.homes.contains(source))
             continue;
-        const std::unique_ptr<void, void (*)(void*)> list(type.operations->list.create(),
-                                                          type.operations->list.destroy);
+        const AnyRecords list(type);
         RecordAccess::readTable(type, list.get());
         KorArray<KorString> names;
         RecordAccess::runNames(type, names, true);

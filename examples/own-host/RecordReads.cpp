@@ -78,7 +78,7 @@ public:
     SourceRecords(const RecordDescription& type, eDSN dsn) : m_type(type), m_list(type)
     {
         const Table& table = *findTable(dsn, KorString::fromUtf8(type.table));
-        const ListOperations& list = type.operations->list;
+        const ListOperations list = type.list();
         const AnyRecord blank(type);
         for (const Row& row : table.rows) {
             void* record = list.at(m_list.get(), list.append(m_list.get(), blank.get()));
@@ -124,7 +124,7 @@ private:
         for (long i = 0; i < m_list.length(); ++i)
             for (const void* one : sorted)
                 if (item.at(item.itemOwner)->integer(one) == m_type.keyOf(m_list.at(i)))
-                    list.operations->append(list.field(m_list.at(i)), one);
+                    list.append(m_list.at(i), one);
     }
 
     const RecordDescription& m_type;
@@ -155,7 +155,7 @@ int first(const RecordDescription& type, Sources sources, void* out, Matches mat
     for (const auto& source : read(type, sources))
         for (const void* record : source->all())
             if (matches(record)) {
-                type.operations->assign(out, record);
+                type.elements->assign(out, record);
                 return 1;
             }
     return 0;
@@ -200,7 +200,7 @@ int RecordAccess::readByRunName(const RecordDescription& type, const KorString& 
 int RecordAccess::readTable(const RecordDescription& type, void* records, Sources sources)
 {
     const auto found = read(type, sources);
-    const ListOperations& list = type.operations->list;
+    const ListOperations list = type.list();
     if (found.empty())
         return 0;
     list.resize(records, 0);
@@ -224,7 +224,7 @@ int RecordAccess::readWhere(const RecordDescription& type, int column, long valu
     int result = 0;
     for (const void* record : all)
         if (by->integer(record) == value) {
-            type.operations->list.append(records, record);
+            type.list().append(records, record);
             result = 1;
         }
     return result;

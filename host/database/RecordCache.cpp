@@ -78,13 +78,8 @@ bool readNumber(const Statement& statement, int at, double& field, bool required
 } // namespace
 
 RecordCache::RecordCache(Table& table, const RecordDescription& type)
-    : m_table(table), m_type(type), m_records(type), m_blank(type), m_lastTexts(type.columns.size())
+    : m_table(table), m_type(type), m_records(type), m_lastTexts(type.columns.size())
 {
-    const auto* start = static_cast<const std::byte*>(m_blank.get());
-    m_fields.reserve(type.columns.size());
-    for (const ColumnDescription& column : type.columns)
-        m_fields.push_back({static_cast<const std::byte*>(column.field(m_blank.get())) - start,
-                            column.role == ColumnRole::Key || column.role == ColumnRole::ItemOwner});
 }
 
 bool RecordCache::refresh()
@@ -120,19 +115,20 @@ void RecordCache::rowChanged(std::int64_t row)
 
 bool RecordCache::decode(Statement& statement, const Layout& layout, void* record)
 {
-    for (std::size_t i = 0; i < m_fields.size(); ++i) {
+    for (std::size_t i = 0; i < m_type.columns.size(); ++i) {
         const int at = layout.columns[i] + 1;
         if (at <= 0)
             continue;
-        void* field = static_cast<std::byte*>(record) + m_fields[i].offset;
-        const FieldKind kind = m_type.columns[i].kind;
+        const ColumnDescription& column = m_type.columns[i];
+        // a key or the key of an owner cannot be empty
+        const bool required = column.role == ColumnRole::Key || column.role == ColumnRole::ItemOwner;
         bool fits = true;
-        switch (kind) {
+        switch (column.kind) {
         case FieldKind::Integer:
-            fits = readNumber(statement, at, *static_cast<int*>(field), m_fields[i].required);
+            fits = readNumber(statement, at, column.integer(record), required);
             break;
         case FieldKind::Real:
-            fits = readNumber(statement, at, *static_cast<double*>(field), m_fields[i].required);
+            fits = readNumber(statement, at, column.real(record), required);
             break;
         case FieldKind::Text: {
             LastText& last = m_lastTexts[i];
@@ -141,13 +137,13 @@ bool RecordCache::decode(Statement& statement, const Layout& layout, void* recor
                 last.bytes = bytes;
                 last.text = KorString::fromUtf8(bytes);
             }
-            *static_cast<KorString*>(field) = last.text;
-            fits = !m_fields[i].required || !statement.isNull(at);
+            column.text(record) = last.text;
+            fits = !required || !statement.isNull(at);
             break;
         }
         }
         if (!fits)
-            return noteMisfit(statement, layout, at - 1, kind);
+            return noteMisfit(statement, layout, at - 1, column.kind);
     }
     return !m_type.numbered.exists() || decodeNumbered(statement, layout, record);
 }
@@ -230,7 +226,7 @@ bool RecordCache::readAll()
     if (select == nullptr)
         return false;
     const StatementRun run(*select);
-    const ListOperations& list = m_type.operations->list;
+    const ListOperations list = m_type.list();
     m_rows.clear();
     dropIndexes();
     list.assign(m_records.get(), AnyRecords(m_type).get()); // new storage: all elements are fresh
@@ -285,7 +281,7 @@ void RecordCache::makeRoom(std::int64_t row)
         m_table.database().engine().size() / static_cast<std::int64_t>(m_table.columnNames().size() + 4);
     const std::int64_t rows = length() + 1 + std::min(std::max<std::int64_t>(last - row, 0), most);
     m_rows.reserve(static_cast<std::size_t>(rows));
-    m_type.operations->list.reserve(m_records.get(), static_cast<long>(rows) + lastStep);
+    m_type.list().reserve(m_records.get(), static_cast<long>(rows) + lastStep);
 }
 
 std::string RecordCache::columnName(int column)
@@ -332,7 +328,7 @@ bool RecordCache::readKey(long key, void* record)
     select->bind(1, std::int64_t{key});
     if (select->step() != Step::Row)
         return false;
-    m_type.operations->assign(record, m_blank.get());
+    m_type.elements->assign(record, m_type.elements->fresh);
     return decode(*select, m_table.layout(m_type), record);
 }
 
@@ -346,10 +342,11 @@ bool RecordCache::readOwner(long owner, void* list)
         return false;
     const StatementRun run(*select);
     select->bind(1, std::int64_t{owner});
-    const ListOperations& operations = m_type.operations->list;
+    const ListOperations operations = m_type.list();
     Step step;
     while ((step = select->step()) == Step::Row)
-        if (!decode(*select, m_table.layout(m_type), operations.at(list, operations.append(list, m_blank.get()))))
+        if (!decode(*select, m_table.layout(m_type),
+                    operations.at(list, operations.append(list, m_type.elements->fresh))))
             return false;
     if (step != Step::Done)
         m_table.database().noteFailure();
@@ -387,7 +384,7 @@ bool RecordCache::readChanged()
     Statement* select = m_table.database().prepare(m_table.selectRows() + " WHERE " + m_table.rowId() + " = ?");
     if (select == nullptr)
         return false;
-    const ListOperations& list = m_type.operations->list;
+    const ListOperations list = m_type.list();
     std::sort(m_changedRows.begin(), m_changedRows.end());
     m_changedRows.erase(std::unique(m_changedRows.begin(), m_changedRows.end()), m_changedRows.end());
     const Keys keys = m_keys;
@@ -413,9 +410,9 @@ bool RecordCache::readChanged()
             return step == Step::Row && readAll();
         } else {
             if (known) {
-                m_type.operations->assign(list.at(m_records.get(), position), m_blank.get());
+                m_type.elements->assign(list.at(m_records.get(), position), m_type.elements->fresh);
             } else {
-                list.append(m_records.get(), m_blank.get());
+                list.append(m_records.get(), m_type.elements->fresh);
                 m_rows.push_back(row);
             }
             if (!decode(*select, layout, list.at(m_records.get(), position))) {
@@ -530,8 +527,8 @@ void RecordCache::appended(std::int64_t row, const void* record)
         rowChanged(row);
         return;
     }
-    const long position = m_type.operations->list.append(m_records.get(), record);
-    void* stored = m_type.operations->list.at(m_records.get(), position);
+    const long position = m_type.list().append(m_records.get(), record);
+    void* stored = m_type.list().at(m_records.get(), position);
     if (m_type.items.exists())
         m_type.items.list.resize(stored, 0);
     m_rows.push_back(row);

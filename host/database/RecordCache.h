@@ -91,18 +91,12 @@ private:
     Table& m_table;
     const RecordDescription& m_type;
     AnyRecords m_records;
-    AnyRecord m_blank;                // a fresh record
     std::vector<std::int64_t> m_rows; // row ids, ascending
     struct LastText {
         std::string bytes;
         KorString text;
     };
     std::vector<LastText> m_lastTexts; // last text read per column: equal neighbours share one buffer
-    struct Field {
-        std::ptrdiff_t offset; // in the record
-        bool required;         // a key or the key of an owner: it cannot be empty
-    };
-    std::vector<Field> m_fields; // by column of the description
     bool m_allChanged = true;
     std::string m_misfit;
     std::vector<std::int64_t> m_changedRows;

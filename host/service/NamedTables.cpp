@@ -35,7 +35,7 @@ int readQuery(const RecordDescription& type, const KorString& query, void* recor
         return 0;
     }
     const int columns = select->columns();
-    const ListOperations& list = type.operations->list;
+    const ListOperations list = type.list();
     const AnyRecord blank(type);
     Step step;
     while ((step = select->step()) == Step::Row) {

@@ -144,13 +144,12 @@ bool attachItems(const RecordDescription& type, RecordCache* items, void* record
     list.resize(record, 0);
     if (items == nullptr)
         return false;
-    void* array = list.field(record);
     if (items->isSparse())
-        return items->readOwner(type.keyOf(record), array);
+        return items->readOwner(type.keyOf(record), list.field(record));
     if (!items->refresh())
         return false;
     for (const long position : items->ofOwner(type.keyOf(record)))
-        list.operations->append(array, items->at(position));
+        list.append(record, items->at(position));
     return true;
 }
 
@@ -182,7 +181,7 @@ bool show(const RecordCache& records, const std::function<bool(const void* recor
     const AnyRecord complete(type);
     RecordCache* items = itemCache(type, records);
     for (long i = 0; i < length; ++i) {
-        type.operations->assign(complete.get(), at(i));
+        type.elements->assign(complete.get(), at(i));
         if (!attachItems(type, items, complete.get()) || !act(complete.get()))
             return false;
     }
@@ -195,15 +194,15 @@ int handOut(RecordCache& records, long position, void* record)
         return 0;
     const RecordDescription& type = records.type();
     if (!type.items.exists()) {
-        type.operations->assign(record, records.at(position));
+        type.elements->assign(record, records.at(position));
         return 1;
     }
     // the caller's record stays as it is when the items cannot be read
     const AnyRecord complete(type);
-    type.operations->assign(complete.get(), records.at(position));
+    type.elements->assign(complete.get(), records.at(position));
     if (!attachItems(type, itemCache(type, records), complete.get()))
         return unread(records);
-    type.operations->assign(record, complete.get());
+    type.elements->assign(record, complete.get());
     return 1;
 }
 
@@ -216,7 +215,7 @@ int readSingle(RecordCache& records, long key, void* record)
         return records.misfit().empty() ? 0 : unread(records);
     if (!attachItems(type, itemCache(type, records), complete.get()))
         return unread(records);
-    type.operations->assign(record, complete.get());
+    type.elements->assign(record, complete.get());
     return 1;
 }
 
@@ -413,7 +412,7 @@ int readTable(const RecordDescription& type, void* out, Sources sources)
             return unread(*records);
     if (caches.empty())
         return 0;
-    const ListOperations& list = type.operations->list;
+    const ListOperations list = type.list();
     list.assign(out, (*caches.begin())->list());
     for (const auto* cache = caches.begin() + 1; cache != caches.end(); ++cache)
         for (long position = 0; position < (*cache)->length(); ++position)
@@ -441,7 +440,7 @@ int readWhere(const RecordDescription& type, int column, long value, void* out)
                            FailureKind::Layout); // no row can be told to meet the condition, nor not to
         return -1;
     }
-    const ListOperations& list = type.operations->list;
+    const ListOperations list = type.list();
     RecordCache& records = table->recordCache(type);
     const long before = list.length(out);
     const auto result = [&](bool read) {

@@ -3,6 +3,7 @@
 #include <korodbc/addins/AddInManagerInterface.h>
 #include <korodbc/catalogues/KorODBCNecessaryViewsConfiguration.h>
 #include <korodbc/foundation/KorCountryAddIns.h>
+#include <korodbc/roots/KorAssert.h>
 #include <korodbc/roots/KRSettings.h>
 
 namespace {

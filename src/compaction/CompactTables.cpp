@@ -85,7 +85,7 @@ bool CompactTable::load()
         std::stable_sort(order.begin(), order.end(), keyLess);
         auto sorted = std::make_unique<AnyRecords>(m_type);
         for (const long position : order)
-            m_type.operations->list.append(sorted->get(), at(position));
+            m_type.list().append(sorted->get(), at(position));
         m_records = std::move(sorted);
     }
     return true;
@@ -100,7 +100,7 @@ void CompactTable::clear()
 
 void CompactTable::findDuplicates()
 {
-    const std::vector<long> survivors = m_rule.survivors(m_type.operations->list, m_records->get());
+    const std::vector<long> survivors = m_rule.survivors(m_type.list(), m_records->get());
     m_standing.clear();
     m_standing.reserve(survivors.size());
     m_duplicates.clear();

@@ -228,7 +228,7 @@ private:
 /// exactly and the cells of its tolerant values, so whatever equals it is looked for under one of the same hashes.
 class SurvivorIndex {
 public:
-    SurvivorIndex(const DuplicateRule& rule, const ListOperations& list, const void* records)
+    SurvivorIndex(const DuplicateRule& rule, ListOperations list, const void* records)
         : m_rule(rule), m_list(list), m_records(const_cast<void*>(records))
     {
         m_buckets.reserve(static_cast<std::size_t>(list.length(records)));
@@ -326,13 +326,13 @@ private:
     }
 
     const DuplicateRule& m_rule;
-    const ListOperations& m_list;
+    ListOperations m_list;
     void* m_records;
     std::unordered_map<std::uint64_t, SurvivorBucket> m_buckets;
     std::vector<std::uint64_t> m_hashes;
 };
 
-std::vector<long> DuplicateRule::survivors(const ListOperations& list, const void* records) const
+std::vector<long> DuplicateRule::survivors(ListOperations list, const void* records) const
 {
     std::vector<long> result(static_cast<std::size_t>(list.length(records)));
     SurvivorIndex index(*this, list, records);

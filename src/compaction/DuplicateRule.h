@@ -21,7 +21,7 @@ public:
     /// For each record of a list in key order the index of the record that stands for it: the first one that
     /// equals it and for which no other stands. What comparing each record with all behind it would give, in time
     /// that grows with the number of records.
-    std::vector<long> survivors(const ListOperations& list, const void* records) const;
+    std::vector<long> survivors(ListOperations list, const void* records) const;
 
 private:
     friend class SurvivorIndex;

@@ -73,7 +73,7 @@ long DeepCopyGraph::find(const CopyTable& table, long key)
 
 long DeepCopyGraph::append(const CopyTable& table, const void* record, long key)
 {
-    const long position = table.description().operations->list.append(table.rows, record);
+    const long position = table.description().list().append(table.rows, record);
     node(table.description())->positions.emplace(key, position);
     return position;
 }
@@ -119,7 +119,7 @@ long DeepCopyGraph::collect(const RecordDescription& type, void* record, long ke
     const long known = find(table, key);
     if (known >= 0) {
         if (record != nullptr)
-            type.operations->assign(record, table.at(known));
+            type.elements->assign(record, table.at(known));
         return known;
     }
     std::optional<AnyRecord> scratch;
@@ -191,7 +191,7 @@ bool DeepCopyGraph::saveReferences(const CopyTable& table, void* record)
 long DeepCopyGraph::saveCollected(const CopyTable& table, long index)
 {
     const AnyRecord record(table.description());
-    table.description().operations->assign(record.get(), table.at(index));
+    table.description().elements->assign(record.get(), table.at(index));
     return save(table.description(), record.get(), index);
 }
 
@@ -225,7 +225,7 @@ long DeepCopyGraph::save(const RecordDescription& type, void* record, long index
         return known;
     }
     // the host sees the row that it names
-    type.operations->assign(table.row.currentRecord(), record);
+    type.elements->assign(table.row.currentRecord(), record);
     if (table.rules.naming == DetailTable::Naming::BeforeReferences && !nameRow(table, record))
         return -1;
     if (!saveReferences(table, record))
@@ -247,14 +247,14 @@ long DeepCopyGraph::write(const CopyTable& table, void* record, long index, long
         owner != nullptr && !KorTransferState::isTransferInProgress())
         owner->text(record) = KorODBCUserProfile::m_charOwnerText;
     void* current = table.row.currentRecord();
-    type.operations->assign(current, record);
+    type.elements->assign(current, record);
     reportProgress(table.type, 1);
     const int key = KorOdbcMan::appendNewRecord(table.type, keepKey, KorOdbcMan::kFirstCopy);
     if (key < 0)
         return -1;
     type.keyColumn().integer(record) = key;
     if (table.written != nullptr)
-        type.operations->list.append(table.written, current);
+        type.list().append(table.written, current);
     m_written.push_back({table.identity, static_cast<int>(index), static_cast<int>(sourceKey)});
     m_keys.insert(m_written.back(), key);
     ++KorDetailTableDependencies::m_RowsWritten;
@@ -267,7 +267,7 @@ DeepCopyGraph::Written DeepCopyGraph::written() const
     Written now{m_copy, m_written.size(), {}, {Copy::m_RowsWritten, Copy::m_RowsReused}};
     for (const Node& node : m_nodes)
         if (node.table.written != nullptr)
-            now.lists.push_back(node.table.description().operations->list.length(node.table.written));
+            now.lists.push_back(node.table.description().list().length(node.table.written));
     return now;
 }
 
@@ -282,7 +282,7 @@ void DeepCopyGraph::backTo(const Written& before)
         node.reused.clear();
         if (node.table.written == nullptr)
             continue;
-        const ListOperations& list = node.table.description().operations->list;
+        const ListOperations list = node.table.description().list();
         list.resize(node.table.written, std::min(before.lists[position++], list.length(node.table.written)));
     }
     std::tie(KorDetailTableDependencies::m_RowsWritten, KorDetailTableDependencies::m_RowsReused) = before.counts;
@@ -291,7 +291,7 @@ void DeepCopyGraph::backTo(const Written& before)
 void DeepCopyGraph::reset()
 {
     for (Node& node : m_nodes) {
-        const ListOperations& list = node.table.description().operations->list;
+        const ListOperations list = node.table.description().list();
         list.resize(node.table.rows, 0);
         if (node.table.written != nullptr)
             list.resize(node.table.written, 0);

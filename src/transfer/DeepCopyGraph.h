@@ -6,6 +6,7 @@
 #include <korodbc/records/RecordDescription.h>
 #include <korodbc/transfer/RowInfo.h>
 
+#include <algorithm>
 #include <optional>
 #include <span>
 #include <unordered_map>
@@ -26,8 +27,8 @@ struct CopyTable {
     {
     }
     const RecordDescription& description() const { return row.description(); }
-    long length() const { return description().operations->list.length(rows); }
-    void* at(long index) const { return description().operations->list.at(rows, index); }
+    long length() const { return description().list().length(rows); }
+    void* at(long index) const { return description().list().at(rows, index); }
 
     const DetailTable& row;
     const KorOdbcMan::eTableType type;

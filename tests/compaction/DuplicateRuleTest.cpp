@@ -66,7 +66,7 @@ TEST(DuplicateRuleTest, FindsWhatComparingEveryPairFinds)
     for (std::size_t i = 0; i < expected.size(); ++i)
         duplicates += expected[i] != static_cast<long>(i) ? 1 : 0;
     const RecordDescription& type = descriptionOf<Box>();
-    EXPECT_EQ(korodbc::DuplicateRule(type).survivors(type.operations->list, &boxes), expected);
+    EXPECT_EQ(korodbc::DuplicateRule(type).survivors(type.list(), &boxes), expected);
     EXPECT_GT(duplicates, 500);
     EXPECT_LT(duplicates, 2500);
 }
@@ -106,7 +106,7 @@ TEST(DuplicateRuleTest, FindsWhatComparingEveryPairFindsInLooseTexts)
             }
             return same;
         };
-        EXPECT_EQ(rule.survivors(type.operations->list, &maps), firstOfAllPairs(maps, equalMaps))
+        EXPECT_EQ(rule.survivors(type.list(), &maps), firstOfAllPairs(maps, equalMaps))
             << items << " " << texts;
     }
 }

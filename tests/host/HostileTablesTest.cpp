@@ -292,7 +292,7 @@ TEST_P(HostileTables, RefusedWithOneLineOrRight)
 
     // a new record
     void* record = korodbc::detailTable(c.type).currentRecord();
-    type.operations->assign(record, first.get());
+    type.elements->assign(record, first.get());
     if (!fits(type, true)) {
         // a row of columns that fit is written over one that does not
         const bool columnsFit = !line.starts_with("table " + table + ":") ||

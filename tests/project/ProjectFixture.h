@@ -102,7 +102,7 @@ protected:
     static Texts everything(eDSN dsn)
     {
         Texts all;
-        for (const auto describe : records::projectRecords())
+        for (const auto describe : records::projectRecords)
             for (const std::string& row : rows(dsn, std::string(describe().table)))
                 all.push_back(std::string(describe().table) + ": " + row);
         return all;

@@ -2,8 +2,10 @@
 
 #include <korodbc/roots/KorArray.h>
 #include <korodbc/roots/KorHashTable.h>
+#include <korodbc/roots/KorMemoryControllerController.h>
 #include <korodbc/roots/KorString.h>
 
+#include <limits>
 #include <memory>
 #include <random>
 #include <string>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <korodbc/records/AnyRecord.h>
 #include <korodbc/records/configuration/AuthorRecords.h>
 #include <korodbc/records/configuration/DefaultRecords.h>
 #include <korodbc/records/detail/DetailAnnotationRecords.h>
@@ -190,12 +191,8 @@ inline void fillProcess(eDSN dsn, const std::string& suffix, int base = 0)
 /// type `keysOf`.
 inline std::string tree(const RecordDescription& type, long key, const RecordDescription* keysOf = nullptr)
 {
-    struct Record {
-        const RecordDescription& type;
-        void* data;
-        ~Record() { type.operations->destroy(data); }
-    } record{type, type.operations->create()};
-    if (RecordAccess::readByKey(type, key, record.data) != 1)
+    const AnyRecord record(type);
+    if (RecordAccess::readByKey(type, key, record.get()) != 1)
         return "(missing " + std::string(type.table) + " " + std::to_string(key) + ")";
     std::string out = std::string(type.table) + "(";
     const auto columns = [&](const auto& of, const void* from) {
@@ -210,11 +207,11 @@ inline std::string tree(const RecordDescription& type, long key, const RecordDes
                 out += tree(column.target(), column.integer(from), keysOf) + ";";
         }
     };
-    columns(type.columns, record.data);
+    columns(type.columns, record.get());
     if (const MemberList* items = type.itemList())
-        for (long i = 0; i < items->length(record.data); ++i, out += "|")
+        for (long i = 0; i < items->length(record.get()); ++i, out += "|")
             columns(type.numbered.exists() ? type.numbered.columns : type.items.item().columns,
-                    items->at(record.data, i));
+                    items->at(record.get(), i));
     if (&type == &descriptionOf<StructDetViewRequest>()) {
         KorArray<StructDetViewRequestCategory> categories;
         StructDetViewRequestCategoryMarshal::getByDetViewRequest(key, categories);

@@ -206,7 +206,7 @@ bool findRecord(const ProjectKind& kind, const ProjectDatabase& database, const 
     bool found = false;
     eachRecord(kind, database, [&](const void* candidate) {
         if (!found && runName(kind, candidate).compareNoCase(name) == 0) {
-            kind.type().operations->assign(record, candidate);
+            kind.type().elements->assign(record, candidate);
             found = true;
         }
     });

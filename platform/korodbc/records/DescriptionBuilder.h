@@ -1,404 +1,252 @@
 #pragma once
 
-// Turns the list that stands beside a record type into its description. Included by the record sources only.
+// Turns the lists of records into their descriptions, and checks them. Included by the record sources only.
 
-#include <korodbc/records/RecordDescription.h>
+#include <korodbc/records/RecordList.h>
+#include <korodbc/records/Registry.h>
 
-#include <algorithm>
 #include <array>
-#include <tuple>
-#include <type_traits>
+#include <utility>
 
 namespace records {
 
-template <class T>
-inline constexpr ListOperations listOperationsOf{
-    [] { return static_cast<void*>(new KorArray<T>); },
-    [](void* list) { delete static_cast<KorArray<T>*>(list); },
-    [](const void* list) { return static_cast<long>(static_cast<const KorArray<T>*>(list)->length()); },
-    [](void* list, long length) { static_cast<KorArray<T>*>(list)->setLogicalLength(length); },
-    [](void* list, long length) { static_cast<KorArray<T>*>(list)->reserve(length); },
-    [](void* list, long index) { return static_cast<void*>(&static_cast<KorArray<T>*>(list)->getAt(index)); },
-    [](void* list, const void* element) {
-        return static_cast<long>(static_cast<KorArray<T>*>(list)->append(*static_cast<const T*>(element)));
-    },
-    [](void* list, const void* from) {
-        *static_cast<KorArray<T>*>(list) = *static_cast<const KorArray<T>*>(from);
-    },
-    [](void* list, long index) { static_cast<KorArray<T>*>(list)->deleteAt(index); },
+/// What is wrong with a list; the sentences stand in Lists.
+enum class Fault {
+    None,
+    OtherRecord,
+    Twice,
+    Order,
+    Layout,
+    ColumnType,
+    SameName,
+    TwoKeys,
+    TwoRunNames,
+    SameRole,
+    TwoLists,
+    ToleratedType,
+    WrittenAfterNothing,
 };
 
-template <class T>
-inline constexpr RecordOperations recordOperationsOf{
-    [] { return static_cast<void*>(new T); },
-    [](void* record) { delete static_cast<T*>(record); },
-    [](void* to, const void* from) { *static_cast<T*>(to) = *static_cast<const T*>(from); },
-    listOperationsOf<T>,
-};
-
-template <class F>
-struct KindOf; // no other field types: an unknown one does not compile
-template <>
-struct KindOf<int> : std::integral_constant<FieldKind, FieldKind::Integer> {
-};
-template <>
-struct KindOf<double> : std::integral_constant<FieldKind, FieldKind::Real> {
-};
-template <>
-struct KindOf<KorString> : std::integral_constant<FieldKind, FieldKind::Text> {
-};
-
-template <class M>
-struct MemberParts;
-template <class R, class F>
-struct MemberParts<F R::*> {
-    using Record = R;
-    using Field = F;
-};
-template <auto Member>
-using RecordOf = typename MemberParts<std::remove_cv_t<decltype(Member)>>::Record;
-template <auto Member>
-using FieldOf = typename MemberParts<std::remove_cv_t<decltype(Member)>>::Field;
-
-template <auto Member>
-void* fieldAddress(void* record)
+/// True when a member is declared before another. Some compilers compare untyped addresses only when they are
+/// asked to fold.
+constexpr bool isBefore(const void* left, const void* right)
 {
-    return &(static_cast<RecordOf<Member>*>(record)->*Member);
+    return __builtin_constant_p(left < right) ? left < right : left < right;
 }
 
-template <auto Member>
-struct Column {
-    static constexpr auto member = Member;
-    using Record = RecordOf<Member>;
-    using Field = FieldOf<Member>;
-    ColumnDescription description;
+constexpr bool isColumn(const Entry& entry) { return entry.kind == EntryKind::Column; }
 
-    /// Reals of this column are compared with tolerance.
-    constexpr Column tolerant() const
-    {
-        Column c = *this;
-        c.description.tolerant = true;
-        return c;
+constexpr Fault faultOfColumns(std::span<const Entry> list)
+{
+    std::int8_t last = -1;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        const Entry& one = list[i];
+        if (!isColumn(one))
+            continue;
+        ++last;
+        if (one.member.kind == MemberKind::Bytes || one.member.kind == MemberKind::List)
+            return Fault::ColumnType;
+        if (one.column.tolerant && one.column.kind != FieldKind::Real)
+            return Fault::ToleratedType;
+        for (const Entry& other : list.subspan(i + 1)) {
+            if (!isColumn(other))
+                continue;
+            if (one.column.name == other.column.name)
+                return Fault::SameName;
+            if (one.column.role == other.column.role && one.column.role != ColumnRole::Value)
+                return one.column.role == ColumnRole::Key       ? Fault::TwoKeys
+                       : one.column.role == ColumnRole::RunName ? Fault::TwoRunNames
+                                                                : Fault::SameRole;
+        }
     }
-    /// A value of -1 refers to nothing.
-    constexpr Column noneAllowed() const
+    for (const Entry& one : list)
+        if (one.column.writtenAfter > last)
+            return Fault::WrittenAfterNothing;
+    return Fault::None;
+}
+
+/// Places members one behind the other.
+struct Layout {
+    std::size_t end = 0, alignment = 1; // in bytes
+
+    /// The offset of a member that follows.
+    constexpr std::uint16_t add(const Member& member)
     {
-        Column c = *this;
-        c.description.noneAllowed = true;
-        return c;
+        const std::size_t offset = roundedUp(end, member.alignment);
+        end = offset + member.size;
+        alignment = member.alignment > alignment ? member.alignment : alignment;
+        return static_cast<std::uint16_t>(offset);
     }
-    /// Nor does a value of 0.
-    constexpr Column zeroIsNone() const
+    constexpr std::size_t size() const { return roundedUp(end, alignment); }
+    static constexpr std::size_t roundedUp(std::size_t value, std::size_t to)
     {
-        Column c = *this;
-        c.description.zeroIsNone = true;
-        return c;
-    }
-    /// Holds the key of a Target row of the same database, which a copy of the record does not take along.
-    template <class Target>
-    constexpr Column names() const
-    {
-        Column c = *this;
-        c.description.link = LinkKind::Mention;
-        c.description.target = &descriptionOf<Target>;
-        return c;
-    }
-    /// The record store writes this column right after the column at that index.
-    constexpr Column writtenAfter(int column) const
-    {
-        Column c = *this;
-        c.description.writtenAfter = static_cast<std::int8_t>(column);
-        return c;
+        return (value + to - 1) / to * to;
     }
 };
 
-template <auto Member>
-constexpr Column<Member> make(std::string_view name, ColumnRole role)
+constexpr Fault faultOf(std::span<const Entry> list, const void* record, std::size_t size)
 {
-    ColumnDescription d;
-    d.name = name;
-    d.kind = KindOf<FieldOf<Member>>::value;
-    d.role = role;
-    d.field = &fieldAddress<Member>;
-    return {d};
+    Layout layout;
+    int lists = 0;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        const Entry& one = list[i];
+        if (one.member.record != record)
+            return Fault::OtherRecord;
+        for (const Entry& other : list.first(i))
+            if (other.member.place == one.member.place)
+                return Fault::Twice;
+        if (i > 0 && !isBefore(list[i - 1].member.place, one.member.place))
+            return Fault::Order;
+        layout.add(one.member);
+        lists += one.member.kind == MemberKind::List && one.kind != EntryKind::Unstored;
+    }
+    if (layout.size() != size)
+        return Fault::Layout;
+    return lists > 1 ? Fault::TwoLists : faultOfColumns(list);
 }
 
-template <auto Member>
-constexpr auto column(std::string_view name)
+/// Becomes whatever a member wants.
+struct Anything {
+    template <class T>
+    operator T() const;
+};
+/// True when R has that many members, or more.
+template <class R, std::size_t... I>
+constexpr bool hasMembers(std::index_sequence<I...>)
 {
-    return make<Member>(name, ColumnRole::Value);
-}
-template <auto Member>
-constexpr auto key(std::string_view name)
-{
-    return make<Member>(name, ColumnRole::Key);
-}
-template <auto Member>
-constexpr auto runName(std::string_view name)
-{
-    return make<Member>(name, ColumnRole::RunName);
-}
-template <auto Member>
-constexpr auto owner(std::string_view name)
-{
-    return make<Member>(name, ColumnRole::Owner);
-}
-template <auto Member>
-constexpr auto sortOrder(std::string_view name)
-{
-    return make<Member>(name, ColumnRole::SortOrder);
-}
-template <auto Member>
-constexpr auto itemCount(std::string_view name)
-{
-    return make<Member>(name, ColumnRole::ItemCount);
-}
-template <auto Member>
-constexpr auto itemOwner(std::string_view name)
-{
-    return make<Member>(name, ColumnRole::ItemOwner);
-}
-template <auto Member>
-constexpr auto itemOrder(std::string_view name)
-{
-    return make<Member>(name, ColumnRole::ItemOrder);
-}
-/// A field that holds the key of a Target row, which a copy of the record takes along.
-template <auto Member, class Target>
-constexpr auto reference(std::string_view name)
-{
-    auto c = make<Member>(name, ColumnRole::Value);
-    c.description.link = LinkKind::Reference;
-    c.description.target = &descriptionOf<Target>;
-    return c;
-}
-/// A field that holds the key of a Target row of a fixed catalogue table.
-template <auto Member, class Target>
-constexpr auto lookup(std::string_view name)
-{
-    auto c = reference<Member, Target>(name);
-    c.description.link = LinkKind::Lookup;
-    return c;
+    return requires { R{(static_cast<void>(I), Anything())...}; };
 }
 
-template <auto List, std::size_t N>
-struct Numbered {
-    static constexpr auto member = List;
+/// The name of a type without its namespace.
+template <class R>
+constexpr std::string_view nameOf()
+{
+    constexpr std::string_view function = __PRETTY_FUNCTION__;
+    constexpr std::size_t start = function.find("R = ") + 4;
+    constexpr std::string_view name = function.substr(start, function.find_first_of(";]", start) - start);
+    return name.substr(name.rfind(':') + 1);
+}
+
+constexpr bool isOwned(const Entry& entry)
+{
+    return entry.member.kind == MemberKind::Text || entry.member.kind == MemberKind::List;
+}
+constexpr std::size_t count(std::span<const Entry> list, bool (*is)(const Entry&))
+{
+    std::size_t found = 0;
+    for (const Entry& entry : list)
+        found += is(entry);
+    return found;
+}
+template <std::size_t N>
+constexpr std::array<ColumnDescription, N> columnsOf(std::span<const Entry> list)
+{
     std::array<ColumnDescription, N> columns;
-    int initialItems = 0;
-};
-
-/// Items that are single keys of Target rows: `KorArray<int>`.
-template <auto List, class Target>
-constexpr auto numberedReferences(std::string_view pattern, int initialItems)
-{
-    ColumnDescription d;
-    d.name = pattern;
-    d.link = LinkKind::Reference;
-    d.target = &descriptionOf<Target>;
-    d.field = [](void* element) { return element; };
-    return Numbered<List, 1>{{d}, initialItems};
+    std::size_t next = 0;
+    Layout layout;
+    for (const Entry& entry : list) {
+        const std::uint16_t offset = layout.add(entry.member);
+        if (!isColumn(entry))
+            continue;
+        columns[next] = entry.column;
+        columns[next++].offset = offset;
+    }
+    return columns;
 }
-/// Items of several columns: `KorArray<Item>` with a column list of Item.
-template <auto List, class... C>
-constexpr auto numberedGroup(int initialItems, C... columns)
+template <std::size_t N>
+constexpr std::array<OwnedMember, N> ownedOf(std::span<const Entry> list)
 {
-    return Numbered<List, sizeof...(C)>{{columns.description...}, initialItems};
+    std::array<OwnedMember, N> owned{};
+    std::size_t next = 0;
+    Layout layout;
+    for (const Entry& entry : list) {
+        const std::uint16_t offset = layout.add(entry.member);
+        if (isOwned(entry))
+            owned[next++] = {offset, entry.member.elements};
+    }
+    return owned;
 }
-
-template <auto List>
-struct Items {
-    static constexpr auto member = List;
-};
-/// Items kept in a table of their own: `KorArray<StructItem>`.
-template <auto List>
-constexpr Items<List> items()
+/// The description that a list gives, with what was made of it.
+constexpr RecordDescription describe(const Entry& table, std::string_view record, std::span<const Entry> list,
+                                     std::span<const ColumnDescription> columns, const RecordElements& elements)
 {
-    return {};
-}
-
-template <auto Member>
-struct Unstored {
-    static constexpr auto member = Member;
-};
-/// A member that no column holds; reads leave it at its default.
-template <auto Member>
-constexpr Unstored<Member> unstored()
-{
-    return {};
-}
-
-template <class E>
-struct ElementOf;
-template <class E>
-struct ElementOf<KorArray<E>> {
-    using type = E;
-};
-
-template <class X>
-struct IsColumn : std::false_type {
-};
-template <auto M>
-struct IsColumn<Column<M>> : std::true_type {
-};
-template <class X>
-struct IsNumbered : std::false_type {
-};
-template <auto M, std::size_t N>
-struct IsNumbered<Numbered<M, N>> : std::true_type {
-};
-template <class X>
-struct IsItems : std::false_type {
-};
-template <auto M>
-struct IsItems<Items<M>> : std::true_type {
-};
-
-template <class X>
-struct IsUnstored : std::false_type {
-};
-template <auto M>
-struct IsUnstored<Unstored<M>> : std::true_type {
-};
-
-template <auto A>
-struct Tag {
-};
-
-template <class First, class... Rest>
-constexpr bool allDistinct()
-{
-    if constexpr (sizeof...(Rest) == 0)
-        return true;
-    else
-        return (!std::is_same_v<First, Rest> && ...) && allDistinct<Rest...>();
-}
-
-/// Size of a record that consists of exactly these fields in this order.
-template <class... F>
-constexpr std::size_t packedSize()
-{
-    std::size_t size = 0, alignment = 1;
-    ((size = (size + alignof(F) - 1) / alignof(F) * alignof(F) + sizeof(F),
-      alignment = std::max(alignment, alignof(F))),
-     ...);
-    return (size + alignment - 1) / alignment * alignment;
-}
-
-template <class R, std::size_t N, std::size_t G>
-struct Description {
-    std::string_view record, table;
-    DataSources homes;
-    std::array<ColumnDescription, N> columns{};
-    std::array<ColumnDescription, G> groupColumns{};
-    NumberedGroup numbered{};
-    ItemTable items{};
-
-    constexpr int find(ColumnRole role) const
-    {
-        for (std::size_t i = 0; i < N; ++i)
+    const auto at = [&](ColumnRole role) {
+        for (std::size_t i = 0; i < columns.size(); ++i)
             if (columns[i].role == role)
                 return static_cast<int>(i);
         return -1;
-    }
-    constexpr bool namesUnique() const
-    {
-        for (std::size_t i = 0; i < N; ++i)
-            for (std::size_t j = i + 1; j < N; ++j)
-                if (columns[i].name == columns[j].name)
-                    return false;
-        return true;
-    }
-    constexpr int count(ColumnRole role) const
-    {
-        return static_cast<int>(
-            std::count_if(columns.begin(), columns.end(), [&](auto& c) { return c.role == role; }));
-    }
-    /// The description that the rest of the system reads; this object must outlive it.
-    RecordDescription erased() const
-    {
-        RecordDescription d{record,
-                            table,
-                            homes,
-                            columns,
-                            numbered,
-                            items,
-                            &recordOperationsOf<R>,
-                            find(ColumnRole::Key),
-                            find(ColumnRole::RunName),
-                            find(ColumnRole::Owner),
-                            find(ColumnRole::SortOrder),
-                            find(ColumnRole::ItemCount),
-                            find(ColumnRole::ItemOwner),
-                            find(ColumnRole::ItemOrder)};
-        d.numbered.columns = groupColumns;
-        return d;
-    }
-};
-
-/// The description of record type R: its name, its table, where the table is made, and its columns in stored
-/// order, which is also the order of the fields; a list of items comes last.
-template <class R, class... Part>
-constexpr auto describe(std::string_view record, std::string_view table, DataSources homes, Part... parts)
-{
-    static_assert(allDistinct<Tag<Part::member>...>(), "a member of the record is described twice");
-    static_assert((std::is_same_v<RecordOf<Part::member>, R> && ...),
-                  "a described member belongs to another record");
-    static_assert(packedSize<FieldOf<Part::member>...>() == sizeof(R),
-                  "a member of the record is not described, or the fields are declared in another order");
-    constexpr std::size_t columnCount = (std::size_t{IsColumn<Part>::value} + ...);
-    constexpr std::size_t groupSize = [] {
-        std::size_t n = 0;
-        auto count = [&]<class P>(std::type_identity<P>) {
-            if constexpr (IsNumbered<P>::value)
-                n = std::tuple_size_v<decltype(P::columns)>;
-        };
-        (count(std::type_identity<Part>{}), ...);
-        return n;
-    }();
-    Description<R, columnCount, groupSize> d{record, table, homes};
-    std::size_t next = 0;
-    auto take = [&](auto part) {
-        using P = decltype(part);
-        if constexpr (IsColumn<P>::value) {
-            d.columns[next++] = part.description;
-        } else if constexpr (!IsUnstored<P>::value) {
-            using Element = typename ElementOf<FieldOf<P::member>>::type;
-            MemberList list{&fieldAddress<P::member>, &listOperationsOf<Element>};
-            if constexpr (IsNumbered<P>::value) {
-                d.groupColumns = part.columns;
-                d.numbered.list = list;
-                d.numbered.initialItems = part.initialItems;
-            } else {
-                d.items.list = list;
-                d.items.item = &descriptionOf<Element>;
-            }
-        }
     };
-    (take(parts), ...);
+    RecordDescription d{table.record.empty() ? record : table.record,
+                        table.column.name,
+                        table.homes,
+                        columns,
+                        {},
+                        {},
+                        &elements,
+                        at(ColumnRole::Key),
+                        at(ColumnRole::RunName),
+                        at(ColumnRole::Owner),
+                        at(ColumnRole::SortOrder),
+                        at(ColumnRole::ItemCount),
+                        at(ColumnRole::ItemOwner),
+                        at(ColumnRole::ItemOrder)};
+    Layout layout;
+    for (const Entry& entry : list) {
+        const MemberList items{layout.add(entry.member), entry.member.elements};
+        if (entry.kind == EntryKind::Items)
+            d.items = {items, entry.item};
+        else if (entry.kind == EntryKind::NumberedItems)
+            d.numbered = {items, entry.columns, entry.initialItems};
+        else if (entry.kind == EntryKind::NumberedReferences)
+            d.numbered = {items, std::span(&entry.column, 1), entry.initialItems};
+    }
     return d;
 }
 
-/// The description that a list such as describe() makes, given as a function without captures. It lives as long as
-/// the program.
-template <class List>
-const RecordDescription& described(List)
-{
-    static constexpr auto list = List{}();
-    static_assert(list.namesUnique(), "two columns of the record have the same name");
-    static_assert(list.count(ColumnRole::Key) <= 1, "the record has two keys");
-    static_assert(list.count(ColumnRole::RunName) <= 1, "the record has two run names");
-    static const RecordDescription description = list.erased();
-    return description;
-}
+/// What is made of the list of R, checked.
+template <class R>
+struct Lists {
+    static constexpr bool hasTable = listOf<R>[0].kind == EntryKind::Table;
+    static constexpr std::span<const Entry> list = std::span<const Entry>(listOf<R>).subspan(hasTable ? 1 : 0);
+    static constexpr Fault fault = faultOf(list, &fresh<R>, sizeof(R));
+    static constexpr bool complete = !hasMembers<R>(std::make_index_sequence<list.size() + 1>());
 
-/// Tables of the detail databases: base details, add-in details, country add-ins, and exported detail files.
-inline constexpr DataSources inDetails{
-    KorDSNDefinitions::kDetails, KorDSNDefinitions::kAddin, KorDSNDefinitions::kCountryAddin};
-/// Fixed catalogue tables that detail records name rows of; they stay with the base details.
-inline constexpr DataSources inDetailCatalogue{KorDSNDefinitions::kDetails};
-inline constexpr DataSources inConfiguration{KorDSNDefinitions::kConfiguration};
-inline constexpr DataSources inConfigurationAndAddin{
-    KorDSNDefinitions::kConfiguration, KorDSNDefinitions::kAddin, KorDSNDefinitions::kCountryAddin};
+    static_assert(std::is_aggregate_v<R> && std::is_standard_layout_v<R>, "a record is a plain struct");
+    static_assert(fault != Fault::OtherRecord, "a described member belongs to another record");
+    static_assert(fault != Fault::Twice, "a member of the record is described twice");
+    static_assert(fault != Fault::Order, "the members are described in another order than they are declared");
+    static_assert(complete, "a member of the record is not described");
+    static_assert(!complete || fault != Fault::Layout,
+                  "the members of the record do not lie one behind the other");
+    static_assert(fault != Fault::ColumnType, "a column holds an int, a double or a KorString");
+    static_assert(fault != Fault::SameName, "two columns of the record have the same name");
+    static_assert(fault != Fault::TwoKeys, "the record has two keys");
+    static_assert(fault != Fault::TwoRunNames, "the record has two run names");
+    static_assert(fault != Fault::SameRole, "two columns of the record have the same role");
+    static_assert(fault != Fault::TwoLists, "the record has two lists of items");
+    static_assert(fault != Fault::ToleratedType, "only reals are compared with tolerance");
+    static_assert(fault != Fault::WrittenAfterNothing,
+                  "a column is written after one that the record does not have");
+
+    static constexpr auto columns = columnsOf<count(list, isColumn)>(list);
+    static constexpr auto owned = ownedOf<count(list, isOwned)>(list);
+    static constexpr RecordElements elements{sizeof(R), &fresh<R>, owned};
+};
+
+template <Listed R>
+struct Described<R> {
+    static_assert(Lists<R>::hasTable, "the list of a record begins with its table");
+
+    static const RecordDescription& description()
+    {
+        static constexpr RecordDescription constant =
+            describe(listOf<R>[0], nameOf<R>(), Lists<R>::list, Lists<R>::columns, Lists<R>::elements);
+        return constant;
+    }
+};
+
+/// The descriptions of a source's records.
+template <class... R>
+inline constexpr DescriptionFunction family[] = {&Described<R>::description...};
 
 } // namespace records

@@ -12,9 +12,22 @@
 /// What the library and the host know about a record type: one description per type, read by every operation.
 struct RecordDescription;
 
-/// The description of record type T. Each record header declares its own specialisation.
+namespace records {
+
+/// Holds the description of a record type; the source with the record's list defines it.
+template <class R>
+struct Described {
+    static const RecordDescription& description();
+};
+
+} // namespace records
+
+/// The description of record type T.
 template <class T>
-const RecordDescription& descriptionOf();
+const RecordDescription& descriptionOf()
+{
+    return records::Described<T>::description();
+}
 
 enum class FieldKind : std::uint8_t { Integer, Real, Text }; // int, double, KorString
 
@@ -45,11 +58,12 @@ struct ColumnDescription {
     bool tolerant = false;    // reals within 1e-10 count as equal
     bool noneAllowed = false; // a reference of -1 means: refers to nothing
     bool zeroIsNone = false;  // so does 0
-    std::int8_t writtenAfter =
-        -1; // index of the column after which the record store writes this one, -1: in order
-    void* (*field)(void* record) = nullptr;
+    // index of the column after which the record store writes this one, -1: in order
+    std::int8_t writtenAfter = -1;
+    std::uint16_t offset = 0;                       // of the field in the record, in bytes
     const RecordDescription& (*target)() = nullptr; // of a link
 
+    void* field(void* record) const { return static_cast<std::byte*>(record) + offset; }
     /// True when the column holds keys, or the text keys, of rows of the same database.
     bool namesRows() const { return link == LinkKind::Reference || link == LinkKind::Mention; }
     /// True for a value of a link that names no row; a look-up of -1 chooses nothing.
@@ -65,37 +79,69 @@ struct ColumnDescription {
     const KorString& text(const void* record) const { return text(const_cast<void*>(record)); }
 };
 
-/// Operations on a `KorArray<E>` whose element type is known only to its description.
-struct ListOperations {
-    void* (*create)();
-    void (*destroy)(void* list);
-    long (*length)(const void* list);
-    void (*resize)(void* list, long length);
-    void (*reserve)(void* list, long length); // room for growing
-    void* (*at)(void* list, long index);
-    long (*append)(void* list, const void* element); // returns the index
-    void (*assign)(void* list, const void* from);
-    void (*erase)(void* list, long index);
+/// A text or a list of a record; all else in it is copied as bytes.
+struct OwnedMember {
+    std::uint16_t offset;        // in bytes
+    const KorElements* elements; // of the list; nullptr for a text
 };
 
-/// Operations on single records of a type.
-struct RecordOperations {
-    void* (*create)();
-    void (*destroy)(void* record);
-    void (*assign)(void* to, const void* from);
-    ListOperations list;
+/// How records are kept in arrays and alone.
+struct RecordElements : KorElements {
+    const void* fresh; // a new record, which owns nothing yet
+    std::span<const OwnedMember> owned;
+
+    constexpr RecordElements(std::size_t bytes, const void* newRecord, std::span<const OwnedMember> members)
+        : KorElements{bytes,
+                      makeRecords,
+                      members.empty() ? nullptr : copyRecords,
+                      nullptr,
+                      members.empty() ? nullptr : destroyRecords},
+          fresh(newRecord), owned(members)
+    {
+    }
+
+private:
+    static void makeRecords(const KorElements& type, void* first, long count);
+    static void copyRecords(const KorElements& type, void* to, const void* from, long count);
+    static void destroyRecords(const KorElements& type, void* first, long count);
+};
+
+/// Operations on a `KorArray<E>` whose element type is known only to its description. Results are those of
+/// `KorArray`.
+class ListOperations {
+public:
+    explicit constexpr ListOperations(const KorElements& elements) : m_elements(&elements) {}
+
+    long length(const void* list) const { return static_cast<const KorAnyArray*>(list)->length(); }
+    void resize(void* list, long length) const { of(list).setLogicalLength(*m_elements, length); }
+    void reserve(void* list, long length) const { of(list).reserve(*m_elements, length); } // room for growing
+    void* at(void* list, long index) const { return of(list).getAt(*m_elements, index); }
+    long append(void* list, const void* element) const { return of(list).append(*m_elements, element); }
+    void assign(void* list, const void* from) const
+    {
+        of(list).assign(*m_elements, *static_cast<const KorAnyArray*>(from));
+    }
+    void erase(void* list, long index) const { of(list).deleteAt(*m_elements, index); }
+
+private:
+    static KorAnyArray& of(void* list) { return *static_cast<KorAnyArray*>(list); }
+
+    const KorElements* m_elements;
 };
 
 /// A `KorArray` member of a record.
 struct MemberList {
-    void* (*field)(void* record) = nullptr;
-    const ListOperations* operations = nullptr;
+    std::uint16_t offset = 0; // in bytes
+    const KorElements* elements = nullptr;
 
-    long length(const void* record) const { return operations->length(field(const_cast<void*>(record))); }
-    void resize(void* record, long length) const { operations->resize(field(record), length); }
-    void* at(void* record, long index) const { return operations->at(field(record), index); }
+    ListOperations operations() const { return ListOperations(*elements); }
+    void* field(void* record) const { return static_cast<std::byte*>(record) + offset; }
+    long length(const void* record) const { return operations().length(field(const_cast<void*>(record))); }
+    void resize(void* record, long length) const { operations().resize(field(record), length); }
+    void* at(void* record, long index) const { return operations().at(field(record), index); }
     const void* at(const void* record, long index) const { return at(const_cast<void*>(record), index); }
-    void erase(void* record, long index) const { operations->erase(field(record), index); }
+    void append(void* record, const void* element) const { operations().append(field(record), element); }
+    void erase(void* record, long index) const { operations().erase(field(record), index); }
 };
 
 /// Columns that repeat per item at the end of the row ("Request1", "Request2", ...). Item i takes the columns
@@ -105,7 +151,7 @@ struct NumberedGroup {
     std::span<const ColumnDescription> columns;
     int initialItems = 0; // items for which a newly made table has columns
 
-    bool exists() const { return list.field != nullptr; }
+    bool exists() const { return list.elements != nullptr; }
 };
 
 /// Items in a table of their own; the item's description has the columns with the roles ItemOwner and
@@ -124,7 +170,7 @@ struct RecordDescription {
     std::span<const ColumnDescription> columns; // in stored order; column 0 is first
     NumberedGroup numbered;
     ItemTable items;
-    const RecordOperations* operations;
+    const RecordElements* elements;
     int key;       // index of the column with that role, -1 without
     int runName;   //
     int owner;     //
@@ -133,6 +179,16 @@ struct RecordDescription {
     int itemOwner; //
     int itemOrder; //
 
+    /// Index of the column whose field lies that many bytes into the record, -1 without one.
+    int columnAt(std::ptrdiff_t offset) const
+    {
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            if (columns[i].offset == offset)
+                return static_cast<int>(i);
+        return -1;
+    }
+    /// Operations on arrays of such records.
+    ListOperations list() const { return ListOperations(*elements); }
     const ColumnDescription& keyColumn() const { return columns[static_cast<std::size_t>(key)]; }
     const ColumnDescription* runNameColumn() const { return at(runName); }
     const ColumnDescription* ownerColumn() const { return at(owner); }

@@ -6,24 +6,22 @@
 
 namespace records {
 
-std::span<const DescriptionFunction> all()
+Family all()
 {
     static const std::vector<DescriptionFunction> list = [] {
         std::vector<DescriptionFunction> types;
-        for (
-            const auto family : {
-                detailStyleRecords(),    detailViewRecords(), detailObjectRecords(),     detailAnnotationRecords(),
-                detailProcessRecords(),  numberingRecords(),  detailCatalogueRecords(),  authorRecords(),
-                defaultRecords(),        toolbarRecords(),    autoConnectionRecords(),   projectRecords(),
-                exchangeRecords(),       boltRecords(),       materialRecords(),         weldRecords(),
-                sectionRecords(),        gratingRecords(),    combinationRecords(),      languageRecords(),
-                presentationRecords(),   ruleRecords(),       sectionBehaviourRecords(), anchorRecords(),
-                boltAssemblyRecords(),   connectorRecords(),  preferredSizesRecords(),   classificationRecords(),
-                applicationRecords(),    jointRecords(),      footingRecords(),          wizardRecords(),
-                dynamicSectionRecords(), textRecords(),       detailSettingRecords(),    detailOptionRecords(),
-                unitRecords(),           nameMapRecords(),    conversionRecords(),       formatRecords(),
-                profileFamilyRecords(),
-            })
+        for (const Family family :
+             {detailStyleRecords,    detailViewRecords, detailObjectRecords,     detailAnnotationRecords,
+              detailProcessRecords,  numberingRecords,  detailCatalogueRecords,  authorRecords,
+              defaultRecords,        toolbarRecords,    autoConnectionRecords,   projectRecords,
+              exchangeRecords,       boltRecords,       materialRecords,         weldRecords,
+              sectionRecords,        gratingRecords,    combinationRecords,      languageRecords,
+              presentationRecords,   ruleRecords,       sectionBehaviourRecords, anchorRecords,
+              boltAssemblyRecords,   connectorRecords,  preferredSizesRecords,   classificationRecords,
+              applicationRecords,    jointRecords,      footingRecords,          wizardRecords,
+              dynamicSectionRecords, textRecords,       detailSettingRecords,    detailOptionRecords,
+              unitRecords,           nameMapRecords,    conversionRecords,       formatRecords,
+              profileFamilyRecords})
             types.insert(types.end(), family.begin(), family.end());
         return types;
     }();

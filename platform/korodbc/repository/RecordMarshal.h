@@ -115,11 +115,9 @@ protected:
     template <auto Member>
     static int columnOf()
     {
-        T probe;
-        for (std::size_t i = 0; i < type().columns.size(); ++i)
-            if (type().columns[i].field(&probe) == static_cast<void*>(&(probe.*Member)))
-                return static_cast<int>(i);
-        return -1;
+        const T* fresh = static_cast<const T*>(type().elements->fresh);
+        return type().columnAt(reinterpret_cast<const std::byte*>(&(fresh->*Member)) -
+                               reinterpret_cast<const std::byte*>(fresh));
     }
     template <auto Member>
     static int getWhere(long value, KorArray<T>& records)

@@ -1,13 +1,6 @@
 #pragma once
 
-#include <korodbc/roots/KorAssert.h>
-#include <korodbc/roots/KorMemoryControllerController.h>
-
-#include <algorithm>
 #include <cstddef>
-#include <cstring>
-#include <limits>
-#include <memory>
 #include <new>
 #include <type_traits>
 #include <utility>
@@ -18,41 +11,159 @@ template <class T>
 struct KorFillsWithOnes : std::is_integral<T> {
 };
 
+/// How the elements of an array are made, copied, moved and destroyed, for code that does not know their type.
+/// Where a function is missing, bytes are copied or moved, and nothing needs to be destroyed.
+struct KorElements {
+    std::size_t size; // bytes
+    /// Makes elements that nothing was written to.
+    void (*make)(const KorElements& type, void* first, long count);
+    void (*copy)(const KorElements& type, void* to, const void* from, long count);
+    /// Makes elements out of others, which are gone then; `to` lies before or outside of these.
+    void (*move)(const KorElements& type, void* to, void* from, long count);
+    void (*destroy)(const KorElements& type, void* first, long count);
+
+    // The same, by bytes where the type says nothing.
+
+    void copyTo(void* to, const void* from, long count) const;
+    void moveTo(void* to, void* from, long count) const;
+    void destroyAt(void* first, long count) const
+    {
+        if (destroy != nullptr)
+            destroy(*this, first, count);
+    }
+    /// Replaces one element by a copy of another, or of itself.
+    void assign(void* to, const void* from) const;
+};
+
+/// A `KorArray` whose element type is known only to the caller, who gives the same one with every call. Results
+/// are those of the operations of the same names below. Its elements are to be destroyed with `clear`.
+class KorAnyArray {
+public:
+    explicit constexpr KorAnyArray(int growthStep = 8) noexcept : m_growthStep(growthStep < 1 ? 1 : growthStep) {}
+    KorAnyArray(const KorAnyArray&) = delete;
+    KorAnyArray& operator=(const KorAnyArray&) = delete;
+
+    int length() const noexcept { return m_logicalLength; }
+    void* getAt(const KorElements& type, long index)
+    {
+        if (!isValid(index)) [[unlikely]]
+            return getInvalid(type, index);
+        return at(type, index);
+    }
+    int append(const KorElements& type, const void* item);
+    void assign(const KorElements& type, const KorAnyArray& other);
+    void deleteAt(const KorElements& type, long index);
+    void setLogicalLength(const KorElements& type, long length);
+    void setPhysicalLength(const KorElements& type, long length);
+    void reserve(const KorElements& type, long count);
+    /// Destroys the elements and gives the storage back.
+    void clear(const KorElements& type) noexcept;
+
+    /// A `KorElements::make` of all-one bytes.
+    static void makeOnes(const KorElements& type, void* first, long count);
+
+protected:
+    constexpr bool isValid(long index) const noexcept { return index >= 0 && index < m_logicalLength; }
+    void* at(const KorElements& type, long index) const noexcept
+    {
+        return static_cast<std::byte*>(m_items) + static_cast<std::size_t>(index) * type.size;
+    }
+    void* getInvalid(const KorElements& type, long index);
+    void take(const KorElements& type, KorAnyArray& other) noexcept;
+    /// Makes elements available up to the index, which was found to be none of these; false, after its assertion,
+    /// when it is negative or there is no memory.
+    bool growTo(const KorElements& type, long index);
+
+    int m_logicalLength = 0;
+    int m_physicalLength = 0;
+    int m_growthStep;
+    void* m_items = nullptr;
+    long m_capacity = 0;
+
+private:
+    bool grow(const KorElements& type, long length);
+    bool reallocate(const KorElements& type, long length);
+    long roundedUp(long length) const noexcept;
+};
+
+/// The same for elements of a known type.
+template <class T>
+struct KorElementsOf {
+    static void make(const KorElements&, void* first, long count)
+    {
+        for (T* item = static_cast<T*>(first); count > 0; --count, ++item)
+            if constexpr (std::is_same_v<std::remove_cv_t<T>, bool>)
+                ::new (item) T(true);
+            else
+                ::new (item) T();
+    }
+    static void copy(const KorElements&, void* to, const void* from, long count)
+    {
+        T* item = static_cast<T*>(to);
+        for (const T* other = static_cast<const T*>(from); count > 0; --count, ++item, ++other)
+            if constexpr (std::is_copy_constructible_v<T>)
+                ::new (item) T(*other);
+            else
+                ::new (item) T();
+    }
+    static void move(const KorElements&, void* to, void* from, long count)
+    {
+        T* item = static_cast<T*>(to);
+        for (T* other = static_cast<T*>(from); count > 0; --count, ++item, ++other) {
+            ::new (item) T(std::move(*other));
+            other->~T();
+        }
+    }
+    static void destroy(const KorElements&, void* first, long count)
+    {
+        for (T* item = static_cast<T*>(first); count > 0; --count, ++item)
+            item->~T();
+    }
+    static constexpr KorElements describe()
+    {
+        static_assert(alignof(T) <= alignof(std::max_align_t), "array storage is aligned for fundamental types");
+        constexpr bool ones = KorFillsWithOnes<T>::value && !std::is_same_v<std::remove_cv_t<T>, bool>;
+        static_assert(!ones || std::is_trivially_copyable_v<T>, "this type cannot be filled with bytes");
+        KorElements type{sizeof(T), KorAnyArray::makeOnes, nullptr, nullptr, nullptr};
+        if constexpr (!ones)
+            type.make = make;
+        if constexpr (!std::is_trivially_copyable_v<T>) {
+            type.copy = copy;
+            type.move = move;
+        }
+        if constexpr (!std::is_trivially_destructible_v<T>)
+            type.destroy = destroy;
+        return type;
+    }
+};
+
+template <class T>
+inline constexpr KorElements korElements = KorElementsOf<T>::describe();
+
 /// Growable array that tells the elements in use (logical length) from those available (physical length).
 /// Elements between the two keep what was last stored in them. Appending costs amortised constant time.
 template <class T>
-class KorArray {
+class KorArray : private KorAnyArray {
 public:
-    explicit KorArray(int growthStep = 8) noexcept : m_growthStep(std::max(growthStep, 1)) {}
-    KorArray(const KorArray& other) : KorArray(other.m_growthStep) { *this = other; }
-    KorArray(KorArray&& other) noexcept : KorArray(other.m_growthStep) { take(other); }
-    ~KorArray() { freeStorage(); }
+    explicit constexpr KorArray(int growthStep = 8) noexcept : KorAnyArray(growthStep) {}
+    KorArray(const KorArray& other) : KorAnyArray() { *this = other; }
+    KorArray(KorArray&& other) noexcept { take(elements(), other); }
+    constexpr ~KorArray()
+    {
+        if (m_items != nullptr)
+            clear(elements());
+    }
 
     /// Drops the own storage and takes the other's elements with a physical length of just their number.
     KorArray& operator=(const KorArray& other)
     {
-        if (this == &other)
-            return *this;
-        freeStorage();
-        m_growthStep = other.m_growthStep;
-        if (other.m_logicalLength == 0)
-            return *this;
-        m_pItems = allocate(other.m_logicalLength);
-        if (m_pItems == nullptr) {
-            refused();
-            return *this;
-        }
-        std::uninitialized_copy(other.begin(), other.end(), m_pItems);
-        m_logicalLength = m_physicalLength = other.m_logicalLength;
-        m_capacity = m_physicalLength;
+        static_assert(std::is_copy_constructible_v<T>, "what cannot be copied is moved from array to array");
+        assign(elements(), other);
         return *this;
     }
     KorArray& operator=(KorArray&& other) noexcept
     {
-        if (this != &other) {
-            freeStorage();
-            take(other);
-        }
+        take(elements(), other);
         return *this;
     }
 
@@ -63,12 +174,12 @@ public:
     int physicalLength() const noexcept { return m_physicalLength; }
     int growthStep() const noexcept { return m_growthStep; }
 
-    T* data() noexcept { return m_pItems; }
-    const T* data() const noexcept { return m_pItems; }
-    T* begin() noexcept { return m_pItems; }
-    T* end() noexcept { return m_pItems + m_logicalLength; }
-    const T* begin() const noexcept { return m_pItems; }
-    const T* end() const noexcept { return m_pItems + m_logicalLength; }
+    T* data() noexcept { return static_cast<T*>(m_items); }
+    const T* data() const noexcept { return static_cast<const T*>(m_items); }
+    T* begin() noexcept { return data(); }
+    T* end() noexcept { return data() + m_logicalLength; }
+    const T* begin() const noexcept { return data(); }
+    const T* end() const noexcept { return data() + m_logicalLength; }
 
     /// Stores an element behind the last one. Returns its index, -1 when there is no memory.
     int append(const T& item) { return store(m_logicalLength, item) ? m_logicalLength - 1 : -1; }
@@ -84,8 +195,8 @@ public:
     T& getAt(long index)
     {
         if (!isValid(index)) [[unlikely]]
-            return getInvalid(index);
-        return m_pItems[index];
+            return *static_cast<T*>(getInvalid(elements(), index));
+        return data()[index];
     }
     const T& getAt(long index) const { return const_cast<KorArray*>(this)->getAt(index); }
     T& operator[](long index) { return getAt(index); }
@@ -93,218 +204,41 @@ public:
 
     /// Removes an element, moving the following ones down. After the assertion for an index not in use the
     /// array still gets shorter by one: a negative index takes the first element away, one too high the last.
-    void deleteAt(long index)
-    {
-        if (!isValid(index))
-            KorAssert::korAssert("isValid(index)", "KorArray", __LINE__);
-        moveDown(std::max(index, 0L));
-        setLogicalLength(static_cast<long>(m_logicalLength) - 1);
-    }
+    void deleteAt(long index) { KorAnyArray::deleteAt(elements(), index); }
 
     /// Sets the number of elements in use. A negative length empties the array after its assertion.
-    void setLogicalLength(long length)
-    {
-        if (length < 0) {
-            KorAssert::korAssert("len>=0", "KorArray", __LINE__);
-            length = 0;
-        }
-        if (grow(length))
-            m_logicalLength = static_cast<int>(length);
-    }
+    void setLogicalLength(long length) { KorAnyArray::setLogicalLength(elements(), length); }
 
     /// Sets the number of elements available. Freeing a quarter of the storage or less is not worth the work
     /// and leaves everything as it is; elements beyond a new, smaller length are lost.
-    void setPhysicalLength(long length)
-    {
-        if (length < 0) {
-            KorAssert::korAssert("newPhysicalLen >= 0", "KorArray", __LINE__);
-            return;
-        }
-        const long present = m_physicalLength;
-        if (length <= present &&
-            (length == present || static_cast<double>(length) > 0.75 * static_cast<double>(present)))
-            return;
-        if (length == 0)
-            freeStorage();
-        else
-            reallocate(length);
-    }
+    void setPhysicalLength(long length) { KorAnyArray::setPhysicalLength(elements(), length); }
 
     /// Makes room for that many elements, so that growing up to them moves nothing. Both lengths stay; without the
     /// memory nothing happens.
-    void reserve(long count)
-    {
-        count = roundedUp(std::min<long>(count, std::numeric_limits<int>::max()));
-        T* pElements = count > m_capacity ? allocate(count) : nullptr;
-        if (pElements == nullptr)
-            return;
-        const int logicalLength = m_logicalLength, physicalLength = m_physicalLength;
-        std::uninitialized_move(m_pItems, m_pItems + physicalLength, pElements);
-        freeStorage();
-        m_pItems = pElements;
-        m_logicalLength = logicalLength;
-        m_physicalLength = physicalLength;
-        m_capacity = count;
-    }
+    void reserve(long count) { KorAnyArray::reserve(elements(), count); }
 
     /// Puts no element in use and keeps the storage.
     void removeAll() noexcept { m_logicalLength = 0; }
 
 private:
-    bool isValid(long index) const noexcept { return index >= 0 && index < m_logicalLength; }
-
-    T& getInvalid(long index)
-    {
-        KorAssert::korAssert("isValid( index )", "KorArray", __LINE__);
-        if (index >= 0 && index < m_physicalLength)
-            return m_pItems[index];
-        // Handed out fresh each time, so that nothing written to it comes back.
-        alignas(T) static std::byte spare[sizeof(T)];
-        static bool used = false;
-        T* item = reinterpret_cast<T*>(spare);
-        if (std::exchange(used, true))
-            std::destroy_at(item);
-        fill(item, item + 1);
-        return *std::launder(item);
-    }
+    static constexpr const KorElements& elements() noexcept { return korElements<T>; }
 
     template <class Item>
     bool store(long index, Item&& item)
     {
-        if (index < 0) [[unlikely]] {
-            KorAssert::korAssert("isValid( index )", "KorArray", __LINE__);
-            return false;
-        }
+        if (index < 0) [[unlikely]]
+            return growTo(elements(), index);
         if (index < m_physicalLength)
-            m_pItems[index] = std::forward<Item>(item);
+            data()[index] = std::forward<Item>(item);
         else {
             // The item may be one of this array's own, which growing would move.
             T kept(std::forward<Item>(item));
-            if (!grow(std::min<long>(index, std::numeric_limits<int>::max()) + 1))
+            if (!growTo(elements(), index))
                 return false;
-            m_pItems[index] = std::move(kept);
+            data()[index] = std::move(kept);
         }
         if (index >= m_logicalLength)
             m_logicalLength = static_cast<int>(index) + 1;
         return true;
     }
-
-    bool grow(long length)
-    {
-        if (length <= m_physicalLength)
-            return true;
-        return reallocate(roundedUp(length));
-    }
-
-    /// The physical length that growing to `length` gives.
-    long roundedUp(long length) const noexcept
-    {
-        const long excess = length % m_growthStep;
-        return excess == 0 ? length : length + (m_growthStep - excess);
-    }
-
-    /// Makes `length` (above 0) the physical length: the elements in use stay as far as they fit, all others
-    /// are new. Storage that is large enough is kept when growing, and exceeds the physical length to make it
-    /// so.
-    bool reallocate(long length)
-    {
-        const int kept = static_cast<int>(std::min<long>(length, m_logicalLength));
-        if (length > m_physicalLength && length <= m_capacity) {
-            std::destroy(m_pItems + kept, m_pItems + m_physicalLength);
-            fill(m_pItems + kept, m_pItems + length);
-            m_physicalLength = static_cast<int>(length);
-            return true;
-        }
-        long capacity = length > m_physicalLength ? std::max(length, m_capacity + m_capacity / 2) : length;
-        T* pElements = allocate(capacity);
-        if (pElements == nullptr && capacity > length)
-            pElements = allocate(capacity = length);
-        if (pElements == nullptr) {
-            refused();
-            return false;
-        }
-        if constexpr (std::is_trivially_copyable_v<T>) {
-            if (kept > 0)
-                std::memcpy(static_cast<void*>(pElements), m_pItems, static_cast<std::size_t>(kept) * sizeof(T));
-        } else
-            std::uninitialized_move(m_pItems, m_pItems + kept, pElements);
-        fill(pElements + kept, pElements + length);
-        freeStorage();
-        m_pItems = pElements;
-        m_logicalLength = kept;
-        m_physicalLength = static_cast<int>(length);
-        m_capacity = capacity;
-        return true;
-    }
-
-    static void refused() { KorAssert::korAssert("pElements != NULL && numElements > 0", "KorArray", __LINE__); }
-
-    static T* allocate(long count) noexcept
-    {
-        static_assert(alignof(T) <= alignof(std::max_align_t), "array storage is aligned for fundamental types");
-        if (count > std::numeric_limits<int>::max())
-            return nullptr;
-        return static_cast<T*>(
-            KorMemoryControllerController::allocateArray(static_cast<std::size_t>(count) * sizeof(T)));
-    }
-
-    static void fill(T* first, T* last)
-    {
-        if constexpr (std::is_same_v<std::remove_cv_t<T>, bool>)
-            std::uninitialized_fill(first, last, true);
-        else if constexpr (KorFillsWithOnes<T>::value) {
-            static_assert(std::is_trivially_copyable_v<T>, "this type cannot be filled with bytes");
-            if (first != last)
-                std::memset(static_cast<void*>(first), 0xFF, static_cast<std::size_t>(last - first) * sizeof(T));
-        } else
-            std::uninitialized_value_construct(first, last);
-    }
-
-    void moveDown(long index)
-    {
-        const long count = m_logicalLength - index - 1;
-        if (count <= 0)
-            return;
-        T* target = m_pItems + index;
-        if constexpr (std::is_trivially_copyable_v<T>)
-            std::memmove(static_cast<void*>(target), target + 1, static_cast<std::size_t>(count) * sizeof(T));
-        else {
-            std::move(target + 1, target + count, target);
-            // The vacated element keeps its value.
-            if constexpr (std::is_copy_assignable_v<T>)
-                target[count - 1] = std::as_const(target[count]);
-            else
-                target[count - 1] = std::move(target[count]);
-        }
-    }
-
-    /// Takes the other's elements; for callers it looks like a copy of them.
-    void take(KorArray& other) noexcept
-    {
-        if (other.m_logicalLength == 0)
-            other.freeStorage();
-        std::destroy(other.m_pItems + other.m_logicalLength, other.m_pItems + other.m_physicalLength);
-        m_growthStep = other.m_growthStep;
-        m_pItems = std::exchange(other.m_pItems, nullptr);
-        m_capacity = std::exchange(other.m_capacity, 0);
-        m_logicalLength = std::exchange(other.m_logicalLength, 0);
-        m_physicalLength = m_logicalLength;
-        other.m_physicalLength = 0;
-    }
-
-    void freeStorage() noexcept
-    {
-        std::destroy(m_pItems, m_pItems + m_physicalLength);
-        KorMemoryControllerController::deallocateArray(m_pItems);
-        m_pItems = nullptr;
-        m_logicalLength = 0;
-        m_physicalLength = 0;
-        m_capacity = 0;
-    }
-
-    int m_logicalLength = 0;
-    int m_physicalLength = 0;
-    int m_growthStep;
-    T* m_pItems = nullptr;
-    long m_capacity = 0;
 };

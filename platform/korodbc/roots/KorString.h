@@ -30,7 +30,11 @@ public:
             m_buffer->references.fetch_add(1, std::memory_order_relaxed);
     }
     KorString(KorString&& other) noexcept : m_buffer(std::exchange(other.m_buffer, nullptr)) {}
-    ~KorString() { release(m_buffer); }
+    constexpr ~KorString()
+    {
+        if (m_buffer != nullptr)
+            release(m_buffer);
+    }
 
     KorString& operator=(const KorString& other) noexcept
     {

@@ -1,96 +1,65 @@
 #include <korodbc/records/configuration/AnchorRecords.h>
 #include <korodbc/records/configuration/BoltRecords.h>
 #include <korodbc/records/DescriptionBuilder.h>
-#include <korodbc/records/Registry.h>
 
 #include <algorithm>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructAnchorsStandard>()
-{
-    using R = StructAnchorsStandard;
-    return described([] {
-        return describe<R>("StructAnchorsStandard",
-                           "AnchorsStandard",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::description>("Description"),
-                           sortOrder<&R::sortOrder>("SortOrder"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructAnchorsStandard> R>
+constexpr Entry listOf<R>[] = {
+    table("AnchorsStandard", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::description, "Description"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAnchorsOrientation>()
-{
-    using R = StructAnchorsOrientation;
-    return described([] {
-        return describe<R>("StructAnchorsOrientation",
-                           "AnchorsOrientation",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructAnchorsOrientation> R>
+constexpr Entry listOf<R>[] = {
+    table("AnchorsOrientation", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAnchorsName>()
-{
-    using R = StructAnchorsName;
-    return described([] {
-        return describe<R>("StructAnchorsName",
-                           "AnchorsName",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           lookup<&R::standard, StructAnchorsStandard>("Standard"),
-                           lookup<&R::material, StructStrengthClass>("Material"),
-                           lookup<&R::boltSet, StructSet>("BoltSet"),
-                           lookup<&R::diameter, StructScrewDiameter>("Diameter"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructAnchorsName> R>
+constexpr Entry listOf<R>[] = {
+    table("AnchorsName", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    lookup<StructAnchorsStandard>(&R::standard, "Standard"),
+    lookup<StructStrengthClass>(&R::material, "Material"),
+    lookup<StructSet>(&R::boltSet, "BoltSet"),
+    lookup<StructScrewDiameter>(&R::diameter, "Diameter"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAnchorsDefinition>()
-{
-    using R = StructAnchorsDefinition;
-    return described([] {
-        return describe<R>("StructAnchorsDefinition",
-                           "AnchorsDefinition",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           lookup<&R::anchorName, StructAnchorsName>("AnchorName"),
-                           column<&R::length>("Length"),
-                           column<&R::threadLength>("ThreadLength"),
-                           column<&R::embedment>("Embedment"),
-                           lookup<&R::orientation, StructAnchorsOrientation>("Orientation"),
-                           column<&R::mass>("Mass"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructAnchorsDefinition> R>
+constexpr Entry listOf<R>[] = {
+    table("AnchorsDefinition", inConfiguration),
+    key(&R::key, "Key"),
+    lookup<StructAnchorsName>(&R::anchorName, "AnchorName"),
+    column(&R::length, "Length"),
+    column(&R::threadLength, "ThreadLength"),
+    column(&R::embedment, "Embedment"),
+    lookup<StructAnchorsOrientation>(&R::orientation, "Orientation"),
+    column(&R::mass, "Mass"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAnchorsHoleDefinition>()
-{
-    using R = StructAnchorsHoleDefinition;
-    return described([] {
-        return describe<R>("StructAnchorsHoleDefinition",
-                           "AnchorsHoleDefinition",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           lookup<&R::anchorName, StructAnchorsName>("AnchorName"),
-                           column<&R::plateHole>("PlateHole"),
-                           column<&R::drillHole>("DrillHole"),
-                           column<&R::drillDepth>("DrillDepth"),
-                           column<&R::washerHole>("WasherHole"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructAnchorsHoleDefinition> R>
+constexpr Entry listOf<R>[] = {
+    table("AnchorsHoleDefinition", inConfiguration),
+    key(&R::key, "Key"),
+    lookup<StructAnchorsName>(&R::anchorName, "AnchorName"),
+    column(&R::plateHole, "PlateHole"),
+    column(&R::drillHole, "DrillHole"),
+    column(&R::drillDepth, "DrillDepth"),
+    column(&R::washerHole, "WasherHole"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
 // The steps begin with the standards of the current data source, so they stay in it.
 
@@ -152,12 +121,6 @@ int StructAnchorsDefinitionMarshal::getAvailableLengths(long anchorName, KorArra
     return result;
 }
 
-std::span<const DescriptionFunction> records::anchorRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructAnchorsStandard>,
-                                                   descriptionOf<StructAnchorsOrientation>,
-                                                   descriptionOf<StructAnchorsName>,
-                                                   descriptionOf<StructAnchorsDefinition>,
-                                                   descriptionOf<StructAnchorsHoleDefinition>};
-    return list;
-}
+constinit const Family records::anchorRecords =
+    family<StructAnchorsStandard, StructAnchorsOrientation, StructAnchorsName, StructAnchorsDefinition,
+           StructAnchorsHoleDefinition>;

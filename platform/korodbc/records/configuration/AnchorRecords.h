@@ -10,8 +10,6 @@ struct StructAnchorsStandard {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructAnchorsStandard>();
 struct StructAnchorsStandardMarshal : RecordMarshal<StructAnchorsStandard> {};
 
 /// How an anchor stands in the concrete. Table "AnchorsOrientation".
@@ -20,8 +18,6 @@ struct StructAnchorsOrientation {
     KorString runName;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructAnchorsOrientation>();
 struct StructAnchorsOrientationMarshal : RecordMarshal<StructAnchorsOrientation> {};
 
 /// An anchor: one standard, material, set and diameter. Table "AnchorsName".
@@ -34,8 +30,6 @@ struct StructAnchorsName {
     int diameter = -1;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructAnchorsName>();
 
 struct StructAnchorsNameMarshal : RecordMarshal<StructAnchorsName> {
     /// Materials of the anchors of a standard, sets of those in a material, diameters of those with a set: run
@@ -57,8 +51,6 @@ struct StructAnchorsDefinition {
     double mass = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructAnchorsDefinition>();
 
 struct StructAnchorsDefinitionMarshal : RecordMarshal<StructAnchorsDefinition> {
     /// Lengths of an anchor, rising.
@@ -75,8 +67,6 @@ struct StructAnchorsHoleDefinition {
     double washerHole = 0; // of a plate washer over the hole
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructAnchorsHoleDefinition>();
 
 struct StructAnchorsHoleDefinitionMarshal : RecordMarshal<StructAnchorsHoleDefinition> {
     static int getByAnchorNameID(long anchorName, StructAnchorsHoleDefinition& record)

@@ -9,8 +9,6 @@ struct StructSTDApplication_ImportExport {
     int imports = 0;
     int exports = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructSTDApplication_ImportExport>();
 struct StructSTDApplication_ImportExportMarshal : RecordMarshal<StructSTDApplication_ImportExport> {};
 
 /// A program that section tables are exchanged with. Table "PRF_Application".
@@ -20,8 +18,6 @@ struct StructPRFApplication_ImportExport {
     int imports = 0;
     int exports = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructPRFApplication_ImportExport>();
 struct StructPRFApplication_ImportExportMarshal : RecordMarshal<StructPRFApplication_ImportExport> {};
 
 /// How files for a machine are written. Table "NCDBStyle".
@@ -32,8 +28,6 @@ struct StructNCDBStyle {
     int decimals = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructNCDBStyle>();
 struct StructNCDBStyleMarshal : RecordMarshal<StructNCDBStyle> {};
 
 /// A run that writes machine files for a model. Table "NCDBProcess".
@@ -43,8 +37,6 @@ struct StructNCDBProcess {
     KorString folder;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructNCDBProcess>();
 struct StructNCDBProcessMarshal : RecordMarshal<StructNCDBProcess> {};
 
 /// One step of a run: some parts in one style. Table "NCDBProcessStep".
@@ -57,8 +49,6 @@ struct StructNCDBProcessStep {
     KorString selection;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructNCDBProcessStep>();
 struct StructNCDBProcessStepMarshal : RecordMarshal<StructNCDBProcessStep> {};
 
 /// A module of analysis. Table "NSAModule".
@@ -68,8 +58,6 @@ struct StructNSAModule {
     KorString internalName;
     KorString version;
 };
-template <>
-const RecordDescription& descriptionOf<StructNSAModule>();
 
 struct StructNSAModuleMarshal : RecordMarshal<StructNSAModule> {
     static int getByInternalName(const KorString& internalName, StructNSAModule& record)
@@ -85,8 +73,6 @@ struct StructNSAModuleDefinition {
     KorString standard;
     KorString jointName;
 };
-template <>
-const RecordDescription& descriptionOf<StructNSAModuleDefinition>();
 struct StructNSAModuleDefinitionMarshal : RecordMarshal<StructNSAModuleDefinition> {};
 
 /// The library of a module of analysis and its checksum. Table "NSAModuleDllSigned".
@@ -96,6 +82,4 @@ struct StructNSAModuleDllSigned {
     KorString fileName;
     KorString signature;
 };
-template <>
-const RecordDescription& descriptionOf<StructNSAModuleDllSigned>();
 struct StructNSAModuleDllSignedMarshal : RecordMarshal<StructNSAModuleDllSigned> {};

@@ -7,8 +7,6 @@ struct StructAuthor {
     KorString companyText;
     KorString companyName;
 };
-template <>
-const RecordDescription& descriptionOf<StructAuthor>();
 struct StructAuthorMarshal : RecordMarshal<StructAuthor> {};
 
 /// The range of keys that a developer's own records take, both ends included. Table "DevelopersIDs".
@@ -18,6 +16,4 @@ struct StructDevelopersID {
     int rangeStart = 0;
     int rangeEnd = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructDevelopersID>();
 struct StructDevelopersIDMarshal : RecordMarshal<StructDevelopersID> {};

@@ -1,314 +1,184 @@
 #include <korodbc/records/configuration/AutoConnectionRecords.h>
 #include <korodbc/records/DescriptionBuilder.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionCategories>()
-{
-    using R = StructAutoConnectionCategories;
-    return described([] {
-        return describe<R>("StructAutoConnectionCategories",
-                           "AutoConnectionCategories",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructAutoConnectionCategories> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionCategories", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionCategoriesItemsDesc>()
-{
-    using R = StructAutoConnectionCategoriesItemsDesc;
-    return described([] {
-        return describe<R>("StructAutoConnectionCategoriesItemsDesc",
-                           "AutoConnectionCategoriesItemsDesc",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::description>("Description"));
-    });
-}
+template <std::same_as<StructAutoConnectionCategoriesItemsDesc> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionCategoriesItemsDesc", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::description, "Description"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionCategoriesItems>()
-{
-    using R = StructAutoConnectionCategoriesItems;
-    return described([] {
-        return describe<R>("StructAutoConnectionCategoriesItems",
-                           "AutoConnectionCategoriesItems",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           lookup<&R::category, StructAutoConnectionCategories>("Category"),
-                           lookup<&R::description, StructAutoConnectionCategoriesItemsDesc>("Description"),
-                           column<&R::jointName>("JointName"),
-                           column<&R::position>("Position"));
-    });
-}
+template <std::same_as<StructAutoConnectionCategoriesItems> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionCategoriesItems", inConfiguration),
+    key(&R::key, "Key"),
+    lookup<StructAutoConnectionCategories>(&R::category, "Category"),
+    lookup<StructAutoConnectionCategoriesItemsDesc>(&R::description, "Description"),
+    column(&R::jointName, "JointName"),
+    column(&R::position, "Position"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionConfig>()
-{
-    using R = StructAutoConnectionConfig;
-    return described([] {
-        return describe<R>("StructAutoConnectionConfig",
-                           "AutoConnectionConfig",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           lookup<&R::inputSet, StructAutoConnectionInputSet>("InputSet"),
-                           lookup<&R::filtering, StructAutoFilteringConfig>("Filtering").noneAllowed(),
-                           column<&R::active>("Active"));
-    });
-}
+template <std::same_as<StructAutoConnectionConfig> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionConfig", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    lookup<StructAutoConnectionInputSet>(&R::inputSet, "InputSet"),
+    lookup<StructAutoFilteringConfig>(&R::filtering, "Filtering").noneAllowed(),
+    column(&R::active, "Active"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoFilteringConfig>()
-{
-    using R = StructAutoFilteringConfig;
-    return described([] {
-        return describe<R>("StructAutoFilteringConfig",
-                           "AutoFilteringConfig",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::maximumDistance>("MaximumDistance"),
-                           column<&R::sameAssemblyOnly>("SameAssemblyOnly"));
-    });
-}
+template <std::same_as<StructAutoFilteringConfig> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoFilteringConfig", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::maximumDistance, "MaximumDistance"),
+    column(&R::sameAssemblyOnly, "SameAssemblyOnly"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionInputObjectCondItems>()
-{
-    using R = StructAutoConnectionInputObjectCondItems;
-    return described([] {
-        return describe<R>("StructAutoConnectionInputObjectCondItems",
-                           "AutoConnectionInputObjectCondItems",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           lookup<&R::conditionSet, StructAutoConnectionInputObjectCondSet>("ConditionSet"),
-                           column<&R::propertyName>("PropertyName"),
-                           column<&R::relation>("Relation"),
-                           column<&R::value>("Value"));
-    });
-}
+template <std::same_as<StructAutoConnectionInputObjectCondItems> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionInputObjectCondItems", inConfiguration),
+    key(&R::key, "Key"),
+    lookup<StructAutoConnectionInputObjectCondSet>(&R::conditionSet, "ConditionSet"),
+    column(&R::propertyName, "PropertyName"),
+    column(&R::relation, "Relation"),
+    column(&R::value, "Value"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionInputObjectCondSet>()
-{
-    using R = StructAutoConnectionInputObjectCondSet;
-    return described([] {
-        return describe<R>("StructAutoConnectionInputObjectCondSet",
-                           "AutoConnectionInputObjectCondSet",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"));
-    });
-}
+template <std::same_as<StructAutoConnectionInputObjectCondSet> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionInputObjectCondSet", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionInputObjects>()
-{
-    using R = StructAutoConnectionInputObjects;
-    return described([] {
-        return describe<R>(
-            "StructAutoConnectionInputObjects",
-            "AutoConnectionInputObjects",
-            inConfiguration,
-            key<&R::key>("Key"),
-            lookup<&R::inputSet, StructAutoConnectionInputSet>("InputSet"),
-            column<&R::position>("Position"),
-            lookup<&R::modelRoles, StructAutoConnectionModelRoles>("ModelRoles"),
-            lookup<&R::conditionSet, StructAutoConnectionInputObjectCondSet>("ConditionSet").noneAllowed());
-    });
-}
+template <std::same_as<StructAutoConnectionInputObjects> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionInputObjects", inConfiguration),
+    key(&R::key, "Key"),
+    lookup<StructAutoConnectionInputSet>(&R::inputSet, "InputSet"),
+    column(&R::position, "Position"),
+    lookup<StructAutoConnectionModelRoles>(&R::modelRoles, "ModelRoles"),
+    lookup<StructAutoConnectionInputObjectCondSet>(&R::conditionSet, "ConditionSet").noneAllowed(),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionInputSet>()
-{
-    using R = StructAutoConnectionInputSet;
-    return described([] {
-        return describe<R>("StructAutoConnectionInputSet",
-                           "AutoConnectionInputSet",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::objectCount>("ObjectCount"));
-    });
-}
+template <std::same_as<StructAutoConnectionInputSet> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionInputSet", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::objectCount, "ObjectCount"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionModelRoles>()
-{
-    using R = StructAutoConnectionModelRoles;
-    return described([] {
-        return describe<R>("StructAutoConnectionModelRoles",
-                           "AutoConnectionModelRoles",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"));
-    });
-}
+template <std::same_as<StructAutoConnectionModelRoles> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionModelRoles", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionModelRolesItems>()
-{
-    using R = StructAutoConnectionModelRolesItems;
-    return described([] {
-        return describe<R>("StructAutoConnectionModelRolesItems",
-                           "AutoConnectionModelRolesItems",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           lookup<&R::modelRoles, StructAutoConnectionModelRoles>("ModelRoles"),
-                           column<&R::roleName>("RoleName"));
-    });
-}
+template <std::same_as<StructAutoConnectionModelRolesItems> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionModelRolesItems", inConfiguration),
+    key(&R::key, "Key"),
+    lookup<StructAutoConnectionModelRoles>(&R::modelRoles, "ModelRoles"),
+    column(&R::roleName, "RoleName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionObjectsOrderForJoints>()
-{
-    using R = StructAutoConnectionObjectsOrderForJoints;
-    return described([] {
-        return describe<R>("StructAutoConnectionObjectsOrderForJoints",
-                           "AutoConnectionObjectsOrderForJoints",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           column<&R::jointName>("JointName"),
-                           column<&R::objectIndex>("ObjectIndex"),
-                           column<&R::orderNumber>("OrderNumber"));
-    });
-}
+template <std::same_as<StructAutoConnectionObjectsOrderForJoints> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionObjectsOrderForJoints", inConfiguration),
+    key(&R::key, "Key"),
+    column(&R::jointName, "JointName"),
+    column(&R::objectIndex, "ObjectIndex"),
+    column(&R::orderNumber, "OrderNumber"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionRuleSettingsGeneral>()
-{
-    using R = StructAutoConnectionRuleSettingsGeneral;
-    return described([] {
-        return describe<R>("StructAutoConnectionRuleSettingsGeneral",
-                           "AutoConnectionRuleSettingsGeneral",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::jointName>("JointName"),
-                           column<&R::priority>("Priority"),
-                           column<&R::active>("Active"));
-    });
-}
+template <std::same_as<StructAutoConnectionRuleSettingsGeneral> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionRuleSettingsGeneral", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::jointName, "JointName"),
+    column(&R::priority, "Priority"),
+    column(&R::active, "Active"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionRuleSettingsProfiles>()
-{
-    using R = StructAutoConnectionRuleSettingsProfiles;
-    return described([] {
-        return describe<R>("StructAutoConnectionRuleSettingsProfiles",
-                           "AutoConnectionRuleSettingsProfiles",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           lookup<&R::ruleSettings, StructAutoConnectionRuleSettingsGeneral>("RuleSettings"),
-                           column<&R::profileClass>("ProfileClass"),
-                           column<&R::sectionFrom>("SectionFrom"),
-                           column<&R::sectionTo>("SectionTo"));
-    });
-}
+template <std::same_as<StructAutoConnectionRuleSettingsProfiles> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionRuleSettingsProfiles", inConfiguration),
+    key(&R::key, "Key"),
+    lookup<StructAutoConnectionRuleSettingsGeneral>(&R::ruleSettings, "RuleSettings"),
+    column(&R::profileClass, "ProfileClass"),
+    column(&R::sectionFrom, "SectionFrom"),
+    column(&R::sectionTo, "SectionTo"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionRuleSettingsCategories>()
-{
-    using R = StructAutoConnectionRuleSettingsCategories;
-    return described([] {
-        return describe<R>("StructAutoConnectionRuleSettingsCategories",
-                           "AutoConnectionRuleSettingsCategories",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           lookup<&R::ruleSettings, StructAutoConnectionRuleSettingsGeneral>("RuleSettings"),
-                           lookup<&R::category, StructAutoConnectionCategories>("Category"));
-    });
-}
+template <std::same_as<StructAutoConnectionRuleSettingsCategories> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionRuleSettingsCategories", inConfiguration),
+    key(&R::key, "Key"),
+    lookup<StructAutoConnectionRuleSettingsGeneral>(&R::ruleSettings, "RuleSettings"),
+    lookup<StructAutoConnectionCategories>(&R::category, "Category"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionRuleSettingsConfigurations>()
-{
-    using R = StructAutoConnectionRuleSettingsConfigurations;
-    return described([] {
-        return describe<R>("StructAutoConnectionRuleSettingsConfigurations",
-                           "AutoConnectionRuleSettingsConfigurations",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           lookup<&R::ruleSettings, StructAutoConnectionRuleSettingsGeneral>("RuleSettings"),
-                           lookup<&R::configuration, StructAutoConnectionConfig>("Configuration"));
-    });
-}
+template <std::same_as<StructAutoConnectionRuleSettingsConfigurations> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionRuleSettingsConfigurations", inConfiguration),
+    key(&R::key, "Key"),
+    lookup<StructAutoConnectionRuleSettingsGeneral>(&R::ruleSettings, "RuleSettings"),
+    lookup<StructAutoConnectionConfig>(&R::configuration, "Configuration"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionProfiles>()
-{
-    using R = StructAutoConnectionProfiles;
-    return described([] {
-        return describe<R>("StructAutoConnectionProfiles",
-                           "AutoConnectionProfiles",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::selected>("Selected"));
-    });
-}
+template <std::same_as<StructAutoConnectionProfiles> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionProfiles", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::selected, "Selected"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionParamSetItems>()
-{
-    using R = StructAutoConnectionParamSetItems;
-    return described([] {
-        return describe<R>("StructAutoConnectionParamSetItems",
-                           "AutoConnectionParamSetItems",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           column<&R::situation>("Situation"),
-                           column<&R::intValue1>("IntValue1"),
-                           column<&R::name>("Name"),
-                           column<&R::intValue2>("IntValue2"),
-                           column<&R::textValue>("TextValue"),
-                           column<&R::intValue3>("IntValue3"));
-    });
-}
+template <std::same_as<StructAutoConnectionParamSetItems> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionParamSetItems", inConfiguration),
+    key(&R::key, "Key"),
+    column(&R::situation, "Situation"),
+    column(&R::intValue1, "IntValue1"),
+    column(&R::name, "Name"),
+    column(&R::intValue2, "IntValue2"),
+    column(&R::textValue, "TextValue"),
+    column(&R::intValue3, "IntValue3"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionGeomConditions>()
-{
-    using R = StructAutoConnectionGeomConditions;
-    return described([] {
-        return describe<R>("StructAutoConnectionGeomConditions",
-                           "AutoConnectionGeomConditions",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::minimumAngle>("MinimumAngle"),
-                           column<&R::maximumAngle>("MaximumAngle"),
-                           column<&R::eccentricity>("Eccentricity"));
-    });
-}
+template <std::same_as<StructAutoConnectionGeomConditions> R>
+constexpr Entry listOf<R>[] = {
+    table("AutoConnectionGeomConditions", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::minimumAngle, "MinimumAngle"),
+    column(&R::maximumAngle, "MaximumAngle"),
+    column(&R::eccentricity, "Eccentricity"),
+};
 
-std::span<const DescriptionFunction> records::autoConnectionRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructAutoConnectionCategories>,
-                                                   descriptionOf<StructAutoConnectionCategoriesItemsDesc>,
-                                                   descriptionOf<StructAutoConnectionCategoriesItems>,
-                                                   descriptionOf<StructAutoConnectionConfig>,
-                                                   descriptionOf<StructAutoFilteringConfig>,
-                                                   descriptionOf<StructAutoConnectionInputObjectCondItems>,
-                                                   descriptionOf<StructAutoConnectionInputObjectCondSet>,
-                                                   descriptionOf<StructAutoConnectionInputObjects>,
-                                                   descriptionOf<StructAutoConnectionInputSet>,
-                                                   descriptionOf<StructAutoConnectionModelRoles>,
-                                                   descriptionOf<StructAutoConnectionModelRolesItems>,
-                                                   descriptionOf<StructAutoConnectionObjectsOrderForJoints>,
-                                                   descriptionOf<StructAutoConnectionRuleSettingsGeneral>,
-                                                   descriptionOf<StructAutoConnectionRuleSettingsProfiles>,
-                                                   descriptionOf<StructAutoConnectionRuleSettingsCategories>,
-                                                   descriptionOf<StructAutoConnectionRuleSettingsConfigurations>,
-                                                   descriptionOf<StructAutoConnectionProfiles>,
-                                                   descriptionOf<StructAutoConnectionParamSetItems>,
-                                                   descriptionOf<StructAutoConnectionGeomConditions>};
-    return list;
-}
+constinit const Family records::autoConnectionRecords =
+    family<StructAutoConnectionCategories, StructAutoConnectionCategoriesItemsDesc,
+           StructAutoConnectionCategoriesItems, StructAutoConnectionConfig, StructAutoFilteringConfig,
+           StructAutoConnectionInputObjectCondItems, StructAutoConnectionInputObjectCondSet,
+           StructAutoConnectionInputObjects, StructAutoConnectionInputSet, StructAutoConnectionModelRoles,
+           StructAutoConnectionModelRolesItems, StructAutoConnectionObjectsOrderForJoints,
+           StructAutoConnectionRuleSettingsGeneral, StructAutoConnectionRuleSettingsProfiles,
+           StructAutoConnectionRuleSettingsCategories, StructAutoConnectionRuleSettingsConfigurations,
+           StructAutoConnectionProfiles, StructAutoConnectionParamSetItems, StructAutoConnectionGeomConditions>;

@@ -8,8 +8,6 @@ struct StructAutoConnectionCategories {
     KorString runName;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionCategories>();
 struct StructAutoConnectionCategoriesMarshal : RecordMarshal<StructAutoConnectionCategories> {};
 
 /// What an entry of a category does, as shown to the user. Table "AutoConnectionCategoriesItemsDesc".
@@ -18,8 +16,6 @@ struct StructAutoConnectionCategoriesItemsDesc {
     KorString runName;
     KorString description;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionCategoriesItemsDesc>();
 struct StructAutoConnectionCategoriesItemsDescMarshal : RecordMarshal<StructAutoConnectionCategoriesItemsDesc> {};
 
 /// A joint in a category. Table "AutoConnectionCategoriesItems".
@@ -30,8 +26,6 @@ struct StructAutoConnectionCategoriesItems {
     KorString jointName;
     int position = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionCategoriesItems>();
 struct StructAutoConnectionCategoriesItemsMarshal : RecordMarshal<StructAutoConnectionCategoriesItems> {};
 
 /// A configuration: which objects connect, and which are left out. Table "AutoConnectionConfig".
@@ -42,8 +36,6 @@ struct StructAutoConnectionConfig {
     int filtering = -1;
     int active = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionConfig>();
 struct StructAutoConnectionConfigMarshal : RecordMarshal<StructAutoConnectionConfig> {};
 
 /// Which neighbours of an object are left out. Table "AutoFilteringConfig".
@@ -53,8 +45,6 @@ struct StructAutoFilteringConfig {
     double maximumDistance = 0; // mm
     int sameAssemblyOnly = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoFilteringConfig>();
 struct StructAutoFilteringConfigMarshal : RecordMarshal<StructAutoFilteringConfig> {};
 
 /// One condition of a set: property, relation, value. Table "AutoConnectionInputObjectCondItems".
@@ -65,8 +55,6 @@ struct StructAutoConnectionInputObjectCondItems {
     int relation = 0; // 1 <, 2 <=, 3 >, 4 >=, 5 =, 6 <>
     KorString value;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionInputObjectCondItems>();
 struct StructAutoConnectionInputObjectCondItemsMarshal : RecordMarshal<StructAutoConnectionInputObjectCondItems> {
 };
 
@@ -75,8 +63,6 @@ struct StructAutoConnectionInputObjectCondSet {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionInputObjectCondSet>();
 struct StructAutoConnectionInputObjectCondSetMarshal : RecordMarshal<StructAutoConnectionInputObjectCondSet> {};
 
 /// One object of an input set. Table "AutoConnectionInputObjects".
@@ -87,8 +73,6 @@ struct StructAutoConnectionInputObjects {
     int modelRoles = -1;
     int conditionSet = -1;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionInputObjects>();
 struct StructAutoConnectionInputObjectsMarshal : RecordMarshal<StructAutoConnectionInputObjects> {};
 
 /// The objects that a joint takes. Table "AutoConnectionInputSet".
@@ -97,8 +81,6 @@ struct StructAutoConnectionInputSet {
     KorString runName;
     int objectCount = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionInputSet>();
 struct StructAutoConnectionInputSetMarshal : RecordMarshal<StructAutoConnectionInputSet> {};
 
 /// A group of model roles. Table "AutoConnectionModelRoles".
@@ -106,8 +88,6 @@ struct StructAutoConnectionModelRoles {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionModelRoles>();
 struct StructAutoConnectionModelRolesMarshal : RecordMarshal<StructAutoConnectionModelRoles> {};
 
 /// A model role in a group. Table "AutoConnectionModelRolesItems".
@@ -116,8 +96,6 @@ struct StructAutoConnectionModelRolesItems {
     int modelRoles = -1;
     KorString roleName;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionModelRolesItems>();
 struct StructAutoConnectionModelRolesItemsMarshal : RecordMarshal<StructAutoConnectionModelRolesItems> {};
 
 /// In which order a joint takes its objects. Table "AutoConnectionObjectsOrderForJoints".
@@ -127,8 +105,6 @@ struct StructAutoConnectionObjectsOrderForJoints {
     int objectIndex = 0;
     int orderNumber = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionObjectsOrderForJoints>();
 struct StructAutoConnectionObjectsOrderForJointsMarshal
     : RecordMarshal<StructAutoConnectionObjectsOrderForJoints> {};
 
@@ -140,8 +116,6 @@ struct StructAutoConnectionRuleSettingsGeneral {
     int priority = 0;
     int active = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionRuleSettingsGeneral>();
 struct StructAutoConnectionRuleSettingsGeneralMarshal : RecordMarshal<StructAutoConnectionRuleSettingsGeneral> {};
 
 /// Sections that a rule is meant for. Table "AutoConnectionRuleSettingsProfiles".
@@ -152,8 +126,6 @@ struct StructAutoConnectionRuleSettingsProfiles {
     KorString sectionFrom;
     KorString sectionTo;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionRuleSettingsProfiles>();
 struct StructAutoConnectionRuleSettingsProfilesMarshal : RecordMarshal<StructAutoConnectionRuleSettingsProfiles> {
 };
 
@@ -163,8 +135,6 @@ struct StructAutoConnectionRuleSettingsCategories {
     int ruleSettings = -1;
     int category = -1;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionRuleSettingsCategories>();
 struct StructAutoConnectionRuleSettingsCategoriesMarshal
     : RecordMarshal<StructAutoConnectionRuleSettingsCategories> {};
 
@@ -174,8 +144,6 @@ struct StructAutoConnectionRuleSettingsConfigurations {
     int ruleSettings = -1;
     int configuration = -1;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionRuleSettingsConfigurations>();
 struct StructAutoConnectionRuleSettingsConfigurationsMarshal
     : RecordMarshal<StructAutoConnectionRuleSettingsConfigurations> {};
 
@@ -185,8 +153,6 @@ struct StructAutoConnectionProfiles {
     KorString runName;
     int selected = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionProfiles>();
 struct StructAutoConnectionProfilesMarshal : RecordMarshal<StructAutoConnectionProfiles> {};
 
 /// A named parameter of a connection situation. Table "AutoConnectionParamSetItems".
@@ -199,8 +165,6 @@ struct StructAutoConnectionParamSetItems {
     KorString textValue;
     int intValue3 = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionParamSetItems>();
 struct StructAutoConnectionParamSetItemsMarshal : RecordMarshal<StructAutoConnectionParamSetItems> {};
 
 /// How two members must meet. Table "AutoConnectionGeomConditions".
@@ -211,6 +175,4 @@ struct StructAutoConnectionGeomConditions {
     double maximumAngle = 0; // degrees
     double eccentricity = 0; // mm, largest
 };
-template <>
-const RecordDescription& descriptionOf<StructAutoConnectionGeomConditions>();
 struct StructAutoConnectionGeomConditionsMarshal : RecordMarshal<StructAutoConnectionGeomConditions> {};

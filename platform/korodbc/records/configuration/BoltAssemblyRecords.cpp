@@ -1,7 +1,6 @@
 #include <korodbc/records/configuration/BoltAssemblyRecords.h>
 #include <korodbc/records/configuration/BoltRecords.h>
 #include <korodbc/records/DescriptionBuilder.h>
-#include <korodbc/records/Registry.h>
 
 #include <algorithm>
 #include <cmath>
@@ -9,75 +8,51 @@
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructTools>()
-{
-    using R = StructTools;
-    return described([] {
-        return describe<R>("StructTools",
-                           "Tools",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::diameter>("Diameter"),
-                           column<&R::acrossFlats>("AcrossFlats"),
-                           column<&R::outerDiameter>("OuterDiameter"),
-                           column<&R::height>("Height"),
-                           column<&R::clearance>("Clearance"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructTools> R>
+constexpr Entry listOf<R>[] = {
+    table("Tools", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::diameter, "Diameter"),
+    column(&R::acrossFlats, "AcrossFlats"),
+    column(&R::outerDiameter, "OuterDiameter"),
+    column(&R::height, "Height"),
+    column(&R::clearance, "Clearance"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructScrewHoleLocation>()
-{
-    using R = StructScrewHoleLocation;
-    return described([] {
-        return describe<R>("StructScrewHoleLocation",
-                           "ScrewHoleLocation",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructScrewHoleLocation> R>
+constexpr Entry listOf<R>[] = {
+    table("ScrewHoleLocation", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructScrewHoleType>()
-{
-    using R = StructScrewHoleType;
-    return described([] {
-        return describe<R>("StructScrewHoleType",
-                           "ScrewHoleType",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::slotted>("Slotted"),
-                           column<&R::threaded>("Threaded"),
-                           column<&R::countersunk>("Countersunk"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructScrewHoleType> R>
+constexpr Entry listOf<R>[] = {
+    table("ScrewHoleType", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::slotted, "Slotted"),
+    column(&R::threaded, "Threaded"),
+    column(&R::countersunk, "Countersunk"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructSetBolts>()
-{
-    using R = StructSetBolts;
-    return described([] {
-        return describe<R>("StructSetBolts",
-                           "SetBolts",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           lookup<&R::standard, StructStandard>("Standard"),
-                           lookup<&R::boltSet, StructSet>("BoltSet"),
-                           column<&R::diameter>("Diameter"),
-                           column<&R::length>("Length"),
-                           column<&R::minimumGrip>("MinimumGrip"),
-                           column<&R::maximumGrip>("MaximumGrip"),
-                           column<&R::mass>("Mass"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructSetBolts> R>
+constexpr Entry listOf<R>[] = {
+    table("SetBolts", inConfiguration),
+    key(&R::key, "Key"),
+    lookup<StructStandard>(&R::standard, "Standard"),
+    lookup<StructSet>(&R::boltSet, "BoltSet"),
+    column(&R::diameter, "Diameter"),
+    column(&R::length, "Length"),
+    column(&R::minimumGrip, "MinimumGrip"),
+    column(&R::maximumGrip, "MaximumGrip"),
+    column(&R::mass, "Mass"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
 int StructToolsMarshal::getByDiameter(double diameter, StructTools& record)
 {
@@ -146,11 +121,5 @@ int StructSetBoltsMarshal::getDiameterList(const KorString& standard, const KorS
     return foundAny(found, names);
 }
 
-std::span<const DescriptionFunction> records::boltAssemblyRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructTools>,
-                                                   descriptionOf<StructScrewHoleLocation>,
-                                                   descriptionOf<StructScrewHoleType>,
-                                                   descriptionOf<StructSetBolts>};
-    return list;
-}
+constinit const Family records::boltAssemblyRecords =
+    family<StructTools, StructScrewHoleLocation, StructScrewHoleType, StructSetBolts>;

@@ -15,8 +15,6 @@ struct StructTools {
     double clearance = 0;     // from the axis to a wall
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructTools>();
 
 struct StructToolsMarshal : RecordMarshal<StructTools> {
     /// The tool for bolts of a diameter, within 1e-6 mm.
@@ -29,8 +27,6 @@ struct StructScrewHoleLocation {
     KorString runName;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructScrewHoleLocation>();
 struct StructScrewHoleLocationMarshal : RecordMarshal<StructScrewHoleLocation> {};
 
 /// A shape of holes for bolts. Table "ScrewHoleType".
@@ -42,8 +38,6 @@ struct StructScrewHoleType {
     int countersunk = 0;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructScrewHoleType>();
 struct StructScrewHoleTypeMarshal : RecordMarshal<StructScrewHoleType> {};
 
 /// A bolt of one length with its set. Lengths in mm, mass in kg. Table "SetBolts".
@@ -58,8 +52,6 @@ struct StructSetBolts {
     double mass = 0; // of the bolt
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructSetBolts>();
 
 struct StructSetBoltsMarshal : RecordMarshal<StructSetBolts> {
     /// The assembly with these run names of standard and set, and this diameter and length within 1e-6 mm.

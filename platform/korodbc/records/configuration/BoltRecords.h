@@ -9,8 +9,6 @@ struct StructScrewType {
     int headForm = 0; // 0 hexagon, 1 socket, 2 countersunk
     int fullThread = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructScrewType>();
 struct StructScrewTypeMarshal : RecordMarshal<StructScrewType> {};
 
 /// A bolt standard. Table "Standard".
@@ -22,8 +20,6 @@ struct StructStandard {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructStandard>();
 struct StructStandardMarshal : RecordMarshal<StructStandard> {};
 
 /// A standard of nuts or washers. Table "StandardNuts".
@@ -35,8 +31,6 @@ struct StructStandardNuts {
     KorString description;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructStandardNuts>();
 struct StructStandardNutsMarshal : RecordMarshal<StructStandardNuts> {};
 
 /// A strength class of bolts. Strengths in N/mm2. Table "StrengthClass".
@@ -48,8 +42,6 @@ struct StructStrengthClass {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructStrengthClass>();
 struct StructStrengthClassMarshal : RecordMarshal<StructStrengthClass> {};
 
 /// What comes with a bolt. Table "Sets".
@@ -62,8 +54,6 @@ struct StructSet {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructSet>();
 struct StructSetMarshal : RecordMarshal<StructSet> {};
 
 /// A bolt diameter. Lengths in mm, areas in mm2. Table "BoltsDiameters".
@@ -77,8 +67,6 @@ struct StructScrewDiameter {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructScrewDiameter>();
 struct StructScrewDiameterMarshal : RecordMarshal<StructScrewDiameter> {};
 
 /// A bolt of one standard, strength class, set and diameter. Lengths in mm. Table "ScrewNew".
@@ -95,8 +83,6 @@ struct StructScrew {
     double maximumLength = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructScrew>();
 struct StructScrewMarshal : RecordMarshal<StructScrew> {
     /// The bolt with these run names of standard, strength class and set, and this diameter within 1e-6 mm.
     static int getByKeyAllSources(const KorString& standard, const KorString& strengthClass, const KorString& set,
@@ -116,8 +102,6 @@ struct StructSetNutsBolts {
     double outerDiameter = 0; // of nuts: across flats
     double holeDiameter = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructSetNutsBolts>();
 struct StructSetNutsBoltsMarshal : RecordMarshal<StructSetNutsBolts> {};
 
 /// A coating of bolts. Table "BoltsCoating".
@@ -127,8 +111,6 @@ struct StructScrewCoating {
     double thickness = 0; // micrometres
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructScrewCoating>();
 struct StructScrewCoatingMarshal : RecordMarshal<StructScrewCoating> {};
 
 /// A bolt with its set, as offered in lists. Table "SetOfBolts".
@@ -141,8 +123,6 @@ struct StructSetOfBolts {
     int coating = -1;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructSetOfBolts>();
 
 struct StructSetOfBoltsMarshal : RecordMarshal<StructSetOfBolts> {
     /// Strength classes that a standard comes in, and sets that it comes with in a strength class: run names,

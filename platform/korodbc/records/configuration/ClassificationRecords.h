@@ -9,8 +9,6 @@ struct StructMaterialGroups {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructMaterialGroups>();
 struct StructMaterialGroupsMarshal : RecordMarshal<StructMaterialGroups> {};
 
 /// Class of a member by its depth, for hot-dip galvanizing. Table "GalvanizingConstructionClass".
@@ -19,8 +17,6 @@ struct StructGalvanizingConstructionClass {
     KorString runName;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructGalvanizingConstructionClass>();
 struct StructGalvanizingConstructionClassMarshal : RecordMarshal<StructGalvanizingConstructionClass> {};
 
 /// Class of a detail by its notch effect, for hot-dip galvanizing. Table "GalvanizingDetailClass".
@@ -29,8 +25,6 @@ struct StructGalvanizingDetailClass {
     KorString runName;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructGalvanizingDetailClass>();
 struct StructGalvanizingDetailClassMarshal : RecordMarshal<StructGalvanizingDetailClass> {};
 
 /// How far a member is safe from cracks in the zinc bath. Table "GalvanizingConfidence".
@@ -39,8 +33,6 @@ struct StructGalvanizingConfidence {
     KorString runName;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructGalvanizingConfidence>();
 struct StructGalvanizingConfidenceMarshal : RecordMarshal<StructGalvanizingConfidence> {};
 
 /// A kind of area in the model. Table "AreaObjectType".
@@ -48,8 +40,6 @@ struct StructAreaObjectType {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructAreaObjectType>();
 struct StructAreaObjectTypeMarshal : RecordMarshal<StructAreaObjectType> {};
 
 /// A kind of opening in an area. Table "OpeningObjectType".
@@ -57,8 +47,6 @@ struct StructOpeningObjectType {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructOpeningObjectType>();
 struct StructOpeningObjectTypeMarshal : RecordMarshal<StructOpeningObjectType> {};
 
 /// What the drawing of an object is made of. Table "ObjectSubType".
@@ -66,8 +54,6 @@ struct StructObjectSubType {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructObjectSubType>();
 struct StructObjectSubTypeMarshal : RecordMarshal<StructObjectSubType> {};
 
 /// A range of cold-rolled sections. Table "ColdRolledOwner".
@@ -77,8 +63,6 @@ struct StructColdRolledOwner {
     KorString country;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructColdRolledOwner>();
 struct StructColdRolledOwnerMarshal : RecordMarshal<StructColdRolledOwner> {};
 
 /// How equal numbers are told apart after numbering. Table "PostNumberSolution".
@@ -88,8 +72,6 @@ struct StructPostNumberSolution {
     KorString separator;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructPostNumberSolution>();
 struct StructPostNumberSolutionMarshal : RecordMarshal<StructPostNumberSolution> {};
 
 /// The layer that the objects of a table are drawn on. Table "ObjectLayerAssignment".
@@ -101,8 +83,6 @@ struct StructObjectLayerAssignment {
     KorString lineType;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructObjectLayerAssignment>();
 
 struct StructObjectLayerAssignmentMarshal : RecordMarshal<StructObjectLayerAssignment> {
     /// Every assignment, sorted by table name and layer.
@@ -116,8 +96,6 @@ struct StructModelRole {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructModelRole>();
 struct StructModelRoleMarshal : RecordMarshal<StructModelRole> {};
 
 /// What may not be done with objects of a model role. Table "ModelRolesRules".
@@ -129,6 +107,4 @@ struct StructModelRolesRules {
     int action = 0; // eAction
     int forbidden = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructModelRolesRules>();
 struct StructModelRolesRulesMarshal : RecordMarshal<StructModelRolesRules> {};

@@ -8,8 +8,6 @@ struct StructAssemblyLocation {
     KorString runName;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructAssemblyLocation>();
 struct StructAssemblyLocationMarshal : RecordMarshal<StructAssemblyLocation> {};
 
 /// Distances of the bolts of one diameter, in mm. Table "BoltsDistances".
@@ -23,8 +21,6 @@ struct StructScrewDistance {
     double gauge = 0;        // smallest, across it
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructScrewDistance>();
 struct StructScrewDistanceMarshal : RecordMarshal<StructScrewDistance> {};
 
 /// Properties of bolts that go together, by their run names. Table "ValidCombinations".
@@ -37,8 +33,6 @@ struct StructValidCombinations {
     KorString coating;
     KorString assemblyLocation;
 };
-template <>
-const RecordDescription& descriptionOf<StructValidCombinations>();
 struct StructValidCombinationsMarshal : RecordMarshal<StructValidCombinations> {
     /// Key of the first row with these properties.
     static int getKey(const KorString& standard, const KorString& strengthClass, const KorString& boltSet,

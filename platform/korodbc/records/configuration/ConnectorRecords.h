@@ -10,8 +10,6 @@ struct StructConnectorStandard {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructConnectorStandard>();
 struct StructConnectorStandardMarshal : RecordMarshal<StructConnectorStandard> {};
 
 /// A material of shear studs. Strengths in N/mm2. Table "ConnectorMaterial".
@@ -23,8 +21,6 @@ struct StructMaterialConnector {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructMaterialConnector>();
 struct StructMaterialConnectorMarshal : RecordMarshal<StructMaterialConnector> {};
 
 /// A diameter of shear studs. Lengths in mm. Table "ConnectorDiameters".
@@ -37,8 +33,6 @@ struct StructConnectorDiameter {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructConnectorDiameter>();
 struct StructConnectorDiameterMarshal : RecordMarshal<StructConnectorDiameter> {};
 
 /// A spacing of shear studs. Table "ConnectorDistances".
@@ -48,8 +42,6 @@ struct StructConnectorDistance {
     double distance = 0; // mm
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructConnectorDistance>();
 struct StructConnectorDistanceMarshal : RecordMarshal<StructConnectorDistance> {};
 
 /// Shear studs that exist: standard, material and diameter. Lengths in mm. Table "ConnectorRelations".
@@ -61,6 +53,4 @@ struct StructConnectorRelations {
     double minimumLength = 0;
     double maximumLength = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructConnectorRelations>();
 struct StructConnectorRelationsMarshal : RecordMarshal<StructConnectorRelations> {};

@@ -7,8 +7,6 @@ struct StructDefaultString {
     KorString key;
     KorString value;
 };
-template <>
-const RecordDescription& descriptionOf<StructDefaultString>();
 struct StructDefaultStringMarshal : RecordMarshal<StructDefaultString> {};
 
 /// A default that is an integer. Table "Default_INT".
@@ -16,8 +14,6 @@ struct StructDefaultInteger {
     KorString key;
     int value = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructDefaultInteger>();
 struct StructDefaultIntegerMarshal : RecordMarshal<StructDefaultInteger> {};
 
 /// A default that is a real. Table "Default_DBL".
@@ -25,8 +21,6 @@ struct StructDefaultReal {
     KorString key;
     double value = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructDefaultReal>();
 struct StructDefaultRealMarshal : RecordMarshal<StructDefaultReal> {};
 
 /// A text shown to the user, addressed by module and number. Table "Prompts".
@@ -36,8 +30,6 @@ struct StructPrompt {
     int number = 0;
     KorString text; // may hold %d or %s
 };
-template <>
-const RecordDescription& descriptionOf<StructPrompt>();
 struct StructPromptMarshal : RecordMarshal<StructPrompt> {};
 
 /// Another logical name of a table. Table "TableAliases".
@@ -46,8 +38,6 @@ struct StructTableAlias {
     KorString alias;
     KorString tableName;
 };
-template <>
-const RecordDescription& descriptionOf<StructTableAlias>();
 struct StructTableAliasMarshal : RecordMarshal<StructTableAlias> {};
 
 /// A setting of the host, addressed by its path and name. Table "Settings".
@@ -55,6 +45,4 @@ struct StructSetting {
     KorString key;
     KorString value;
 };
-template <>
-const RecordDescription& descriptionOf<StructSetting>();
 struct StructSettingMarshal : RecordMarshal<StructSetting> {};

@@ -9,8 +9,6 @@ struct StructProfileDynamicSubtype {
     KorString profileSubtype;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructProfileDynamicSubtype>();
 struct StructProfileDynamicSubtypeMarshal : RecordMarshal<StructProfileDynamicSubtype> {};
 
 /// The dimensions that a shape takes. Table "ProfileDynamicClassDesc".
@@ -20,8 +18,6 @@ struct StructProfileDynamicClassDesc {
     int subtype = -1;
     KorString dimensions; // names, separated by semicolons
 };
-template <>
-const RecordDescription& descriptionOf<StructProfileDynamicClassDesc>();
 struct StructProfileDynamicClassDescMarshal : RecordMarshal<StructProfileDynamicClassDesc> {};
 
 /// A section made from dimensions. Lengths in mm. Table "ProfileDynamic".
@@ -36,6 +32,4 @@ struct StructProfileDynamic {
     KorString material;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructProfileDynamic>();
 struct StructProfileDynamicMarshal : RecordMarshal<StructProfileDynamic> {};

@@ -8,8 +8,6 @@ struct StructDSTVNames {
     KorString runName; // the code
     KorString description;
 };
-template <>
-const RecordDescription& descriptionOf<StructDSTVNames>();
 struct StructDSTVNamesMarshal : RecordMarshal<StructDSTVNames> {};
 
 /// A member read from a static analysis. Table "DSTV_Static_In_B01".
@@ -21,8 +19,6 @@ struct StructDSTVStaticInB01 {
     int profileNumber = -1;
     KorString material;
 };
-template <>
-const RecordDescription& descriptionOf<StructDSTVStaticInB01>();
 struct StructDSTVStaticInB01Marshal : RecordMarshal<StructDSTVStaticInB01> {
     static int getNumberOfObjects(long& number);
     static int getObject(long objectNumber, StructDSTVStaticInB01& object)
@@ -38,8 +34,6 @@ struct StructDSTVStaticInB02 {
     double y = 0;
     double z = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructDSTVStaticInB02>();
 struct StructDSTVStaticInB02Marshal : RecordMarshal<StructDSTVStaticInB02> {
     static int getNode(long nodeNumber, StructDSTVStaticInB02& node) { return getStructByKey(nodeNumber, node); }
 };
@@ -54,8 +48,6 @@ struct StructDSTVStaticInB03 {
     int referenceAxis = 0; // eReferenceAxis
     double rotation = 0;   // degrees
 };
-template <>
-const RecordDescription& descriptionOf<StructDSTVStaticInB03>();
 struct StructDSTVStaticInB03Marshal : RecordMarshal<StructDSTVStaticInB03> {
     /// Section of an object, and the axis that it is placed by.
     static int getProfile(long objectNumber, KorString& profileName,
@@ -69,8 +61,6 @@ struct StructDSTVStaticInB04 {
     KorString propertyName;
     KorString value;
 };
-template <>
-const RecordDescription& descriptionOf<StructDSTVStaticInB04>();
 struct StructDSTVStaticInB04Marshal : RecordMarshal<StructDSTVStaticInB04> {
     /// Value of an object's property with this name.
     static int getObjectProperty(long objectNumber, const KorString& propertyName, KorString& value);
@@ -81,8 +71,6 @@ struct StructBeamType {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructBeamType>();
 struct StructBeamTypeMarshal : RecordMarshal<StructBeamType> {};
 
 /// When a beam needs a view. -1 as view or beam type stands for every type. Table
@@ -115,6 +103,4 @@ struct StructNecessaryViewsConfiguration {
     int getNOTDetObjQualifierSet() const { return notDetObjQualifierSet; }
     int getRule() const { return rule; }
 };
-template <>
-const RecordDescription& descriptionOf<StructNecessaryViewsConfiguration>();
 struct StructNecessaryViewsConfigurationMarshal : RecordMarshal<StructNecessaryViewsConfiguration> {};

@@ -8,8 +8,6 @@ struct StructFootingIsolatedFormulaMask {
     KorString runName;
     KorString mask; // variables, separated by semicolons
 };
-template <>
-const RecordDescription& descriptionOf<StructFootingIsolatedFormulaMask>();
 struct StructFootingIsolatedFormulaMaskMarshal : RecordMarshal<StructFootingIsolatedFormulaMask> {};
 
 /// A formula that sizes an isolated footing. Table "FootingIsolatedFormulaDefault".
@@ -20,6 +18,4 @@ struct StructFootingIsolatedFormulaDefault {
     KorString formula; // gives mm
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructFootingIsolatedFormulaDefault>();
 struct StructFootingIsolatedFormulaDefaultMarshal : RecordMarshal<StructFootingIsolatedFormulaDefault> {};

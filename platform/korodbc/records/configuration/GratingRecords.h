@@ -8,8 +8,6 @@ struct StructBarGratingSeries {
     KorString runName;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructBarGratingSeries>();
 struct StructBarGratingSeriesMarshal : RecordMarshal<StructBarGratingSeries> {};
 
 /// A spacing of bearing bars. Table "BearingBarSpacing".
@@ -19,8 +17,6 @@ struct StructBearingBarSpacing {
     double distance = 0; // mm
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructBearingBarSpacing>();
 struct StructBearingBarSpacingMarshal : RecordMarshal<StructBearingBarSpacing> {};
 
 /// A spacing of cross bars. Table "CrossBarSpacing".
@@ -30,8 +26,6 @@ struct StructCrossBarSpacing {
     double distance = 0; // mm
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructCrossBarSpacing>();
 struct StructCrossBarSpacingMarshal : RecordMarshal<StructCrossBarSpacing> {};
 
 /// Depth of a grating and thickness of its bearing bars. Table "BearingBarThickness".
@@ -42,8 +36,6 @@ struct StructBearingBarThickness {
     KorString runName;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructBearingBarThickness>();
 struct StructBearingBarThicknessMarshal : RecordMarshal<StructBearingBarThickness> {};
 
 /// Width of a grating panel. Table "BearingBarWidth".
@@ -53,8 +45,6 @@ struct StructBearingBarWidth {
     int barQuantity = 0; // bearing bars in the panel
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructBearingBarWidth>();
 struct StructBearingBarWidthMarshal : RecordMarshal<StructBearingBarWidth> {};
 
 /// A cross bar. Table "CrossBar".
@@ -64,8 +54,6 @@ struct StructCrossBar {
     double barThickness = 0; // mm
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructCrossBar>();
 struct StructCrossBarMarshal : RecordMarshal<StructCrossBar> {};
 
 /// A valid combination of the components of a bar grating. Table "BarGrating".
@@ -79,8 +67,6 @@ struct StructBarGrating {
     KorString crossBarName;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructBarGrating>();
 struct StructBarGratingMarshal : RecordMarshal<StructBarGrating> {
     /// The row of one combination, given by the keys of its components.
     static int getByKey(const KorString& series, long bearingBarSpacing, long crossBarSpacing,
@@ -96,8 +82,6 @@ struct StructGratingStandardMaster {
     KorString material;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructGratingStandardMaster>();
 struct StructGratingStandardMasterMarshal : RecordMarshal<StructGratingStandardMaster> {};
 
 /// A class of gratings cut to size and the table that holds them. Table "GratingVariableMaster".
@@ -108,8 +92,6 @@ struct StructGratingVariableMaster {
     KorString material;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructGratingVariableMaster>();
 struct StructGratingVariableMasterMarshal : RecordMarshal<StructGratingVariableMaster> {};
 
 /// A grating of fixed size. The tables that hold them are named by their classes. Table "Gratings_P30".
@@ -121,8 +103,6 @@ struct StructGratingStandardItem {
     double thickness = 0; // mm
     double mass = 0;      // kg
 };
-template <>
-const RecordDescription& descriptionOf<StructGratingStandardItem>();
 struct StructGratingStandardItemMarshal : RecordMarshal<StructGratingStandardItem> {};
 
 /// A grating cut to size. The tables that hold them are named by their classes. Table "Gratings_G30".
@@ -134,6 +114,4 @@ struct StructGratingVariableItem {
     double massPerArea = 0;  // kg/m2
     double maximumWidth = 0; // mm
 };
-template <>
-const RecordDescription& descriptionOf<StructGratingVariableItem>();
 struct StructGratingVariableItemMarshal : RecordMarshal<StructGratingVariableItem> {};

@@ -8,8 +8,6 @@ struct StructJointGroups {
     KorString runName;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructJointGroups>();
 struct StructJointGroupsMarshal : RecordMarshal<StructJointGroups> {};
 
 /// A group that a joint uses. Table "GroupsJointAssignment".
@@ -19,8 +17,6 @@ struct StructGroupsJointAssignment {
     int group = -1;
     int position = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructGroupsJointAssignment>();
 
 struct StructGroupsJointAssignmentMarshal : RecordMarshal<StructGroupsJointAssignment> {
     /// The groups of a joint, in table order.
@@ -37,8 +33,6 @@ struct StructPagesGroupAssignment {
     KorString page;
     int position = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructPagesGroupAssignment>();
 
 struct StructPagesGroupAssignmentMarshal : RecordMarshal<StructPagesGroupAssignment> {
     /// The pages of a group, in table order.
@@ -57,8 +51,6 @@ struct StructHRLDefinition {
     KorString classID; // as in {6F9619FF-8B86-D011-B42D-00C04FC964FF}
     KorString libraryName;
 };
-template <>
-const RecordDescription& descriptionOf<StructHRLDefinition>();
 
 struct StructHRLDefinitionMarshal : RecordMarshal<StructHRLDefinition> {
     static int getByInternalName(const KorString& internalName, StructHRLDefinition& record)
@@ -83,8 +75,6 @@ struct StructConvertHRLToCOMJoints {
     KorString newName;
     KorString classID;
 };
-template <>
-const RecordDescription& descriptionOf<StructConvertHRLToCOMJoints>();
 
 struct StructConvertHRLToCOMJointsMarshal : RecordMarshal<StructConvertHRLToCOMJoints> {
     static int getByOldName(const KorString& oldName, StructConvertHRLToCOMJoints& record)

@@ -1,47 +1,31 @@
 #include <korodbc/records/configuration/LanguageRecords.h>
 #include <korodbc/records/DescriptionBuilder.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructLanguageDependet_Strings>()
-{
-    using R = StructLanguageDependet_Strings;
-    return described([] {
-        return describe<R>("StructLanguageDependet_Strings",
-                           "LanguageDependet_Strings",
-                           DataSources{KorDSNDefinitions::kTexts},
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::unitUsed>("UnitUsed"),
-                           column<&R::displayControl>("DisplayControl"));
-    });
-}
+template <std::same_as<StructLanguageDependet_Strings> R>
+constexpr Entry listOf<R>[] = {
+    table("LanguageDependet_Strings", DataSources{KorDSNDefinitions::kTexts}),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::unitUsed, "UnitUsed"),
+    column(&R::displayControl, "DisplayControl"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructNotes>()
-{
-    using R = StructNotes;
-    return described([] {
-        return describe<R>(
-            "StructNotes", "Notes", inConfigurationAndAddin, key<&R::key>("Key"), runName<&R::runName>("RunName"));
-    });
-}
+template <std::same_as<StructNotes> R>
+constexpr Entry listOf<R>[] = {
+    table("Notes", inConfigurationAndAddin),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructHelpButtons>()
-{
-    using R = StructHelpButtons;
-    return described([] {
-        return describe<R>("StructHelpButtons",
-                           "HelpButtons",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           column<&R::helpTag>("HelpTag"),
-                           column<&R::stringId>("StringId"));
-    });
-}
+template <std::same_as<StructHelpButtons> R>
+constexpr Entry listOf<R>[] = {
+    table("HelpButtons", inConfiguration),
+    key(&R::key, "Key"),
+    column(&R::helpTag, "HelpTag"),
+    column(&R::stringId, "StringId"),
+};
 
 namespace {
 
@@ -68,10 +52,5 @@ int StructLanguageDependet_StringsMarshal::getUserDisplayControl(const KorString
     return fieldOf<&StructLanguageDependet_Strings::displayControl>(runName, control);
 }
 
-std::span<const DescriptionFunction> records::languageRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructLanguageDependet_Strings>,
-                                                   descriptionOf<StructNotes>,
-                                                   descriptionOf<StructHelpButtons>};
-    return list;
-}
+constinit const Family records::languageRecords =
+    family<StructLanguageDependet_Strings, StructNotes, StructHelpButtons>;

@@ -9,8 +9,6 @@ struct StructLanguageDependet_Strings {
     int unitUsed = 0;       // kind of unit that its values are shown in, 0 none
     int displayControl = 0; // 0 as typed, 1 check box, 2 list, 3 read only
 };
-template <>
-const RecordDescription& descriptionOf<StructLanguageDependet_Strings>();
 struct StructLanguageDependet_StringsMarshal : RecordMarshal<StructLanguageDependet_Strings> {
     static int getUserUnitUsedForRunname(const KorString& runName, long& unit);
     static int getUserDisplayControl(const KorString& runName, long& control);
@@ -21,8 +19,6 @@ struct StructNotes {
     KorString key;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructNotes>();
 struct StructNotesMarshal : RecordMarshal<StructNotes> {};
 
 /// What the help button of a dialog shows; the key is the dialog's name. Table "HelpButtons".
@@ -31,6 +27,4 @@ struct StructHelpButtons {
     KorString helpTag; // place in the help
     int stringId = 0;  // number of the button's prompt
 };
-template <>
-const RecordDescription& descriptionOf<StructHelpButtons>();
 struct StructHelpButtonsMarshal : RecordMarshal<StructHelpButtons> {};

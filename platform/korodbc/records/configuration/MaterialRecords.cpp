@@ -1,95 +1,64 @@
 #include <korodbc/records/configuration/MaterialRecords.h>
 #include <korodbc/records/DescriptionBuilder.h>
-#include <korodbc/records/Registry.h>
 
 #include <cmath>
 #include <utility>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructMaterial>()
-{
-    using R = StructMaterial;
-    return described([] {
-        return describe<R>("StructMaterial",
-                           "Material",
-                           inConfigurationAndAddin,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::standard>("Standard"),
-                           column<&R::materialNumber>("MaterialNumber"),
-                           column<&R::yieldStrength>("YieldStrength"),
-                           column<&R::tensileStrength>("TensileStrength"),
-                           column<&R::yieldStrengthThick>("YieldStrengthThick"),
-                           column<&R::tensileStrengthThick>("TensileStrengthThick"),
-                           column<&R::elasticModulus>("ElasticModulus"),
-                           column<&R::density>("Density"),
-                           sortOrder<&R::sortOrder>("SortOrder"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructMaterial> R>
+constexpr Entry listOf<R>[] = {
+    table("Material", inConfigurationAndAddin),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::standard, "Standard"),
+    column(&R::materialNumber, "MaterialNumber"),
+    column(&R::yieldStrength, "YieldStrength"),
+    column(&R::tensileStrength, "TensileStrength"),
+    column(&R::yieldStrengthThick, "YieldStrengthThick"),
+    column(&R::tensileStrengthThick, "TensileStrengthThick"),
+    column(&R::elasticModulus, "ElasticModulus"),
+    column(&R::density, "Density"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructMaterialClass>()
-{
-    using R = StructMaterialClass;
-    return described([] {
-        return describe<R>("StructMaterialClass",
-                           "MaterialClass",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::name>("Name"),
-                           column<&R::classNumber>("ClassNumber"));
-    });
-}
+template <std::same_as<StructMaterialClass> R>
+constexpr Entry listOf<R>[] = {
+    table("MaterialClass", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::name, "Name"),
+    column(&R::classNumber, "ClassNumber"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructCoating>()
-{
-    using R = StructCoating;
-    return described([] {
-        return describe<R>("StructCoating",
-                           "Coating",
-                           inConfigurationAndAddin,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::thickness>("Thickness"),
-                           sortOrder<&R::sortOrder>("SortOrder"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructCoating> R>
+constexpr Entry listOf<R>[] = {
+    table("Coating", inConfigurationAndAddin),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::thickness, "Thickness"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructPlateThickness>()
-{
-    using R = StructPlateThickness;
-    return described([] {
-        return describe<R>("StructPlateThickness",
-                           "PlateThickness",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::thickness>("Thickness"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructPlateThickness> R>
+constexpr Entry listOf<R>[] = {
+    table("PlateThickness", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::thickness, "Thickness"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructScale>()
-{
-    using R = StructScale;
-    return described([] {
-        return describe<R>("StructScale",
-                           "Scale",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::factor>("Factor"),
-                           column<&R::unitType>("UnitType"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructScale> R>
+constexpr Entry listOf<R>[] = {
+    table("Scale", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::factor, "Factor"),
+    column(&R::unitType, "UnitType"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
 int StructPlateThicknessMarshal::getKeyList(KorArray<double>& thicknesses)
 {
@@ -191,12 +160,5 @@ int StructScaleMarshal::getListScaleDescription(const KorArray<double>& factors,
     return result;
 }
 
-std::span<const DescriptionFunction> records::materialRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructMaterial>,
-                                                   descriptionOf<StructMaterialClass>,
-                                                   descriptionOf<StructCoating>,
-                                                   descriptionOf<StructPlateThickness>,
-                                                   descriptionOf<StructScale>};
-    return list;
-}
+constinit const Family records::materialRecords =
+    family<StructMaterial, StructMaterialClass, StructCoating, StructPlateThickness, StructScale>;

@@ -17,8 +17,6 @@ struct StructMaterial {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructMaterial>();
 struct StructMaterialMarshal : RecordMarshal<StructMaterial> {
     using RecordMarshal::getOrderedRunNameListByKeys;
     /// The same; the option makes no difference.
@@ -35,8 +33,6 @@ struct StructMaterialClass {
     KorString name;
     int classNumber = 0; // 1 structural steel, 2 stainless steel, 3 aluminium, 4 concrete, 5 timber
 };
-template <>
-const RecordDescription& descriptionOf<StructMaterialClass>();
 struct StructMaterialClassMarshal : RecordMarshal<StructMaterialClass> {};
 
 /// A protection of members and plates against corrosion. Table "Coating".
@@ -47,8 +43,6 @@ struct StructCoating {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructCoating>();
 struct StructCoatingMarshal : RecordMarshal<StructCoating> {};
 
 /// A plate thickness. To callers the thickness itself, in mm, is the key; rows are stored under an integer.
@@ -59,8 +53,6 @@ struct StructPlateThickness {
     double thickness = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructPlateThickness>();
 struct StructPlateThicknessMarshal : RecordMarshal<StructPlateThickness> {
     using RecordMarshal::getKeyByRunName;
     using RecordMarshal::getKeyList;
@@ -82,8 +74,6 @@ struct StructScale {
     int unitType = 0;  // ScaleUnitType
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructScale>();
 struct StructScaleMarshal : RecordMarshal<StructScale> {
     /// Scales of one unit type, in table order.
     static int getScaleTable(StructScale::ScaleUnitType unitType, KorArray<StructScale>& scales);

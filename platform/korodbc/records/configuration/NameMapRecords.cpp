@@ -1,29 +1,18 @@
 #include <korodbc/records/configuration/NameMapRecords.h>
 #include <korodbc/records/DescriptionBuilder.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructMapInternToExtern>()
-{
-    using R = StructMapInternToExtern;
-    return described([] {
-        return describe<R>("StructMapInternToExtern",
-                           "MapInternToExtern",
-                           DataSources{KorDSNDefinitions::kConfiguration,
-                                       KorDSNDefinitions::kProjectAdvance,
-                                       KorDSNDefinitions::kProject,
-                                       KorDSNDefinitions::kAddin},
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::externalName>("ExternalName"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructMapInternToExtern> R>
+constexpr Entry listOf<R>[] = {
+    table("MapInternToExtern", DataSources{KorDSNDefinitions::kConfiguration,
+                                           KorDSNDefinitions::kProjectAdvance,
+                                           KorDSNDefinitions::kProject,
+                                           KorDSNDefinitions::kAddin}),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::externalName, "ExternalName"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-std::span<const DescriptionFunction> records::nameMapRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructMapInternToExtern>};
-    return list;
-}
+constinit const Family records::nameMapRecords = family<StructMapInternToExtern>;

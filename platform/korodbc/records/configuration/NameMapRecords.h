@@ -9,6 +9,4 @@ struct StructMapInternToExtern {
     KorString externalName;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructMapInternToExtern>();
 struct StructMapInternToExternMarshal : RecordMarshal<StructMapInternToExtern> {};

@@ -1,6 +1,5 @@
 #include <korodbc/records/configuration/PreferredSizesRecords.h>
 #include <korodbc/records/DescriptionBuilder.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
@@ -10,75 +9,45 @@ constexpr DataSources inAddin{KorDSNDefinitions::kAddin};
 
 } // namespace
 
-template <>
-const RecordDescription& descriptionOf<StructRegion>()
-{
-    using R = StructRegion;
-    return described([] {
-        return describe<R>("StructRegion",
-                           "Region",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructRegion> R>
+constexpr Entry listOf<R>[] = {
+    table("Region", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructCountry>()
-{
-    using R = StructCountry;
-    return described([] {
-        return describe<R>("StructCountry",
-                           "Country",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::code>("Code"),
-                           lookup<&R::region, StructRegion>("Region").noneAllowed());
-    });
-}
+template <std::same_as<StructCountry> R>
+constexpr Entry listOf<R>[] = {
+    table("Country", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::code, "Code"),
+    lookup<StructRegion>(&R::region, "Region").noneAllowed(),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructPreferredSizesProfiles>()
-{
-    using R = StructPreferredSizesProfiles;
-    return described([] {
-        return describe<R>("StructPreferredSizesProfiles",
-                           "PreferredSizesProfiles",
-                           inAddin,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::selected>("Selected"),
-                           lookup<&R::region, StructRegion>("Region").noneAllowed(),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructPreferredSizesProfiles> R>
+constexpr Entry listOf<R>[] = {
+    table("PreferredSizesProfiles", inAddin),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::selected, "Selected"),
+    lookup<StructRegion>(&R::region, "Region").noneAllowed(),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructPreferredSizesItems>()
-{
-    using R = StructPreferredSizesItems;
-    return described([] {
-        return describe<R>("StructPreferredSizesItems",
-                           "PreferredSizesItems",
-                           inAddin,
-                           key<&R::key>("Key"),
-                           column<&R::profileID>("ProfileID").names<StructPreferredSizesProfiles>(),
-                           column<&R::typeID>("TypeID"),
-                           column<&R::categoryID>("CategoryID"),
-                           column<&R::tableID>("TableID"),
-                           column<&R::keyValue>("KeyValue"),
-                           column<&R::masterTableID>("MasterTableID"),
-                           column<&R::masterKeyValue>("MasterKeyValue"));
-    });
-}
+template <std::same_as<StructPreferredSizesItems> R>
+constexpr Entry listOf<R>[] = {
+    table("PreferredSizesItems", inAddin),
+    key(&R::key, "Key"),
+    names<StructPreferredSizesProfiles>(&R::profileID, "ProfileID"),
+    column(&R::typeID, "TypeID"),
+    column(&R::categoryID, "CategoryID"),
+    column(&R::tableID, "TableID"),
+    column(&R::keyValue, "KeyValue"),
+    column(&R::masterTableID, "MasterTableID"),
+    column(&R::masterKeyValue, "MasterKeyValue"),
+};
 
-std::span<const DescriptionFunction> records::preferredSizesRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructRegion>,
-                                                   descriptionOf<StructCountry>,
-                                                   descriptionOf<StructPreferredSizesProfiles>,
-                                                   descriptionOf<StructPreferredSizesItems>};
-    return list;
-}
+constinit const Family records::preferredSizesRecords =
+    family<StructRegion, StructCountry, StructPreferredSizesProfiles, StructPreferredSizesItems>;

@@ -8,8 +8,6 @@ struct StructRegion {
     KorString runName;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructRegion>();
 struct StructRegionMarshal : RecordMarshal<StructRegion> {};
 
 /// A country. Table "Country".
@@ -19,8 +17,6 @@ struct StructCountry {
     KorString code;  // two letters, as in ISO 3166-1
     int region = -1; // -1: of none
 };
-template <>
-const RecordDescription& descriptionOf<StructCountry>();
 struct StructCountryMarshal : RecordMarshal<StructCountry> {};
 
 /// A choice of preferred sizes. Table "PreferredSizesProfiles" of the add-in.
@@ -35,8 +31,6 @@ struct StructPreferredSizesProfiles {
     int getSelected() const { return selected; }
     int getRegion() const { return region; }
 };
-template <>
-const RecordDescription& descriptionOf<StructPreferredSizesProfiles>();
 struct StructPreferredSizesProfilesMarshal : RecordMarshal<StructPreferredSizesProfiles> {};
 
 /// A catalogue row that a profile offers in one list. Table "PreferredSizesItems" of the add-in. What type, table
@@ -51,6 +45,4 @@ struct StructPreferredSizesItems {
     int masterTableID = 0;    // 0: the row is offered whatever was chosen before
     KorString masterKeyValue; // what the row is offered with: the section's class, the grating's class
 };
-template <>
-const RecordDescription& descriptionOf<StructPreferredSizesItems>();
 struct StructPreferredSizesItemsMarshal : RecordMarshal<StructPreferredSizesItems> {};

@@ -14,8 +14,6 @@ struct StructRenderMaterial {
     KorString texture; // file name
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructRenderMaterial>();
 struct StructRenderMaterialMarshal : RecordMarshal<StructRenderMaterial> {};
 
 /// A symbol for drawings. Table "Symbols".
@@ -27,8 +25,6 @@ struct StructSymbols {
     double rotation = 0; // degrees
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructSymbols>();
 struct StructSymbolsMarshal : RecordMarshal<StructSymbols> {};
 
 /// Where the figures of a catalogue come from. Table "Sources".
@@ -38,6 +34,4 @@ struct StructSource {
     KorString description;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructSource>();
 struct StructSourceMarshal : RecordMarshal<StructSource> {};

@@ -1,68 +1,49 @@
 #include <korodbc/records/configuration/RuleRecords.h>
 #include <korodbc/records/DescriptionBuilder.h>
-#include <korodbc/records/Registry.h>
 
 #include <algorithm>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructRules>()
-{
-    using R = StructRules;
-    return described([] {
-        return describe<R>("StructRules",
-                           "RulesNew",
-                           DataSources{KorDSNDefinitions::kRules},
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::internalName>("InternalName"),
-                           column<&R::module>("Module"),
-                           column<&R::function>("Function"),
-                           column<&R::dialog>("Dialog"),
-                           column<&R::intention>("Intention"),
-                           column<&R::jointName>("JointName"),
-                           column<&R::symbol>("Symbol"),
-                           column<&R::helpTag>("HelpTag"),
-                           column<&R::toolTip>("ToolTip"),
-                           column<&R::parameters>("Parameters"),
-                           column<&R::sublist>("Sublist"),
-                           column<&R::description>("Description"),
-                           column<&R::version>("Version"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructRules> R>
+constexpr Entry listOf<R>[] = {
+    table("RulesNew", DataSources{KorDSNDefinitions::kRules}),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::internalName, "InternalName"),
+    column(&R::module, "Module"),
+    column(&R::function, "Function"),
+    column(&R::dialog, "Dialog"),
+    column(&R::intention, "Intention"),
+    column(&R::jointName, "JointName"),
+    column(&R::symbol, "Symbol"),
+    column(&R::helpTag, "HelpTag"),
+    column(&R::toolTip, "ToolTip"),
+    column(&R::parameters, "Parameters"),
+    column(&R::sublist, "Sublist"),
+    column(&R::description, "Description"),
+    column(&R::version, "Version"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructRulesCategory>()
-{
-    using R = StructRulesCategory;
-    return described([] {
-        return describe<R>("StructRulesCategory",
-                           "Rules2nd",
-                           DataSources{KorDSNDefinitions::kRules},
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::category>("Category"),
-                           column<&R::rule>("Rule"),
-                           column<&R::jointName>("JointName"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructRulesCategory> R>
+constexpr Entry listOf<R>[] = {
+    table("Rules2nd", DataSources{KorDSNDefinitions::kRules}),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::category, "Category"),
+    column(&R::rule, "Rule"),
+    column(&R::jointName, "JointName"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructRuleNameMapping>()
-{
-    using R = StructRuleNameMapping;
-    return described([] {
-        return describe<R>("StructRuleNameMapping",
-                           "RuleNameMapping",
-                           DataSources{KorDSNDefinitions::kRules},
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::mappedName>("MappedName"));
-    });
-}
+template <std::same_as<StructRuleNameMapping> R>
+constexpr Entry listOf<R>[] = {
+    table("RuleNameMapping", DataSources{KorDSNDefinitions::kRules}),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::mappedName, "MappedName"),
+};
 
 namespace {
 
@@ -156,9 +137,4 @@ int StructRulesCategoryMarshal::getJointName(const KorString& runName, KorString
     return textWithName<StructRulesCategory, &StructRulesCategory::jointName>(runName, jointName);
 }
 
-std::span<const DescriptionFunction> records::ruleRecords()
-{
-    static constexpr DescriptionFunction list[] = {
-        descriptionOf<StructRules>, descriptionOf<StructRulesCategory>, descriptionOf<StructRuleNameMapping>};
-    return list;
-}
+constinit const Family records::ruleRecords = family<StructRules, StructRulesCategory, StructRuleNameMapping>;

@@ -38,8 +38,6 @@ struct StructRules {
     int version = 0;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructRules>();
 struct StructRulesMarshal : RecordMarshal<StructRules> {
     /// Text of a rule by its number; nullptr when there is no text of that number.
     static const KorString* textOf(const StructRules& rule, int content);
@@ -57,8 +55,6 @@ struct StructRulesCategory {
     KorString jointName;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructRulesCategory>();
 struct StructRulesCategoryMarshal : RecordMarshal<StructRulesCategory> {
     /// Run names of a category's entries, in their sort order.
     static int getRuleSublistUse2nd(const KorString& category, KorArray<KorString>& runNames);
@@ -79,6 +75,4 @@ struct StructRuleNameMapping {
     KorString runName;
     KorString mappedName;
 };
-template <>
-const RecordDescription& descriptionOf<StructRuleNameMapping>();
 struct StructRuleNameMappingMarshal : RecordMarshal<StructRuleNameMapping> {};

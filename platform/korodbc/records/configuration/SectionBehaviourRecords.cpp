@@ -1,36 +1,23 @@
 #include <korodbc/records/configuration/SectionBehaviourRecords.h>
 #include <korodbc/records/DescriptionBuilder.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructSectionBehaviour>()
-{
-    using R = StructSectionBehaviour;
-    return described([] {
-        return describe<R>("StructSectionBehaviour",
-                           "SectionBehaviour",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::unwind>("Unwind"));
-    });
-}
+template <std::same_as<StructSectionBehaviour> R>
+constexpr Entry listOf<R>[] = {
+    table("SectionBehaviour", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::unwind, "Unwind"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructSectionBehaviourAssignment>()
-{
-    using R = StructSectionBehaviourAssignment;
-    return described([] {
-        return describe<R>("StructSectionBehaviourAssignment",
-                           "SectionBehaviourAssignment",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           lookup<&R::behaviour, StructSectionBehaviour>("Behaviour"));
-    });
-}
+template <std::same_as<StructSectionBehaviourAssignment> R>
+constexpr Entry listOf<R>[] = {
+    table("SectionBehaviourAssignment", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    lookup<StructSectionBehaviour>(&R::behaviour, "Behaviour"),
+};
 
 int StructSectionBehaviourAssignmentMarshal::getBehaviourKey(const KorString& profileClass, long& behaviour)
 {
@@ -41,9 +28,5 @@ int StructSectionBehaviourAssignmentMarshal::getBehaviourKey(const KorString& pr
     return result;
 }
 
-std::span<const DescriptionFunction> records::sectionBehaviourRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructSectionBehaviour>,
-                                                   descriptionOf<StructSectionBehaviourAssignment>};
-    return list;
-}
+constinit const Family records::sectionBehaviourRecords =
+    family<StructSectionBehaviour, StructSectionBehaviourAssignment>;

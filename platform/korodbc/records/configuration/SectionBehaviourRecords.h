@@ -8,8 +8,6 @@ struct StructSectionBehaviour {
     KorString runName;
     int unwind = 0; // 0 not, 1 along the outer face, 2 along the middle of the wall
 };
-template <>
-const RecordDescription& descriptionOf<StructSectionBehaviour>();
 struct StructSectionBehaviourMarshal : RecordMarshal<StructSectionBehaviour> {};
 
 /// The behaviour of a class of sections; the run name is the class key. Table "SectionBehaviourAssignment".
@@ -18,8 +16,6 @@ struct StructSectionBehaviourAssignment {
     KorString runName;
     int behaviour = -1;
 };
-template <>
-const RecordDescription& descriptionOf<StructSectionBehaviourAssignment>();
 struct StructSectionBehaviourAssignmentMarshal : RecordMarshal<StructSectionBehaviourAssignment> {
     /// Key of the behaviour of a class, given by its key.
     static int getBehaviourKey(const KorString& profileClass, long& behaviour);

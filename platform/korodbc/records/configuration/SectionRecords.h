@@ -17,8 +17,6 @@ struct StructProfileClass {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructProfileClass>();
 struct StructProfileClassMarshal : RecordMarshal<StructProfileClass> {
     /// The class whose sections are in this table.
     static int getStructByTableName(const KorString& tableName, StructProfileClass& record);
@@ -50,8 +48,6 @@ struct StructSection {
     double torsionConstant = 0; // cm4
     double warpingConstant = 0; // cm6
 };
-template <>
-const RecordDescription& descriptionOf<StructSection>();
 struct StructSectionMarshal : RecordMarshal<StructSection> {};
 
 /// A kind of cross-section that classes of sections name. Table "ProfileSubtypes".
@@ -61,8 +57,6 @@ struct StructProfileSubtype {
     int shape = -1; // StructProfileClass::eShape; -1: none of them
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructProfileSubtype>();
 struct StructProfileSubtypeMarshal : RecordMarshal<StructProfileSubtype> {};
 
 /// A class of compound sections and the table that holds them: key, run name, section name. Table
@@ -74,6 +68,4 @@ struct StructCompoundMaster {
     KorString compoundTable;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructCompoundMaster>();
 struct StructCompoundMasterMarshal : RecordMarshal<StructCompoundMaster> {};

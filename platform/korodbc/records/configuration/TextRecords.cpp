@@ -1,126 +1,75 @@
 #include <korodbc/records/configuration/TextRecords.h>
 #include <korodbc/records/DescriptionBuilder.h>
 #include <korodbc/records/detail/NumberingRecords.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructDateTimeFormat>()
-{
-    using R = StructDateTimeFormat;
-    return described([] {
-        return describe<R>("StructDateTimeFormat",
-                           "DateTimeFormat",
-                           DataSources{KorDSNDefinitions::kUnits},
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::format>("Format"));
-    });
-}
+template <std::same_as<StructDateTimeFormat> R>
+constexpr Entry listOf<R>[] = {
+    table("DateTimeFormat", DataSources{KorDSNDefinitions::kUnits}),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::format, "Format"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructTextSizes>()
-{
-    using R = StructTextSizes;
-    return described([] {
-        return describe<R>("StructTextSizes",
-                           "TextSizes",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::height>("Height"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructTextSizes> R>
+constexpr Entry listOf<R>[] = {
+    table("TextSizes", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::height, "Height"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructGenericStringTokenGroup>()
-{
-    using R = StructGenericStringTokenGroup;
-    return described([] {
-        return describe<R>("StructGenericStringTokenGroup",
-                           "GenericStringTokenGroup",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           lookup<&R::objectType, StructObjectType>("ObjectType"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructGenericStringTokenGroup> R>
+constexpr Entry listOf<R>[] = {
+    table("GenericStringTokenGroup", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    lookup<StructObjectType>(&R::objectType, "ObjectType"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructGenericStringToken>()
-{
-    using R = StructGenericStringToken;
-    return described([] {
-        return describe<R>("StructGenericStringToken",
-                           "GenericStringToken",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           lookup<&R::group, StructGenericStringTokenGroup>("GroupID"),
-                           column<&R::token>("Token"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructGenericStringToken> R>
+constexpr Entry listOf<R>[] = {
+    table("GenericStringToken", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    lookup<StructGenericStringTokenGroup>(&R::group, "GroupID"),
+    column(&R::token, "Token"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructBOMDwgTokens>()
-{
-    using R = StructBOMDwgTokens;
-    return described([] {
-        return describe<R>("StructBOMDwgTokens",
-                           "BomDwgTokens",
-                           DataSources{KorDSNDefinitions::kReports},
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::token>("Token"),
-                           column<&R::width>("Width"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructBOMDwgTokens> R>
+constexpr Entry listOf<R>[] = {
+    table("BomDwgTokens", DataSources{KorDSNDefinitions::kReports}),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::token, "Token"),
+    column(&R::width, "Width"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructTemplateReportObjects>()
-{
-    using R = StructTemplateReportObjects;
-    return described([] {
-        return describe<R>("StructTemplateReportObjects",
-                           "TemplateReportObjects",
-                           DataSources{KorDSNDefinitions::kReports},
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::selection>("Selection"),
-                           column<&R::grouped>("Grouped"));
-    });
-}
+template <std::same_as<StructTemplateReportObjects> R>
+constexpr Entry listOf<R>[] = {
+    table("TemplateReportObjects", DataSources{KorDSNDefinitions::kReports}),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::selection, "Selection"),
+    column(&R::grouped, "Grouped"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructCameraType>()
-{
-    using R = StructCameraType;
-    return described([] {
-        return describe<R>("StructCameraType",
-                           "CameraTypes",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::perspective>("Perspective"),
-                           column<&R::azimuth>("Azimuth"),
-                           column<&R::elevation>("Elevation"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructCameraType> R>
+constexpr Entry listOf<R>[] = {
+    table("CameraTypes", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::perspective, "Perspective"),
+    column(&R::azimuth, "Azimuth"),
+    column(&R::elevation, "Elevation"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-std::span<const DescriptionFunction> records::textRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructDateTimeFormat>,
-                                                   descriptionOf<StructTextSizes>,
-                                                   descriptionOf<StructGenericStringTokenGroup>,
-                                                   descriptionOf<StructGenericStringToken>,
-                                                   descriptionOf<StructBOMDwgTokens>,
-                                                   descriptionOf<StructTemplateReportObjects>,
-                                                   descriptionOf<StructCameraType>};
-    return list;
-}
+constinit const Family records::textRecords =
+    family<StructDateTimeFormat, StructTextSizes, StructGenericStringTokenGroup, StructGenericStringToken,
+           StructBOMDwgTokens, StructTemplateReportObjects, StructCameraType>;

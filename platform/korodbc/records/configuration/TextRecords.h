@@ -8,8 +8,6 @@ struct StructDateTimeFormat {
     KorString runName;
     KorString format; // as strftime has it
 };
-template <>
-const RecordDescription& descriptionOf<StructDateTimeFormat>();
 struct StructDateTimeFormatMarshal : RecordMarshal<StructDateTimeFormat> {};
 
 /// A height of texts in drawings. Table "TextSizes".
@@ -19,8 +17,6 @@ struct StructTextSizes {
     double height = 0; // mm on paper
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructTextSizes>();
 struct StructTextSizesMarshal : RecordMarshal<StructTextSizes> {};
 
 /// A group of tokens. Table "GenericStringTokenGroup".
@@ -30,8 +26,6 @@ struct StructGenericStringTokenGroup {
     int objectType = -1;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructGenericStringTokenGroup>();
 
 struct StructGenericStringTokenGroupMarshal : RecordMarshal<StructGenericStringTokenGroup> {
     /// The groups for objects of a type, in table order.
@@ -49,8 +43,6 @@ struct StructGenericStringToken {
     KorString token; // as written in texts
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructGenericStringToken>();
 
 struct StructGenericStringTokenMarshal : RecordMarshal<StructGenericStringToken> {
     /// The tokens of a group, in table order.
@@ -68,8 +60,6 @@ struct StructBOMDwgTokens {
     double width = 0; // mm on paper
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructBOMDwgTokens>();
 struct StructBOMDwgTokensMarshal : RecordMarshal<StructBOMDwgTokens> {};
 
 /// The objects that a report template lists. Table "TemplateReportObjects".
@@ -79,8 +69,6 @@ struct StructTemplateReportObjects {
     KorString selection;
     int grouped = 0; // equal objects on one line
 };
-template <>
-const RecordDescription& descriptionOf<StructTemplateReportObjects>();
 struct StructTemplateReportObjectsMarshal : RecordMarshal<StructTemplateReportObjects> {};
 
 /// A standard view of the model; the key is its internal name. Angles in degrees. Table "CameraTypes".
@@ -92,6 +80,4 @@ struct StructCameraType {
     double elevation = 0; // of the eye above the ground
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructCameraType>();
 struct StructCameraTypeMarshal : RecordMarshal<StructCameraType> {};

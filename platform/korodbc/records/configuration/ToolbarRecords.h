@@ -12,8 +12,6 @@ struct StructToolbarsTable {
     int visible = 0;
     int docking = 0; // 0 floating, 1 top, 2 bottom, 3 left, 4 right
 };
-template <>
-const RecordDescription& descriptionOf<StructToolbarsTable>();
 struct StructToolbarsTableMarshal : RecordMarshal<StructToolbarsTable> {};
 
 /// A toolbar as it is delivered; the same columns, since rows are copied over as they are. Table
@@ -27,6 +25,4 @@ struct StructToolbarsDefault {
     int visible = 0;
     int docking = 0; // 0 floating, 1 top, 2 bottom, 3 left, 4 right
 };
-template <>
-const RecordDescription& descriptionOf<StructToolbarsDefault>();
 struct StructToolbarsDefaultMarshal : RecordMarshal<StructToolbarsDefault> {};

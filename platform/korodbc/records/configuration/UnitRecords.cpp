@@ -1,134 +1,45 @@
 #include <korodbc/records/configuration/UnitRecords.h>
 #include <korodbc/records/DescriptionBuilder.h>
-#include <korodbc/records/Registry.h>
 
 #include <algorithm>
 
 using namespace records;
 
-namespace {
-
-constexpr DataSources inUnits{KorDSNDefinitions::kUnits};
+static constexpr DataSources inUnits{KorDSNDefinitions::kUnits};
 
 template <UnitKind Kind>
-const RecordDescription& unitsOf()
-{
-    using R = StructUnitsOf<Kind>;
-    return described([] {
-        return describe<R>(describedBy(Kind).record,
-                           describedBy(Kind).table,
-                           inUnits,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::symbol>("Symbol"),
-                           column<&R::factor>("Factor"),
-                           lookup<&R::precision, StructUnits>("Precision"),
-                           column<&R::unitSystem>("UnitSystem"),
-                           sortOrder<&R::sortOrder>("SortOrder"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+constexpr Entry listOf<StructUnitsOf<Kind>>[] = {
+    table(describedBy(Kind).table, inUnits, describedBy(Kind).record),
+    key(&StructUnitsOf<Kind>::key, "Key"),
+    runName(&StructUnitsOf<Kind>::runName, "RunName"),
+    column(&StructUnitsOf<Kind>::symbol, "Symbol"),
+    column(&StructUnitsOf<Kind>::factor, "Factor"),
+    lookup<StructUnits>(&StructUnitsOf<Kind>::precision, "Precision"),
+    column(&StructUnitsOf<Kind>::unitSystem, "UnitSystem"),
+    sortOrder(&StructUnitsOf<Kind>::sortOrder, "SortOrder"),
+    owner(&StructUnitsOf<Kind>::ownerText, "OwnerText"),
+};
 
-} // namespace
+template <std::same_as<StructUnitsType> R>
+constexpr Entry listOf<R>[] = {
+    table("UnitsType", inUnits),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::unitKind, "UnitKind"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfDistance>()
-{
-    return unitsOf<UnitKind::Distance>();
-}
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfAngle>()
-{
-    return unitsOf<UnitKind::Angle>();
-}
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfWeight>()
-{
-    return unitsOf<UnitKind::Weight>();
-}
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfArea>()
-{
-    return unitsOf<UnitKind::Area>();
-}
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfStress>()
-{
-    return unitsOf<UnitKind::Stress>();
-}
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfForce>()
-{
-    return unitsOf<UnitKind::Force>();
-}
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfWeightPerDistance>()
-{
-    return unitsOf<UnitKind::WeightPerDistance>();
-}
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfAreaPerDistance>()
-{
-    return unitsOf<UnitKind::AreaPerDistance>();
-}
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfMoment>()
-{
-    return unitsOf<UnitKind::Moment>();
-}
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfSectionModulus>()
-{
-    return unitsOf<UnitKind::SectionModulus>();
-}
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfMomentOfInertia>()
-{
-    return unitsOf<UnitKind::MomentOfInertia>();
-}
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfVolume>()
-{
-    return unitsOf<UnitKind::Volume>();
-}
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfDensity>()
-{
-    return unitsOf<UnitKind::Density>();
-}
-
-template <>
-const RecordDescription& descriptionOf<StructUnitsType>()
-{
-    using R = StructUnitsType;
-    return described([] {
-        return describe<R>("StructUnitsType",
-                           "UnitsType",
-                           inUnits,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::unitKind>("UnitKind"),
-                           sortOrder<&R::sortOrder>("SortOrder"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
-
-template <>
-const RecordDescription& descriptionOf<StructUnits>()
-{
-    using R = StructUnits;
-    return described([] {
-        return describe<R>("StructUnits",
-                           "Units",
-                           inUnits,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           lookup<&R::unitType, StructUnitsType>("UnitType"),
-                           column<&R::denominator>("Denominator"),
-                           sortOrder<&R::sortOrder>("SortOrder"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructUnits> R>
+constexpr Entry listOf<R>[] = {
+    table("Units", inUnits),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    lookup<StructUnitsType>(&R::unitType, "UnitType"),
+    column(&R::denominator, "Denominator"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
 namespace {
 
@@ -169,22 +80,8 @@ int StructUnitsMarshal::getRunNameListOfType(long unitType, KorArray<KorString>&
     return result == 1 ? sortedNames(precisions, names) : result;
 }
 
-std::span<const DescriptionFunction> records::unitRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructUnitsOfDistance>,
-                                                   descriptionOf<StructUnitsOfAngle>,
-                                                   descriptionOf<StructUnitsOfWeight>,
-                                                   descriptionOf<StructUnitsOfArea>,
-                                                   descriptionOf<StructUnitsOfStress>,
-                                                   descriptionOf<StructUnitsOfForce>,
-                                                   descriptionOf<StructUnitsOfWeightPerDistance>,
-                                                   descriptionOf<StructUnitsOfAreaPerDistance>,
-                                                   descriptionOf<StructUnitsOfMoment>,
-                                                   descriptionOf<StructUnitsOfSectionModulus>,
-                                                   descriptionOf<StructUnitsOfMomentOfInertia>,
-                                                   descriptionOf<StructUnitsOfVolume>,
-                                                   descriptionOf<StructUnitsOfDensity>,
-                                                   descriptionOf<StructUnitsType>,
-                                                   descriptionOf<StructUnits>};
-    return list;
-}
+constinit const Family records::unitRecords =
+    family<StructUnitsOfDistance, StructUnitsOfAngle, StructUnitsOfWeight, StructUnitsOfArea, StructUnitsOfStress,
+           StructUnitsOfForce, StructUnitsOfWeightPerDistance, StructUnitsOfAreaPerDistance, StructUnitsOfMoment,
+           StructUnitsOfSectionModulus, StructUnitsOfMomentOfInertia, StructUnitsOfVolume, StructUnitsOfDensity,
+           StructUnitsType, StructUnits>;

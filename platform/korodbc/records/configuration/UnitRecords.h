@@ -77,33 +77,6 @@ using StructUnitsOfMomentOfInertia = StructUnitsOf<UnitKind::MomentOfInertia>;
 using StructUnitsOfVolume = StructUnitsOf<UnitKind::Volume>;
 using StructUnitsOfDensity = StructUnitsOf<UnitKind::Density>;
 
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfDistance>();
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfAngle>();
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfWeight>();
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfArea>();
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfStress>();
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfForce>();
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfWeightPerDistance>();
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfAreaPerDistance>();
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfMoment>();
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfSectionModulus>();
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfMomentOfInertia>();
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfVolume>();
-template <>
-const RecordDescription& descriptionOf<StructUnitsOfDensity>();
-
 template <UnitKind Kind>
 struct StructUnitsOfMarshal : RecordMarshal<StructUnitsOf<Kind>> {
 };
@@ -116,8 +89,6 @@ struct StructUnitsType {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructUnitsType>();
 struct StructUnitsTypeMarshal : RecordMarshal<StructUnitsType> {
     /// Run names of the types that serve a kind, in sort order.
     static int getRunNameListOfKind(long kind, KorArray<KorString>& names);
@@ -132,8 +103,6 @@ struct StructUnits {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructUnits>();
 struct StructUnitsMarshal : RecordMarshal<StructUnits> {
     /// Types may have precisions of the same name.
     static int getStructByRunNameAndType(const KorString& runName, long unitType, StructUnits& record);

@@ -1,82 +1,51 @@
 #include <korodbc/records/configuration/WeldRecords.h>
 #include <korodbc/records/DescriptionBuilder.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructWeldSeamBasic>()
-{
-    using R = StructWeldSeamBasic;
-    return described([] {
-        return describe<R>("StructWeldSeamBasic",
-                           "WeldType",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::symbol>("Symbol"),
-                           column<&R::filletWeld>("FilletWeld"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructWeldSeamBasic> R>
+constexpr Entry listOf<R>[] = {
+    table("WeldType", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::symbol, "Symbol"),
+    column(&R::filletWeld, "FilletWeld"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructWeldSeam>()
-{
-    using R = StructWeldSeam;
-    return described([] {
-        return describe<R>("StructWeldSeam",
-                           "CombiWelding",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           lookup<&R::firstWeld, StructWeldSeamBasic>("FirstWeld"),
-                           lookup<&R::secondWeld, StructWeldSeamBasic>("SecondWeld").noneAllowed(),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructWeldSeam> R>
+constexpr Entry listOf<R>[] = {
+    table("CombiWelding", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    lookup<StructWeldSeamBasic>(&R::firstWeld, "FirstWeld"),
+    lookup<StructWeldSeamBasic>(&R::secondWeld, "SecondWeld").noneAllowed(),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructFaceShape>()
-{
-    using R = StructFaceShape;
-    return described([] {
-        return describe<R>("StructFaceShape",
-                           "WeldShape",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::symbol>("Symbol"));
-    });
-}
+template <std::same_as<StructFaceShape> R>
+constexpr Entry listOf<R>[] = {
+    table("WeldShape", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::symbol, "Symbol"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructSeamExecuting>()
-{
-    using R = StructSeamExecuting;
-    return described([] {
-        return describe<R>("StructSeamExecuting",
-                           "WeldDesign",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::siteWeld>("SiteWeld"),
-                           column<&R::allAround>("AllAround"));
-    });
-}
+template <std::same_as<StructSeamExecuting> R>
+constexpr Entry listOf<R>[] = {
+    table("WeldDesign", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::siteWeld, "SiteWeld"),
+    column(&R::allAround, "AllAround"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructWeldSeamText>()
-{
-    using R = StructWeldSeamText;
-    return described([] {
-        return describe<R>("StructWeldSeamText",
-                           "Texts",
-                           inConfigurationAndAddin,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"));
-    });
-}
+template <std::same_as<StructWeldSeamText> R>
+constexpr Entry listOf<R>[] = {
+    table("Texts", inConfigurationAndAddin),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
 int StructWeldSeamMarshal::getKeyOfWelds(long firstWeld, long secondWeld, int& key)
 {
@@ -88,12 +57,5 @@ int StructWeldSeamMarshal::getKeyOfWelds(long firstWeld, long secondWeld, int& k
     return result;
 }
 
-std::span<const DescriptionFunction> records::weldRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructWeldSeamBasic>,
-                                                   descriptionOf<StructWeldSeam>,
-                                                   descriptionOf<StructFaceShape>,
-                                                   descriptionOf<StructSeamExecuting>,
-                                                   descriptionOf<StructWeldSeamText>};
-    return list;
-}
+constinit const Family records::weldRecords =
+    family<StructWeldSeamBasic, StructWeldSeam, StructFaceShape, StructSeamExecuting, StructWeldSeamText>;

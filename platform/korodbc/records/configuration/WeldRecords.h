@@ -10,8 +10,6 @@ struct StructWeldSeamBasic {
     int filletWeld = 0;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructWeldSeamBasic>();
 struct StructWeldSeamBasicMarshal : RecordMarshal<StructWeldSeamBasic> {};
 
 /// Two basic welds on both sides of a joint. Keys from 1001 up. Table "CombiWelding".
@@ -22,8 +20,6 @@ struct StructWeldSeam {
     int secondWeld = -1;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructWeldSeam>();
 struct StructWeldSeamMarshal : RecordMarshal<StructWeldSeam> {
     /// Key of the first weld that these two basic welds make, in this order; -1 stands for no second weld.
     static int getKeyOfWelds(long firstWeld, long secondWeld, int& key);
@@ -35,8 +31,6 @@ struct StructFaceShape {
     KorString runName;
     KorString symbol;
 };
-template <>
-const RecordDescription& descriptionOf<StructFaceShape>();
 struct StructFaceShapeMarshal : RecordMarshal<StructFaceShape> {};
 
 /// How a weld is made. Table "WeldDesign".
@@ -46,8 +40,6 @@ struct StructSeamExecuting {
     int siteWeld = 0;
     int allAround = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructSeamExecuting>();
 struct StructSeamExecutingMarshal : RecordMarshal<StructSeamExecuting> {};
 
 /// A text beside a weld symbol; the key is what drawings show in short. Table "Texts".
@@ -55,6 +47,4 @@ struct StructWeldSeamText {
     KorString key;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructWeldSeamText>();
 struct StructWeldSeamTextMarshal : RecordMarshal<StructWeldSeamText> {};

@@ -9,8 +9,6 @@ struct StructDisplayControl {
     int controlType = 0; // 0 text, 1 number, 2 check box, 3 list
     int readOnly = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructDisplayControl>();
 struct StructDisplayControlMarshal : RecordMarshal<StructDisplayControl> {};
 
 /// A step of a wizard. Table "WizardSteps".
@@ -20,8 +18,6 @@ struct StructWizardSteps {
     int task = 0;
     int position = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructWizardSteps>();
 
 struct StructWizardStepsMarshal : RecordMarshal<StructWizardSteps> {
     /// The steps of a task, in table order.
@@ -39,8 +35,6 @@ struct StructWizardControl {
     int position = 0;
     int displayControl = -1;
 };
-template <>
-const RecordDescription& descriptionOf<StructWizardControl>();
 
 struct StructWizardControlMarshal : RecordMarshal<StructWizardControl> {
     /// The controls of a step, in table order.

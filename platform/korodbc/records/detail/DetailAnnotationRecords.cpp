@@ -1,137 +1,101 @@
 #include <korodbc/records/DescriptionBuilder.h>
 #include <korodbc/records/detail/DetailAnnotationRecords.h>
 #include <korodbc/records/detail/DetailCatalogueRecords.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructDetObjAnnotationStrategy>()
-{
-    using R = StructDetObjAnnotationStrategy;
-    return described([] {
-        return describe<R>("StructDetObjAnnotationStrategy",
-                           "DetObjAnnotationStrategy",
-                           inDetails,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           reference<&R::annotationType, StructDetAnnotationType>("AnnotationType"),
-                           reference<&R::arrangerControl, StructDetArrangerControl>("ArrangerControl"),
-                           reference<&R::arrangerStrategy, StructDetArrangerStrategy>("ArrangerStrategy"),
-                           reference<&R::group, StructDetObjAnnotationGroup>("Group"),
-                           column<&R::annotateOnce>("AnnotateOnce"),
-                           column<&R::layer>("Layer"),
-                           column<&R::textSize>("TextSize"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructDetObjAnnotationStrategy> R>
+constexpr Entry listOf<R>[] = {
+    table("DetObjAnnotationStrategy", inDetails),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    reference<StructDetAnnotationType>(&R::annotationType, "AnnotationType"),
+    reference<StructDetArrangerControl>(&R::arrangerControl, "ArrangerControl"),
+    reference<StructDetArrangerStrategy>(&R::arrangerStrategy, "ArrangerStrategy"),
+    reference<StructDetObjAnnotationGroup>(&R::group, "Group"),
+    column(&R::annotateOnce, "AnnotateOnce"),
+    column(&R::layer, "Layer"),
+    column(&R::textSize, "TextSize"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetObjAnnotationGroup>()
-{
-    using R = StructDetObjAnnotationGroup;
-    return described([] {
-        return describe<R>("StructDetObjAnnotationGroup",
-                           "DetObjAnnotationGroup",
-                           inDetails,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::bitmapId>("BitmapId"));
-    });
-}
+template <std::same_as<StructDetObjAnnotationGroup> R>
+constexpr Entry listOf<R>[] = {
+    table("DetObjAnnotationGroup", inDetails),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::bitmapId, "BitmapId"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetAnnotationType>()
-{
-    using R = StructDetAnnotationType;
-    return described([] {
-        return describe<R>("StructDetAnnotationType",
-                           "DetAnnotationType",
-                           inDetails,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           lookup<&R::leaderStyle, StructDetLeaderStyle>("LeaderStyle"),
-                           owner<&R::ownerText>("OwnerText"),
-                           column<&R::contents>("AnnotationTypeContents1"));
-    });
-}
+template <std::same_as<StructDetAnnotationType> R>
+constexpr Entry listOf<R>[] = {
+    table("DetAnnotationType", inDetails),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    lookup<StructDetLeaderStyle>(&R::leaderStyle, "LeaderStyle"),
+    owner(&R::ownerText, "OwnerText"),
+    column(&R::contents, "AnnotationTypeContents1"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetArrangerControl>()
-{
-    using R = StructDetArrangerControl;
-    using Item = StructDetArrangerControlItem;
-    return described([] {
-        return describe<R>("StructDetArrangerControl",
-                           "DetArrangerControl",
-                           inDetails,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::arrangeGlobally>("ArrangeGlobally"),
-                           column<&R::arrangeInCentre>("ArrangeInCentre"),
-                           column<&R::oppositeAngleAllowed>("OppositeAngleAllowed"),
-                           column<&R::terminateOnFirstFit>("TerminateOnFirstFit"),
-                           column<&R::useBasePositionOnFailure>("UseBasePositionOnFailure"),
-                           owner<&R::ownerText>("OwnerText"),
-                           itemCount<&R::lengthItems>("LengthItems"),
-                           numberedGroup<&R::items>(8,
-                                                    column<&Item::angle>("Angle%d"),
-                                                    column<&Item::preferredDistance>("PreferredDistance%d"),
-                                                    column<&Item::maxDistance>("MaxDistance%d")));
-    });
-}
+template <std::same_as<StructDetArrangerControlItem> R>
+constexpr Entry listOf<R>[] = {
+    column(&R::angle, "Angle%d"),
+    column(&R::preferredDistance, "PreferredDistance%d"),
+    column(&R::maxDistance, "MaxDistance%d"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetArrangerStrategy>()
-{
-    using R = StructDetArrangerStrategy;
-    using Item = StructDetArrangerStrategyItem;
-    return described([] {
-        return describe<R>("StructDetArrangerStrategy",
-                           "DetArrangerStrategy",
-                           inDetails,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::terminateOnFirstFit>("TerminateOnFirstFit"),
-                           column<&R::arrangeGlobally>("ArrangeGlobally"),
-                           column<&R::arrangeInCenter>("ArrangeInCenter"),
-                           owner<&R::ownerText>("OwnerText"),
-                           itemCount<&R::lengthItems>("LengthItems").writtenAfter(4),
-                           numberedGroup<&R::items>(8,
-                                                    column<&Item::searchArea>("SearchArea%d"),
-                                                    column<&Item::searchDirection>("SearchDirection%d"),
-                                                    column<&Item::minDistance>("MinDistance%d"),
-                                                    column<&Item::maxDistance>("MaxDistance%d")));
-    });
-}
+template <std::same_as<StructDetArrangerControl> R>
+constexpr Entry listOf<R>[] = {
+    table("DetArrangerControl", inDetails),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::arrangeGlobally, "ArrangeGlobally"),
+    column(&R::arrangeInCentre, "ArrangeInCentre"),
+    column(&R::oppositeAngleAllowed, "OppositeAngleAllowed"),
+    column(&R::terminateOnFirstFit, "TerminateOnFirstFit"),
+    column(&R::useBasePositionOnFailure, "UseBasePositionOnFailure"),
+    owner(&R::ownerText, "OwnerText"),
+    itemCount(&R::lengthItems, "LengthItems"),
+    numberedItems(&R::items, 8),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetManualAnnotationType>()
-{
-    using R = StructDetManualAnnotationType;
-    using Item = StructDetManualAnnotationTypeItem;
-    return described([] {
-        return describe<R>("StructDetManualAnnotationType",
-                           "DetManualAnnotationType",
-                           inDetails,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           lookup<&R::leaderStyle, StructDetLeaderStyle>("LeaderStyle"),
-                           owner<&R::ownerText>("OwnerText"),
-                           itemCount<&R::numberItems>("NumberItems"),
-                           numberedGroup<&R::items>(12, column<&Item::contents>("Contents%d")));
-    });
-}
+template <std::same_as<StructDetArrangerStrategyItem> R>
+constexpr Entry listOf<R>[] = {
+    column(&R::searchArea, "SearchArea%d"),
+    column(&R::searchDirection, "SearchDirection%d"),
+    column(&R::minDistance, "MinDistance%d"),
+    column(&R::maxDistance, "MaxDistance%d"),
+};
 
-std::span<const DescriptionFunction> records::detailAnnotationRecords()
-{
-    static constexpr DescriptionFunction types[] = {
-        &descriptionOf<StructDetObjAnnotationStrategy>,
-        &descriptionOf<StructDetObjAnnotationGroup>,
-        &descriptionOf<StructDetAnnotationType>,
-        &descriptionOf<StructDetArrangerControl>,
-        &descriptionOf<StructDetArrangerStrategy>,
-        &descriptionOf<StructDetManualAnnotationType>,
-    };
-    return types;
-}
+template <std::same_as<StructDetArrangerStrategy> R>
+constexpr Entry listOf<R>[] = {
+    table("DetArrangerStrategy", inDetails),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::terminateOnFirstFit, "TerminateOnFirstFit"),
+    column(&R::arrangeGlobally, "ArrangeGlobally"),
+    column(&R::arrangeInCenter, "ArrangeInCenter"),
+    owner(&R::ownerText, "OwnerText"),
+    itemCount(&R::lengthItems, "LengthItems").writtenAfter(4),
+    numberedItems(&R::items, 8),
+};
+
+template <std::same_as<StructDetManualAnnotationTypeItem> R>
+constexpr Entry listOf<R>[] = {
+    column(&R::contents, "Contents%d"),
+};
+
+template <std::same_as<StructDetManualAnnotationType> R>
+constexpr Entry listOf<R>[] = {
+    table("DetManualAnnotationType", inDetails),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    lookup<StructDetLeaderStyle>(&R::leaderStyle, "LeaderStyle"),
+    owner(&R::ownerText, "OwnerText"),
+    itemCount(&R::numberItems, "NumberItems"),
+    numberedItems(&R::items, 12),
+};
+
+constinit const Family records::detailAnnotationRecords =
+    family<StructDetObjAnnotationStrategy, StructDetObjAnnotationGroup, StructDetAnnotationType,
+           StructDetArrangerControl, StructDetArrangerStrategy, StructDetManualAnnotationType>;

@@ -15,8 +15,6 @@ struct StructDetObjAnnotationStrategy {
     double textSize = 0; // mm on paper
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetObjAnnotationStrategy>();
 
 struct StructDetObjAnnotationStrategyMarshal : RecordMarshal<StructDetObjAnnotationStrategy> {
     /// Each appends the strategies that use the component to `records`; 1 when there are any.
@@ -45,8 +43,6 @@ struct StructDetObjAnnotationGroup {
     const KorString& getRunBezeichnung() const { return runName; }
     int getBitmapId() const { return bitmapId; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetObjAnnotationGroup>();
 struct StructDetObjAnnotationGroupMarshal : RecordMarshal<StructDetObjAnnotationGroup> {};
 
 /// What a label looks like. Table "DetAnnotationType".
@@ -57,8 +53,6 @@ struct StructDetAnnotationType {
     KorString ownerText;
     KorString contents; // tokens of the annotation contents, between percent signs
 };
-template <>
-const RecordDescription& descriptionOf<StructDetAnnotationType>();
 struct StructDetAnnotationTypeMarshal : RecordMarshal<StructDetAnnotationType> {};
 
 /// One try of an arranger control.
@@ -84,8 +78,6 @@ struct StructDetArrangerControl {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetArrangerControl>();
 struct StructDetArrangerControlMarshal : RecordMarshal<StructDetArrangerControl> {};
 
 /// One search of an arranger strategy.
@@ -110,8 +102,6 @@ struct StructDetArrangerStrategy {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetArrangerStrategy>();
 struct StructDetArrangerStrategyMarshal : RecordMarshal<StructDetArrangerStrategy> {};
 
 /// One line of a manual label.
@@ -128,6 +118,4 @@ struct StructDetManualAnnotationType {
     int numberItems = 0;
     KorArray<StructDetManualAnnotationTypeItem> items;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetManualAnnotationType>();
 struct StructDetManualAnnotationTypeMarshal : RecordMarshal<StructDetManualAnnotationType> {};

@@ -1,138 +1,136 @@
+#include <korodbc/records/DescriptionBuilder.h>
 #include <korodbc/records/detail/DetailCatalogueRecords.h>
-#include <korodbc/records/detail/NamedRows.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructDetRequestType>()
-{
-    return namedRows<StructDetRequestType>("StructDetRequestType", "DetRequestTypes");
-}
+template <std::same_as<StructDetRequestType> R>
+constexpr Entry listOf<R>[] = {
+    table("DetRequestTypes", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetModelType>()
-{
-    return namedRows<StructDetModelType>("StructDetModelType", "DetModelType");
-}
+template <std::same_as<StructDetModelType> R>
+constexpr Entry listOf<R>[] = {
+    table("DetModelType", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetRole>()
-{
-    return namedRows<StructDetRole>("StructDetRole", "DetRole");
-}
+template <std::same_as<StructDetRole> R>
+constexpr Entry listOf<R>[] = {
+    table("DetRole", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetailOrientation>()
-{
-    return namedRows<StructDetailOrientation>("StructDetailOrientation", "DetailOrientation");
-}
+template <std::same_as<StructDetailOrientation> R>
+constexpr Entry listOf<R>[] = {
+    table("DetailOrientation", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetObjSelectionStrategy>()
-{
-    return namedRows<StructDetObjSelectionStrategy>("StructDetObjSelectionStrategy", "DetObjSelectionStrategy");
-}
+template <std::same_as<StructDetObjSelectionStrategy> R>
+constexpr Entry listOf<R>[] = {
+    table("DetObjSelectionStrategy", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetLeaderStyle>()
-{
-    return namedRows<StructDetLeaderStyle>("StructDetLeaderStyle", "DetLeaderStyle");
-}
+template <std::same_as<StructDetLeaderStyle> R>
+constexpr Entry listOf<R>[] = {
+    table("DetLeaderStyle", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetViewArrangeDirection>()
-{
-    return namedRows<StructDetViewArrangeDirection>("StructDetViewArrangeDirection", "DetViewArrangeDirection");
-}
+template <std::same_as<StructDetViewArrangeDirection> R>
+constexpr Entry listOf<R>[] = {
+    table("DetViewArrangeDirection", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetViewSelectMode>()
-{
-    return namedRows<StructDetViewSelectMode>("StructDetViewSelectMode", "DetViewSelectMode");
-}
+template <std::same_as<StructDetViewSelectMode> R>
+constexpr Entry listOf<R>[] = {
+    table("DetViewSelectMode", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetRequestLinearDirection>()
-{
-    return namedRows<StructDetRequestLinearDirection>("StructDetRequestLinearDirection",
-                                                      "DetRequestLinearDirection");
-}
+template <std::same_as<StructDetRequestLinearDirection> R>
+constexpr Entry listOf<R>[] = {
+    table("DetRequestLinearDirection", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetViewDimPointtype>()
-{
-    return namedRows<StructDetViewDimPointtype>("StructDetViewDimPointtype", "DetViewDimPointtype");
-}
+template <std::same_as<StructDetViewDimPointtype> R>
+constexpr Entry listOf<R>[] = {
+    table("DetViewDimPointtype", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetVwDimGeomRestrictions>()
-{
-    return namedRows<StructDetVwDimGeomRestrictions>("StructDetVwDimGeomRestrictions", "DetVwDimGeomRestrictions");
-}
+template <std::same_as<StructDetVwDimGeomRestrictions> R>
+constexpr Entry listOf<R>[] = {
+    table("DetVwDimGeomRestrictions", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetViewSystemSource>()
-{
-    return namedRows<StructDetViewSystemSource>("StructDetViewSystemSource", "DetViewSystemSources");
-}
+template <std::same_as<StructDetViewSystemSource> R>
+constexpr Entry listOf<R>[] = {
+    table("DetViewSystemSources", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetailDepthPosition>()
-{
-    return namedRows<StructDetailDepthPosition>("StructDetailDepthPosition", "DetailDepthPosition");
-}
+template <std::same_as<StructDetailDepthPosition> R>
+constexpr Entry listOf<R>[] = {
+    table("DetailDepthPosition", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructBeamPositionCalculation>()
-{
-    return namedRows<StructBeamPositionCalculation>("StructBeamPositionCalculation", "BeamPositionCalculation");
-}
+template <std::same_as<StructBeamPositionCalculation> R>
+constexpr Entry listOf<R>[] = {
+    table("BeamPositionCalculation", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructClippingType>()
-{
-    return namedRows<StructClippingType>("StructClippingType", "ClippingType");
-}
+template <std::same_as<StructClippingType> R>
+constexpr Entry listOf<R>[] = {
+    table("ClippingType", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetObjQualifier>()
-{
-    using R = StructDetObjQualifier;
-    return described([] {
-        return describe<R>("StructDetObjQualifier",
-                           "DetObjQualifier",
-                           inDetailCatalogue,
-                           key<&R::key>("Key"),
-                           lookup<&R::modelType, StructDetModelType>("ModelType"),
-                           lookup<&R::role, StructDetRole>("Role"),
-                           runName<&R::runName>("RunName"));
-    });
-}
+template <std::same_as<StructDetObjQualifier> R>
+constexpr Entry listOf<R>[] = {
+    table("DetObjQualifier", inDetailCatalogue),
+    key(&R::key, "Key"),
+    lookup<StructDetModelType>(&R::modelType, "ModelType"),
+    lookup<StructDetRole>(&R::role, "Role"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructAnnotationTypeContents>()
-{
-    using R = StructAnnotationTypeContents;
-    return described([] {
-        return describe<R>("StructAnnotationTypeContents",
-                           "DetAnnotationTypeContents",
-                           inDetailCatalogue,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::token>("Token"));
-    });
-}
+template <std::same_as<StructAnnotationTypeContents> R>
+constexpr Entry listOf<R>[] = {
+    table("DetAnnotationTypeContents", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::token, "Token"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructClippingGap>()
-{
-    using R = StructClippingGap;
-    return described([] {
-        return describe<R>(
-            "StructClippingGap", "ClippingGap", inDetailCatalogue, key<&R::key>("Key"), column<&R::gap>("Gap"));
-    });
-}
+template <std::same_as<StructClippingGap> R>
+constexpr Entry listOf<R>[] = {
+    table("ClippingGap", inDetailCatalogue),
+    key(&R::key, "Key"),
+    column(&R::gap, "Gap"),
+};
 
 int StructClippingGapMarshal::getByValue(double gap, StructClippingGap& record)
 {
@@ -147,27 +145,10 @@ int StructClippingGapMarshal::getByValue(double gap, StructClippingGap& record)
     return 0;
 }
 
-std::span<const DescriptionFunction> records::detailCatalogueRecords()
-{
-    static constexpr DescriptionFunction types[] = {
-        &descriptionOf<StructDetRequestType>,
-        &descriptionOf<StructDetModelType>,
-        &descriptionOf<StructDetRole>,
-        &descriptionOf<StructDetailOrientation>,
-        &descriptionOf<StructDetObjSelectionStrategy>,
-        &descriptionOf<StructDetLeaderStyle>,
-        &descriptionOf<StructDetViewArrangeDirection>,
-        &descriptionOf<StructDetViewSelectMode>,
-        &descriptionOf<StructDetRequestLinearDirection>,
-        &descriptionOf<StructDetViewDimPointtype>,
-        &descriptionOf<StructDetVwDimGeomRestrictions>,
-        &descriptionOf<StructDetViewSystemSource>,
-        &descriptionOf<StructDetailDepthPosition>,
-        &descriptionOf<StructBeamPositionCalculation>,
-        &descriptionOf<StructClippingType>,
-        &descriptionOf<StructDetObjQualifier>,
-        &descriptionOf<StructAnnotationTypeContents>,
-        &descriptionOf<StructClippingGap>,
-    };
-    return types;
-}
+constinit const Family records::detailCatalogueRecords =
+    family<StructDetRequestType, StructDetModelType, StructDetRole, StructDetailOrientation,
+           StructDetObjSelectionStrategy, StructDetLeaderStyle, StructDetViewArrangeDirection,
+           StructDetViewSelectMode, StructDetRequestLinearDirection, StructDetViewDimPointtype,
+           StructDetVwDimGeomRestrictions, StructDetViewSystemSource, StructDetailDepthPosition,
+           StructBeamPositionCalculation, StructClippingType, StructDetObjQualifier, StructAnnotationTypeContents,
+           StructClippingGap>;

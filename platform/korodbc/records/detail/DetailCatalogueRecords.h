@@ -7,8 +7,6 @@ struct StructDetRequestType {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetRequestType>();
 struct StructDetRequestTypeMarshal : RecordMarshal<StructDetRequestType> {};
 
 /// Kind of model object, for example a beam. Table "DetModelType".
@@ -16,8 +14,6 @@ struct StructDetModelType {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetModelType>();
 struct StructDetModelTypeMarshal : RecordMarshal<StructDetModelType> {};
 
 /// Part that an object plays in a drawing, for example its main part. Table "DetRole".
@@ -25,8 +21,6 @@ struct StructDetRole {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetRole>();
 struct StructDetRoleMarshal : RecordMarshal<StructDetRole> {};
 
 /// Model objects of one type in one role. Table "DetObjQualifier".
@@ -36,8 +30,6 @@ struct StructDetObjQualifier {
     int role = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetObjQualifier>();
 struct StructDetObjQualifierMarshal : RecordMarshal<StructDetObjQualifier> {};
 
 /// How an object is turned before it is drawn. Table "DetailOrientation".
@@ -45,8 +37,6 @@ struct StructDetailOrientation {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailOrientation>();
 struct StructDetailOrientationMarshal : RecordMarshal<StructDetailOrientation> {};
 
 /// Which objects a detail takes in. Table "DetObjSelectionStrategy".
@@ -54,8 +44,6 @@ struct StructDetObjSelectionStrategy {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetObjSelectionStrategy>();
 struct StructDetObjSelectionStrategyMarshal : RecordMarshal<StructDetObjSelectionStrategy> {};
 
 /// Shape of the line from a label to its object. Table "DetLeaderStyle".
@@ -63,8 +51,6 @@ struct StructDetLeaderStyle {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetLeaderStyle>();
 struct StructDetLeaderStyleMarshal : RecordMarshal<StructDetLeaderStyle> {};
 
 /// A value that a label can show. Table "DetAnnotationTypeContents".
@@ -73,8 +59,6 @@ struct StructAnnotationTypeContents {
     KorString runName;
     KorString token; // as written in label templates
 };
-template <>
-const RecordDescription& descriptionOf<StructAnnotationTypeContents>();
 struct StructAnnotationTypeContentsMarshal : RecordMarshal<StructAnnotationTypeContents> {};
 
 /// Order in which views fill the sheet. Table "DetViewArrangeDirection".
@@ -82,8 +66,6 @@ struct StructDetViewArrangeDirection {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewArrangeDirection>();
 struct StructDetViewArrangeDirectionMarshal : RecordMarshal<StructDetViewArrangeDirection> {};
 
 /// When a requested view is drawn. Table "DetViewSelectMode".
@@ -91,8 +73,6 @@ struct StructDetViewSelectMode {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewSelectMode>();
 struct StructDetViewSelectModeMarshal : RecordMarshal<StructDetViewSelectMode> {};
 
 /// Direction of a chain of dimensions. Table "DetRequestLinearDirection".
@@ -100,8 +80,6 @@ struct StructDetRequestLinearDirection {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetRequestLinearDirection>();
 struct StructDetRequestLinearDirectionMarshal : RecordMarshal<StructDetRequestLinearDirection> {};
 
 /// Kind of point that a dimension ends at. Table "DetViewDimPointtype".
@@ -109,8 +87,6 @@ struct StructDetViewDimPointtype {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewDimPointtype>();
 struct StructDetViewDimPointtypeMarshal : RecordMarshal<StructDetViewDimPointtype> {};
 
 /// Position that an object must have in the view. Table "DetVwDimGeomRestrictions".
@@ -118,8 +94,6 @@ struct StructDetVwDimGeomRestrictions {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetVwDimGeomRestrictions>();
 struct StructDetVwDimGeomRestrictionsMarshal : RecordMarshal<StructDetVwDimGeomRestrictions> {};
 
 /// Coordinate system that a view looks along. Table "DetViewSystemSources".
@@ -127,8 +101,6 @@ struct StructDetViewSystemSource {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewSystemSource>();
 struct StructDetViewSystemSourceMarshal : RecordMarshal<StructDetViewSystemSource> {};
 
 /// Place of an object in the depth of a view. Table "DetailDepthPosition".
@@ -136,8 +108,6 @@ struct StructDetailDepthPosition {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailDepthPosition>();
 struct StructDetailDepthPositionMarshal : RecordMarshal<StructDetailDepthPosition> {};
 
 /// How the position of a beam in the structure is told. Table "BeamPositionCalculation".
@@ -145,8 +115,6 @@ struct StructBeamPositionCalculation {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructBeamPositionCalculation>();
 struct StructBeamPositionCalculationMarshal : RecordMarshal<StructBeamPositionCalculation> {};
 
 /// Distance left between the clipped ends of an object. Table "ClippingGap".
@@ -154,8 +122,6 @@ struct StructClippingGap {
     int key = -1;
     double gap = 0; // mm on paper
 };
-template <>
-const RecordDescription& descriptionOf<StructClippingGap>();
 struct StructClippingGapMarshal : RecordMarshal<StructClippingGap> {
     /// The first record with this gap.
     static int getByValue(double gap, StructClippingGap& record);
@@ -166,6 +132,4 @@ struct StructClippingType {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructClippingType>();
 struct StructClippingTypeMarshal : RecordMarshal<StructClippingType> {};

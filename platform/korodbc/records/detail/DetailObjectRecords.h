@@ -17,8 +17,6 @@ struct StructDetObjReprMapItem {
     double simplifiedGap = 0; // mm
     int compassMark = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetObjReprMapItem>();
 struct StructDetObjReprMapItemMarshal : RecordMarshal<StructDetObjReprMapItem> {};
 
 /// Which objects a view shows, and how. Table "DetObjReprMapsNew".
@@ -32,8 +30,6 @@ struct StructDetObjReprMap {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetObjReprMap>();
 struct StructDetObjReprMapMarshal : ItemRecordMarshal<StructDetObjReprMap> {};
 
 /// How an object is drawn. Table "DetObjAppearance".
@@ -51,8 +47,6 @@ struct StructDetObjAppearance {
     KorString axisLayer;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetObjAppearance>();
 struct StructDetObjAppearanceMarshal : RecordMarshal<StructDetObjAppearance> {};
 
 /// Hatch of cut faces. Table "DetHatchSettings".
@@ -66,8 +60,6 @@ struct StructDetHatchSettings {
     KorString layer;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetHatchSettings>();
 struct StructDetHatchSettingsMarshal : RecordMarshal<StructDetHatchSettings> {};
 
 /// How positions are told by grid lines. Table "DetGridReferenceSettings".
@@ -80,8 +72,6 @@ struct StructDetGridRefSettings {
     int showOffset = 0; // 1: with the distance to the grid line
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetGridRefSettings>();
 struct StructDetGridRefSettingsMarshal : RecordMarshal<StructDetGridRefSettings> {};
 
 /// One kind of object of a qualifier set. Table "DetObjQualifierSetItem".
@@ -93,8 +83,6 @@ struct StructDetObjQualifierSetItem {
     KorString modelRole; // empty: any
     KorString filter;    // key of a filter, empty without
 };
-template <>
-const RecordDescription& descriptionOf<StructDetObjQualifierSetItem>();
 struct StructDetObjQualifierSetItemMarshal : RecordMarshal<StructDetObjQualifierSetItem> {};
 
 /// A group of qualifier sets. Table "DetObjQualifierSetGroup".
@@ -108,8 +96,6 @@ struct StructDetObjQualifierSetGroup {
     const KorString& getRunBezeichnung() const { return runName; }
     int getBitmapId() const { return bitmapId; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetObjQualifierSetGroup>();
 struct StructDetObjQualifierSetGroupMarshal : RecordMarshal<StructDetObjQualifierSetGroup> {};
 
 /// A set of kinds of objects. Table "DetObjQualifierSet".
@@ -124,8 +110,6 @@ struct StructDetObjQualifierSet {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetObjQualifierSet>();
 
 struct StructDetObjQualifierSetMarshal : ItemRecordMarshal<StructDetObjQualifierSet> {
     /// Appends the sets of a group to `records`; 1 when there are any.
@@ -142,8 +126,6 @@ struct StructDetObjQualifierFilter {
     KorString script;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetObjQualifierFilter>();
 struct StructDetObjQualifierFilterMarshal : RecordMarshal<StructDetObjQualifierFilter> {};
 
 /// A line type of the drawing. Table "Linetypes".
@@ -152,6 +134,4 @@ struct StructLinetypes {
     KorString runName; // also its name in the drawing
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructLinetypes>();
 struct StructLinetypesMarshal : RecordMarshal<StructLinetypes> {};

@@ -1,234 +1,153 @@
 #include <korodbc/records/DescriptionBuilder.h>
 #include <korodbc/records/detail/DetailCatalogueRecords.h>
 #include <korodbc/records/detail/DetailOptionRecords.h>
-#include <korodbc/records/detail/NamedRows.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructDetAcadSettings>()
-{
-    using R = StructDetAcadSettings;
-    return described([] {
-        return describe<R>("StructDetAcadSettings",
-                           "DetAcadSettings",
-                           inDetailCatalogue,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::prototype>("Prototype"),
-                           column<&R::dimensionStyle>("DimensionStyle"),
-                           column<&R::textStyle>("TextStyle"),
-                           column<&R::lineTypeScale>("LineTypeScale"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructDetAcadSettings> R>
+constexpr Entry listOf<R>[] = {
+    table("DetAcadSettings", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::prototype, "Prototype"),
+    column(&R::dimensionStyle, "DimensionStyle"),
+    column(&R::textStyle, "TextStyle"),
+    column(&R::lineTypeScale, "LineTypeScale"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetViewDimSum>()
-{
-    using R = StructDetViewDimSum;
-    return described([] {
-        return describe<R>("StructDetViewDimSum",
-                           "DetViewDimSum",
-                           inDetailCatalogue,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::format>("Format"),
-                           column<&R::position>("Position"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructDetViewDimSum> R>
+constexpr Entry listOf<R>[] = {
+    table("DetViewDimSum", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::format, "Format"),
+    column(&R::position, "Position"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetViewDimGeomRestrictionBitmaps>()
-{
-    using R = StructDetViewDimGeomRestrictionBitmaps;
-    return described([] {
-        return describe<R>(
-            "StructDetViewDimGeomRestrictionBitmaps",
-            "DetViewDimGeomRestrictionBitmaps",
-            inDetailCatalogue,
-            key<&R::key>("Key"),
-            lookup<&R::pointType, StructDetViewDimPointtype>("PointType"),
-            lookup<&R::geometricRestriction, StructDetVwDimGeomRestrictions>("GeometricRestriction"),
-            column<&R::bitmapId>("BitmapId"));
-    });
-}
+template <std::same_as<StructDetViewDimGeomRestrictionBitmaps> R>
+constexpr Entry listOf<R>[] = {
+    table("DetViewDimGeomRestrictionBitmaps", inDetailCatalogue),
+    key(&R::key, "Key"),
+    lookup<StructDetViewDimPointtype>(&R::pointType, "PointType"),
+    lookup<StructDetVwDimGeomRestrictions>(&R::geometricRestriction, "GeometricRestriction"),
+    column(&R::bitmapId, "BitmapId"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetVwDimParentRelaPosRestriction>()
-{
-    return namedRows<StructDetVwDimParentRelaPosRestriction>("StructDetVwDimParentRelaPosRestriction",
-                                                             "DetVwDimParentRelaPosRestriction");
-}
+template <std::same_as<StructDetVwDimParentRelaPosRestriction> R>
+constexpr Entry listOf<R>[] = {
+    table("DetVwDimParentRelaPosRestriction", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetOrdinatePosition>()
-{
-    return namedRows<StructDetOrdinatePosition>("StructDetOrdinatePosition", "DetOrdinatePosition");
-}
+template <std::same_as<StructDetOrdinatePosition> R>
+constexpr Entry listOf<R>[] = {
+    table("DetOrdinatePosition", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetOrdinateReference>()
-{
-    return namedRows<StructDetOrdinateReference>("StructDetOrdinateReference", "DetOrdinateReference");
-}
+template <std::same_as<StructDetOrdinateReference> R>
+constexpr Entry listOf<R>[] = {
+    table("DetOrdinateReference", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetOrdinateDimType>()
-{
-    using R = StructDetOrdinateDimType;
-    return described([] {
-        return describe<R>("StructDetOrdinateDimType",
-                           "DetOrdinateDimType",
-                           inDetailCatalogue,
-                           key<&R::key>("Key"),
-                           lookup<&R::position, StructDetOrdinatePosition>("Position"),
-                           lookup<&R::reference, StructDetOrdinateReference>("Reference"),
-                           runName<&R::runName>("RunName"));
-    });
-}
+template <std::same_as<StructDetOrdinateDimType> R>
+constexpr Entry listOf<R>[] = {
+    table("DetOrdinateDimType", inDetailCatalogue),
+    key(&R::key, "Key"),
+    lookup<StructDetOrdinatePosition>(&R::position, "Position"),
+    lookup<StructDetOrdinateReference>(&R::reference, "Reference"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetailAreaType>()
-{
-    return namedRows<StructDetailAreaType>("StructDetailAreaType", "DetailAreaType");
-}
+template <std::same_as<StructDetailAreaType> R>
+constexpr Entry listOf<R>[] = {
+    table("DetailAreaType", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetailReferenceAxis>()
-{
-    return namedRows<StructDetailReferenceAxis>("StructDetailReferenceAxis", "DetailReferenceAxis");
-}
+template <std::same_as<StructDetailReferenceAxis> R>
+constexpr Entry listOf<R>[] = {
+    table("DetailReferenceAxis", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetailVisibilityStatus>()
-{
-    return namedRows<StructDetailVisibilityStatus>("StructDetailVisibilityStatus", "DetailVisibilityStatus");
-}
+template <std::same_as<StructDetailVisibilityStatus> R>
+constexpr Entry listOf<R>[] = {
+    table("DetailVisibilityStatus", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDetailOutputFileVersion>()
-{
-    using R = StructDetailOutputFileVersion;
-    return described([] {
-        return describe<R>("StructDetailOutputFileVersion",
-                           "DetailOutputFileVersion",
-                           inDetailCatalogue,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::fileVersion>("FileVersion"));
-    });
-}
+template <std::same_as<StructDetailOutputFileVersion> R>
+constexpr Entry listOf<R>[] = {
+    table("DetailOutputFileVersion", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::fileVersion, "FileVersion"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructNCDXFOutputFileVersion>()
-{
-    using R = StructNCDXFOutputFileVersion;
-    return described([] {
-        return describe<R>("StructNCDXFOutputFileVersion",
-                           "NCDXFOutputFileVersion",
-                           inDetailCatalogue,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::fileVersion>("FileVersion"));
-    });
-}
+template <std::same_as<StructNCDXFOutputFileVersion> R>
+constexpr Entry listOf<R>[] = {
+    table("NCDXFOutputFileVersion", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::fileVersion, "FileVersion"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructBeamConnectionType>()
-{
-    using R = StructBeamConnectionType;
-    return described([] {
-        return describe<R>("StructBeamConnectionType",
-                           "BeamConnectionType",
-                           inDetailCatalogue,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::fixity>("Fixity"));
-    });
-}
+template <std::same_as<StructBeamConnectionType> R>
+constexpr Entry listOf<R>[] = {
+    table("BeamConnectionType", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::fixity, "Fixity"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructNodeSupportType>()
-{
-    using R = StructNodeSupportType;
-    return described([] {
-        return describe<R>("StructNodeSupportType",
-                           "NodeSupportType",
-                           inDetailCatalogue,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::fixed>("Fixed"));
-    });
-}
+template <std::same_as<StructNodeSupportType> R>
+constexpr Entry listOf<R>[] = {
+    table("NodeSupportType", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::fixed, "Fixed"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructDegreeOfFreedom>()
-{
-    using R = StructDegreeOfFreedom;
-    return described([] {
-        return describe<R>("StructDegreeOfFreedom",
-                           "DegreeOfFreedom",
-                           inDetailCatalogue,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::symbol>("Symbol"),
-                           column<&R::bit>("Bit"));
-    });
-}
+template <std::same_as<StructDegreeOfFreedom> R>
+constexpr Entry listOf<R>[] = {
+    table("DegreeOfFreedom", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::symbol, "Symbol"),
+    column(&R::bit, "Bit"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructNumberingDataRange>()
-{
-    using R = StructNumberingDataRange;
-    return described([] {
-        return describe<R>("StructNumberingDataRange",
-                           "GridMultiLang",
-                           inDetailCatalogue,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::language>("Language"),
-                           column<&R::labels>("Labels"));
-    });
-}
+template <std::same_as<StructNumberingDataRange> R>
+constexpr Entry listOf<R>[] = {
+    table("GridMultiLang", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::language, "Language"),
+    column(&R::labels, "Labels"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructIncrementalCounter>()
-{
-    using R = StructIncrementalCounter;
-    return described([] {
-        return describe<R>("StructIncrementalCounter",
-                           "IncrementalCounter",
-                           inDetailCatalogue,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::first>("First"),
-                           column<&R::step>("Step"));
-    });
-}
+template <std::same_as<StructIncrementalCounter> R>
+constexpr Entry listOf<R>[] = {
+    table("IncrementalCounter", inDetailCatalogue),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::first, "First"),
+    column(&R::step, "Step"),
+};
 
-std::span<const DescriptionFunction> records::detailOptionRecords()
-{
-    static constexpr DescriptionFunction types[] = {
-        &descriptionOf<StructDetAcadSettings>,
-        &descriptionOf<StructDetViewDimSum>,
-        &descriptionOf<StructDetViewDimGeomRestrictionBitmaps>,
-        &descriptionOf<StructDetVwDimParentRelaPosRestriction>,
-        &descriptionOf<StructDetOrdinatePosition>,
-        &descriptionOf<StructDetOrdinateReference>,
-        &descriptionOf<StructDetOrdinateDimType>,
-        &descriptionOf<StructDetailAreaType>,
-        &descriptionOf<StructDetailReferenceAxis>,
-        &descriptionOf<StructDetailVisibilityStatus>,
-        &descriptionOf<StructDetailOutputFileVersion>,
-        &descriptionOf<StructNCDXFOutputFileVersion>,
-        &descriptionOf<StructBeamConnectionType>,
-        &descriptionOf<StructNodeSupportType>,
-        &descriptionOf<StructDegreeOfFreedom>,
-        &descriptionOf<StructNumberingDataRange>,
-        &descriptionOf<StructIncrementalCounter>,
-    };
-    return types;
-}
+constinit const Family records::detailOptionRecords =
+    family<StructDetAcadSettings, StructDetViewDimSum, StructDetViewDimGeomRestrictionBitmaps,
+           StructDetVwDimParentRelaPosRestriction, StructDetOrdinatePosition, StructDetOrdinateReference,
+           StructDetOrdinateDimType, StructDetailAreaType, StructDetailReferenceAxis, StructDetailVisibilityStatus,
+           StructDetailOutputFileVersion, StructNCDXFOutputFileVersion, StructBeamConnectionType,
+           StructNodeSupportType, StructDegreeOfFreedom, StructNumberingDataRange, StructIncrementalCounter>;

@@ -12,8 +12,6 @@ struct StructDetAcadSettings {
     double lineTypeScale = 1;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetAcadSettings>();
 struct StructDetAcadSettingsMarshal : RecordMarshal<StructDetAcadSettings> {};
 
 /// How the sum of a chain of dimensions is written. Table "DetViewDimSum".
@@ -24,8 +22,6 @@ struct StructDetViewDimSum {
     int position = 0; // 0 none, 1 before, 2 behind the chain, 3 in a chain of its own
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewDimSum>();
 struct StructDetViewDimSumMarshal : RecordMarshal<StructDetViewDimSum> {};
 
 /// Picture of a point type under a geometric restriction. Table "DetViewDimGeomRestrictionBitmaps".
@@ -35,16 +31,14 @@ struct StructDetViewDimGeomRestrictionBitmaps {
     int geometricRestriction = -1;
     int bitmapId = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewDimGeomRestrictionBitmaps>();
 
 struct StructDetViewDimGeomRestrictionBitmapsMarshal : RecordMarshal<StructDetViewDimGeomRestrictionBitmaps> {
     static int getByPointTypeAndRestriction(long pointType, long restriction,
                                             StructDetViewDimGeomRestrictionBitmaps& record)
     {
         return getFirstWhere<&StructDetViewDimGeomRestrictionBitmaps::pointType,
-                             &StructDetViewDimGeomRestrictionBitmaps::geometricRestriction>(
-            pointType, restriction, record);
+                             &StructDetViewDimGeomRestrictionBitmaps::geometricRestriction>(pointType, restriction,
+                                                                                            record);
     }
 };
 
@@ -53,8 +47,6 @@ struct StructDetVwDimParentRelaPosRestriction {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetVwDimParentRelaPosRestriction>();
 struct StructDetVwDimParentRelaPosRestrictionMarshal : RecordMarshal<StructDetVwDimParentRelaPosRestriction> {};
 
 /// Where level dimensions stand. Table "DetOrdinatePosition".
@@ -62,8 +54,6 @@ struct StructDetOrdinatePosition {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetOrdinatePosition>();
 struct StructDetOrdinatePositionMarshal : RecordMarshal<StructDetOrdinatePosition> {};
 
 /// Level that level dimensions count from. Table "DetOrdinateReference".
@@ -71,8 +61,6 @@ struct StructDetOrdinateReference {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetOrdinateReference>();
 struct StructDetOrdinateReferenceMarshal : RecordMarshal<StructDetOrdinateReference> {};
 
 /// A kind of level dimension: its place and the level that it counts from. Table "DetOrdinateDimType".
@@ -82,8 +70,6 @@ struct StructDetOrdinateDimType {
     int reference = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetOrdinateDimType>();
 struct StructDetOrdinateDimTypeMarshal : RecordMarshal<StructDetOrdinateDimType> {};
 
 /// Kind of area that a detail shows, for example an opening. Table "DetailAreaType".
@@ -91,8 +77,6 @@ struct StructDetailAreaType {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailAreaType>();
 struct StructDetailAreaTypeMarshal : RecordMarshal<StructDetailAreaType> {};
 
 /// Axis of an object that its dimensions refer to. Table "DetailReferenceAxis".
@@ -100,8 +84,6 @@ struct StructDetailReferenceAxis {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailReferenceAxis>();
 struct StructDetailReferenceAxisMarshal : RecordMarshal<StructDetailReferenceAxis> {};
 
 /// Whether a part of a detail is shown. Table "DetailVisibilityStatus".
@@ -109,8 +91,6 @@ struct StructDetailVisibilityStatus {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailVisibilityStatus>();
 struct StructDetailVisibilityStatusMarshal : RecordMarshal<StructDetailVisibilityStatus> {};
 
 /// Version that drawing files are written in. Table "DetailOutputFileVersion".
@@ -119,8 +99,6 @@ struct StructDetailOutputFileVersion {
     KorString runName;
     int fileVersion = 0; // year of the file format
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailOutputFileVersion>();
 struct StructDetailOutputFileVersionMarshal : RecordMarshal<StructDetailOutputFileVersion> {};
 
 /// Version that drawing exchange files for machines are written in. Table "NCDXFOutputFileVersion".
@@ -129,8 +107,6 @@ struct StructNCDXFOutputFileVersion {
     KorString runName;
     int fileVersion = 0; // release of the file format
 };
-template <>
-const RecordDescription& descriptionOf<StructNCDXFOutputFileVersion>();
 struct StructNCDXFOutputFileVersionMarshal : RecordMarshal<StructNCDXFOutputFileVersion> {};
 
 /// How the end of a beam is held in the structural analysis. Table "BeamConnectionType".
@@ -139,8 +115,6 @@ struct StructBeamConnectionType {
     KorString runName;
     double fixity = 0; // part of the bending moment that is transferred, 0 to 1
 };
-template <>
-const RecordDescription& descriptionOf<StructBeamConnectionType>();
 struct StructBeamConnectionTypeMarshal : RecordMarshal<StructBeamConnectionType> {};
 
 /// How a node of the structural analysis is supported. Table "NodeSupportType".
@@ -149,8 +123,6 @@ struct StructNodeSupportType {
     KorString runName;
     int fixed = 0; // sum of the bits of the fixed degrees of freedom
 };
-template <>
-const RecordDescription& descriptionOf<StructNodeSupportType>();
 struct StructNodeSupportTypeMarshal : RecordMarshal<StructNodeSupportType> {};
 
 /// A displacement or rotation of a node. Table "DegreeOfFreedom".
@@ -160,8 +132,6 @@ struct StructDegreeOfFreedom {
     KorString symbol;
     int bit = 0; // in node support types
 };
-template <>
-const RecordDescription& descriptionOf<StructDegreeOfFreedom>();
 struct StructDegreeOfFreedomMarshal : RecordMarshal<StructDegreeOfFreedom> {};
 
 /// Labels of the axes of a grid, in the order in which they are given. Table "GridMultiLang".
@@ -171,8 +141,6 @@ struct StructNumberingDataRange {
     KorString language;
     KorString labels; // one character each; empty: numbers
 };
-template <>
-const RecordDescription& descriptionOf<StructNumberingDataRange>();
 struct StructNumberingDataRangeMarshal : RecordMarshal<StructNumberingDataRange> {};
 
 /// A counter in marks and file names. Table "IncrementalCounter".
@@ -182,6 +150,4 @@ struct StructIncrementalCounter {
     KorString first; // its first value, number or letter
     int step = 1;
 };
-template <>
-const RecordDescription& descriptionOf<StructIncrementalCounter>();
 struct StructIncrementalCounterMarshal : RecordMarshal<StructIncrementalCounter> {};

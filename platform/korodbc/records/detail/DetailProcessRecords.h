@@ -12,8 +12,6 @@ struct StructDetailProcessCategory {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailProcessCategory>();
 struct StructDetailProcessCategoryMarshal : RecordMarshal<StructDetailProcessCategory> {};
 
 /// A recipe by which drawings are made. Table "DetailProcessDefinition".
@@ -28,8 +26,6 @@ struct StructDetailProcessDefinition {
     int numberSteps = 0;
     KorArray<int> steps; // step keys, in working order
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailProcessDefinition>();
 
 struct StructDetailProcessDefinitionMarshal : RecordMarshal<StructDetailProcessDefinition> {
     /// Appends the processes of a category to `records`; 1 when there are any.
@@ -58,8 +54,6 @@ struct StructDetailProcessStep {
     double detailGap = 0; // mm on paper
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailProcessStep>();
 
 struct StructDetailProcessStepMarshal : RecordMarshal<StructDetailProcessStep> {
     /// Appends the steps of a category to `records`; 1 when there are any.
@@ -79,8 +73,6 @@ struct StructDetailFilenameSelector {
     int digits = 3;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailFilenameSelector>();
 struct StructDetailFilenameSelectorMarshal : RecordMarshal<StructDetailFilenameSelector> {};
 
 /// Which objects a step draws. Table "DetailProcessSelection".
@@ -90,8 +82,6 @@ struct StructDetailProcessSelection {
     KorString selection; // for example ALL_SINGLEPARTS
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailProcessSelection>();
 struct StructDetailProcessSelectionMarshal : RecordMarshal<StructDetailProcessSelection> {};
 
 /// In which order a step draws its objects. Table "DetailProcessSort".
@@ -101,8 +91,6 @@ struct StructDetailProcessSort {
     KorString script;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailProcessSort>();
 struct StructDetailProcessSortMarshal : RecordMarshal<StructDetailProcessSort> {};
 
 /// The detail style of some objects. Table "DetailStyleMapItems".
@@ -114,8 +102,6 @@ struct StructDetailStyleMapItem {
     int detailStyle = -1;
     int detailStyleOverrides = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailStyleMapItem>();
 struct StructDetailStyleMapItemMarshal : RecordMarshal<StructDetailStyleMapItem> {};
 
 /// Which objects are drawn in which detail style. Table "DetailStyleMapNew".
@@ -126,8 +112,6 @@ struct StructDetailStyleMap {
     int numberItems = 0;
     KorArray<StructDetailStyleMapItem> items;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailStyleMap>();
 struct StructDetailStyleMapMarshal : ItemRecordMarshal<StructDetailStyleMap> {};
 
 /// One scale of a list. Table "DetailProcessScalesItem".
@@ -138,8 +122,6 @@ struct StructDetProcessScalesItem {
     double scale = 0;     // paper over model
     double maxLength = 0; // mm, longest object for the scale; 0: any
 };
-template <>
-const RecordDescription& descriptionOf<StructDetProcessScalesItem>();
 struct StructDetProcessScalesItemMarshal : RecordMarshal<StructDetProcessScalesItem> {};
 
 /// The scales tried until a detail fits its sheet. Table "DetailProcessScales".
@@ -153,8 +135,6 @@ struct StructDetProcessScales {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetProcessScales>();
 struct StructDetProcessScalesMarshal : ItemRecordMarshal<StructDetProcessScales> {};
 
 /// Scale of cuts beside a scale of the main view; both paper over model.
@@ -174,8 +154,6 @@ struct StructDetailProcessMain2CutScale {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailProcessMain2CutScale>();
 struct StructDetailProcessMain2CutScaleMarshal : RecordMarshal<StructDetailProcessMain2CutScale> {};
 
 /// One process of a suite. Table "DetProcessesSuiteItems".
@@ -186,8 +164,6 @@ struct StructDetProcessesSuiteItem {
     int objectSelection = -1;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetProcessesSuiteItem>();
 struct StructDetProcessesSuiteItemMarshal : RecordMarshal<StructDetProcessesSuiteItem> {};
 
 /// Processes that run one after another. Table "DetProcessesSuiteDefinition".
@@ -202,8 +178,6 @@ struct StructDetProcessesSuiteDefinition {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetProcessesSuiteDefinition>();
 struct StructDetProcessesSuiteDefinitionMarshal : ItemRecordMarshal<StructDetProcessesSuiteDefinition> {};
 
 /// What some items of a style map draw otherwise than their detail style says. Table "DetailStyleOverrides"; keys
@@ -217,8 +191,6 @@ struct StructDetailStyleOverrides {
     int frameAppearance = -1;     // -1: of the style
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailStyleOverrides>();
 struct StructDetailStyleOverridesMarshal : RecordMarshal<StructDetailStyleOverrides> {};
 
 /// Which coordinate system the views of an object are laid in. Table "DetCoordSystemSelector".
@@ -229,8 +201,6 @@ struct StructCoordSystemSelector {
     int systemSource = -1;
     int keepUpright = 0; // 1: turned until its y axis points up
 };
-template <>
-const RecordDescription& descriptionOf<StructCoordSystemSelector>();
 struct StructCoordSystemSelectorMarshal : RecordMarshal<StructCoordSystemSelector> {};
 
 /// What must hold before a step may run. Table "DetProcStepPrecondition".
@@ -240,6 +210,4 @@ struct StructDetailProcessStepPrecondition {
     KorString script;    // condition that every object must meet; empty: none
     int stopProcess = 0; // 1: the process ends when it is not met; 0: the step is left out
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailProcessStepPrecondition>();
 struct StructDetailProcessStepPreconditionMarshal : RecordMarshal<StructDetailProcessStepPrecondition> {};

@@ -8,8 +8,6 @@ struct StructDepthStatus {
     KorString runName;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructDepthStatus>();
 struct StructDepthStatusMarshal : RecordMarshal<StructDepthStatus> {};
 
 /// Which part of an object a label or dimension may belong to. Table "DetGeometricRestrictions".
@@ -18,8 +16,6 @@ struct StructDetGeometricRestrictions {
     KorString runName;
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetGeometricRestrictions>();
 struct StructDetGeometricRestrictionsMarshal : RecordMarshal<StructDetGeometricRestrictions> {};
 
 /// Where the texts of running dimensions stand. Table "DetRunningDimensionTextAlignment".
@@ -27,8 +23,6 @@ struct StructDetRunningDimensionTextAlignment {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetRunningDimensionTextAlignment>();
 struct StructDetRunningDimensionTextAlignmentMarshal : RecordMarshal<StructDetRunningDimensionTextAlignment> {};
 
 /// How the grid position of an object is written. Table "GridReferenceTokenFormat".
@@ -38,8 +32,6 @@ struct StructGridReferenceTokenFormat {
     KorString script;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructGridReferenceTokenFormat>();
 struct StructGridReferenceTokenFormatMarshal : RecordMarshal<StructGridReferenceTokenFormat> {};
 
 /// How a view request takes the scale of its process. Table "DetailProcessScaleOverride".
@@ -49,8 +41,6 @@ struct StructDetailProcessScaleOverride {
     double factor = 0; // of the process's scale
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailProcessScaleOverride>();
 struct StructDetailProcessScaleOverrideMarshal : RecordMarshal<StructDetailProcessScaleOverride> {};
 
 /// The scale that the texts of a drawing prototype are made for. Table "ChangePrototypeScaleTo".
@@ -59,8 +49,6 @@ struct StructChangePrototypeScaleTo {
     KorString prototype; // file name
     double scale = 0;    // paper over model
 };
-template <>
-const RecordDescription& descriptionOf<StructChangePrototypeScaleTo>();
 struct StructChangePrototypeScaleToMarshal : RecordMarshal<StructChangePrototypeScaleTo> {};
 
 /// The hatch pattern in drawings for one of the model. Table "HatchesMap".
@@ -69,8 +57,6 @@ struct StructHatchesMap {
     KorString hatch;
     KorString correspondentHatch;
 };
-template <>
-const RecordDescription& descriptionOf<StructHatchesMap>();
 struct StructHatchesMapMarshal : RecordMarshal<StructHatchesMap> {};
 
 /// A kind of object of another program that details can show. Table "DetExternalObject".
@@ -80,8 +66,6 @@ struct StructDetExternalObject {
     KorString className;
     int modelType = -1;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetExternalObject>();
 struct StructDetExternalObjectMarshal : RecordMarshal<StructDetExternalObject> {};
 
 /// A property of such an object and the token that shows it. Table "DetExternalObjectPropertyMap".
@@ -91,8 +75,6 @@ struct StructDetExternalObjectPropertyMap {
     KorString propertyName;
     KorString token;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetExternalObjectPropertyMap>();
 
 struct StructDetExternalObjectPropertyMapMarshal : RecordMarshal<StructDetExternalObjectPropertyMap> {
     /// The kinds of objects and the properties of all of them; 1 when both could be read.

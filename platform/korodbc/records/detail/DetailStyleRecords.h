@@ -25,8 +25,6 @@ struct StructDetailStyle {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailStyle>();
 
 struct StructDetViewRequest;
 
@@ -47,8 +45,6 @@ struct StructDetailMaster {
     int subCategory = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetailMaster>();
 
 struct StructDetailMasterMarshal : RecordMarshal<StructDetailMaster> {
     /// The first master of a style.
@@ -73,8 +69,6 @@ struct StructDetBaseCategory {
     int sortOrder = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetBaseCategory>();
 struct StructDetBaseCategoryMarshal : RecordMarshal<StructDetBaseCategory> {};
 
 /// How the views of a style are placed on the sheet. Table "DetViewArrangeStrategy".
@@ -87,6 +81,4 @@ struct StructDetViewArrangeStrategy {
     int alignViews = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewArrangeStrategy>();
 struct StructDetViewArrangeStrategyMarshal : RecordMarshal<StructDetViewArrangeStrategy> {};

@@ -9,8 +9,6 @@ struct StructDetViewRequestCategory {
     int detViewRequest = -1; // key of the request
     int deleted = 0;         // not stored: 1 for an entry that the next save removes
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewRequestCategory>();
 
 struct StructDetViewRequestCategoryMarshal : RecordMarshal<StructDetViewRequestCategory> {
     /// Appends the category entries of a view request to `records`; 1 when there are any.
@@ -39,8 +37,6 @@ struct StructDetViewRequest {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewRequest>();
 
 struct StructDetViewRequestMarshal : RecordMarshal<StructDetViewRequest> {
     /// Each appends the view requests that use the component to `records`; 1 when there are any.
@@ -78,8 +74,6 @@ struct StructDetViewSystemAndBox {
     double depthBack = 0;  // mm
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewSystemAndBox>();
 struct StructDetViewSystemAndBoxMarshal : RecordMarshal<StructDetViewSystemAndBox> {};
 
 /// How long objects are shortened in a view. Table "DetViewLengthClip".
@@ -93,8 +87,6 @@ struct StructDetViewLengthClip {
     double gap = 0;           // mm on paper
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewLengthClip>();
 struct StructDetViewLengthClipMarshal : RecordMarshal<StructDetViewLengthClip> {};
 
 /// One dimension request of a dimension strategy. Table "DetViewDimStrategyItems".
@@ -110,8 +102,6 @@ struct StructDetViewDimStrategyItem {
     int runningDimensionTextAlignment = 0;
     int hideDimensionPoint = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewDimStrategyItem>();
 struct StructDetViewDimStrategyItemMarshal : RecordMarshal<StructDetViewDimStrategyItem> {};
 
 /// The dimensions of a view. Table "DetViewDimStrategyNew".
@@ -126,8 +116,6 @@ struct StructDetViewDimStrategy {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewDimStrategy>();
 struct StructDetViewDimStrategyMarshal : ItemRecordMarshal<StructDetViewDimStrategy> {};
 
 /// A group of linear dimension requests. Table "DetViewDimRequestLinearGroup".
@@ -141,8 +129,6 @@ struct StructDetViewDimRequestLinearGroup {
     const KorString& getRunBezeichnung() const { return runName; }
     int getBitmapId() const { return bitmapId; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewDimRequestLinearGroup>();
 struct StructDetViewDimRequestLinearGroupMarshal : RecordMarshal<StructDetViewDimRequestLinearGroup> {};
 
 /// A chain of linear dimensions. Table "DetViewDimRequestLinear".
@@ -166,8 +152,6 @@ struct StructDetViewDimRequestLinear {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewDimRequestLinear>();
 struct StructDetViewDimRequestLinearMarshal : RecordMarshal<StructDetViewDimRequestLinear> {};
 
 /// The points of some objects that dimensions end at. Table "DetViewDimPointSelection".
@@ -180,8 +164,6 @@ struct StructDetViewDimPointSelection {
     int outermostOnly = 0;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructDetViewDimPointSelection>();
 
 struct StructDetViewDimPointSelectionMarshal : RecordMarshal<StructDetViewDimPointSelection> {
     /// Appends the selections of a point type to `records`; 1 when there are any.

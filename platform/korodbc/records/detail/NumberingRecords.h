@@ -10,8 +10,6 @@ struct StructObjectGroup {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructObjectGroup>();
 struct StructObjectGroupMarshal : RecordMarshal<StructObjectGroup> {};
 
 /// A type of model objects, as numbering and exploding tell them apart. Table "ObjectType".
@@ -29,8 +27,6 @@ struct StructObjectType {
     int getModelType() const { return modelType; }
     int getObjectGroup() const { return objectGroup; }
 };
-template <>
-const RecordDescription& descriptionOf<StructObjectType>();
 
 struct StructObjectTypeMarshal : RecordMarshal<StructObjectType> {
     static int getByClassId(const KorString& classId, StructObjectType& type);
@@ -58,8 +54,6 @@ struct StructNumberingMethod {
     int getFlag() const { return flag; }
     const KorString& getDescription() const { return description; }
 };
-template <>
-const RecordDescription& descriptionOf<StructNumberingMethod>();
 struct StructNumberingMethodMarshal : RecordMarshal<StructNumberingMethod> {};
 
 /// Prefixes of part numbers. Table "NumberingPrefix".
@@ -77,8 +71,6 @@ struct StructNumberingPrefix {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructNumberingPrefix>();
 
 struct StructNumberingPrefixMarshal : RecordMarshal<StructNumberingPrefix> {
     using RecordMarshal<StructNumberingPrefix>::visit;
@@ -94,8 +86,6 @@ struct StructNumberingPrefixProfile {
     void setKey(int newKey) { key = newKey; }
     int getSelected() const { return selected; }
 };
-template <>
-const RecordDescription& descriptionOf<StructNumberingPrefixProfile>();
 
 struct StructNumberingPrefixProfileMarshal : RecordMarshal<StructNumberingPrefixProfile> {
     /// Key of the first profile whose selected flag is `selected`. Returns 1 when found, -1 when not.
@@ -118,8 +108,6 @@ struct StructProfileShapeRunName {
     int getKey() const { return key; }
     void setKey(int newKey) { key = newKey; }
 };
-template <>
-const RecordDescription& descriptionOf<StructProfileShapeRunName>();
 
 struct StructProfileShapeRunNameMarshal : RecordMarshal<StructProfileShapeRunName> {
     /// The first record of a section subtype.
@@ -137,8 +125,6 @@ struct StructExplodeObjects {
     int textsGrouped = 0;
     int order = 0; // place in lists
 };
-template <>
-const RecordDescription& descriptionOf<StructExplodeObjects>();
 
 struct StructExplodeObjectsMarshal : RecordMarshal<StructExplodeObjects> {
     /// The whole table; with a `sorted` other than 0 in rising order, otherwise as in the table.
@@ -168,8 +154,6 @@ struct StructExplodeSettings {
     int getOn() const { return on; }
     void setOn(int newOn) { on = newOn; }
 };
-template <>
-const RecordDescription& descriptionOf<StructExplodeSettings>();
 struct StructExplodeSettingsMarshal : RecordMarshal<StructExplodeSettings> {};
 
 /// A choice of explode settings. Table "ExplodeProfile".
@@ -182,8 +166,6 @@ struct StructExplodeProfile {
     void setKey(int newKey) { key = newKey; }
     int getSelected() const { return selected; }
 };
-template <>
-const RecordDescription& descriptionOf<StructExplodeProfile>();
 struct StructExplodeProfileMarshal : RecordMarshal<StructExplodeProfile> {};
 
 /// An object type with one of its sub-types. Table "ObjectStructure".
@@ -197,6 +179,4 @@ struct StructObjectStructure {
     int getObjectType() const { return objectType; }
     int getObjectSubType() const { return objectSubType; }
 };
-template <>
-const RecordDescription& descriptionOf<StructObjectStructure>();
 struct StructObjectStructureMarshal : RecordMarshal<StructObjectStructure> {};

@@ -8,8 +8,6 @@ struct StructQXT_Application {
     KorString runName;
     KorString description;
 };
-template <>
-const RecordDescription& descriptionOf<StructQXT_Application>();
 struct StructQXT_ApplicationMarshal : RecordMarshal<StructQXT_Application> {};
 
 /// A kind of object that conversions tell apart; 1 are straight members. Table "Object_Type".
@@ -17,8 +15,6 @@ struct StructObject_Type {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructObject_Type>();
 struct StructObject_TypeMarshal : RecordMarshal<StructObject_Type> {};
 
 /// How sections of an application are called in the neutral names. `section` is a regular expression for whole
@@ -36,8 +32,6 @@ struct StructQXT_Profile_Conversion {
     int source = -1; // of the sections' sizes; -1: for none in particular
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructQXT_Profile_Conversion>();
 struct StructQXT_Profile_ConversionMarshal : RecordMarshal<StructQXT_Profile_Conversion> {};
 
 /// How an application calls sections that have neutral names. `qxtSection` is what `section` is above, and
@@ -54,8 +48,6 @@ struct StructProfile_Exports_Conversion {
     int source = -1;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructProfile_Exports_Conversion>();
 struct StructProfile_Exports_ConversionMarshal : RecordMarshal<StructProfile_Exports_Conversion> {};
 
 /// The neutral name of an application's material. Table "QXT_Material_Conversion".
@@ -66,8 +58,6 @@ struct StructQXT_Material_Conversion {
     KorString qxtMaterial;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructQXT_Material_Conversion>();
 struct StructQXT_Material_ConversionMarshal : RecordMarshal<StructQXT_Material_Conversion> {
     /// The first row of an application's material.
     static int getQXTMaterials(const KorString& material, int application, StructQXT_Material_Conversion& record);

@@ -1,121 +1,78 @@
 #include <korodbc/records/DescriptionBuilder.h>
 #include <korodbc/records/exchange/ConversionRecords.h>
 #include <korodbc/records/exchange/FormatRecords.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructKISS_Application>()
-{
-    using R = StructKISS_Application;
-    return described([] {
-        return describe<R>("StructKISS_Application",
-                           "KISS_Application",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"));
-    });
-}
+template <std::same_as<StructKISS_Application> R>
+constexpr Entry listOf<R>[] = {
+    table("KISS_Application", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructKISS_Profile_Conversion>()
-{
-    using R = StructKISS_Profile_Conversion;
-    return described([] {
-        return describe<R>("StructKISS_Profile_Conversion",
-                           "KISS_Profile_Conversion",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::application>("Application").names<StructKISS_Application>(),
-                           column<&R::kissShape>("KISSShape"),
-                           column<&R::kissSection>("KISSSection"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructKISS_Profile_Conversion> R>
+constexpr Entry listOf<R>[] = {
+    table("KISS_Profile_Conversion", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    names<StructKISS_Application>(&R::application, "Application"),
+    column(&R::kissShape, "KISSShape"),
+    column(&R::kissSection, "KISSSection"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructKISS_Material_Conversion>()
-{
-    using R = StructKISS_Material_Conversion;
-    return described([] {
-        return describe<R>("StructKISS_Material_Conversion",
-                           "KISS_Material_Conversion",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::application>("Application").names<StructKISS_Application>(),
-                           column<&R::kissMaterial>("KISSMaterial"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructKISS_Material_Conversion> R>
+constexpr Entry listOf<R>[] = {
+    table("KISS_Material_Conversion", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    names<StructKISS_Application>(&R::application, "Application"),
+    column(&R::kissMaterial, "KISSMaterial"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructKISSPlate_Material>()
-{
-    using R = StructKISSPlate_Material;
-    return described([] {
-        return describe<R>("StructKISSPlate_Material",
-                           "KissPlateMaterial",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::kissShape>("KISSShape"),
-                           column<&R::kissMaterial>("KISSMaterial"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructKISSPlate_Material> R>
+constexpr Entry listOf<R>[] = {
+    table("KissPlateMaterial", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::kissShape, "KISSShape"),
+    column(&R::kissMaterial, "KISSMaterial"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructSDNF_Profile_Conversion>()
-{
-    using R = StructSDNF_Profile_Conversion;
-    return described([] {
-        return describe<R>("StructSDNF_Profile_Conversion",
-                           "SDNF_Profile_Conversion",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::application>("Application").names<StructQXT_Application>(),
-                           column<&R::sdnfClass>("SDNFClass"),
-                           column<&R::sdnfSection>("SDNFSection"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructSDNF_Profile_Conversion> R>
+constexpr Entry listOf<R>[] = {
+    table("SDNF_Profile_Conversion", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    names<StructQXT_Application>(&R::application, "Application"),
+    column(&R::sdnfClass, "SDNFClass"),
+    column(&R::sdnfSection, "SDNFSection"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructSDNF_Profile_Definition>()
-{
-    using R = StructSDNF_Profile_Definition;
-    return described([] {
-        return describe<R>("StructSDNF_Profile_Definition",
-                           "SDNF_Profile_Definition",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::application>("Application").names<StructQXT_Application>(),
-                           column<&R::objectType>("ObjectType").names<StructObject_Type>(),
-                           column<&R::rotation>("Rotation"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructSDNF_Profile_Definition> R>
+constexpr Entry listOf<R>[] = {
+    table("SDNF_Profile_Definition", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    names<StructQXT_Application>(&R::application, "Application"),
+    names<StructObject_Type>(&R::objectType, "ObjectType"),
+    column(&R::rotation, "Rotation"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructCIS2_Bolt_Conversion>()
-{
-    using R = StructCIS2_Bolt_Conversion;
-    return described([] {
-        return describe<R>("StructCIS2_Bolt_Conversion",
-                           "CIS2_Bolt_Conversion",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::application>("Application").names<StructQXT_Application>(),
-                           column<&R::cis2Standard>("CIS2Standard"),
-                           owner<&R::ownerText>("OwnerText"));
-    });
-}
+template <std::same_as<StructCIS2_Bolt_Conversion> R>
+constexpr Entry listOf<R>[] = {
+    table("CIS2_Bolt_Conversion", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    names<StructQXT_Application>(&R::application, "Application"),
+    column(&R::cis2Standard, "CIS2Standard"),
+    owner(&R::ownerText, "OwnerText"),
+};
 
 int StructKISS_Profile_ConversionMarshal::getKISSProfiles(const KorString& section, int application,
                                                           StructKISS_Profile_Conversion& record)
@@ -179,14 +136,7 @@ int StructCIS2_Bolt_ConversionMarshal::getKRStandards(const KorString& cis2Stand
     return recordWith<&StructCIS2_Bolt_Conversion::cis2Standard>(cis2Standard, record);
 }
 
-std::span<const DescriptionFunction> records::formatRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructKISS_Application>,
-                                                   descriptionOf<StructKISS_Profile_Conversion>,
-                                                   descriptionOf<StructKISS_Material_Conversion>,
-                                                   descriptionOf<StructKISSPlate_Material>,
-                                                   descriptionOf<StructSDNF_Profile_Conversion>,
-                                                   descriptionOf<StructSDNF_Profile_Definition>,
-                                                   descriptionOf<StructCIS2_Bolt_Conversion>};
-    return list;
-}
+constinit const Family records::formatRecords =
+    family<StructKISS_Application, StructKISS_Profile_Conversion, StructKISS_Material_Conversion,
+           StructKISSPlate_Material, StructSDNF_Profile_Conversion, StructSDNF_Profile_Definition,
+           StructCIS2_Bolt_Conversion>;

@@ -7,8 +7,6 @@ struct StructKISS_Application {
     int key = -1;
     KorString runName;
 };
-template <>
-const RecordDescription& descriptionOf<StructKISS_Application>();
 struct StructKISS_ApplicationMarshal : RecordMarshal<StructKISS_Application> {};
 
 /// How a section is called in KISS files. Table "KISS_Profile_Conversion".
@@ -20,8 +18,6 @@ struct StructKISS_Profile_Conversion {
     KorString kissSection;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructKISS_Profile_Conversion>();
 struct StructKISS_Profile_ConversionMarshal : RecordMarshal<StructKISS_Profile_Conversion> {
     static int getKISSProfiles(const KorString& section, int application, StructKISS_Profile_Conversion& record);
 };
@@ -34,8 +30,6 @@ struct StructKISS_Material_Conversion {
     KorString kissMaterial;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructKISS_Material_Conversion>();
 struct StructKISS_Material_ConversionMarshal : RecordMarshal<StructKISS_Material_Conversion> {
     static int getKISSMaterials(const KorString& material, int application,
                                 StructKISS_Material_Conversion& record);
@@ -49,8 +43,6 @@ struct StructKISSPlate_Material {
     KorString kissMaterial;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructKISSPlate_Material>();
 struct StructKISSPlate_MaterialMarshal : RecordMarshal<StructKISSPlate_Material> {};
 
 /// How a section is called in SDNF files. Table "SDNF_Profile_Conversion".
@@ -62,8 +54,6 @@ struct StructSDNF_Profile_Conversion {
     KorString sdnfSection;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructSDNF_Profile_Conversion>();
 struct StructSDNF_Profile_ConversionMarshal : RecordMarshal<StructSDNF_Profile_Conversion> {
     static int getSDNFProfiles(const KorString& section, int application, StructSDNF_Profile_Conversion& record);
     /// The first row with that name in SDNF files.
@@ -79,8 +69,6 @@ struct StructSDNF_Profile_Definition {
     double rotation = 0; // degrees
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructSDNF_Profile_Definition>();
 struct StructSDNF_Profile_DefinitionMarshal : RecordMarshal<StructSDNF_Profile_Definition> {
     static int getClassRotation(const KorString& profileClass, int application, int objectType,
                                 StructSDNF_Profile_Definition& record);
@@ -94,8 +82,6 @@ struct StructCIS2_Bolt_Conversion {
     KorString cis2Standard;
     KorString ownerText;
 };
-template <>
-const RecordDescription& descriptionOf<StructCIS2_Bolt_Conversion>();
 struct StructCIS2_Bolt_ConversionMarshal : RecordMarshal<StructCIS2_Bolt_Conversion> {
     static int getCIS2Standards(const KorString& standard, int application, StructCIS2_Bolt_Conversion& record);
     /// The first row with that CIS/2 standard.

@@ -1,37 +1,24 @@
 #include <korodbc/records/DescriptionBuilder.h>
 #include <korodbc/records/exchange/ProfileFamilyRecords.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
-template <>
-const RecordDescription& descriptionOf<StructProfileFamily>()
-{
-    using R = StructProfileFamily;
-    return described([] {
-        return describe<R>("StructProfileFamily",
-                           "ProfileFamily",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::description>("Description"));
-    });
-}
+template <std::same_as<StructProfileFamily> R>
+constexpr Entry listOf<R>[] = {
+    table("ProfileFamily", inConfiguration),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::description, "Description"),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructProfileFamilyTable>()
-{
-    using R = StructProfileFamilyTable;
-    return described([] {
-        return describe<R>("StructProfileFamilyTable",
-                           "ProfileFamilyTables",
-                           inConfiguration,
-                           key<&R::key>("Key"),
-                           column<&R::family>("Family").names<StructProfileFamily>(),
-                           column<&R::tableName>("TableName"),
-                           sortOrder<&R::sortOrder>("SortOrder"));
-    });
-}
+template <std::same_as<StructProfileFamilyTable> R>
+constexpr Entry listOf<R>[] = {
+    table("ProfileFamilyTables", inConfiguration),
+    key(&R::key, "Key"),
+    names<StructProfileFamily>(&R::family, "Family"),
+    column(&R::tableName, "TableName"),
+    sortOrder(&R::sortOrder, "SortOrder"),
+};
 
 int StructProfileFamilyTableMarshal::getTablesOfFamily(const KorString& family, KorArray<KorString>& tables)
 {
@@ -58,9 +45,4 @@ int StructProfileFamilyTableMarshal::getFamiliesOfTables(const KorArray<KorStrin
     return foundAny(found, families);
 }
 
-std::span<const DescriptionFunction> records::profileFamilyRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructProfileFamily>,
-                                                   descriptionOf<StructProfileFamilyTable>};
-    return list;
-}
+constinit const Family records::profileFamilyRecords = family<StructProfileFamily, StructProfileFamilyTable>;

@@ -8,8 +8,6 @@ struct StructProfileFamily {
     KorString runName;
     KorString description;
 };
-template <>
-const RecordDescription& descriptionOf<StructProfileFamily>();
 struct StructProfileFamilyMarshal : RecordMarshal<StructProfileFamily> {};
 
 /// A table of sections that belongs to such a family. Table "ProfileFamilyTables".
@@ -19,8 +17,6 @@ struct StructProfileFamilyTable {
     KorString tableName; // of the sections
     int sortOrder = 0;
 };
-template <>
-const RecordDescription& descriptionOf<StructProfileFamilyTable>();
 struct StructProfileFamilyTableMarshal : RecordMarshal<StructProfileFamilyTable> {
     /// The section tables of a family by its run name, in their order. 0 when it has none.
     static int getTablesOfFamily(const KorString& family, KorArray<KorString>& tables);

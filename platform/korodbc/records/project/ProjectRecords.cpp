@@ -1,6 +1,5 @@
 #include <korodbc/records/DescriptionBuilder.h>
 #include <korodbc/records/project/ProjectRecords.h>
-#include <korodbc/records/Registry.h>
 
 using namespace records;
 
@@ -13,165 +12,110 @@ constexpr DataSources inProjects{KorDSNDefinitions::kProject,
 
 } // namespace
 
-template <>
-const RecordDescription& descriptionOf<StructProjXMLData>()
-{
-    using R = StructProjXMLData;
-    return described([] {
-        return describe<R>("StructProjXMLData",
-                           "XMLData",
-                           inProjects,
-                           key<&R::key>("Key"),
-                           column<&R::version>("Version"),
-                           column<&R::xmlText>("XMLText"),
-                           unstored<&R::dataSource>());
-    });
-}
+template <std::same_as<StructProjXMLData> R>
+constexpr Entry listOf<R>[] = {
+    table("XMLData", inProjects),
+    key(&R::key, "Key"),
+    column(&R::version, "Version"),
+    column(&R::xmlText, "XMLText"),
+    unstored(&R::dataSource),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructProjReportCategory>()
-{
-    using R = StructProjReportCategory;
-    return described([] {
-        return describe<R>("StructProjReportCategory",
-                           "ReportCategories",
-                           inProjects,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::description>("Description"),
-                           owner<&R::ownerText>("OwnerText"),
-                           unstored<&R::dataSource>());
-    });
-}
+template <std::same_as<StructProjReportCategory> R>
+constexpr Entry listOf<R>[] = {
+    table("ReportCategories", inProjects),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::description, "Description"),
+    owner(&R::ownerText, "OwnerText"),
+    unstored(&R::dataSource),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructProjReportType>()
-{
-    using R = StructProjReportType;
-    return described([] {
-        return describe<R>("StructProjReportType",
-                           "ReportTypes",
-                           inProjects,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           reference<&R::category, StructProjReportCategory>("Category"),
-                           column<&R::fileExtension>("FileExtension"),
-                           owner<&R::ownerText>("OwnerText"),
-                           unstored<&R::dataSource>());
-    });
-}
+template <std::same_as<StructProjReportType> R>
+constexpr Entry listOf<R>[] = {
+    table("ReportTypes", inProjects),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    reference<StructProjReportCategory>(&R::category, "Category"),
+    column(&R::fileExtension, "FileExtension"),
+    owner(&R::ownerText, "OwnerText"),
+    unstored(&R::dataSource),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructProjTemplate>()
-{
-    using R = StructProjTemplate;
-    return described([] {
-        return describe<R>("StructProjTemplate",
-                           "ReportTemplates",
-                           inProjects,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           reference<&R::reportType, StructProjReportType>("ReportType"),
-                           reference<&R::xmlData, StructProjXMLData>("XMLData").noneAllowed(),
-                           column<&R::fileName>("FileName"),
-                           column<&R::description>("Description"),
-                           owner<&R::ownerText>("OwnerText"),
-                           unstored<&R::xmlText>(),
-                           unstored<&R::dataSource>());
-    });
-}
+template <std::same_as<StructProjTemplate> R>
+constexpr Entry listOf<R>[] = {
+    table("ReportTemplates", inProjects),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    reference<StructProjReportType>(&R::reportType, "ReportType"),
+    reference<StructProjXMLData>(&R::xmlData, "XMLData").noneAllowed(),
+    column(&R::fileName, "FileName"),
+    column(&R::description, "Description"),
+    owner(&R::ownerText, "OwnerText"),
+    unstored(&R::xmlText),
+    unstored(&R::dataSource),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructProjModelSelection>()
-{
-    using R = StructProjModelSelection;
-    return described([] {
-        return describe<R>("StructProjModelSelection",
-                           "ModelSelections",
-                           inProjects,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::description>("Description"),
-                           reference<&R::xmlData, StructProjXMLData>("XMLData").noneAllowed(),
-                           owner<&R::ownerText>("OwnerText"),
-                           unstored<&R::xmlText>(),
-                           unstored<&R::dataSource>());
-    });
-}
+template <std::same_as<StructProjModelSelection> R>
+constexpr Entry listOf<R>[] = {
+    table("ModelSelections", inProjects),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::description, "Description"),
+    reference<StructProjXMLData>(&R::xmlData, "XMLData").noneAllowed(),
+    owner(&R::ownerText, "OwnerText"),
+    unstored(&R::xmlText),
+    unstored(&R::dataSource),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructProjModelSelectionApplication>()
-{
-    using R = StructProjModelSelectionApplication;
-    return described([] {
-        return describe<R>("StructProjModelSelectionApplication",
-                           "ModelSelectionApplications",
-                           inProjects,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           reference<&R::modelSelection, StructProjModelSelection>("ModelSelection"),
-                           column<&R::description>("Description"),
-                           owner<&R::ownerText>("OwnerText"),
-                           unstored<&R::dataSource>());
-    });
-}
+template <std::same_as<StructProjModelSelectionApplication> R>
+constexpr Entry listOf<R>[] = {
+    table("ModelSelectionApplications", inProjects),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    reference<StructProjModelSelection>(&R::modelSelection, "ModelSelection"),
+    column(&R::description, "Description"),
+    owner(&R::ownerText, "OwnerText"),
+    unstored(&R::dataSource),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructProjModelExtractUpdateInfo>()
-{
-    using R = StructProjModelExtractUpdateInfo;
-    return described([] {
-        return describe<R>("StructProjModelExtractUpdateInfo",
-                           "ModelExtractUpdateInfo",
-                           inProjects,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           column<&R::onOpening>("OnOpening"),
-                           column<&R::beforeReport>("BeforeReport"),
-                           column<&R::asksFirst>("AsksFirst"),
-                           column<&R::lastUpdate>("LastUpdate"),
-                           owner<&R::ownerText>("OwnerText"),
-                           unstored<&R::dataSource>());
-    });
-}
+template <std::same_as<StructProjModelExtractUpdateInfo> R>
+constexpr Entry listOf<R>[] = {
+    table("ModelExtractUpdateInfo", inProjects),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    column(&R::onOpening, "OnOpening"),
+    column(&R::beforeReport, "BeforeReport"),
+    column(&R::asksFirst, "AsksFirst"),
+    column(&R::lastUpdate, "LastUpdate"),
+    owner(&R::ownerText, "OwnerText"),
+    unstored(&R::dataSource),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructProjModelExtract>()
-{
-    using R = StructProjModelExtract;
-    return described([] {
-        return describe<R>("StructProjModelExtract",
-                           "ModelExtracts",
-                           inProjects,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           reference<&R::modelSelectionApplication, StructProjModelSelectionApplication>(
-                               "ModelSelectionApplication"),
-                           reference<&R::updateInfo, StructProjModelExtractUpdateInfo>("UpdateInfo").noneAllowed(),
-                           column<&R::fileName>("FileName"),
-                           owner<&R::ownerText>("OwnerText"),
-                           unstored<&R::dataSource>());
-    });
-}
+template <std::same_as<StructProjModelExtract> R>
+constexpr Entry listOf<R>[] = {
+    table("ModelExtracts", inProjects),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    reference<StructProjModelSelectionApplication>(&R::modelSelectionApplication, "ModelSelectionApplication"),
+    reference<StructProjModelExtractUpdateInfo>(&R::updateInfo, "UpdateInfo").noneAllowed(),
+    column(&R::fileName, "FileName"),
+    owner(&R::ownerText, "OwnerText"),
+    unstored(&R::dataSource),
+};
 
-template <>
-const RecordDescription& descriptionOf<StructProjReport>()
-{
-    using R = StructProjReport;
-    return described([] {
-        return describe<R>("StructProjReport",
-                           "Reports",
-                           inProjects,
-                           key<&R::key>("Key"),
-                           runName<&R::runName>("RunName"),
-                           reference<&R::templateKey, StructProjTemplate>("Template"),
-                           reference<&R::modelExtract, StructProjModelExtract>("ModelExtract").noneAllowed(),
-                           column<&R::fileName>("FileName"),
-                           column<&R::description>("Description"),
-                           owner<&R::ownerText>("OwnerText"),
-                           unstored<&R::dataSource>());
-    });
-}
+template <std::same_as<StructProjReport> R>
+constexpr Entry listOf<R>[] = {
+    table("Reports", inProjects),
+    key(&R::key, "Key"),
+    runName(&R::runName, "RunName"),
+    reference<StructProjTemplate>(&R::templateKey, "Template"),
+    reference<StructProjModelExtract>(&R::modelExtract, "ModelExtract").noneAllowed(),
+    column(&R::fileName, "FileName"),
+    column(&R::description, "Description"),
+    owner(&R::ownerText, "OwnerText"),
+    unstored(&R::dataSource),
+};
 
 int StructProjTemplateMarshal::getByReportTypeKey(const long& key, KorArray<StructProjTemplate>& templates)
 {
@@ -195,16 +139,7 @@ int StructProjReportMarshal::getByTemplateKey(const long& key, KorArray<StructPr
     return getChildren<&StructProjReport::templateKey>(key, reports);
 }
 
-std::span<const DescriptionFunction> records::projectRecords()
-{
-    static constexpr DescriptionFunction list[] = {descriptionOf<StructProjXMLData>,
-                                                   descriptionOf<StructProjReportCategory>,
-                                                   descriptionOf<StructProjReportType>,
-                                                   descriptionOf<StructProjTemplate>,
-                                                   descriptionOf<StructProjModelSelection>,
-                                                   descriptionOf<StructProjModelSelectionApplication>,
-                                                   descriptionOf<StructProjModelExtractUpdateInfo>,
-                                                   descriptionOf<StructProjModelExtract>,
-                                                   descriptionOf<StructProjReport>};
-    return list;
-}
+constinit const Family records::projectRecords =
+    family<StructProjXMLData, StructProjReportCategory, StructProjReportType, StructProjTemplate,
+           StructProjModelSelection, StructProjModelSelectionApplication, StructProjModelExtractUpdateInfo,
+           StructProjModelExtract, StructProjReport>;

@@ -13,8 +13,6 @@ struct StructProjXMLData {
     KorString xmlText;
     eDSN dataSource = KorDSNDefinitions::kUnresolved;
 };
-template <>
-const RecordDescription& descriptionOf<StructProjXMLData>();
 struct StructProjXMLDataMarshal : ProjectMarshal<StructProjXMLData> {};
 
 /// A group of report types. Table "ReportCategories".
@@ -25,8 +23,6 @@ struct StructProjReportCategory {
     KorString ownerText;
     eDSN dataSource = KorDSNDefinitions::kUnresolved;
 };
-template <>
-const RecordDescription& descriptionOf<StructProjReportCategory>();
 struct StructProjReportCategoryMarshal : ProjectMarshal<StructProjReportCategory> {};
 
 /// A kind of report. Table "ReportTypes".
@@ -38,8 +34,6 @@ struct StructProjReportType {
     KorString ownerText;
     eDSN dataSource = KorDSNDefinitions::kUnresolved;
 };
-template <>
-const RecordDescription& descriptionOf<StructProjReportType>();
 struct StructProjReportTypeMarshal : ProjectMarshal<StructProjReportType> {};
 
 /// A template that reports are made from. Table "ReportTemplates".
@@ -54,8 +48,6 @@ struct StructProjTemplate {
     KorString xmlText; // the document, when it was read with the template
     eDSN dataSource = KorDSNDefinitions::kUnresolved;
 };
-template <>
-const RecordDescription& descriptionOf<StructProjTemplate>();
 struct StructProjTemplateMarshal : ProjectMarshal<StructProjTemplate> {
     /// The templates of a report type; 1 also when it has none.
     static int getByReportTypeKey(const long& key, KorArray<StructProjTemplate>& templates);
@@ -71,8 +63,6 @@ struct StructProjModelSelection {
     KorString xmlText; // the document, when it was read with the selection
     eDSN dataSource = KorDSNDefinitions::kUnresolved;
 };
-template <>
-const RecordDescription& descriptionOf<StructProjModelSelection>();
 struct StructProjModelSelectionMarshal : ProjectMarshal<StructProjModelSelection> {};
 
 /// A use of a model selection. Table "ModelSelectionApplications".
@@ -84,8 +74,6 @@ struct StructProjModelSelectionApplication {
     KorString ownerText;
     eDSN dataSource = KorDSNDefinitions::kUnresolved;
 };
-template <>
-const RecordDescription& descriptionOf<StructProjModelSelectionApplication>();
 struct StructProjModelSelectionApplicationMarshal : ProjectMarshal<StructProjModelSelectionApplication> {
     /// The applications of a model selection; 1 also when it has none.
     static int getByModelSelectionKey(const long& key,
@@ -103,8 +91,6 @@ struct StructProjModelExtractUpdateInfo {
     KorString ownerText;
     eDSN dataSource = KorDSNDefinitions::kUnresolved;
 };
-template <>
-const RecordDescription& descriptionOf<StructProjModelExtractUpdateInfo>();
 struct StructProjModelExtractUpdateInfoMarshal : ProjectMarshal<StructProjModelExtractUpdateInfo> {};
 
 /// What an application of a selection took out of the model. Table "ModelExtracts".
@@ -117,8 +103,6 @@ struct StructProjModelExtract {
     KorString ownerText;
     eDSN dataSource = KorDSNDefinitions::kUnresolved;
 };
-template <>
-const RecordDescription& descriptionOf<StructProjModelExtract>();
 struct StructProjModelExtractMarshal : ProjectMarshal<StructProjModelExtract> {
     /// The extracts of a model selection application; 1 also when it has none.
     static int getByModelSelectionApplicationKey(const long& key, KorArray<StructProjModelExtract>& extracts);
@@ -135,8 +119,6 @@ struct StructProjReport {
     KorString ownerText;
     eDSN dataSource = KorDSNDefinitions::kUnresolved;
 };
-template <>
-const RecordDescription& descriptionOf<StructProjReport>();
 struct StructProjReportMarshal : ProjectMarshal<StructProjReport> {
     /// The reports of a template; 1 also when it has none.
     static int getByTemplateKey(const long& key, KorArray<StructProjReport>& reports);
