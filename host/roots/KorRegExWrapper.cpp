@@ -25,7 +25,7 @@ std::size_t byteOffset(std::string_view utf8, int characters)
 }
 
 /// For the program and the states of one expression. Tables hold thousands of them, and each is written by a user.
-constexpr std::int64_t mostBytes = 256 * 1024;
+constexpr std::int64_t mostBytes = std::int64_t{256} * 1024;
 /// What is found for each group is carried along at every character: thousands of them would take minutes.
 constexpr int mostGroups = 99;
 

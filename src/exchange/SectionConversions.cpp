@@ -2,6 +2,8 @@
 
 #include <korodbc/exchange/SectionConversions.h>
 
+using namespace korodbc;
+
 namespace {
 
 constexpr int thisApplication = 1;

@@ -1,5 +1,6 @@
 #include "exchange/SectionRules.h"
 
+namespace korodbc {
 namespace {
 
 constexpr long longestAnswer = 1000000;
@@ -97,3 +98,5 @@ KorArray<KorExchangeRule> SectionRules::faulty() const
             rules.append(shown(rule));
     return rules;
 }
+
+} // namespace korodbc

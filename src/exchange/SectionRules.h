@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+namespace korodbc {
+
 /// What the rules of a table are asked.
 struct SectionQuestion {
     KorString profileClass, section;
@@ -49,3 +51,5 @@ private:
     std::vector<Rule> m_rules;                                            // in table order
     std::map<std::pair<int, int>, std::vector<std::size_t>> m_candidates; // by application and object type
 };
+
+} // namespace korodbc

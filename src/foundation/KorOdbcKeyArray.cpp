@@ -28,7 +28,7 @@ KorOdbcKeyArray::~KorOdbcKeyArray()
 
 KorOdbcKeyArray& KorOdbcKeyArray::operator=(const KorOdbcKeyArray& other)
 {
-    if (m_pItems != nullptr && other.m_pItems != nullptr && m_pItems != other.m_pItems)
+    if (this != &other && m_pItems != nullptr && other.m_pItems != nullptr)
         *m_pItems = *other.m_pItems;
     return *this;
 }

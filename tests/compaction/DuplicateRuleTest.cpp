@@ -1,4 +1,5 @@
 #include "../src/compaction/DuplicateRule.h"
+
 #include "../src/edit/DetailTable.h"
 
 #include <korodbc/records/detail/DetailProcessRecords.h>

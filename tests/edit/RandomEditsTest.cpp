@@ -450,8 +450,7 @@ protected:
         ASSERT_TRUE(manifest.save(pristine(), error)) << error;
         const auto make = [&](const char* file, eDSN dsn) {
             korodbc::host::HostError reason;
-            const auto database =
-                Database::open((pristine() / file).string(), Database::Access::Create, reason);
+            const auto database = Database::open((pristine() / file).string(), Database::Access::Create, reason);
             ASSERT_TRUE(database != nullptr && korodbc::host::createTables(*database, dsn, reason)) << reason.text;
             std::set<std::string> kept = {"Authors", "Default_STR"};
             for (const auto& table : tables) {

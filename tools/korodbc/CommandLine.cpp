@@ -1,6 +1,9 @@
 #include "CommandLine.h"
 
+#include "Manual.h"
+
 #include <korodbc/host/EmbeddedHost.h>
+#include <korodbc/Version.h>
 
 #include <cstdio>
 
@@ -53,13 +56,21 @@ CommandLine::CommandLine()
     m_app.require_subcommand(1);
     m_app.fallthrough();
     m_app.get_formatter()->column_width(34);
-    m_app.set_version_flag("--version", "korodbc " KORODBC_VERSION, "Print the version and end");
+    m_app.set_version_flag("--version", "korodbc " KORODBC_VERSION_STRING, "Print the version and end");
+    // for who makes a package; no help shows them
+    printing("--manual-page", [this] { return manualPage(m_app, KORODBC_VERSION_STRING); });
+    printing("--bash-completion", [this] { return bashCompletion(m_app); });
     m_app.add_option("-r,--repository", m_global.repository, "Folder of the repository")
         ->envname("KORODBC_REPOSITORY")
         ->type_name("DIR")
         ->capture_default_str();
     m_app.add_flag("--trace", m_global.trace,
                    "Print every statement on stderr, with its data source, origin and result");
+}
+
+void CommandLine::printing(const char* option, std::function<std::string()> text)
+{
+    m_app.add_flag_callback(option, [text] { throw CLI::CallForVersion(text(), 0); })->group("");
 }
 
 CLI::App* CommandLine::command(const char* name, const char* description, const char* example,

@@ -37,6 +37,8 @@ public:
     int run(int argc, char** argv);
 
 protected:
+    /// Adds a hidden option that prints the text and ends.
+    void printing(const char* option, std::function<std::string()> text);
     std::string complaint(const CLI::ParseError& error) const;
     std::string commandName() const;
 

@@ -304,8 +304,8 @@ void addProjectCommands(CommandLine& line)
             ->type_name("DATABASE");
         // an empty text is given, too
         const auto addText = [command](const char* option, const std::string& help, const char* shown,
-                                       std::function<void(const std::string&)> take) {
-            command->add_option_function<std::string>(option, std::move(take), help)->type_name(shown);
+                                       const std::function<void(const std::string&)>& take) {
+            command->add_option_function<std::string>(option, take, help)->type_name(shown);
         };
         addText("--name", "save: new name", "NAME",
                 [options](const std::string& value) { options->newName = value; });

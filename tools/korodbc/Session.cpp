@@ -125,7 +125,8 @@ Session::~Session()
 void Session::recover()
 {
     if (KorOdbcDSNDefinitions::initOEDbConnections() != 1)
-        throw Failure{kNoRepository, "the database engine cannot be used" + advised(lastFailure(), "Configuration")};
+        throw Failure{kNoRepository,
+                      "the database engine cannot be used" + advised(lastFailure(), "Configuration")};
     for (const Source& source : allSources())
         if (holdsDetails(source.dsn) && !canBeUsed(source))
             m_unusable.push_back(lastError() + remedy(lastFailure(), source.name));
