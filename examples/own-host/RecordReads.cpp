@@ -79,9 +79,8 @@ public:
     {
         const Table& table = *findTable(dsn, KorString::fromUtf8(type.table));
         const ListOperations list = type.list();
-        const AnyRecord blank(type);
         for (const Row& row : table.rows) {
-            void* record = list.at(m_list.get(), list.append(m_list.get(), blank.get()));
+            void* record = list.at(m_list.get(), list.append(m_list.get(), type.elements->fresh));
             take(table, row, type.columns, 0, record);
             for (int item = 1; item <= numberedItems(table, record); ++item) {
                 type.numbered.list.resize(record, item);

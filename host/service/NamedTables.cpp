@@ -2,7 +2,6 @@
 
 #include "database/Query.h"
 
-#include <korodbc/records/AnyRecord.h>
 #include <korodbc/repository/KorDatabaseAccess.h>
 
 #include <set>
@@ -36,10 +35,9 @@ int readQuery(const RecordDescription& type, const KorString& query, void* recor
     }
     const int columns = select->columns();
     const ListOperations list = type.list();
-    const AnyRecord blank(type);
     Step step;
     while ((step = select->step()) == Step::Row) {
-        void* record = list.at(records, list.append(records, blank.get()));
+        void* record = list.at(records, list.append(records, type.elements->fresh));
         for (int i = 0; i < columns; ++i) {
             const std::string_view name = select->columnName(i);
             for (const ColumnDescription& column : type.columns) {
