@@ -107,8 +107,7 @@ TEST(DuplicateRuleTest, FindsWhatComparingEveryPairFindsInLooseTexts)
             }
             return same;
         };
-        EXPECT_EQ(rule.survivors(type.list(), &maps), firstOfAllPairs(maps, equalMaps))
-            << items << " " << texts;
+        EXPECT_EQ(rule.survivors(type.list(), &maps), firstOfAllPairs(maps, equalMaps)) << items << " " << texts;
     }
 }
 

@@ -37,8 +37,8 @@ struct StructDetViewDimGeomRestrictionBitmapsMarshal : RecordMarshal<StructDetVi
                                             StructDetViewDimGeomRestrictionBitmaps& record)
     {
         return getFirstWhere<&StructDetViewDimGeomRestrictionBitmaps::pointType,
-                             &StructDetViewDimGeomRestrictionBitmaps::geometricRestriction>(pointType, restriction,
-                                                                                            record);
+                             &StructDetViewDimGeomRestrictionBitmaps::geometricRestriction>(
+            pointType, restriction, record);
     }
 };
 
