@@ -12,9 +12,9 @@ namespace {
 
 using namespace bench;
 
-constexpr int records = 1000;  // in one batch
-constexpr int points = 6;      // of a linear dimension request: 14 fixed columns and these
-constexpr int itemsPerRow = 5; // of a dimension strategy
+constexpr int recordCount = 1000; // in one batch
+constexpr int points = 6;         // of a linear dimension request: 14 fixed columns and these
+constexpr int itemsPerRow = 5;    // of a dimension strategy
 
 StructDetViewDimRequestLinear linearRequest()
 {
@@ -49,7 +49,7 @@ StructDetViewDimStrategy strategy()
 std::vector<KorString> wideNames()
 {
     std::vector<KorString> names;
-    for (int i = 0; i < records; ++i)
+    for (int i = 0; i < recordCount; ++i)
         names.push_back(KorString::format(L"Bolt chain along the beam %d", i));
     return names;
 }
@@ -186,8 +186,8 @@ void registerStoreBenchmarks()
                                          {"store/with 5 items/plain", strategyPlain}};
     for (const auto& [name, run] : all)
         benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(runs)->Unit(benchmark::kMillisecond);
-    bench::compare("store: record of 20 columns", "store linear library", "store linear plain", 2.0, records,
+    bench::compare("store: record of 20 columns", "store linear library", "store linear plain", 2.0, recordCount,
                    "a record");
     bench::compare("store: record with 5 rows of items", "store strategy library", "store strategy plain", 2.0,
-                   records, "a record");
+                   recordCount, "a record");
 }
