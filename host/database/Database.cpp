@@ -119,7 +119,8 @@ void Database::tellTables(const Statement& statement)
         return;
     const Touched& touched = statement.touched();
     for (const Touched::Rows& rows : touched.rows) {
-        const auto found = m_ownWrites > 0 ? m_tables.end() : m_tables.find(lowerCase(rows.table));
+        const auto found =
+            rows.ids.empty() || m_ownWrites > 0 ? m_tables.end() : m_tables.find(lowerCase(rows.table));
         for (std::size_t i = 0; found != m_tables.end() && i < rows.ids.size(); ++i)
             found->second->rowChanged(rows.ids[i]);
     }

@@ -94,7 +94,7 @@ bool Table::insertRecord(const RecordDescription& type, const Value& key, const 
     const bool asStored = (!type.numbered.exists() || counted == items) &&
                           (type.key < 0 || type.hasTextKey() || key == Value(std::int64_t{type.keyOf(record)}));
     const std::vector<Touched::Rows>& rows = statement->touched().rows;
-    if (rows.empty() || rowId().empty()) {
+    if (rows.empty() || rows.back().ids.empty() || rowId().empty()) {
         allChanged();
         return true;
     }

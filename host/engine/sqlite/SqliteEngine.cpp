@@ -119,8 +119,10 @@ void SqliteEngine::rowChanged(void* self, int, const char*, const char* table, s
     auto& engine = *static_cast<SqliteEngine*>(self);
     ++engine.m_noted;
     Touched& touched = engine.m_touched;
-    if (touched.rows.empty() || touched.rows.back().table != table)
+    if (touched.rows.empty() || (!touched.rows.back().ids.empty() && touched.rows.back().table != table))
         touched.rows.push_back({table, {}});
+    else if (touched.rows.back().table != table)
+        touched.rows.back().table = table;
     std::vector<std::int64_t>& rows = touched.rows.back().ids;
     if (rows.size() < mostNoted)
         rows.push_back(row);
@@ -132,7 +134,10 @@ void SqliteEngine::beginRun()
 {
     m_touched.count = 0;
     m_touched.known = true;
-    m_touched.rows.clear();
+    if (!m_touched.rows.empty()) { // the next run will likely change the same table
+        m_touched.rows.resize(1);
+        m_touched.rows.front().ids.clear();
+    }
     m_noted = 0;
 }
 
