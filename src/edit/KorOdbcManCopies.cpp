@@ -413,14 +413,22 @@ int KorOdbcMan::bringBackLeftCopies() { return bringBackCopies(false) == 1 ? 1 :
 
 void KorOdbcMan::restoreDetailTablesCopies()
 {
-    int slot = 0;
-    for (const auto& [dsn, index] : fixedDatabases) {
-        const ManagerDatabase database(dsn, static_cast<eIndex>(slot++)); // whatever their index
-        KorDatabaseBatch batch;
-        // the fourth copy is left alone
-        for (int type = 0; type < kTableTypes; ++type)
-            for (int depth = kThirdCopy; depth >= kFirstCopy; --depth)
-                restoreCopyOfTable(static_cast<eTableType>(type), static_cast<eCopyDepth>(depth));
-        batch.end(1);
-    }
+    for (const auto& fixed : fixedDatabases)
+        restoreDetailTablesCopiesFor(fixed.first);
+}
+
+void KorOdbcMan::restoreDetailTablesCopiesFor(eDSN dsn)
+{
+    // the number of the fixed database, whatever its index
+    int slot = dsn == KorDSNDefinitions::kCountryAddin ? 3 + KorDSNManager::getAddInIdx(m_currentAddIn) : -1;
+    for (const auto& fixed : fixedDatabases)
+        if (fixed.first == dsn)
+            slot = static_cast<int>(&fixed - fixedDatabases);
+    const ManagerDatabase database(dsn, static_cast<eIndex>(slot));
+    KorDatabaseBatch batch;
+    // the fourth copy is left alone
+    for (int type = 0; type < kTableTypes; ++type)
+        for (int depth = kThirdCopy; depth >= kFirstCopy; --depth)
+            restoreCopyOfTable(static_cast<eTableType>(type), static_cast<eCopyDepth>(depth));
+    batch.end(1);
 }

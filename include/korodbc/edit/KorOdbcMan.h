@@ -272,6 +272,7 @@ public:
 
 private:
     static int getIndex();
+    static void restoreDetailTablesCopiesFor(eDSN dsn);
 };
 
 /// Follows country add-ins: when one is loaded, left copies in its database are brought back.
